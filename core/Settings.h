@@ -1,0 +1,84 @@
+#pragma once
+
+#include "ConfigSettings.h"
+
+#include <QSettings>
+#include <QStandardPaths>
+#include <QString>
+#include <QVariant>
+
+#include <type_traits>
+
+/// One preference: its key in the store, its type and the value that holds where the store has none or one of
+/// another type. The table below is the only place where a key is spelled.
+template <class T> struct Setting
+{
+    const char* key;
+    T fallback;
+
+    T read(ConfigSettings& store) const
+    {
+        const QVariant value = store.GetSettings()->value(QLatin1String(key));
+        if (!value.isValid())
+            return fallback;
+        if constexpr (std::is_same_v<T, int>) {
+            bool isNumber = false;
+            const int number = value.toInt(&isNumber);
+            return isNumber ? number : fallback;
+        } else {
+            return value.value<T>();
+        }
+    }
+    /// For a value read in one place only.
+    T read() const
+    {
+        ConfigSettings store;
+        return read(store);
+    }
+    void write(ConfigSettings& store, const T& value) const
+    {
+        store.GetSettings()->setValue(QLatin1String(key), value);
+    }
+};
+
+namespace settings {
+
+inline const Setting<int> appLanguage{"App_Language",
+                                      -1}; ///< 0 Chinese, 1 English, 2 Russian; else the system's
+inline const Setting<int> namingRules{"Naming_Rules", 0}; ///< 0 prefix and serial number, 1 date and time
+inline const Setting<QString> namingPrefix{"Naming_Prefix", QStringLiteral("IMAGE")};
+inline const Setting<bool> createDirByDate{"Create_dir_data", false};
+inline const Setting<int> imageFormat{"Image_Format", 0}; ///< 0 jpg, 1 png, 2 bmp
+inline const Setting<int> scanType{"Scan_Type", 0};       ///< colour processing of captures
+inline const Setting<int> deskew{"Deskew", 0};            ///< cropping mode restored with the preview
+inline const Setting<int> cameraResolution{"Camera_Resolution", 1};
+inline const Setting<int> scanSize{"Scan_Size", 0}; ///< 0 automatic, 1 A4, 2 A3
+inline const Setting<bool> bookLine{"Book_Line", false};
+inline const Setting<bool> cameraSynthesis{"Camera_Synthesis", false};
+inline const Setting<int> mergePos{"Merge_Pos",
+                                   0}; ///< 0 top left, 1 bottom left, 2 top right, 3 bottom right
+inline const Setting<int> watermarkPos{"Watermark_Pos", 0}; ///< 0 none, then as mergePos plus one
+inline const Setting<bool> watermarkTime{"Watermark_Time", false};
+inline const Setting<QString> watermarkText{"Watermark_Text", QString()};
+inline const Setting<bool> scannerSound{"Scanner_Sound", false};
+inline const Setting<int> autoScanType{"AutoScan_Type", 1};   ///< 0 page change, 1 timer
+inline const Setting<int> autoScanDelay{"AutoScan_Delay", 5}; ///< seconds
+inline const Setting<QString> shortcutScanner{"Shortcut_Scanner", QString()};
+inline const Setting<QString> shortcutDocument{"Shortcut_Document", QString()};
+inline const Setting<QString> shortcutBook{"Shortcut_Book", QString()};
+inline const Setting<int> buttonId{"Button_ID", 0xCDEF}; ///< bit i set: function button i is shown
+
+/// The root of all produced files; by default "ScannerImage" in the user's documents.
+inline QString savePath(ConfigSettings& store)
+{
+    const QString fallback =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/ScannerImage");
+    return store.GetSettings()->value(QStringLiteral("Save_Path"), fallback).toString();
+}
+
+inline void setSavePath(ConfigSettings& store, const QString& directory)
+{
+    store.GetSettings()->setValue(QStringLiteral("Save_Path"), directory);
+}
+
+} // namespace settings

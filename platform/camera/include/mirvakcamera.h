@@ -1,0 +1,173 @@
+// The camera library: devices, live frames, image operations, hardware keys, colours.
+//
+// One MirvakCamera per process. No call throws. Integer results are 0 for success and one of MirvakResult
+// otherwise, unless a count or a type is meant. All texts are UTF-8.
+//
+// Images. A handle (void*) stands for one picture: 8 bits a channel, 3 channels, order red, green, blue,
+// origin top left, rows without padding, and a resolution in dots per inch. Whoever obtains a handle
+// (Clone, Merge, DrawLine) releases it with MirvakImage_Release. The handle given to a frame callback
+// belongs to the library and is valid until the callback returns; it may be changed in place. A null handle
+// gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not be used again.
+//
+// Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
+// image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
+// at a time. Devs, Device and Hid calls are made by one thread (the GUI thread), except where noted.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#define MIRVAK_API __attribute__((visibility("default")))
+
+enum MirvakResult {
+    MIRVAK_OK = 0,
+    MIRVAK_BAD_HANDLE = -1,   // null handle, or a device that is not known
+    MIRVAK_BAD_ARGUMENT = -2, // index, size, rectangle or path that makes no sense
+    MIRVAK_NO_DEVICE = -3,    // the device is gone or cannot be opened
+    MIRVAK_BUSY = -4,         // the device already streams, or another program holds it
+    MIRVAK_IO_ERROR = -5,     // the disk or the device refused; errno stands on standard error
+    MIRVAK_NOT_FOUND = -6,    // nothing was detected in the picture
+    MIRVAK_NO_MEMORY = -7,
+};
+
+/// One frame. `image` is valid until the callback returns; null means that the stream has ended by itself
+/// (device unplugged or failed) and that no further frame will come. `byteSize` is width * height * 3; width
+/// and height are in pixels. `userData` is always null. Called on the device's capture thread.
+using MirvakFrameCallback =
+    void (*)(void* image, void* userData, int byteSize, int width, int height, void* context);
+
+/// One press of a hardware key: 2 capture, 8 zoom in, 9 zoom out, above 9 the key's own number. Called on the
+/// key listener's thread.
+using MirvakKeyCallback = void (*)(int key, void* context);
+
+/// A point in pixels from the top left corner of the picture.
+struct MirvakPointF
+{
+    float x, y;
+};
+
+class MIRVAK_API MirvakCamera
+{
+public:
+    MirvakCamera();
+    ~MirvakCamera();
+    MirvakCamera(const MirvakCamera&) = delete;
+    MirvakCamera& operator=(const MirvakCamera&) = delete;
+
+    // --- Devs: the device layer -------------------------------------------------------------------------
+    /// Looks for cameras and keeps the list until Deinit. May be called again to look anew while no device is
+    /// open. Finding none is success.
+    int MirvakDevs_Init();
+    /// Stops and releases every device that is still open and forgets the list.
+    int MirvakDevs_Deinit();
+
+    // --- Device -----------------------------------------------------------------------------------------
+    int MirvakDevice_GetDevCount();
+    /// Empty for an index outside the list; the same holds for the USB id.
+    std::string MirvakDevice_GetFriendlyName(int index);
+    /// Vendor and product as 8 lowercase hexadecimal digits, for example "1b172000".
+    std::string MirvakDevice_GetDevUsbID(int index);
+    /// 1 main document camera, 2 other colour camera, 3 infrared; 0 for an index outside the list.
+    int MirvakDevice_GetCameraType(int index);
+    /// Opens the device; null when it cannot be opened. Released by MirvakDevice_Release.
+    void* MirvakDevice_Create(int index);
+    /// Stops the stream if it runs and frees the device.
+    int MirvakDevice_Release(void* device);
+    /// 2 when the compressed stream is the better one, 1 for the raw one; 0 for a bad handle.
+    int MirvakDevice_GetSubtype(void* device);
+    /// Number of resolutions of `format` (1 raw, 2 compressed). A device with one kind offers it under both.
+    int MirvakDevice_GetResolutionSize(void* device, int format);
+    /// Width and height in pixels of one entry; 0 for a bad handle or index.
+    int MirvakDevice_GetResolutionWidth(void* device, int format, int index);
+    int MirvakDevice_GetResolutionHeight(void* device, int format, int index);
+    /// Starts the stream. `frameMode` is the number of frames that may wait for the callback (2: the newest
+    /// only); a slow callback loses frames and never delays newer ones. Results: MIRVAK_BAD_HANDLE,
+    /// MIRVAK_BAD_ARGUMENT, MIRVAK_BUSY, MIRVAK_NO_DEVICE, MIRVAK_IO_ERROR.
+    int MirvakDevice_StartPreview(void* device,
+                                  int format,
+                                  int resolutionIndex,
+                                  int frameMode,
+                                  MirvakFrameCallback callback,
+                                  void* context);
+    /// Returns after the last callback has returned. Must not be called from a callback.
+    int MirvakDevice_StopPreview(void* device);
+    /// Paper size 4 (A4) or 3 (A3): sets the camera's zoom, or a centred digital crop where it has none.
+    /// Thread-safe against the running stream; may be called from a frame callback.
+    int MirvakDevice_SetCameraSize(void* device, int size);
+    /// Measures how far the paper fills the picture and reports in `size` the paper size (3 or 4) that fits
+    /// better; `low` and `high` are the shares of the picture (0 to 1) between which the present size stays.
+    /// MIRVAK_NOT_FOUND when no paper is seen or nothing should change.
+    int MirvakDevice_JudgeCameraSize(void* device, void* image, int& size, double low, double high);
+
+    // --- Image ------------------------------------------------------------------------------------------
+    /// A copy of its own; null for a null handle or without memory.
+    void* MirvakImage_Clone(void* image);
+    int MirvakImage_Release(void* image);
+    int MirvakImage_GetWidth(void* image);  ///< pixels; 0 for null
+    int MirvakImage_GetHeight(void* image); ///< pixels; 0 for null
+    /// Copies width * height * 3 bytes, rows without padding, into `rgb`, which the caller owns.
+    int MirvakImage_GetImageRGBData(void* image, unsigned char* rgb);
+    /// The same bytes with their description: channels 3, bitsPerChannel 8, stride in bytes, format 0 (RGB).
+    /// `byteCount` carries the size of `buffer` in and the bytes written out.
+    int MirvakImage_GetImageData(void* image,
+                                 unsigned char* buffer,
+                                 int& width,
+                                 int& height,
+                                 int& channels,
+                                 int& bitsPerChannel,
+                                 int& stride,
+                                 int& format,
+                                 int& byteCount);
+    /// Turns clockwise about the centre. Multiples of 90 degrees are exact and swap the size as needed; other
+    /// angles grow the picture so that nothing is cut off, on white.
+    int MirvakImage_Rotate(void* image, double degrees);
+    /// Cuts out the rectangle, clipped to the picture; MIRVAK_BAD_ARGUMENT when nothing is left.
+    int MirvakImage_Crop(void* image, int left, int top, int width, int height);
+    /// Finds the page, takes the perspective out and crops to it, `margin` pixels inside each edge. Without a
+    /// confident outline it straightens by the text lines alone and cuts nothing away.
+    int MirvakImage_Deskew(void* image, int margin);
+    /// `mode` 0 nearest, 1 bilinear, 2 area (for reducing), 3 bicubic.
+    int MirvakImage_Resize(void* image, int width, int height, int mode);
+    int MirvakImage_DelBGColor(void* image); ///< paper becomes white, uneven light goes, ink and colour stay
+    int MirvakImage_Threshold(void* image);  ///< black and white by a local threshold
+    int MirvakImage_EnhanceColor(void* image);             ///< contrast and saturation of a printed page
+    int MirvakImage_WhitePaperSeal(void* image, int seal); ///< white paper, seal strengthened; 0 red, 1 blue
+    int MirvakImage_DocumentProcess(void* image);          ///< white paper, even light, crisp dark text
+    /// Writes `text` with its upper left corner at `anchor`. fontSize in pixels (height of a capital letter
+    /// and descender), colour as of MirvakColor_SetRgbaToInt (alpha 0 is opaque), angle in degrees clockwise.
+    /// Parts outside the picture are cut off.
+    int MirvakImage_Watermark(
+        void* image, const char* text, MirvakPointF anchor, int fontSize, int colour, float angle);
+    /// A new image: `base` with `inset` scaled to width x height at (x, y), clipped. Null on bad arguments.
+    void* MirvakImage_Merge(void* base, void* inset, int x, int y, int width, int height);
+    /// A new image with the outline of the page drawn in `colour`, `width` pixels thick; an unchanged copy
+    /// when no page is found. Null for a null handle.
+    void* MirvakImage_DrawLine(void* image, int colour, int width);
+    /// Watches a stream for a new page. `flag` comes back false exactly once for each new page that lies
+    /// still, true otherwise; `value` is the measured difference to the last page (0 to 1); `reset` forgets
+    /// the memory; `threshold` is the difference from which a page counts as new.
+    int MirvakImage_CheckPage(void* image, bool& flag, double& value, bool reset, double threshold);
+    /// Writes the picture; the extension (jpg, jpeg, png, bmp, in any case) chooses the format, `quality` (1
+    /// to 100) holds for JPEG, `mode` is not used. The resolution goes into the file. The file appears under
+    /// its name only when it is complete and synced.
+    int MirvakImage_Save(const char* path, void* image, int quality, int mode);
+
+    // --- Hid: the camera's own keys ---------------------------------------------------------------------
+    /// Starts listening to the keys of all document cameras; `key` reports those of the virtual desk,
+    /// `usbKey` those of real cameras. A camera that is plugged in later is taken along.
+    int
+    MirvakHid_Init(MirvakKeyCallback key, void* keyContext, MirvakKeyCallback usbKey, void* usbKeyContext);
+    /// Returns after the last callback has returned.
+    int MirvakHid_Deinit();
+
+    // --- Color ------------------------------------------------------------------------------------------
+    int MirvakColor_SetRgbaToInt(int red,
+                                 int green,
+                                 int blue,
+                                 int alpha); ///< alpha << 24 | red << 16 | green << 8 | blue
+
+    struct Impl;
+
+private:
+    std::unique_ptr<Impl> impl_;
+};

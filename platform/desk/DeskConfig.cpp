@@ -1,0 +1,1 @@
+#include "DeskConfig.h"
