@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QRect>
+#include <QString>
+
+#include <mutex>
+
+class MirvakCamera;
+class QImage;
+
+/// Where a capture is cut.
+namespace cropping {
+constexpr int none = 0;
+constexpr int deskew = 1;    ///< the page is found, straightened and cut out
+constexpr int second = 2;    ///< remembered by the tool bar, no processing
+constexpr int selection = 3; ///< the rectangle drawn in the preview
+} // namespace cropping
+
+/// Turns a frame into a file: crop, colour, watermark, save under the next free name. Thread-safe: one
+/// capture at a time, so two captures never take the same name.
+class CaptureProcessor
+{
+public:
+    explicit CaptureProcessor(MirvakCamera& camera) : camera_(camera) {}
+
+    /// Saves a processed copy of `image`, which stays the caller's and unchanged.
+    /// @param cropMode one of cropping::
+    /// @param colourMode 0 none, 1 background to white, 2 black and white, 3 colours enhanced, 4 red seal,
+    ///        5 blue seal, 6 and 7 document
+    /// @param selection pixels of `image`, for cropping::selection; null cuts nothing
+    /// @return full path of the new file; empty when nothing was written (one line on standard error)
+    QString imageSave(void* image, int cropMode, int colourMode, const QRect& selection = QRect());
+
+    /// Saves a picture that is one already. Only modes 0, 1 and 3 write; with automatic cropping chosen in
+    /// the settings a margin of 15 pixels is cut off.
+    QString imageSave(const QImage& image, int mode);
+
+    /// Path of the next file, as FileNaming::getImagePath.
+    QString getImagePath() const;
+
+private:
+    void crop(void* work, int cropMode, const QRect& selection) const;
+    void applyColour(void* work, int colourMode) const;
+    void stampWatermark(void* work) const;
+
+    MirvakCamera& camera_;
+    std::mutex saveMutex_;
+};

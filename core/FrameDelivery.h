@@ -1,0 +1,60 @@
+#pragma once
+
+#include "ImageChannel.h"
+#include "PreviewBuffers.h"
+
+#include <QImage>
+
+#include <atomic>
+#include <functional>
+
+class MirvakCamera;
+
+/// What happens to every frame of the main camera: turn, show, hand to a waiting capture, inspect. Runs on
+/// the capture thread; the setters may be called from any thread.
+class FrameDelivery
+{
+public:
+    /// Receives each frame as 24-bit RGB; a copy of the picture keeps its pixels.
+    using Show = std::function<void(const QImage&)>;
+    /// Looks at a frame before it is given back to the library, every n-th time.
+    using Inspect = std::function<void(void* image)>;
+
+    FrameDelivery(MirvakCamera& camera, Show show) : camera_(camera), channel_(camera), show_(std::move(show))
+    {
+    }
+
+    /// Both are set before the first frame arrives.
+    void onSecondFrame(std::function<void()> call) { secondFrame_ = std::move(call); }
+    void setPaperSizeCheck(Inspect check) { paperSizeCheck_ = std::move(check); }
+
+    /// Capture thread. `image` is turned in place; a null image is ignored.
+    void onFrame(void* image, int width, int height);
+
+    /// Quarter turns clockwise, 0 to 3; others count as 0.
+    void setRotation(int quarterTurns)
+    {
+        rotation_ = quarterTurns > 3 || quarterTurns < 0 ? 0 : quarterTurns;
+    }
+    int rotation() const { return rotation_; }
+
+    /// One of cropping::; with cropping::deskew the page's outline is drawn into the shown picture.
+    void setCroppingMode(int mode) { croppingMode_ = mode; }
+    int croppingMode() const { return croppingMode_; }
+
+    ImageChannel& channel() { return channel_; }
+
+private:
+    void rotate(void* image, int& width, int& height) const;
+    QImage toPicture(void* image, int width, int height);
+
+    MirvakCamera& camera_;
+    ImageChannel channel_;
+    Show show_;
+    std::function<void()> secondFrame_;
+    Inspect paperSizeCheck_;
+    PreviewBuffers buffers_;
+    std::atomic<int> rotation_{0};
+    std::atomic<int> croppingMode_{0};
+    unsigned frameCount_ = 0;
+};

@@ -1,0 +1,64 @@
+#include "ImageChannel.h"
+
+#include "mirvakcamera.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+void ImageChannel::offer(void* image)
+{
+    const std::lock_guard lock(mutex_);
+    if (!requested_ || closed_)
+        return;
+    const auto wanted = static_cast<size_t>(waiting_);
+    if (wanted > 0 && frames_.size() >= wanted)
+        return;
+    FrameHandle copy = ownImage(camera_, camera_.MirvakImage_Clone(image));
+    if (!copy)
+        return;
+    if (wanted == 0)
+        frames_.clear(); // left over from a request that timed out: only the newest may stay
+    frames_.push_back(std::move(copy));
+    arrived_.notify_one();
+}
+
+FrameHandle ImageChannel::take(std::chrono::milliseconds timeout)
+{
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    std::unique_lock lock(mutex_);
+    if (waiting_ == 0)
+        frames_.clear(); // a frame that answered an older request shows an older page
+    requested_ = true;
+    ++waiting_;
+    while (frames_.empty() && !closed_) {
+        if (arrived_.wait_until(lock, deadline) == std::cv_status::timeout && frames_.empty())
+            break;
+    }
+    --waiting_;
+    if (frames_.empty()) {
+        if (!closed_)
+            std::fputs("Get image timeout!\n", stderr);
+        return ownImage(camera_, nullptr);
+    }
+    FrameHandle frame = std::move(frames_.front());
+    frames_.pop_front();
+    if (waiting_ == 0) {
+        requested_ = false;
+        frames_.clear();
+    }
+    return frame;
+}
+
+void ImageChannel::close()
+{
+    const std::lock_guard lock(mutex_);
+    closed_ = true;
+    frames_.clear();
+    arrived_.notify_all();
+}
+
+bool ImageChannel::isRequested() const
+{
+    const std::lock_guard lock(mutex_);
+    return requested_;
+}

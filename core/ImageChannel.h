@@ -1,0 +1,42 @@
+#pragma once
+
+#include "FrameHandle.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+
+/// Hands single frames from a capture thread to whoever wants to save one. Thread-safe.
+///
+/// A consumer asks and waits; the next frame offered after the request is cloned and handed over. Nothing is
+/// cloned while nobody asks, and at most one frame waits at a time, so a consumer that gave up costs one
+/// frame of memory and no more.
+class ImageChannel
+{
+public:
+    explicit ImageChannel(MirvakCamera& camera) : camera_(camera) {}
+
+    /// Called with every frame on the capture thread; keeps no reference to `image`.
+    void offer(void* image);
+
+    /// The first frame offered after this call, or null when none came in time or the channel was closed. A
+    /// time-out is named on standard error. Consumers may wait at the same time; each gets a frame of its
+    /// own.
+    FrameHandle take(std::chrono::milliseconds timeout);
+
+    /// Wakes every waiting consumer; from now on take() answers null at once. Final.
+    void close();
+
+    /// True from a request until a frame was handed over, also after a time-out.
+    bool isRequested() const;
+
+private:
+    MirvakCamera& camera_;
+    mutable std::mutex mutex_;
+    std::condition_variable arrived_;
+    std::deque<FrameHandle> frames_;
+    int waiting_ = 0;
+    bool requested_ = false;
+    bool closed_ = false;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+/// Which language the user sees. Pure functions; reentrant.
+namespace languages {
+
+/// File of the interface translation below the folder "lib", for example "/lumroscanner_ru.qm"; empty when
+/// the built-in English texts serve. `setting` is the stored choice (0 Chinese, 1 English, 2 Russian); any
+/// other value leaves it to the locale.
+QString translationFile(int setting, const QLocale& system);
+
+/// The toolkit's own texts (file and print dialogs) in the same language; empty for English.
+QString toolkitTranslationFile(int setting, const QLocale& system);
+
+/// Folder of the captioned button images: "zh", "hk", "en", "pl" or "jp".
+QString imageFolder(int setting, const QLocale& system);
+
+} // namespace languages

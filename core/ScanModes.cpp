@@ -1,0 +1,33 @@
+#include "ScanModes.h"
+
+#include "CaptureDesk.h"
+#include "Settings.h"
+
+namespace {
+
+constexpr std::chrono::seconds frameTimeout(8);
+constexpr int documentColourMode = 5;
+
+} // namespace
+
+void ScanModes::scan()
+{
+    if (desk_.mayCapture())
+        capture(settings::scanType.read());
+}
+
+void ScanModes::scanDocument()
+{
+    if (desk_.mayCapture())
+        capture(documentColourMode);
+}
+
+void ScanModes::capture(int colourMode)
+{
+    const FrameHandle frame = desk_.takeFrame(frameTimeout);
+    if (!frame) {
+        desk_.showNotice(tr("The camera delivers no picture."));
+        return;
+    }
+    desk_.addThumbnail(desk_.saveFrame(frame.get(), colourMode));
+}
