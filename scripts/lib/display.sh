@@ -1,0 +1,81 @@
+# A virtual display with a window manager, screenshots of the program's window, and an end to all of it.
+# Source it after common.sh.
+
+window_title="Lumro TRVS"
+owned=
+
+# own PID: it is ended with this script, however that ends.
+own() { owned="$1 $owned"; }
+
+end_owned() {
+    local pid
+    trap - EXIT
+    for pid in $owned; do
+        kill "$pid" 2>/dev/null || continue
+        wait "$pid" 2>/dev/null || :
+    done
+}
+trap end_owned EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+display_answers() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
+
+# wait_for SECONDS COMMAND...: asks ten times a second until the command succeeds.
+wait_for() {
+    local tries=$(($1 * 10))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $((tries -= 1)) -gt 0 ] || return 1
+        sleep 0.1
+    done
+}
+
+# Sets DISPLAY to a free number that the server itself picks.
+start_virtual_display() {
+    local number
+    number=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3>"$number" 2>/dev/null &
+    own $!
+    wait_for 15 test -s "$number" || die "The virtual display (Xvfb) does not start."
+    DISPLAY=:$(cat "$number")
+    export DISPLAY QT_QPA_PLATFORM=xcb
+    rm -f "$number"
+    openbox --sm-disable >/dev/null 2>&1 &
+    own $!
+    wait_for 15 window_manager_runs || die "The window manager (openbox) does not start."
+}
+
+window_manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
+
+window_of() {
+    wmctrl -lp | awk -v pid="$1" -v title="$window_title" '$3 == pid && index($0, title) {print $1; exit}'
+}
+window_shown() { [ -n "$(window_of "$1")" ]; }
+runs() { kill -0 "$1" 2>/dev/null; }
+
+# A camera's picture has hundreds of colours in the middle of the window, an empty preview a few.
+picture_painted() { # WINDOW FILE
+    import -window "$1" "$2"
+    [ "$(convert "$2" -gravity center -crop 50%x50%+0+0 -format %k info:)" -gt 200 ]
+}
+
+# take_screenshot PID FILE: once the first picture is painted; of the window as it is after twenty seconds.
+take_screenshot() {
+    local window painted="first picture"
+    wait_for 30 window_shown_or_ended "$1"
+    window=$(window_of "$1")
+    [ -n "$window" ] || return 1
+    wait_for 20 picture_painted "$window" "$2" || painted="window without a picture"
+    [ -s "$2" ] || return 1
+    say "Screenshot of the $painted: $root/$2"
+}
+
+window_shown_or_ended() { window_shown "$1" || ! runs "$1"; }
+
+# Asks the window to close, as its close button does.
+close_window() {
+    local window
+    window=$(window_of "$1")
+    [ -z "$window" ] || wmctrl -i -c "$window"
+}
