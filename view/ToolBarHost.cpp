@@ -1,0 +1,108 @@
+#include "ToolBarHost.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QEvent>
+#include <QFocusEvent>
+#include <QWidget>
+
+ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar), view_(view)
+{
+    bar_->hide();
+    bar_->setCursor(Qt::ArrowCursor); // not the view's
+    view_->installEventFilter(this);
+    view_->setFocusPolicy(Qt::TabFocus); // the way into a bar that is hidden
+    for (QWidget* control : bar_->findChildren<QWidget*>())
+        control->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
+    retry_.setInterval(200);
+    connect(&retry_, &QTimer::timeout, this, [this] {
+        if (isMouseInView())
+            retry_.stop();
+        else
+            hideIfUnused();
+    });
+}
+
+bool ToolBarHost::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn)
+        noteFocus(event);
+    if (watched == view_)
+        watchView(event);
+    return false;
+}
+
+void ToolBarHost::watchView(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Enter:
+        show();
+        break;
+    case QEvent::Leave:
+        hideIfUnused();
+        break;
+    case QEvent::Resize:
+        place();
+        break;
+    default:
+        break;
+    }
+}
+
+void ToolBarHost::noteFocus(QEvent* event)
+{
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+        reason == Qt::ShortcutFocusReason) {
+        hasKeyboard_ = true;
+        show();
+    } else if (reason == Qt::MouseFocusReason) {
+        hasKeyboard_ = false;
+    }
+}
+
+void ToolBarHost::onFocusChanged(QWidget* now)
+{
+    if (!hasKeyboard_ || !now || now == view_ || bar_->isAncestorOf(now))
+        return;
+    hasKeyboard_ = false;
+    if (!isMouseInView())
+        hideIfUnused();
+}
+
+void ToolBarHost::place()
+{
+    const QSize wanted = bar_->sizeHint().expandedTo(bar_->minimumSize());
+    const int width = qMin(wanted.width(), view_->width());
+    bar_->setGeometry((view_->width() - width) / 2, 0, width, wanted.height());
+}
+
+void ToolBarHost::show()
+{
+    retry_.stop();
+    place();
+    bar_->show();
+    bar_->raise();
+}
+
+void ToolBarHost::hideIfUnused()
+{
+    const QWidget* popup = QApplication::activePopupWidget();
+    if (popup && bar_->isAncestorOf(popup)) {
+        retry_.start();
+        return;
+    }
+    retry_.stop();
+    if (hasKeyboard_ || bar_->isHidden())
+        return;
+    // A control that the mouse has used would hand its focus to whatever comes next in the window.
+    if (bar_->isAncestorOf(QApplication::focusWidget()))
+        view_->setFocus(Qt::OtherFocusReason);
+    bar_->hide();
+}
+
+bool ToolBarHost::isMouseInView() const
+{
+    return view_->isVisible() && view_->rect().contains(view_->mapFromGlobal(QCursor::pos()));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+class QWidget;
+
+/// Keeps a bar at the top centre of a view and shows it while the user is about to use it: while the mouse is
+/// in the view, one of the bar's popups is open, or the Tab key has moved the focus to the view or into the
+/// bar. GUI thread only.
+class ToolBarHost : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `bar` is a child of `view`, with its controls already made; it starts hidden.
+    ToolBarHost(QWidget* bar, QWidget* view);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void watchView(QEvent* event);
+    void noteFocus(QEvent* event);
+    void onFocusChanged(QWidget* now);
+    void place();
+    void show();
+    void hideIfUnused();
+    bool isMouseInView() const;
+
+    QWidget* bar_;
+    QWidget* view_;
+    bool hasKeyboard_ = false; // the focus came here by the Tab key
+    QTimer retry_;             // runs while an open popup keeps the bar from hiding
+};

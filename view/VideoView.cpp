@@ -1,0 +1,432 @@
+#include "VideoView.h"
+
+#include "ToolBar.h"
+#include "ToolBarHost.h"
+#include "ViewOverlay.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOption>
+#include <QWheelEvent>
+
+namespace {
+
+constexpr int noticeMs = 5000;
+constexpr int rectangleOption = 2;   // the cropping option that lets the user draw
+constexpr int smallestRectangle = 5; // px; less is a click, and a page cropped to it would be lost
+const QColor ground(32, 32, 32);
+
+QRect spannedRect(const QPoint& a, const QPoint& b)
+{
+    return QRect(QPoint(qMin(a.x(), b.x()), qMin(a.y(), b.y())),
+                 QPoint(qMax(a.x(), b.x()), qMax(a.y(), b.y())));
+}
+
+bool haveSameShape(const QSize& a, const QSize& b)
+{
+    return qint64(a.width()) * b.height() == qint64(b.width()) * a.height();
+}
+
+QRect scaledRect(const QRect& rect, qreal factor)
+{
+    return QRect(QPoint(qRound(rect.left() * factor), qRound(rect.top() * factor)),
+                 QSize(qRound(rect.width() * factor), qRound(rect.height() * factor)));
+}
+
+} // namespace
+
+VideoView::VideoView(QWidget* parent)
+    : QWidget(parent), info_(tr("Please waiting...")), toolBar_(new ToolBar(this)),
+      toolBarHost_(new ToolBarHost(toolBar_, this))
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    noticeTimer_.setSingleShot(true);
+    connect(&noticeTimer_, &QTimer::timeout, this, [this] { ShowNotice(QString()); });
+    geometry_.setViewSize(size());
+    connectToolBar();
+}
+
+VideoView::~VideoView() = default;
+
+void VideoView::connectToolBar()
+{
+    connect(toolBar_, &ToolBar::checkDeviceSign, this, &VideoView::checkDeviceSign);
+    connect(toolBar_, &ToolBar::checkModelSign, this, &VideoView::checkModelSign);
+    connect(toolBar_, &ToolBar::checkResolutionSign, this, &VideoView::checkResolutionSign);
+    connect(toolBar_, &ToolBar::checkAssistSign, this, &VideoView::checkAssistSign);
+    connect(toolBar_, &ToolBar::clickDeskewSign, this, [this](int id, bool checked) {
+        onDeskewChanged(id - 1, checked);
+        Q_EMIT clickDeskewSign(id - 1, checked);
+    });
+    connect(toolBar_, &ToolBar::clickAdapSign, this, &VideoView::clickAdapSign);
+    connect(toolBar_, &ToolBar::clickFullScreenSign, this, &VideoView::clickFullScreenSign);
+    connect(toolBar_, &ToolBar::clickZoomSign, this, &VideoView::clickZoomSign);
+    connect(toolBar_, &ToolBar::clickRotateSign, this, &VideoView::clickRotateSign);
+    connect(toolBar_, &ToolBar::clickFreezSign, this, &VideoView::clickFreezSign);
+
+    connect(toolBar_, &ToolBar::clickAdapSign, this, &VideoView::SetViewAdap);
+    connect(toolBar_, &ToolBar::clickFullScreenSign, this, &VideoView::toggleFullscreen);
+    connect(toolBar_, &ToolBar::clickZoomSign, this, &VideoView::SetHotKeyZoom);
+    connect(toolBar_, &ToolBar::clickFreezSign, this, &VideoView::toggleFreeze);
+    // A still would hide what these do, and a turned picture has other things inside the rectangle.
+    connect(toolBar_, &ToolBar::checkDeviceSign, this, [this] { setFrozen(false); });
+    connect(toolBar_, &ToolBar::checkResolutionSign, this, [this] { setFrozen(false); });
+    connect(toolBar_, &ToolBar::clickRotateSign, this, [this] {
+        setFrozen(false);
+        setSelection(QRect());
+    });
+}
+
+void VideoView::SetImageData(const QImage& frame)
+{
+    if (!frame.isNull() && mailbox_.put(frame))
+        QMetaObject::invokeMethod(this, &VideoView::takeFrame, Qt::QueuedConnection);
+}
+
+void VideoView::takeFrame()
+{
+    const QImage newest = mailbox_.take();
+    if (newest.isNull() || frozen_)
+        return;
+    const QSize before = frame_.size();
+    frame_ = newest;
+    if (before == frame_.size()) {
+        update();
+        return;
+    }
+    geometry_.setSourceSize(frame_.size());
+    if (!before.isEmpty() && !haveSameShape(before, frame_.size()))
+        setSelection(QRect());
+    relayout();
+}
+
+void VideoView::ClearFrame()
+{
+    mailbox_.take();
+    frame_ = QImage();
+    scaler_ = FrameScaler();
+    frozen_ = false;
+    geometry_.setSourceSize(QSize());
+    relayout();
+}
+
+void VideoView::SetShowInfo(const QString& text)
+{
+    info_ = text;
+    update();
+}
+
+void VideoView::ShowNotice(const QString& text)
+{
+    notice_ = text;
+    if (!text.isEmpty())
+        noticeTimer_.start(noticeMs);
+    update();
+}
+
+void VideoView::SetDeviceName(const QString& name)
+{
+    toolBar_->SetDeviceName(name);
+}
+void VideoView::SetDeviceNames(const QStringList& names)
+{
+    toolBar_->SetDeviceNames(names);
+}
+void VideoView::SetDeviceDefaultIdx(int index)
+{
+    toolBar_->SetDefaultDevice(index);
+}
+void VideoView::SetModelType(const QString& model)
+{
+    toolBar_->SetModelType(model);
+}
+void VideoView::SetResolution(const QString& resolution)
+{
+    toolBar_->SetResolution(resolution);
+}
+void VideoView::SetResolutions(const QStringList& resolutions)
+{
+    toolBar_->SetResolutions(resolutions);
+}
+void VideoView::SetDefaultResolution(int index)
+{
+    toolBar_->SetDefaultResolution(index);
+}
+void VideoView::SetAssistEnable(bool enable)
+{
+    toolBar_->SetAssistEnable(enable);
+}
+void VideoView::SetAssistChecked(bool checked)
+{
+    toolBar_->SetAssistChecked(checked);
+}
+int VideoView::GetCurrentDeviceIndex() const
+{
+    return toolBar_->GetCurrentDeviceIndex();
+}
+int VideoView::GetResolutionCurrentIndex() const
+{
+    return toolBar_->GetResolutionCurrentIndex();
+}
+QString VideoView::GetResolutionCurrentText(int index) const
+{
+    return toolBar_->GetResolutionCurrentText(index);
+}
+int VideoView::GetResolutionCurrentCount() const
+{
+    return toolBar_->GetResolutionCurrentCount();
+}
+void VideoView::onGetEnableTools(bool enable)
+{
+    toolBar_->setEnabled(enable);
+}
+
+void VideoView::SetBooklineEnable(bool enable)
+{
+    bookLine_ = enable;
+    QMetaObject::invokeMethod(
+        this, [this] { update(); }, Qt::QueuedConnection);
+}
+
+void VideoView::SetMouseStatue(bool reacts)
+{
+    mouseReacts_ = reacts;
+    pressed_ = false;
+    drawing_ = QRect();
+    updateCursor();
+    update();
+}
+
+void VideoView::SetViewAdap()
+{
+    geometry_.fit();
+    relayout();
+}
+
+void VideoView::SetHotKeyZoom(int direction)
+{
+    if (!selectionMode_)
+        changeZoom(direction);
+}
+
+void VideoView::changeZoom(int direction)
+{
+    if (direction == 1)
+        geometry_.zoomBy(1);
+    else if (direction == 2)
+        geometry_.zoomBy(-1);
+    relayout();
+}
+
+void VideoView::toggleFreeze()
+{
+    setFrozen(!frozen_ && !frame_.isNull());
+}
+
+void VideoView::setFrozen(bool frozen)
+{
+    frozen_ = frozen;
+    update();
+}
+
+void VideoView::onDeskewChanged(int option, bool checked)
+{
+    selectionMode_ = option == rectangleOption && checked;
+    pressed_ = false;
+    drawing_ = QRect();
+    if (selectionMode_)
+        geometry_.fit();
+    setSelection(QRect());
+    relayout();
+}
+
+QRect VideoView::getSelectedRect() const
+{
+    const std::lock_guard<std::mutex> lock(selectedMutex_);
+    return selectedSource_;
+}
+
+QRect VideoView::selection() const
+{
+    const QRect displayed = geometry_.displayed();
+    if (selection_.isNull() || displayed == selectionDisplayed_ || displayed.isEmpty() ||
+        selectionDisplayed_.isEmpty())
+        return selection_;
+    // The rectangle stays on what it was drawn around when the view gets another size.
+    const double scaleX = double(displayed.width()) / selectionDisplayed_.width();
+    const double scaleY = double(displayed.height()) / selectionDisplayed_.height();
+    const QPoint offset = selection_.topLeft() - selectionDisplayed_.topLeft();
+    return QRect(displayed.topLeft() + QPoint(qRound(offset.x() * scaleX), qRound(offset.y() * scaleY)),
+                 QSize(qRound(selection_.width() * scaleX), qRound(selection_.height() * scaleY)));
+}
+
+void VideoView::setSelection(const QRect& rectangle)
+{
+    selection_ = rectangle;
+    selectionDisplayed_ = geometry_.displayed();
+    publishSelection();
+    update();
+}
+
+void VideoView::publishSelection()
+{
+    const QRect source = geometry_.toSource(selection());
+    const std::lock_guard<std::mutex> lock(selectedMutex_);
+    selectedSource_ = source;
+}
+
+void VideoView::relayout()
+{
+    publishSelection();
+    updateCursor();
+    update();
+}
+
+void VideoView::updateCursor()
+{
+    const QSize shown = geometry_.displayed().size();
+    const bool isLarger = shown.width() > width() || shown.height() > height();
+    if (!mouseReacts_)
+        setCursor(Qt::ArrowCursor);
+    else if (selectionMode_)
+        setCursor(Qt::CrossCursor);
+    else if (pressed_)
+        setCursor(Qt::ClosedHandCursor);
+    else
+        setCursor(isLarger ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+void VideoView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), ground);
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+    if (frame_.isNull())
+        overlay::drawInfo(painter, rect(), info_);
+    else
+        paintPicture(painter);
+    if (!notice_.isEmpty())
+        overlay::drawNotice(painter, rect(), notice_);
+}
+
+void VideoView::paintPicture(QPainter& painter)
+{
+    const QRect displayed = geometry_.displayed();
+    const QRect visible = geometry_.visible();
+    const qreal ratio = devicePixelRatioF();
+    const QRect whole = scaledRect(QRect(QPoint(), displayed.size()), ratio);
+    const QRect part = scaledRect(visible.translated(-displayed.topLeft()), ratio) & whole;
+    painter.drawImage(visible, scaler_.scale(frame_, whole.size(), part));
+    if (bookLine_)
+        overlay::drawBookLine(painter, rect(), displayed);
+    const QRect selected = pressed_ ? drawing_ : selection();
+    if (selectionMode_ && !selected.isNull())
+        overlay::drawSelection(painter, selected);
+    if (frozen_)
+        overlay::drawLabel(painter, visible, tr("Frozen"));
+}
+
+void VideoView::resizeEvent(QResizeEvent*)
+{
+    geometry_.setViewSize(size());
+    relayout();
+}
+
+void VideoView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !mouseReacts_)
+        return;
+    pressed_ = true;
+    pressPoint_ = event->pos();
+    updateCursor();
+}
+
+void VideoView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!pressed_)
+        return;
+    if (selectionMode_) {
+        drawing_ = spannedRect(pressPoint_, event->pos());
+        update();
+        return;
+    }
+    geometry_.panBy(event->pos() - pressPoint_);
+    pressPoint_ = event->pos();
+    relayout();
+}
+
+void VideoView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !pressed_)
+        return;
+    pressed_ = false;
+    drawing_ = QRect();
+    updateCursor();
+    if (!selectionMode_)
+        return;
+    const QRect drawn = spannedRect(pressPoint_, event->pos());
+    const bool isClick = drawn.width() < smallestRectangle || drawn.height() < smallestRectangle;
+    setSelection(isClick ? QRect() : drawn);
+    Q_EMIT rectSelected(selection_);
+}
+
+void VideoView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT doubClickSign();
+}
+
+void VideoView::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    const QPoint delta = event->angleDelta();
+    if (delta.isNull() || !mouseReacts_)
+        return;
+    if (selectionMode_)
+        SetViewAdap();
+    else
+        changeZoom(delta.y() > 0 ? 1 : 2);
+}
+
+void VideoView::keyPressEvent(QKeyEvent* event)
+{
+    if (isFullScreen_ && event->key() == Qt::Key_Escape)
+        toggleFullscreen();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void VideoView::toggleFullscreen()
+{
+    isFullScreen_ = !isFullScreen_;
+    geometry_.setExpanding(isFullScreen_);
+    if (isFullScreen_) {
+        hostedFlags_ = windowFlags();
+        hostedPlace_ = geometry();
+        setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+        showFullScreen();
+    } else {
+        setWindowFlags(hostedFlags_);
+        setWindowState(windowState() & ~Qt::WindowFullScreen);
+        setGeometry(hostedPlace_);
+        show();
+    }
+    window()->activateWindow();
+    setFocus(Qt::OtherFocusReason); // for the Escape key
+    relayout();
+}
+
+void VideoView::closeEvent(QCloseEvent* event)
+{
+    // Closed by the window manager, the full screen goes back to its place in the window.
+    if (isFullScreen_)
+        QTimer::singleShot(0, this, [this] {
+            if (isFullScreen_)
+                toggleFullscreen();
+        });
+    QWidget::closeEvent(event);
+}
