@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Codec.h"
+
+namespace mirvak {
+
+bool looksLikeJpeg(const Bytes& bytes);
+/// As readImage(); grey, YCbCr, RGB and CMYK files.
+std::optional<Image> decodeJpeg(const Bytes& bytes);
+/// Baseline JPEG, 4:2:2, with the resolution in its JFIF header. Empty above 65500 pixels a side.
+Bytes encodeJpeg(const Image& image, int quality);
+
+} // namespace mirvak
