@@ -11,8 +11,8 @@
 namespace {
 
 constexpr int buttonSide = 76;
-constexpr int iconSide = 40;
-constexpr int iconTop = 6;
+constexpr int iconSide = 44;
+constexpr int iconTop = 3;
 constexpr QRect captionBox(2, 47, buttonSide - 4, 27);
 
 QImage transparent(const QSize& size, int scale)

@@ -22,7 +22,7 @@ constexpr FontChoice fontChoices[] = {
     {"zh", "Noto Sans CJK SC", 12},
     {"hk", "Noto Sans CJK HK", 12},
     {"jp", "Noto Sans CJK JP", 12},
-    {"en", "DejaVu Sans", 11},
+    {"en", "Noto Sans CJK SC", 13},
     {"pl", "DejaVu Sans", 11},
 };
 constexpr int smallestPixels = 10;
