@@ -14,6 +14,7 @@ inline const QColor panel(25, 90, 100);
 inline const QColor strip(107, 176, 205);
 inline const QColor text(255, 255, 255);
 inline const QColor focus(255, 213, 79); ///< the ring around the control that has the keyboard
+inline const QColor ticked(67, 160, 71);
 
 /// Style, palette and the rules for what belongs to no window (menus, tool tips, scroll bars). Once, before
 /// the first window.

@@ -29,6 +29,7 @@ protected:
 private:
     void makeTitleBar();
     void prepareBox(int index);
+    void captionBoxes();
 
     std::unique_ptr<Ui_More> ui_;
     TitleBar* titleBar_ = nullptr;

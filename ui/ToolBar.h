@@ -65,21 +65,28 @@ public Q_SLOTS:
     /// Reports a chosen device; another choice made while that one is being opened is not reported.
     void onDeviceChange(int index);
 
+    QSize minimumSizeHint() const override; ///< of the compact form
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void connectChoosers();
+    void connectDeviceChooser();
     void connectViewButtons();
     void makeDeskewGroup();
     void onDeskewToggled(int id, bool checked);
     void onAssistToggled(bool checked);
     void rotate(int step);
-    void fitTexts();
+    void measure();
+    void setCompact(bool compact);
 
     std::unique_ptr<Ui_ToolBar> ui_;
     QButtonGroup* deskewGroup_ = nullptr;
     QMetaObject::Connection deviceConnection_;
     int rotation_ = 0; ///< quarter turns, 0 to 3
+    QString assistText_;
+    int roomyWidth_ = 0;   ///< px from which on the check box has its caption
+    int compactWidth_ = 0; ///< px below which controls overlap
 };

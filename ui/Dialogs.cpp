@@ -1,0 +1,54 @@
+#include "Dialogs.h"
+
+#include "MsgBox.h"
+
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QUrl>
+
+Dialogs& Dialogs::instance()
+{
+    static Dialogs dialogs = real();
+    return dialogs;
+}
+
+Dialogs Dialogs::real()
+{
+    Dialogs dialogs;
+    dialogs.runMessage = [](MsgBox& box) { return box.exec(); };
+    dialogs.information =
+        [](QWidget* parent, const QString& title, const QString& text, QMessageBox::StandardButtons buttons) {
+            return QMessageBox::information(parent, title, text, buttons);
+        };
+    dialogs.chooseFiles = [](QFileDialog& dialog) {
+        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    };
+    dialogs.openUrl = [](const QUrl& url) { return QDesktopServices::openUrl(url); };
+    dialogs.choosePrinter = [](QPrinter& printer, QWidget* parent) {
+        return QPrintDialog(&printer, parent).exec() == QDialog::Accepted;
+    };
+    return dialogs;
+}
+
+int Dialogs::warn(QWidget* parent, const QString& text)
+{
+    MsgBox box(parent);
+    box.Warnning(text);
+    return instance().runMessage(box);
+}
+
+int Dialogs::error(QWidget* parent, const QString& text)
+{
+    MsgBox box(parent);
+    box.Error(text);
+    return instance().runMessage(box);
+}
+
+int Dialogs::inform(QWidget* parent, const QString& title, const QString& text)
+{
+    MsgBox box(parent);
+    box.Information(title, text);
+    return instance().runMessage(box);
+}

@@ -1,0 +1,117 @@
+#include "More.h"
+
+#include "FunctionButtons.h"
+#include "LanguageFolder.h"
+#include "Look.h"
+#include "Settings.h"
+#include "TitleBar.h"
+
+#include "ui_More.h"
+
+#include <QMouseEvent>
+
+namespace {
+
+QString boxStyle(const QString& folder1, const QString& folder2, const char* identifier)
+{
+    static const QString style =
+        QStringLiteral("QCheckBox{ border-radius: 5px; min-width:120px; min-height:120px;"
+                       "image: url(:/images/%1/images/%2/%3.png);}"
+                       "QCheckBox:hover{image: url(:/images/%1/images/%2/%3.png);"
+                       "border-image: url(:/images/common/images/common/hover.png);}"
+                       "QCheckBox:pressed{image: url(:/images/%1/images/%2/%3.png);"
+                       "border-image: url(:/images/common/images/common/pressed.png);}");
+    return style.arg(folder1, folder2, QLatin1String(identifier));
+}
+
+} // namespace
+
+More::More(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_More>())
+{
+    ui_->setupUi(this);
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    setWindowModality(Qt::WindowModal);
+    setFixedSize(800, 600);
+    makeTitleBar();
+    boxes_ = {ui_->checkCapture,
+              ui_->checkDocument,
+              ui_->checkBarcode,
+              ui_->checkSynthesis,
+              ui_->checkCardSynthesis,
+              ui_->checkVideoCapture,
+              ui_->checkContinuousShooting,
+              ui_->checkOcr,
+              ui_->checkIdCardReader,
+              ui_->checkPrint,
+              ui_->checkPdf,
+              ui_->checkPdfEx,
+              ui_->checkSign,
+              ui_->checkFingerprint,
+              ui_->checkBookscan,
+              ui_->checkFaceVerify,
+              ui_->checkLaohua};
+    // The ticks start as the bar starts: with the default buttons, whatever is stored.
+    for (int i = 0; i < boxes_.size(); ++i)
+        prepareBox(i);
+    captionBoxes();
+}
+
+More::~More() = default;
+
+void More::makeTitleBar()
+{
+    titleBar_ = new TitleBar(ui_->widgetTitle);
+    connect(titleBar_, &TitleBar::clickedclosesign, this, &QWidget::close);
+    titleBar_->SetTitle(tr("More"));
+    titleBar_->ShowMaximizeButton(false);
+    titleBar_->ShowMinimizeButton(false);
+    titleBar_->ShowSkinButton(false);
+}
+
+void More::prepareBox(int index)
+{
+    QCheckBox* box = boxes_[index];
+    box->setChecked(functionButtons::defaultMask >> index & 1);
+    // The pictures are the same in every language; the name below them and the tool tip follow it.
+    const QString folder = QStringLiteral("zh");
+    box->setStyleSheet(boxStyle(folder, folder, functionButtons::identifiers.at(std::size_t(index))));
+    box->setAccessibleName(functionButtons::caption(index));
+    box->setToolTip(functionButtons::caption(index));
+    connect(box, &QCheckBox::clicked, this, [this, index](bool checked) {
+        Q_EMIT displayCheckBox(index, checked);
+    });
+    connect(box, &QCheckBox::stateChanged, this, [this, index](int state) {
+        Q_EMIT displayCheckBox(index, state);
+    });
+}
+
+void More::captionBoxes()
+{
+    const QList<QLabel*> labels{ui_->labelCapture,
+                                ui_->labelDocument,
+                                ui_->labelBarcode,
+                                ui_->labelSynthesis,
+                                ui_->labelCardSynthesis,
+                                ui_->labelVideoCapture,
+                                ui_->labelContinuousShooting,
+                                ui_->labelOcr,
+                                ui_->labelIdCardReader,
+                                ui_->labelPrint,
+                                ui_->labelPdf,
+                                ui_->labelPdfEx,
+                                ui_->labelSign,
+                                ui_->labelFingerprint,
+                                ui_->labelBookscan,
+                                ui_->labelFaceVerify,
+                                ui_->labelLaohua};
+    for (int i = 0; i < labels.size(); ++i)
+        labels[i]->setText(functionButtons::caption(i));
+}
+
+void More::paintEvent(QPaintEvent*)
+{
+    titleBar_->resize(ui_->widgetTitle->size());
+    Look::paintBackground(*this);
+}
+
+void More::mousePressEvent(QMouseEvent*) {}

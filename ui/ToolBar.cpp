@@ -1,0 +1,229 @@
+#include "ToolBar.h"
+
+#include "Look.h"
+#include "Settings.h"
+
+#include "ui_ToolBar.h"
+
+#include <QButtonGroup>
+
+namespace {
+
+void fill(QComboBox& box, const QStringList& texts)
+{
+    box.clear();
+    box.addItems(texts);
+}
+
+void append(QComboBox& box, const QString& text)
+{
+    if (!text.isEmpty())
+        box.addItem(text);
+}
+
+void select(QComboBox& box, int row)
+{
+    if (row < box.count())
+        box.setCurrentIndex(row);
+}
+
+} // namespace
+
+ToolBar::ToolBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_ToolBar>())
+{
+    ui_->setupUi(this);
+    layout()->setSizeConstraint(QLayout::SetNoConstraint); // minimumSizeHint() speaks for the compact form
+    assistText_ = ui_->checkAssist->text();
+    makeDeskewGroup();
+    connectChoosers();
+    connectViewButtons();
+    measure();
+}
+
+ToolBar::~ToolBar() = default;
+
+void ToolBar::makeDeskewGroup()
+{
+    deskewGroup_ = new QButtonGroup(this);
+    deskewGroup_->setExclusive(false); // an exclusive group could not be switched off again
+    deskewGroup_->addButton(ui_->buttonDeskew, 1);
+    deskewGroup_->addButton(ui_->buttonDeskewEx, 2);
+    deskewGroup_->addButton(ui_->buttonManualDeskew, 3);
+    if (QAbstractButton* stored = deskewGroup_->button(settings::deskew.read()))
+        stored->setChecked(true);
+    connect(deskewGroup_, &QButtonGroup::idToggled, this, &ToolBar::onDeskewToggled);
+}
+
+void ToolBar::connectChoosers()
+{
+    connectDeviceChooser();
+    connect(ui_->comboModel, QOverload<int>::of(&QComboBox::activated), this, &ToolBar::checkModelSign);
+    connect(
+        ui_->comboResolution, QOverload<int>::of(&QComboBox::activated), this, &ToolBar::checkResolutionSign);
+    connect(ui_->checkAssist, &QCheckBox::toggled, this, &ToolBar::onAssistToggled);
+}
+
+void ToolBar::connectDeviceChooser()
+{
+    deviceConnection_ =
+        connect(ui_->comboDevice, QOverload<int>::of(&QComboBox::activated), this, &ToolBar::onDeviceChange);
+}
+
+void ToolBar::connectViewButtons()
+{
+    connect(ui_->buttonAdapt, &QPushButton::clicked, this, &ToolBar::clickAdapSign);
+    connect(ui_->buttonFullScreen, &QPushButton::clicked, this, &ToolBar::clickFullScreenSign);
+    connect(ui_->buttonZoomIn, &QPushButton::clicked, this, [this] { Q_EMIT clickZoomSign(1); });
+    connect(ui_->buttonZoomOut, &QPushButton::clicked, this, [this] { Q_EMIT clickZoomSign(2); });
+    connect(ui_->buttonRotateLeft, &QPushButton::clicked, this, [this] { rotate(-1); });
+    connect(ui_->buttonRotateRight, &QPushButton::clicked, this, [this] { rotate(1); });
+    connect(ui_->buttonFreeze, &QPushButton::clicked, this, &ToolBar::clickFreezSign);
+}
+
+void ToolBar::SetDeviceNames(const QStringList& names)
+{
+    fill(*ui_->comboDevice, names);
+}
+
+void ToolBar::SetResolutions(const QStringList& resolutions)
+{
+    fill(*ui_->comboResolution, resolutions);
+}
+
+void ToolBar::SetDeviceName(const QString& name)
+{
+    append(*ui_->comboDevice, name);
+}
+
+void ToolBar::SetModelType(const QString& model)
+{
+    append(*ui_->comboModel, model);
+}
+
+void ToolBar::SetResolution(const QString& resolution)
+{
+    append(*ui_->comboResolution, resolution);
+}
+
+void ToolBar::SetDefaultDevice(int index)
+{
+    select(*ui_->comboDevice, index);
+}
+
+void ToolBar::SetDefaultResolution(int index)
+{
+    select(*ui_->comboResolution, index);
+}
+
+int ToolBar::GetCurrentDeviceIndex() const
+{
+    return ui_->comboDevice->currentIndex();
+}
+
+int ToolBar::GetResolutionCurrentIndex() const
+{
+    return ui_->comboResolution->currentIndex();
+}
+
+int ToolBar::GetResolutionCurrentCount() const
+{
+    return ui_->comboResolution->count();
+}
+
+QString ToolBar::GetResolutionCurrentText(int index) const
+{
+    return ui_->comboResolution->itemText(index);
+}
+
+void ToolBar::SetAssistEnable(bool enable)
+{
+    ui_->checkAssist->setEnabled(enable);
+}
+
+void ToolBar::SetAssistChecked(bool checked)
+{
+    ui_->checkAssist->setChecked(checked);
+}
+
+void ToolBar::SetAllbuttonsEnable(bool enable)
+{
+    const std::initializer_list<QWidget*> covered{ui_->comboDevice,
+                                                  ui_->comboModel,
+                                                  ui_->comboResolution,
+                                                  ui_->buttonAdapt,
+                                                  ui_->buttonFullScreen,
+                                                  ui_->buttonZoomIn,
+                                                  ui_->buttonZoomOut,
+                                                  ui_->buttonRotateLeft,
+                                                  ui_->buttonRotateRight,
+                                                  ui_->buttonFreeze};
+    for (QWidget* widget : covered)
+        widget->setEnabled(enable);
+}
+
+void ToolBar::onDeviceChange(int index)
+{
+    disconnect(deviceConnection_);
+    Q_EMIT checkDeviceSign(index);
+    if (!deviceConnection_) // unless the receiver came back here itself
+        connectDeviceChooser();
+}
+
+void ToolBar::onDeskewToggled(int id, bool checked)
+{
+    if (checked) {
+        for (QAbstractButton* button : deskewGroup_->buttons()) {
+            if (deskewGroup_->id(button) != id)
+                button->setChecked(false); // reported off before the new choice is reported on
+        }
+    }
+    Q_EMIT clickDeskewSign(id, checked);
+}
+
+void ToolBar::onAssistToggled(bool checked)
+{
+    SetAllbuttonsEnable(!checked);
+    Q_EMIT checkAssistSign(checked);
+}
+
+void ToolBar::rotate(int step)
+{
+    rotation_ = (rotation_ + step + 4) % 4;
+    Q_EMIT clickRotateSign(rotation_);
+}
+
+void ToolBar::measure()
+{
+    ensurePolished();
+    setCompact(true);
+    compactWidth_ = layout()->totalMinimumSize().width();
+    setCompact(false);
+    roomyWidth_ = layout()->totalMinimumSize().width();
+}
+
+void ToolBar::setCompact(bool compact)
+{
+    ui_->checkAssist->setText(compact ? QString() : assistText_);
+    const int side = compact ? 28 : 32;
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setFixedSize(side, side);
+    layout()->setSpacing(compact ? 1 : 4);
+    const int edge = compact ? 4 : 8;
+    layout()->setContentsMargins(edge, 6, edge, 6);
+}
+
+QSize ToolBar::minimumSizeHint() const
+{
+    return QSize(compactWidth_, minimumHeight());
+}
+
+void ToolBar::paintEvent(QPaintEvent*)
+{
+    Look::paintBackground(*this);
+}
+
+void ToolBar::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    setCompact(width() < roomyWidth_);
+}
