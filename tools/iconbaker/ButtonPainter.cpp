@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr int buttonSide = 76;
-constexpr int iconSide = 44;
-constexpr int iconTop = 3;
-constexpr QRect captionBox(2, 47, buttonSide - 4, 27);
+constexpr int buttonSide = 84;
+constexpr int iconSide = 48;
+constexpr int iconTop = 4;
+constexpr QRect captionBox(3, 52, buttonSide - 6, 29);
 
 QImage transparent(const QSize& size, int scale)
 {

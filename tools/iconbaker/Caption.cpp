@@ -19,11 +19,11 @@ struct FontChoice
 };
 
 constexpr FontChoice fontChoices[] = {
-    {"zh", "Noto Sans CJK SC", 12},
-    {"hk", "Noto Sans CJK HK", 12},
-    {"jp", "Noto Sans CJK JP", 12},
+    {"zh", "Noto Sans CJK SC", 13},
+    {"hk", "Noto Sans CJK HK", 13},
+    {"jp", "Noto Sans CJK JP", 13},
     {"en", "Noto Sans CJK SC", 13},
-    {"pl", "DejaVu Sans", 11},
+    {"pl", "DejaVu Sans", 12},
 };
 constexpr int smallestPixels = 10;
 
