@@ -1,0 +1,31 @@
+#!/bin/bash
+# Runs the tests on the real camera driver: boots the lab (tests/hardware/lab), plugs cameras in software
+# into it and drives the camera library. Ends with 77 where the lab cannot be had.
+#   scripts/hardware-test.sh [BUILDFOLDER [TESTARGUMENT...]]     default build/release
+. "$(dirname "$0")/lib/common.sh"
+folder=$(cd "${1:-build/release}" && pwd)
+[ $# -eq 0 ] || shift
+
+pictures=$folder/tests/lab-pictures
+lab=tests/hardware/lab/lab.sh
+
+# picture FILE SOURCE [OPTION...]: as cameras send them, with half the colours across.
+picture() {
+    local size=${1%%_*}
+    convert "$2" -auto-orient -resize "$size^" -gravity center -extent "$size" "${@:3}" \
+        -strip -quality 90 -sampling-factor 4:2:2 "$pictures/$1"
+}
+
+make_pictures() {
+    local page=../shared/photos/page-on-cloth.jpg
+    [ -f "$page" ] || page=$(find "$folder/share/desk" -name '*1600x1200*.jpg' | sort | head -n 1)
+    [ -n "$page" ] || die "No picture of a page: build the desk's pictures first."
+    mkdir -p "$pictures"
+    picture 640x480_a.jpg "$page"
+    picture 640x480_b.jpg "$page" -flip
+    picture 1600x1200_a.jpg "$page"
+}
+
+"$lab" prepare
+[ -f "$pictures/1600x1200_a.jpg" ] || make_pictures
+"$lab" run 360 "exec $root/tests/hardware/lab/with-cameras $pictures $folder/tests/v4l2_test $*"
