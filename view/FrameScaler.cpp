@@ -1,9 +1,9 @@
 #include "FrameScaler.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstring>
+#include <type_traits>
 
 static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "blendColumns() adds three colours in one machine word");
 
@@ -11,20 +11,62 @@ namespace {
 
 constexpr int one = 256; // the weights of a shown pixel sum up to this
 
-/// acc = the weighted sum of `Rows` source rows, on top of what is there unless it is the first group of
-/// rows.
-template <int Rows>
-void addRows(const std::array<const uchar*, 4>& rows,
-             const std::uint16_t* weights,
-             bool isFirst,
-             int count,
-             std::uint16_t* acc)
+/// Adds the weighted sum of `Rows` source rows; the last group of rows rounds to whole values. Sixteen bits
+/// are enough: the weights sum up to 256, so nothing exceeds 255 * 256 + 128.
+template <int Rows, bool IsFirst, bool IsLast>
+void addRows(const uchar* const* rows, const std::uint16_t* weights, int count, std::uint16_t* acc)
 {
     for (int i = 0; i < count; ++i) {
-        unsigned sum = isFirst ? one / 2 : acc[i];
+        std::uint16_t sum = IsFirst ? one / 2 : acc[i];
         for (int r = 0; r < Rows; ++r)
-            sum += unsigned(rows[r][i]) * weights[r];
-        acc[i] = std::uint16_t(sum);
+            sum = std::uint16_t(sum + rows[r][i] * weights[r]);
+        acc[i] = IsLast ? sum / one : sum;
+    }
+}
+
+constexpr int groupSize = 4;
+
+template <int Rows>
+void addGroup(const uchar* const* rows,
+              const std::uint16_t* weights,
+              bool isFirst,
+              bool isLast,
+              int count,
+              std::uint16_t* acc)
+{
+    if (isFirst && isLast)
+        addRows<Rows, true, true>(rows, weights, count, acc);
+    else if (isFirst)
+        addRows<Rows, true, false>(rows, weights, count, acc);
+    else if (isLast)
+        addRows<Rows, false, true>(rows, weights, count, acc);
+    else
+        addRows<Rows, false, false>(rows, weights, count, acc);
+}
+
+template <int Taps> using FixedTaps = std::integral_constant<int, Taps>;
+
+/// Makes a line of shown pixels of a row of blended source pixels; `Taps` is a number or, for the usual ones,
+/// a type that carries it, with which the inner loop unrolls. A pixel is read as one word of four 16-bit
+/// lanes: red, green, blue and the next pixel's red, which is ignored. No lane overflows, see addRows().
+template <class Taps>
+void addColumns(Taps taps,
+                const std::uint16_t* row,
+                int rowBegin,
+                const std::vector<int>& first,
+                const std::uint16_t* weights,
+                QRgb* line)
+{
+    constexpr std::uint64_t half = 0x0000'0080'0080'0080;
+    for (size_t shown = 0; shown < first.size(); ++shown, weights += taps) {
+        const std::uint16_t* pixel = row + size_t(first[shown] - rowBegin) * 3;
+        std::uint64_t sum = half;
+        for (int tap = 0; tap < taps; ++tap) {
+            std::uint64_t lanes;
+            std::memcpy(&lanes, pixel + tap * 3, sizeof lanes);
+            sum += lanes * weights[tap];
+        }
+        line[shown] = qRgb(int(sum >> 8 & 0xff), int(sum >> 24 & 0xff), int(sum >> 40 & 0xff));
     }
 }
 
@@ -98,46 +140,51 @@ void FrameScaler::blendRows(const QImage& rgb, int shownRow)
     const int offset = columns_.sourceBegin() * 3;
     const int count = int(row_.size()) - 1;
     const std::uint16_t* weights = &rows_.weights[size_t(shownRow) * rows_.taps];
-    for (int done = 0; done < rows_.taps; done += 4) {
-        std::array<const uchar*, 4> rows{};
-        const int group = std::min(4, rows_.taps - done);
+    for (int done = 0; done < rows_.taps; done += groupSize) {
+        const uchar* rows[groupSize] = {};
+        const int group = std::min(groupSize, rows_.taps - done);
         for (int r = 0; r < group; ++r)
             rows[r] = rgb.constScanLine(rows_.first[shownRow] + done + r) + offset;
         const bool isFirst = done == 0;
+        const bool isLast = done + group == rows_.taps;
+        const std::uint16_t* w = weights + done;
         switch (group) {
         case 1:
-            addRows<1>(rows, weights + done, isFirst, count, row_.data());
+            addGroup<1>(rows, w, isFirst, isLast, count, row_.data());
             break;
         case 2:
-            addRows<2>(rows, weights + done, isFirst, count, row_.data());
+            addGroup<2>(rows, w, isFirst, isLast, count, row_.data());
             break;
         case 3:
-            addRows<3>(rows, weights + done, isFirst, count, row_.data());
+            addGroup<3>(rows, w, isFirst, isLast, count, row_.data());
             break;
         default:
-            addRows<4>(rows, weights + done, isFirst, count, row_.data());
+            addGroup<4>(rows, w, isFirst, isLast, count, row_.data());
             break;
         }
     }
-    for (int i = 0; i < count; ++i)
-        row_[i] /= one;
 }
 
 void FrameScaler::blendColumns(QRgb* line) const
 {
-    // A pixel is read as one word of four 16-bit lanes: red, green, blue and the next pixel's red, which is
-    // ignored. No lane overflows, as 255 * 256 + 128 is less than 65536.
-    constexpr std::uint64_t half = 0x0000'0080'0080'0080;
-    const std::uint16_t* weight = columns_.weights.data();
     const int begin = columns_.sourceBegin();
-    for (const int first : columns_.first) {
-        const std::uint16_t* pixel = &row_[size_t(first - begin) * 3];
-        std::uint64_t sum = half;
-        for (int tap = 0; tap < columns_.taps; ++tap, pixel += 3, ++weight) {
-            std::uint64_t lanes;
-            std::memcpy(&lanes, pixel, sizeof lanes);
-            sum += lanes * *weight;
-        }
-        *line++ = qRgb(int(sum >> 8 & 0xff), int(sum >> 24 & 0xff), int(sum >> 40 & 0xff));
+    const std::vector<int>& first = columns_.first;
+    const std::uint16_t* weights = columns_.weights.data();
+    switch (columns_.taps) {
+    case 2:
+        addColumns(FixedTaps<2>(), row_.data(), begin, first, weights, line);
+        break;
+    case 3:
+        addColumns(FixedTaps<3>(), row_.data(), begin, first, weights, line);
+        break;
+    case 4:
+        addColumns(FixedTaps<4>(), row_.data(), begin, first, weights, line);
+        break;
+    case 5:
+        addColumns(FixedTaps<5>(), row_.data(), begin, first, weights, line);
+        break;
+    default:
+        addColumns(columns_.taps, row_.data(), begin, first, weights, line);
+        break;
     }
 }
