@@ -1,4 +1,329 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
+<context>
+    <name>BtnControl</name>
+    <message>
+        <source>More functions</source>
+        <translation>More functions</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceControl</name>
+    <message>
+        <source>No found device!</source>
+        <translation>No found device!</translation>
+    </message>
+    <message>
+        <source>Device create failed!</source>
+        <translation>Device create failed!</translation>
+    </message>
+    <message>
+        <source>Waring</source>
+        <translation>Waring</translation>
+    </message>
+    <message>
+        <source>video create failed!</source>
+        <translation>video create failed!</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>The camera was disconnected.</source>
+        <translation>The camera was disconnected.</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+</context>
+<context>
+    <name>FunctionButtons</name>
+    <message>
+        <source>Capture</source>
+        <translation>Capture</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Document</translation>
+    </message>
+    <message>
+        <source>Barcode</source>
+        <translation>Barcode</translation>
+    </message>
+    <message>
+        <source>Merge images</source>
+        <translation>Merge images</translation>
+    </message>
+    <message>
+        <source>Merge card</source>
+        <translation>Merge card</translation>
+    </message>
+    <message>
+        <source>Record video</source>
+        <translation>Record video</translation>
+    </message>
+    <message>
+        <source>Automatic scan</source>
+        <translation>Automatic scan</translation>
+    </message>
+    <message>
+        <source>Recognize text</source>
+        <translation>Recognize text</translation>
+    </message>
+    <message>
+        <source>Read ID card</source>
+        <translation>Read ID card</translation>
+    </message>
+    <message>
+        <source>Print receipt</source>
+        <translation>Print receipt</translation>
+    </message>
+    <message>
+        <source>Make PDF</source>
+        <translation>Make PDF</translation>
+    </message>
+    <message>
+        <source>Multi-page PDF</source>
+        <translation>Multi-page PDF</translation>
+    </message>
+    <message>
+        <source>Sign</source>
+        <translation>Sign</translation>
+    </message>
+    <message>
+        <source>Fingerprint</source>
+        <translation>Fingerprint</translation>
+    </message>
+    <message>
+        <source>Scan book</source>
+        <translation>Scan book</translation>
+    </message>
+    <message>
+        <source>Verify face</source>
+        <translation>Verify face</translation>
+    </message>
+    <message>
+        <source>Burn-in test</source>
+        <translation>Burn-in test</translation>
+    </message>
+</context>
+<context>
+    <name>LumroScanner</name>
+    <message>
+        <source>Lumro TRVS</source>
+        <translation>Lumro TRVS</translation>
+    </message>
+    <message>
+        <source>Lumro TRVS 2.1</source>
+        <translation>Lumro TRVS 2.1</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Please complete the image merge first!</source>
+        <translation>Please complete the image merge first!</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>The picture could not be saved. Please check the folder %1.</translation>
+    </message>
+    <message>
+        <source>This function is not part of this version.</source>
+        <translation>This function is not part of this version.</translation>
+    </message>
+</context>
+<context>
+    <name>More</name>
+    <message>
+        <source>More</source>
+        <translation>More</translation>
+    </message>
+    <message>
+        <source>Select:</source>
+        <translation>Select:</translation>
+    </message>
+</context>
+<context>
+    <name>MsgBox</name>
+    <message>
+        <source>MsgBox</source>
+        <translation>MsgBox</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>warnning</source>
+        <translation>warnning</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>error</translation>
+    </message>
+</context>
+<context>
+    <name>ScanModes</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+</context>
+<context>
+    <name>Thumbnail</name>
+    <message>
+        <source>Thumbnail</source>
+        <translation>Thumbnail</translation>
+    </message>
+    <message>
+        <source>Produced files</source>
+        <translation>Produced files</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>Open Directory</source>
+        <translation>Open Directory</translation>
+    </message>
+    <message>
+        <source>Add Image</source>
+        <translation>Add Image</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>Move up</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>Move down</translation>
+    </message>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>Image files(*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>Only pictures can be printed.</source>
+        <translation>Only pictures can be printed.</translation>
+    </message>
+    <message>
+        <source>The picture could not be printed.</source>
+        <translation>The picture could not be printed.</translation>
+    </message>
+</context>
+<context>
+    <name>TitleBar</name>
+    <message>
+        <source>Skin</source>
+        <translation>Skin</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximize</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Restore</translation>
+    </message>
+</context>
+<context>
+    <name>ToolBar</name>
+    <message>
+        <source>Device</source>
+        <translation>Device</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Model</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Resolution</translation>
+    </message>
+    <message>
+        <source>Find, straighten and cut out the page</source>
+        <translation>Find, straighten and cut out the page</translation>
+    </message>
+    <message>
+        <source>Second cropping option</source>
+        <translation>Second cropping option</translation>
+    </message>
+    <message>
+        <source>Cut out the area drawn in the picture</source>
+        <translation>Cut out the area drawn in the picture</translation>
+    </message>
+    <message>
+        <source>Second camera</source>
+        <translation>Second camera</translation>
+    </message>
+    <message>
+        <source>Show the second camera in the picture</source>
+        <translation>Show the second camera in the picture</translation>
+    </message>
+    <message>
+        <source>Fit to window</source>
+        <translation>Fit to window</translation>
+    </message>
+    <message>
+        <source>Full screen</source>
+        <translation>Full screen</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Zoom in</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Zoom out</translation>
+    </message>
+    <message>
+        <source>Rotate left</source>
+        <translation>Rotate left</translation>
+    </message>
+    <message>
+        <source>Rotate right</source>
+        <translation>Rotate right</translation>
+    </message>
+    <message>
+        <source>Freeze the picture</source>
+        <translation>Freeze the picture</translation>
+    </message>
+</context>
+<context>
+    <name>VideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>Please waiting...</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>Frozen</translation>
+    </message>
+</context>
 </TS>

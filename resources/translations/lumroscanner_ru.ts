@@ -1,4 +1,329 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="en_US">
+<context>
+    <name>BtnControl</name>
+    <message>
+        <source>More functions</source>
+        <translation>Другие функции</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceControl</name>
+    <message>
+        <source>No found device!</source>
+        <translation>Устройство не найдено!</translation>
+    </message>
+    <message>
+        <source>Device create failed!</source>
+        <translation>Не удалось открыть устройство!</translation>
+    </message>
+    <message>
+        <source>Waring</source>
+        <translation>Предупреждение</translation>
+    </message>
+    <message>
+        <source>video create failed!</source>
+        <translation>Не удалось запустить видео!</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Ошибка</translation>
+    </message>
+    <message>
+        <source>The camera was disconnected.</source>
+        <translation>Камера отключена.</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+</context>
+<context>
+    <name>FunctionButtons</name>
+    <message>
+        <source>Capture</source>
+        <translation>Снимок</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Документ</translation>
+    </message>
+    <message>
+        <source>Barcode</source>
+        <translation>Штрихкод</translation>
+    </message>
+    <message>
+        <source>Merge images</source>
+        <translation>Объединение снимков</translation>
+    </message>
+    <message>
+        <source>Merge card</source>
+        <translation>Объединение сторон карты</translation>
+    </message>
+    <message>
+        <source>Record video</source>
+        <translation>Запись видео</translation>
+    </message>
+    <message>
+        <source>Automatic scan</source>
+        <translation>Непрерывная съёмка</translation>
+    </message>
+    <message>
+        <source>Recognize text</source>
+        <translation>Распознавание текста</translation>
+    </message>
+    <message>
+        <source>Read ID card</source>
+        <translation>Чтение ID-карты</translation>
+    </message>
+    <message>
+        <source>Print receipt</source>
+        <translation>Печать чека</translation>
+    </message>
+    <message>
+        <source>Make PDF</source>
+        <translation>Создать PDF</translation>
+    </message>
+    <message>
+        <source>Multi-page PDF</source>
+        <translation>Многостраничный PDF</translation>
+    </message>
+    <message>
+        <source>Sign</source>
+        <translation>Подпись</translation>
+    </message>
+    <message>
+        <source>Fingerprint</source>
+        <translation>Отпечаток пальца</translation>
+    </message>
+    <message>
+        <source>Scan book</source>
+        <translation>Сканирование книги</translation>
+    </message>
+    <message>
+        <source>Verify face</source>
+        <translation>Проверка лица</translation>
+    </message>
+    <message>
+        <source>Burn-in test</source>
+        <translation>Тест на износ</translation>
+    </message>
+</context>
+<context>
+    <name>LumroScanner</name>
+    <message>
+        <source>Lumro TRVS</source>
+        <translation>Lumro TRVS</translation>
+    </message>
+    <message>
+        <source>Lumro TRVS 2.1</source>
+        <translation>Lumro TRVS 2.1</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>Please complete the image merge first!</source>
+        <translation>Сначала завершите объединение изображений!</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
+    </message>
+    <message>
+        <source>This function is not part of this version.</source>
+        <translation>В этой версии такой функции нет.</translation>
+    </message>
+</context>
+<context>
+    <name>More</name>
+    <message>
+        <source>More</source>
+        <translation>Ещё</translation>
+    </message>
+    <message>
+        <source>Select:</source>
+        <translation>Выбор:</translation>
+    </message>
+</context>
+<context>
+    <name>MsgBox</name>
+    <message>
+        <source>MsgBox</source>
+        <translation>Сообщение</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>warnning</source>
+        <translation>Предупреждение</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>Ошибка</translation>
+    </message>
+</context>
+<context>
+    <name>ScanModes</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+</context>
+<context>
+    <name>Thumbnail</name>
+    <message>
+        <source>Thumbnail</source>
+        <translation>Миниатюры</translation>
+    </message>
+    <message>
+        <source>Produced files</source>
+        <translation>Созданные файлы</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Открыть</translation>
+    </message>
+    <message>
+        <source>Open Directory</source>
+        <translation>Открыть папку</translation>
+    </message>
+    <message>
+        <source>Add Image</source>
+        <translation>Добавить изображение</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Очистить</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>Переместить вверх</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>Переместить вниз</translation>
+    </message>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>Файлы изображений (*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>Only pictures can be printed.</source>
+        <translation>Печатать можно только изображения.</translation>
+    </message>
+    <message>
+        <source>The picture could not be printed.</source>
+        <translation>Не удалось напечатать изображение.</translation>
+    </message>
+</context>
+<context>
+    <name>TitleBar</name>
+    <message>
+        <source>Skin</source>
+        <translation>Оформление</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Развернуть</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
+</context>
+<context>
+    <name>ToolBar</name>
+    <message>
+        <source>Device</source>
+        <translation>Устройство</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Режим</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Разрешение</translation>
+    </message>
+    <message>
+        <source>Find, straighten and cut out the page</source>
+        <translation>Найти, выровнять и обрезать страницу</translation>
+    </message>
+    <message>
+        <source>Second cropping option</source>
+        <translation>Второй способ обрезки</translation>
+    </message>
+    <message>
+        <source>Cut out the area drawn in the picture</source>
+        <translation>Вырезать выделенную на изображении область</translation>
+    </message>
+    <message>
+        <source>Second camera</source>
+        <translation>Вторая камера</translation>
+    </message>
+    <message>
+        <source>Show the second camera in the picture</source>
+        <translation>Показать вторую камеру поверх изображения</translation>
+    </message>
+    <message>
+        <source>Fit to window</source>
+        <translation>По размеру окна</translation>
+    </message>
+    <message>
+        <source>Full screen</source>
+        <translation>Во весь экран</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Увеличить</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Уменьшить</translation>
+    </message>
+    <message>
+        <source>Rotate left</source>
+        <translation>Повернуть влево</translation>
+    </message>
+    <message>
+        <source>Rotate right</source>
+        <translation>Повернуть вправо</translation>
+    </message>
+    <message>
+        <source>Freeze the picture</source>
+        <translation>Остановить изображение</translation>
+    </message>
+</context>
+<context>
+    <name>VideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>Подождите…</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>Изображение остановлено</translation>
+    </message>
+</context>
 </TS>

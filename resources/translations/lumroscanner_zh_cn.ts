@@ -1,4 +1,329 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
+<context>
+    <name>BtnControl</name>
+    <message>
+        <source>More functions</source>
+        <translation>更多功能</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceControl</name>
+    <message>
+        <source>No found device!</source>
+        <translation>未找到设备！</translation>
+    </message>
+    <message>
+        <source>Device create failed!</source>
+        <translation>设备创建失败！</translation>
+    </message>
+    <message>
+        <source>Waring</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>video create failed!</source>
+        <translation>视频打开失败！</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>The camera was disconnected.</source>
+        <translation>摄像头已断开连接。</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+</context>
+<context>
+    <name>FunctionButtons</name>
+    <message>
+        <source>Capture</source>
+        <translation>拍照</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>文档</translation>
+    </message>
+    <message>
+        <source>Barcode</source>
+        <translation>条码</translation>
+    </message>
+    <message>
+        <source>Merge images</source>
+        <translation>图像合并</translation>
+    </message>
+    <message>
+        <source>Merge card</source>
+        <translation>证件合并</translation>
+    </message>
+    <message>
+        <source>Record video</source>
+        <translation>录像</translation>
+    </message>
+    <message>
+        <source>Automatic scan</source>
+        <translation>连续拍摄</translation>
+    </message>
+    <message>
+        <source>Recognize text</source>
+        <translation>文字识别</translation>
+    </message>
+    <message>
+        <source>Read ID card</source>
+        <translation>读取身份证</translation>
+    </message>
+    <message>
+        <source>Print receipt</source>
+        <translation>打印小票</translation>
+    </message>
+    <message>
+        <source>Make PDF</source>
+        <translation>生成 PDF</translation>
+    </message>
+    <message>
+        <source>Multi-page PDF</source>
+        <translation>多页 PDF</translation>
+    </message>
+    <message>
+        <source>Sign</source>
+        <translation>签名</translation>
+    </message>
+    <message>
+        <source>Fingerprint</source>
+        <translation>指纹</translation>
+    </message>
+    <message>
+        <source>Scan book</source>
+        <translation>书籍扫描</translation>
+    </message>
+    <message>
+        <source>Verify face</source>
+        <translation>人脸核验</translation>
+    </message>
+    <message>
+        <source>Burn-in test</source>
+        <translation>老化测试</translation>
+    </message>
+</context>
+<context>
+    <name>LumroScanner</name>
+    <message>
+        <source>Lumro TRVS</source>
+        <translation>Lumro TRVS</translation>
+    </message>
+    <message>
+        <source>Lumro TRVS 2.1</source>
+        <translation>Lumro TRVS 2.1</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Please complete the image merge first!</source>
+        <translation>请先完成图像合并！</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>图片无法保存，请检查文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>This function is not part of this version.</source>
+        <translation>此版本不包含该功能。</translation>
+    </message>
+</context>
+<context>
+    <name>More</name>
+    <message>
+        <source>More</source>
+        <translation>更多</translation>
+    </message>
+    <message>
+        <source>Select:</source>
+        <translation>选择：</translation>
+    </message>
+</context>
+<context>
+    <name>MsgBox</name>
+    <message>
+        <source>MsgBox</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>warnning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>错误</translation>
+    </message>
+</context>
+<context>
+    <name>ScanModes</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+</context>
+<context>
+    <name>Thumbnail</name>
+    <message>
+        <source>Thumbnail</source>
+        <translation>缩略图</translation>
+    </message>
+    <message>
+        <source>Produced files</source>
+        <translation>生成的文件</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Open Directory</source>
+        <translation>打开所在文件夹</translation>
+    </message>
+    <message>
+        <source>Add Image</source>
+        <translation>添加图片</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>下移</translation>
+    </message>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>图片文件 (*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>Only pictures can be printed.</source>
+        <translation>只能打印图片。</translation>
+    </message>
+    <message>
+        <source>The picture could not be printed.</source>
+        <translation>图片打印失败。</translation>
+    </message>
+</context>
+<context>
+    <name>TitleBar</name>
+    <message>
+        <source>Skin</source>
+        <translation>皮肤</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>还原</translation>
+    </message>
+</context>
+<context>
+    <name>ToolBar</name>
+    <message>
+        <source>Device</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>模式</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>分辨率</translation>
+    </message>
+    <message>
+        <source>Find, straighten and cut out the page</source>
+        <translation>自动纠偏裁边</translation>
+    </message>
+    <message>
+        <source>Second cropping option</source>
+        <translation>第二种裁切方式</translation>
+    </message>
+    <message>
+        <source>Cut out the area drawn in the picture</source>
+        <translation>按画面中框选的区域裁切</translation>
+    </message>
+    <message>
+        <source>Second camera</source>
+        <translation>副摄像头</translation>
+    </message>
+    <message>
+        <source>Show the second camera in the picture</source>
+        <translation>在画面中显示副摄像头</translation>
+    </message>
+    <message>
+        <source>Fit to window</source>
+        <translation>适应窗口</translation>
+    </message>
+    <message>
+        <source>Full screen</source>
+        <translation>全屏</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>放大</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>缩小</translation>
+    </message>
+    <message>
+        <source>Rotate left</source>
+        <translation>向左旋转</translation>
+    </message>
+    <message>
+        <source>Rotate right</source>
+        <translation>向右旋转</translation>
+    </message>
+    <message>
+        <source>Freeze the picture</source>
+        <translation>画面定格</translation>
+    </message>
+</context>
+<context>
+    <name>VideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>请稍候…</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>画面已定格</translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <QDirIterator>
+#include <QFile>
+#include <QImage>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+const QStringList languages{QStringLiteral("zh"),
+                            QStringLiteral("hk"),
+                            QStringLiteral("en"),
+                            QStringLiteral("pl"),
+                            QStringLiteral("jp")};
+
+QStringList words(const char* text)
+{
+    return QString::fromLatin1(text).simplified().split(QLatin1Char(' '));
+}
+
+const QStringList captionedNames =
+    words("capture document barcode synthesis CardSynthesis videocapture "
+          "continuousShooting OCR IDCardReader print PDF PdfEx sign fingerprint "
+          "bookscan FaceVerify Laohua");
+const QStringList commonNames =
+    words("lumro hover pressed view_bar_hover view_bar_sep ThumbnailRtf thumbnailPdf ThumbnailVideo more "
+          "docCapture barcode mergeImage mergeCard video multicapture ocr readcard print pdf PdfEx sign "
+          "fingerprint bookscan deskew deskewex manualDeskew adapt fullscreen zoomin zoomout rotateleft "
+          "rotateright videofreeze skin minimize maximize restore close arrow_down check");
+
+QString imagePath(const QString& group, const QString& name, const char* density = "")
+{
+    return QStringLiteral(":/images/%1/images/%1/%2%3.png").arg(group, name, QLatin1String(density));
+}
+
+// The part of the picture in which anything is drawn.
+QRect inkedArea(const QImage& image)
+{
+    QRect area;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > 8)
+                area |= QRect(x, y, 1, 1);
+        }
+    }
+    return area;
+}
+
+void expectThreeDensities(const QString& group, const QString& name)
+{
+    const QImage single(imagePath(group, name));
+    EXPECT_FALSE(inkedArea(single).isEmpty()) << qPrintable(imagePath(group, name));
+    const QImage twice(imagePath(group, name, "@2x"));
+    EXPECT_EQ(twice.size(), single.size() * 2) << qPrintable(imagePath(group, name));
+    EXPECT_EQ(QImage(imagePath(group, name, "@3x")).size(), single.size() * 3) << qPrintable(name);
+    EXPECT_FALSE(inkedArea(twice).isEmpty()) << qPrintable(imagePath(group, name));
+}
+
+} // namespace
+
+TEST(Images, AreThereInThreeDensities)
+{
+    Q_INIT_RESOURCE(images);
+    for (const QString& name : commonNames)
+        expectThreeDensities(QStringLiteral("common"), name);
+    for (const QString& language : languages) {
+        for (const QString& name : captionedNames + words("setting browse"))
+            expectThreeDensities(language, name);
+    }
+}
+
+TEST(Images, CaptionsAreWholeAndStandBelowTheIcon)
+{
+    for (const QString& language : languages) {
+        for (const QString& name : captionedNames) {
+            for (const char* density : {"", "@2x", "@3x"}) {
+                const QString path = imagePath(language, name, density);
+                const QImage image(path);
+                // Text that runs into the border is text cut off.
+                const QRect inside = image.rect().adjusted(1, 1, -1, -1);
+                EXPECT_TRUE(inside.contains(inkedArea(image))) << qPrintable(path);
+                const int foot = image.height() * 3 / 5;
+                const QRect caption = inkedArea(image.copy(0, foot, image.width(), image.height() - foot));
+                EXPECT_GT(caption.width(), image.width() / 6) << qPrintable(path);
+                EXPECT_GT(caption.height(), image.height() / 12) << qPrintable(path);
+            }
+        }
+    }
+}
+
+TEST(Images, OneIconServesAllLanguagesAndTheCaptionTellsThemApart)
+{
+    const auto upper = [](const QImage& image) {
+        return image.copy(0, 0, image.width(), image.height() / 2);
+    };
+    for (const QString& name : captionedNames) {
+        const QImage chinese(imagePath(QStringLiteral("zh"), name));
+        for (const QString& language : languages)
+            EXPECT_EQ(upper(QImage(imagePath(language, name))), upper(chinese)) << qPrintable(name);
+    }
+    const QString face = QStringLiteral("FaceVerify");
+    for (const QString& one : languages) {
+        for (const QString& other : languages) {
+            if (one != other) {
+                EXPECT_NE(QImage(imagePath(one, face)), QImage(imagePath(other, face))) << qPrintable(one);
+            }
+        }
+    }
+}
+
+TEST(Images, AreDistinctAmongTheButtonsOfALanguage)
+{
+    QVector<QImage> seen;
+    for (const QString& name : captionedNames) {
+        const QImage whole(imagePath(QStringLiteral("en"), name));
+        const QImage icon = whole.copy(0, 0, whole.width(), whole.height() * 3 / 5);
+        EXPECT_FALSE(seen.contains(icon)) << qPrintable(name);
+        seen.append(icon);
+    }
+}
+
+// A wrong path shows as an empty button, without any message.
+TEST(Images, ExistWhereverTheSourcesNameThem)
+{
+    const QRegularExpression named(QStringLiteral(":/images/(\\w+)/images/(\\w+)/(\\w+)\\.png"));
+    int found = 0;
+    for (const char* folder : {"app", "core", "ui", "view", "outputs", "identity", "printer"}) {
+        QDirIterator files(QStringLiteral(SOURCE_FOLDER "/") + QLatin1String(folder),
+                           {QStringLiteral("*.cpp"), QStringLiteral("*.h"), QStringLiteral("*.ui")},
+                           QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+            auto matches = named.globalMatch(QString::fromUtf8(file.readAll()));
+            while (matches.hasNext()) {
+                const QString path = matches.next().captured();
+                EXPECT_TRUE(QFile::exists(path))
+                    << qPrintable(path + QStringLiteral(" in ") + file.fileName());
+                ++found;
+            }
+        }
+    }
+    EXPECT_GT(found, 0);
+}

@@ -1,0 +1,129 @@
+#include "TempDir.h"
+#include "TsFile.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTranslator>
+
+#include <algorithm>
+
+namespace {
+
+const QStringList names{QStringLiteral("lumroscanner_zh_cn"),
+                        QStringLiteral("lumroscanner_en"),
+                        QStringLiteral("lumroscanner_ru")};
+
+QString sourceFile(const QString& name)
+{
+    return QStringLiteral(SOURCE_FOLDER "/resources/translations/%1.ts").arg(name);
+}
+
+std::string label(const QString& name, const TsMessage& message)
+{
+    return (name + QStringLiteral(", ") + message.context + QStringLiteral(": \"") + message.source +
+            QStringLiteral("\" -> \"") + message.translation + QLatin1Char('"'))
+        .toStdString();
+}
+
+// The "%1", "%2", "%n" of a text, sorted.
+QStringList places(const QString& text)
+{
+    QStringList found;
+    auto matches = QRegularExpression(QStringLiteral("%L?(\\d|n)")).globalMatch(text);
+    while (matches.hasNext())
+        found.append(matches.next().captured());
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+constexpr const char* advice = "run scripts/update-translations.sh and translate what is new";
+
+bool isAscii(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; });
+}
+
+} // namespace
+
+TEST(Translations, AreFinishedAndKeepTheirPlaces)
+{
+    for (const QString& name : names) {
+        const QVector<TsMessage> messages = readTsFile(sourceFile(name));
+        EXPECT_FALSE(messages.isEmpty()) << qPrintable(name);
+        for (const TsMessage& message : messages) {
+            EXPECT_TRUE(message.state.isEmpty()) << label(name, message) << qPrintable(message.state);
+            EXPECT_FALSE(message.translation.trimmed().isEmpty()) << label(name, message);
+            EXPECT_EQ(places(message.source), places(message.translation)) << label(name, message);
+        }
+    }
+}
+
+// A text that stops offering a file type, or an ending, would change what the program does.
+TEST(Translations, KeepFileFiltersAndEndings)
+{
+    const QRegularExpression patterns(QStringLiteral("\\*\\.\\w+"));
+    for (const QString& name : names) {
+        for (const TsMessage& message : readTsFile(sourceFile(name))) {
+            auto wanted = patterns.globalMatch(message.source);
+            while (wanted.hasNext()) {
+                const QString pattern = wanted.next().captured();
+                EXPECT_TRUE(message.translation.contains(pattern)) << label(name, message);
+            }
+            const bool colon = message.source.trimmed().endsWith(QLatin1Char(':'));
+            const QString ending = message.translation.trimmed().right(1);
+            EXPECT_EQ(colon, ending == QLatin1String(":") || ending == QStringLiteral("："))
+                << label(name, message);
+        }
+    }
+}
+
+TEST(Translations, LeaveEnglishTextsAsTheyAreAndTranslateTheOthers)
+{
+    for (const TsMessage& message : readTsFile(sourceFile(names[1]))) {
+        EXPECT_TRUE(isAscii(message.translation)) << label(names[1], message);
+        if (isAscii(message.source)) {
+            EXPECT_EQ(message.translation, message.source) << label(names[1], message);
+        }
+    }
+}
+
+TEST(Translations, CoverEveryTextOfTheSources)
+{
+    const TempDir folder;
+    const QString copies = QString::fromStdString(folder.path());
+    for (const QString& name : names)
+        ASSERT_TRUE(QFile::copy(sourceFile(name), copies + QLatin1Char('/') + name + QStringLiteral(".ts")));
+    QProcess update;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LUPDATE"), QStringLiteral(LUPDATE));
+    update.setProcessEnvironment(environment);
+    update.setProcessChannelMode(QProcess::MergedChannels);
+    update.start(QStringLiteral(SOURCE_FOLDER "/scripts/update-translations.sh"), {copies});
+    ASSERT_TRUE(update.waitForFinished(120000));
+    ASSERT_EQ(update.exitCode(), 0) << update.readAll().toStdString();
+    for (const QString& name : names) {
+        const QVector<TsMessage> messages =
+            readTsFile(copies + QLatin1Char('/') + name + QStringLiteral(".ts"));
+        EXPECT_FALSE(messages.isEmpty());
+        EXPECT_EQ(messages.size(), readTsFile(sourceFile(name)).size()) << "texts came or went: " << advice;
+        for (const TsMessage& message : messages)
+            EXPECT_TRUE(message.state.isEmpty()) << label(name, message) << " is new: " << advice;
+    }
+}
+
+TEST(Translations, AreCompiledForTheProgram)
+{
+    for (const QString& name : names) {
+        QTranslator translator;
+        ASSERT_TRUE(translator.load(name, QStringLiteral(TRANSLATIONS_FOLDER))) << qPrintable(name);
+        for (const TsMessage& message : readTsFile(sourceFile(name))) {
+            EXPECT_EQ(translator.translate(
+                          message.context.toUtf8(), message.source.toUtf8(), message.comment.toUtf8()),
+                      message.translation)
+                << label(name, message);
+        }
+    }
+}
