@@ -60,6 +60,15 @@ int CameraSession::discover()
     return count;
 }
 
+int CameraSession::indexOf(const QString& usbId) const
+{
+    for (int index = 0; index < names_.size(); ++index) {
+        if (QString::fromStdString(camera_.MirvakDevice_GetDevUsbID(index)) == usbId)
+            return index;
+    }
+    return -1;
+}
+
 bool CameraSession::create(int index)
 {
     if (!device_)

@@ -36,6 +36,9 @@ public:
     bool hasSecondCamera() const { return hasSecondCamera_; }
     bool isMainCamera(int index) const { return camera_.MirvakDevice_GetCameraType(index) == 1; }
 
+    /// The device with this USB id, or -1.
+    int indexOf(const QString& usbId) const;
+
     /// Closes the open device and creates this one; the stream does not run yet.
     OpenResult select(int index);
     /// "width*height" of the selected device, in the order of the resolution indices.

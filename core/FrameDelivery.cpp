@@ -36,12 +36,12 @@ void FrameDelivery::rotate(void* image, int& width, int& height) const
 
 QImage FrameDelivery::toPicture(void* image, int width, int height)
 {
-    const PreviewBuffers::Buffer buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
+    std::unique_ptr<PreviewBuffers::Buffer> buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
     FrameHandle outlined = ownImage(camera_, nullptr);
     if (croppingMode_ == cropping::deskew) {
         const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
         outlined = ownImage(camera_, camera_.MirvakImage_DrawLine(image, red, outlineWidth));
     }
-    camera_.MirvakImage_GetImageRGBData(outlined ? outlined.get() : image, buffer->data());
-    return PreviewBuffers::wrap(buffer, width, height);
+    camera_.MirvakImage_GetImageRGBData(outlined ? outlined.get() : image, buffer->pixels.data());
+    return PreviewBuffers::wrap(std::move(buffer), width, height);
 }

@@ -42,6 +42,8 @@ public:
     void setCroppingMode(int mode) { croppingMode_ = mode; }
     int croppingMode() const { return croppingMode_; }
 
+    unsigned frameCount() const { return frameCount_; } ///< delivered since the start
+
     ImageChannel& channel() { return channel_; }
 
 private:
@@ -56,5 +58,5 @@ private:
     PreviewBuffers buffers_;
     std::atomic<int> rotation_{0};
     std::atomic<int> croppingMode_{0};
-    unsigned frameCount_ = 0;
+    std::atomic<unsigned> frameCount_{0};
 };

@@ -30,13 +30,14 @@ FrameHandle ImageChannel::take(std::chrono::milliseconds timeout)
         frames_.clear(); // a frame that answered an older request shows an older page
     requested_ = true;
     ++waiting_;
-    while (frames_.empty() && !closed_) {
+    const unsigned interruptions = interruptions_;
+    while (frames_.empty() && !closed_ && interruptions == interruptions_) {
         if (arrived_.wait_until(lock, deadline) == std::cv_status::timeout && frames_.empty())
             break;
     }
     --waiting_;
     if (frames_.empty()) {
-        if (!closed_)
+        if (!closed_ && interruptions == interruptions_)
             std::fputs("Get image timeout!\n", stderr);
         return ownImage(camera_, nullptr);
     }
@@ -47,6 +48,13 @@ FrameHandle ImageChannel::take(std::chrono::milliseconds timeout)
         frames_.clear();
     }
     return frame;
+}
+
+void ImageChannel::interrupt()
+{
+    const std::lock_guard lock(mutex_);
+    ++interruptions_;
+    arrived_.notify_all();
 }
 
 void ImageChannel::close()

@@ -25,6 +25,9 @@ public:
     /// own.
     FrameHandle take(std::chrono::milliseconds timeout);
 
+    /// Sends those who wait now away without a frame: none will come.
+    void interrupt();
+
     /// Wakes every waiting consumer; from now on take() answers null at once. Final.
     void close();
 
@@ -37,6 +40,7 @@ private:
     std::condition_variable arrived_;
     std::deque<FrameHandle> frames_;
     int waiting_ = 0;
+    unsigned interruptions_ = 0;
     bool requested_ = false;
     bool closed_ = false;
 };

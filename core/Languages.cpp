@@ -34,21 +34,3 @@ QString languages::toolkitTranslationFile(int setting, const QLocale& system)
 {
     return fileOf(toolkitFiles, languageIndex(setting, system));
 }
-
-QString languages::imageFolder(int setting, const QLocale& system)
-{
-    if (setting == 0)
-        return QStringLiteral("zh");
-    if (setting == 1)
-        return QStringLiteral("en");
-    switch (system.language()) {
-    case QLocale::Chinese:
-        return system.country() == QLocale::China ? QStringLiteral("zh") : QStringLiteral("hk");
-    case QLocale::Polish:
-        return QStringLiteral("pl");
-    case QLocale::Japanese:
-        return QStringLiteral("jp");
-    default:
-        return QStringLiteral("en");
-    }
-}

@@ -14,7 +14,4 @@ QString translationFile(int setting, const QLocale& system);
 /// The toolkit's own texts (file and print dialogs) in the same language; empty for English.
 QString toolkitTranslationFile(int setting, const QLocale& system);
 
-/// Folder of the captioned button images: "zh", "hk", "en", "pl" or "jp".
-QString imageFolder(int setting, const QLocale& system);
-
 } // namespace languages

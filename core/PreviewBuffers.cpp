@@ -1,32 +1,42 @@
 #include "PreviewBuffers.h"
 
-#include <algorithm>
-
 namespace {
 
-void dropBuffer(void* owner)
-{
-    delete static_cast<PreviewBuffers::Buffer*>(owner);
-}
+// One that is filled, one that is painted, one that waits to be painted.
+constexpr size_t keptAtMost = 3;
 
 } // namespace
 
-PreviewBuffers::Buffer PreviewBuffers::take(size_t bytes)
+PreviewBuffers::PreviewBuffers() : shelf_(std::make_shared<Shelf>()) {}
+
+std::unique_ptr<PreviewBuffers::Buffer> PreviewBuffers::take(size_t bytes)
 {
-    const auto unused = std::find_if(
-        buffers_.begin(), buffers_.end(), [](const Buffer& buffer) { return buffer.use_count() == 1; });
-    if (unused != buffers_.end()) {
-        (*unused)->resize(bytes);
-        return *unused;
+    std::unique_ptr<Buffer> buffer;
+    {
+        const std::lock_guard lock(shelf_->mutex);
+        if (!shelf_->buffers.empty()) {
+            buffer = std::move(shelf_->buffers.back());
+            shelf_->buffers.pop_back();
+        }
     }
-    Buffer fresh = std::make_shared<std::vector<uchar>>(bytes);
-    if (buffers_.size() < keptAtMost)
-        buffers_.push_back(fresh);
-    return fresh;
+    if (!buffer)
+        buffer = std::make_unique<Buffer>();
+    buffer->pixels.resize(bytes);
+    buffer->home = shelf_;
+    return buffer;
 }
 
-QImage PreviewBuffers::wrap(const Buffer& buffer, int width, int height)
+QImage PreviewBuffers::wrap(std::unique_ptr<Buffer> buffer, int width, int height)
 {
-    const uchar* pixels = buffer->data();
-    return QImage(pixels, width, height, width * 3, QImage::Format_RGB888, dropBuffer, new Buffer(buffer));
+    const uchar* pixels = buffer->pixels.data();
+    return QImage(pixels, width, height, width * 3, QImage::Format_RGB888, giveBack, buffer.release());
+}
+
+void PreviewBuffers::giveBack(void* buffer)
+{
+    std::unique_ptr<Buffer> returned(static_cast<Buffer*>(buffer));
+    const std::shared_ptr<Shelf> shelf = std::move(returned->home);
+    const std::lock_guard lock(shelf->mutex);
+    if (shelf->buffers.size() < keptAtMost)
+        shelf->buffers.push_back(std::move(returned));
 }

@@ -3,24 +3,39 @@
 #include <QImage>
 
 #include <memory>
+#include <mutex>
 #include <vector>
 
 /// RGB pixels for the preview that are used again as soon as nobody shows them. A picture made of a buffer
-/// keeps it alive for as long as any copy of the picture lives, so a slow view never sees it change. Used by
-/// one thread; the pictures may be dropped by any thread.
+/// keeps it for as long as any copy of the picture lives, so a slow view never sees it change, and gives it
+/// back afterwards, also after this object is gone. Thread-safe.
 class PreviewBuffers
 {
+    struct Shelf;
+
 public:
-    using Buffer = std::shared_ptr<std::vector<uchar>>;
+    /// Pixels that nobody else uses.
+    struct Buffer
+    {
+        std::vector<uchar> pixels;
+        std::shared_ptr<Shelf> home; // null while the buffer lies on the shelf
+    };
 
-    /// A buffer of exactly `bytes` bytes that no picture uses, with undefined contents.
-    Buffer take(size_t bytes);
+    PreviewBuffers();
 
-    /// width x height pixels, 24 bits, red green blue, rows without padding; shares the buffer.
-    static QImage wrap(const Buffer& buffer, int width, int height);
+    /// A buffer of `bytes` bytes with undefined contents.
+    std::unique_ptr<Buffer> take(size_t bytes);
+
+    /// width x height pixels, 24 bits, red green blue, rows without padding, in the buffer.
+    static QImage wrap(std::unique_ptr<Buffer> buffer, int width, int height);
 
 private:
-    // One that is filled, one that is painted, one that waits to be painted.
-    static constexpr size_t keptAtMost = 4;
-    std::vector<Buffer> buffers_;
+    struct Shelf
+    {
+        std::mutex mutex;
+        std::vector<std::unique_ptr<Buffer>> buffers;
+    };
+    static void giveBack(void* buffer);
+
+    std::shared_ptr<Shelf> shelf_;
 };

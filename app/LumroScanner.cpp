@@ -1,0 +1,408 @@
+#include "LumroScanner.h"
+
+#include "BtnControl.h"
+#include "DeviceControl.h"
+#include "Dialogs.h"
+#include "LanguageFolder.h"
+#include "More.h"
+#include "Settings.h"
+#include "Thumbnail.h"
+#include "TitleBar.h"
+#include "VideoView.h"
+#include "ui_LumroScanner.h"
+
+#include <QCloseEvent>
+#include <QStyleOption>
+#include <QTimer>
+
+namespace {
+
+const QString settingsButtonStyle = QStringLiteral(
+    "QPushButton{border-image:url(:/images/%1/images/%2/%3.png);background-color:rgba(0,0,0,0);}"
+    "QPushButton:hover{image: url(:/images/%1/images/%2/%3.png);"
+    "border-image: url(:/images/common/images/common/hover.png);}"
+    "QPushButton:pressed{image: url(:/images/%1/images/%2/%3.png);"
+    "border-image: url(:/images/common/images/common/pressed.png);}");
+
+constexpr int keyZoomIn = 8;
+constexpr int keyZoomOut = 9;
+
+void fill(QWidget* container, QWidget* content)
+{
+    auto* layout = new QVBoxLayout(container);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(content);
+}
+
+} // namespace
+
+LumroScanner::LumroScanner(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui_LumroScanner>()),
+      delivery_(camera_, [this](const QImage& frame) { ui_->videoView->SetImageData(frame); })
+{
+    ui_->setupUi(this);
+    setWindowFlags(Qt::FramelessWindowHint | Qt::Window);
+    setWindowTitle(tr("Lumro TRVS"));
+    makeParts();
+    connectTools();
+    connectButtons();
+    delivery_.onSecondFrame(
+        [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
+    delivery_.setPaperSizeCheck([this](void* image) { session_.checkPaperSize(image); });
+    devices_ = new DeviceControl(
+        session_,
+        delivery_,
+        *ui_->videoView,
+        [this](const QString& title, const QString& text) { tell(title, text); },
+        this);
+    devices_->discover();
+    changelanguage(settings::appLanguage.read(settings_));
+    startKeys();
+}
+
+LumroScanner::~LumroScanner()
+{
+    if (keysListening_)
+        camera_.MirvakHid_Deinit();
+    delivery_.channel().close();
+    session_.shutDown();
+}
+
+void LumroScanner::makeParts()
+{
+    more_ = new More(this);
+    buttons_ = new BtnControl(ui_->buttonContainer);
+    fill(ui_->buttonContainer, buttons_);
+    thumbnail_ = new Thumbnail(ui_->thumbnailContainer);
+    fill(ui_->thumbnailContainer, thumbnail_);
+    titleBar_ = new TitleBar(ui_->titleContainer);
+    fill(ui_->titleContainer, titleBar_);
+    titleBar_->SetTitle(tr("Lumro TRVS 2.1"));
+    titleBar_->ShowSkinButton(false);
+    titleBar_->EnableWindowMove(true);
+    ui_->setting->setToolTip(tr("Settings"));
+    ui_->setting->setAccessibleName(tr("Settings"));
+}
+
+void LumroScanner::connectTools()
+{
+    VideoView* view = ui_->videoView;
+    connect(titleBar_, &TitleBar::clickedclosesign, this, &LumroScanner::onCloseApp);
+    connect(view, &VideoView::checkDeviceSign, this, &LumroScanner::onDeviceChanged);
+    connect(view, &VideoView::checkModelSign, this, &LumroScanner::onModelChanged);
+    connect(view, &VideoView::checkResolutionSign, this, &LumroScanner::onResolutionChanged);
+    connect(view, &VideoView::checkAssistSign, this, &LumroScanner::onAssistCheacked);
+    connect(view, &VideoView::clickRotateSign, this, &LumroScanner::onRotateChanged);
+    connect(view, &VideoView::clickDeskewSign, this, &LumroScanner::onDeskewChanged);
+    connect(view, &VideoView::doubClickSign, view, &VideoView::toggleFullscreen);
+    connect(this, &LumroScanner::setenabletoolssign, view, &VideoView::onGetEnableTools);
+    connect(this, &LumroScanner::hidclickedsignel, this, &LumroScanner::onGetHidSignal, Qt::QueuedConnection);
+    // Automatic, so that a capture on another thread reaches the strip through the event loop.
+    connect(this, &LumroScanner::setthumdnailpath, thumbnail_, [this](const QString& path) {
+        thumbnail_->AddImage(path, -1);
+    });
+}
+
+void LumroScanner::connectButtons()
+{
+    using Signal = void (BtnControl::*)();
+    using Slot = void (LumroScanner::*)();
+    const std::pair<Signal, Slot> table[] = {
+        {&BtnControl::btnMoreClicked, &LumroScanner::onMore},
+        {&BtnControl::btnScannerClicked, &LumroScanner::onScanner},
+        {&BtnControl::btnDocumentClicked, &LumroScanner::onDocument},
+        {&BtnControl::btnAutoScannerClicked, &LumroScanner::onAutoScanner},
+        {&BtnControl::btnBarcodeClicked, &LumroScanner::onBarcode},
+        {&BtnControl::btnOcrClicked, &LumroScanner::onOcr},
+        {&BtnControl::btnPicComposeClicked, &LumroScanner::onPicCompose},
+        {&BtnControl::btnCardComposeClicked, &LumroScanner::onCardCompose},
+        {&BtnControl::btnRecordClicked, &LumroScanner::onRecord},
+        {&BtnControl::btnPdfClicked, &LumroScanner::onPdf},
+        {&BtnControl::btnPdfExClicked, &LumroScanner::onPdfEx},
+        {&BtnControl::btnBookscanClicked, &LumroScanner::onBookFlat},
+        {&BtnControl::btnLaohuaClicked, &LumroScanner::onFactoryTesting},
+        {&BtnControl::btnPrintClicked, &LumroScanner::onPrint},
+        {&BtnControl::btnReadIdCardClicked, &LumroScanner::onReadIdCard},
+        {&BtnControl::btnFaceClicked, &LumroScanner::onFaceVerify},
+        {&BtnControl::btnFingerPrintClicked, &LumroScanner::onFingerPrint},
+        {&BtnControl::btnSignClicked, &LumroScanner::onSign},
+    };
+    for (const auto& [signal, slot] : table)
+        connect(buttons_, signal, this, slot);
+    connect(ui_->setting, &QPushButton::clicked, this, &LumroScanner::featureMissing);
+    connect(more_, qOverload<int, bool>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayCheckBox);
+    connect(more_, qOverload<int, int>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayMoreCheck);
+}
+
+void LumroScanner::startKeys()
+{
+    keysListening_ = camera_.MirvakHid_Init(hidkeydevcallback, this, usbhidkeydevcallback, this) == MIRVAK_OK;
+    if (!keysListening_)
+        camera_.MirvakHid_Deinit();
+}
+
+// --- threads of the camera library
+// ---------------------------------------------------------------------------
+
+void LumroScanner::GetCameraData(void* image, void*, int, int width, int height, void* context)
+{
+    auto* self = static_cast<LumroScanner*>(context);
+    if (image) {
+        self->delivery_.onFrame(image, width, height);
+        return;
+    }
+    self->delivery_.channel().interrupt(); // a capture that waits would only time out
+    self->session_.noteStreamEnded();
+}
+
+void LumroScanner::hidkeydevcallback(int key, void* self)
+{
+    if (key >= 1)
+        Q_EMIT static_cast<LumroScanner*>(self)->hidclickedsignel(key);
+}
+
+void LumroScanner::usbhidkeydevcallback(int key, void* self)
+{
+    hidkeydevcallback(key, self);
+}
+
+// --- captures
+// ------------------------------------------------------------------------------------------------
+
+FrameHandle LumroScanner::GetImageSync(std::chrono::seconds timeout)
+{
+    return delivery_.channel().take(timeout);
+}
+
+QString LumroScanner::imageSave(void* const& image, int cropMode, int colourMode)
+{
+    return processor_.imageSave(image, cropMode, colourMode, ui_->videoView->getSelectedRect());
+}
+
+QString LumroScanner::imageSave(const QImage& image, int mode)
+{
+    return processor_.imageSave(image, mode);
+}
+
+QString LumroScanner::getImagePath() const
+{
+    return processor_.getImagePath();
+}
+
+bool LumroScanner::isDialogOpen() const
+{
+    return more_->isVisible();
+}
+
+bool LumroScanner::mayCapture()
+{
+    if (isDialogOpen() || session_.state() == CameraSession::Lost || !session_.isOpen())
+        return false;
+    if (mergePending_)
+        Dialogs::warn(this, tr("Please complete the image merge first!"));
+    return !mergePending_;
+}
+
+FrameHandle LumroScanner::takeFrame(std::chrono::seconds timeout)
+{
+    return GetImageSync(timeout);
+}
+
+QString LumroScanner::saveFrame(void* image, int colourMode)
+{
+    const QString path = imageSave(image, delivery_.croppingMode(), colourMode);
+    if (path.isEmpty())
+        showNotice(tr("The picture could not be saved. Please check the folder %1.")
+                       .arg(settings::savePath(settings_)));
+    return path;
+}
+
+void LumroScanner::addThumbnail(const QString& path)
+{
+    if (!path.isEmpty())
+        Q_EMIT setthumdnailpath(path);
+}
+
+void LumroScanner::showNotice(const QString& text)
+{
+    ui_->videoView->ShowNotice(text);
+}
+
+void LumroScanner::onScanner()
+{
+    scanModes_.scan();
+}
+
+void LumroScanner::onDocument()
+{
+    scanModes_.scanDocument();
+}
+
+// --- functions of further windows
+// ----------------------------------------------------------------------------
+
+void LumroScanner::featureMissing()
+{
+    if (mayCapture())
+        showNotice(tr("This function is not part of this version."));
+}
+
+void LumroScanner::onAutoScanner()
+{
+    featureMissing();
+}
+void LumroScanner::onBarcode()
+{
+    featureMissing();
+}
+void LumroScanner::onOcr()
+{
+    featureMissing();
+}
+void LumroScanner::onPicCompose()
+{
+    featureMissing();
+}
+void LumroScanner::onCardCompose()
+{
+    featureMissing();
+}
+void LumroScanner::onRecord()
+{
+    featureMissing();
+}
+void LumroScanner::onPdf()
+{
+    featureMissing();
+}
+void LumroScanner::onPdfEx()
+{
+    featureMissing();
+}
+void LumroScanner::onBookFlat()
+{
+    featureMissing();
+}
+void LumroScanner::onFactoryTesting()
+{
+    featureMissing();
+}
+void LumroScanner::onPrint()
+{
+    featureMissing();
+}
+void LumroScanner::onReadIdCard()
+{
+    featureMissing();
+}
+void LumroScanner::onFaceVerify()
+{
+    featureMissing();
+}
+void LumroScanner::onFingerPrint()
+{
+    featureMissing();
+}
+
+void LumroScanner::onSign()
+{
+    mayCapture(); // the signature is taken by another program; only the guard speaks here
+}
+
+// --- window and tools
+// ----------------------------------------------------------------------------------------
+
+void LumroScanner::onMore()
+{
+    more_->move(frameGeometry().center() - more_->rect().center());
+    more_->show();
+}
+
+void LumroScanner::onDeviceChanged(int index)
+{
+    if (!isDialogOpen())
+        devices_->changeDevice(index);
+}
+
+void LumroScanner::onModelChanged(int) {}
+
+void LumroScanner::onResolutionChanged(int index)
+{
+    if (!isDialogOpen())
+        devices_->changeResolution(index);
+}
+
+void LumroScanner::onAssistCheacked(bool checked)
+{
+    if (!checked)
+        return;
+    ui_->videoView->SetAssistChecked(false);
+    featureMissing();
+}
+
+void LumroScanner::onDeskewChanged(int option, bool checked)
+{
+    const bool needsDevice = option == 0;
+    if (isDialogOpen() || option < 0 || option > 2 || (needsDevice && !session_.isOpen()))
+        return;
+    const int mode = checked ? option + 1 : cropping::none;
+    delivery_.setCroppingMode(mode);
+    if (option != 2)
+        settings::deskew.write(settings_, mode);
+}
+
+void LumroScanner::onRotateChanged(int quarterTurns)
+{
+    delivery_.setRotation(quarterTurns);
+}
+
+void LumroScanner::onGetHidSignal(int key)
+{
+    if (key <= 1)
+        return;
+    if (key == keyZoomIn || key == keyZoomOut)
+        ui_->videoView->SetHotKeyZoom(key == keyZoomIn ? 1 : 2);
+    else
+        onScanner();
+}
+
+void LumroScanner::readBookLine()
+{
+    ui_->videoView->SetBooklineEnable(settings::bookLine.read(settings_));
+}
+
+void LumroScanner::changelanguage(int)
+{
+    const QString folder = languageFolder(settings::appLanguage.read(settings_));
+    ui_->setting->setStyleSheet(settingsButtonStyle.arg(folder, folder, QStringLiteral("setting")));
+}
+
+void LumroScanner::tell(const QString& title, const QString& text)
+{
+    if (isVisible()) {
+        Dialogs::inform(this, title, text);
+        return;
+    }
+    // Before the window is there a message would stand alone on an empty screen.
+    QTimer::singleShot(0, this, [this, title, text] { Dialogs::inform(this, title, text); });
+}
+
+void LumroScanner::onCloseApp()
+{
+    session_.shutDown();
+    close();
+}
+
+void LumroScanner::closeEvent(QCloseEvent* event)
+{
+    session_.closeCamera();
+    event->accept();
+}
+
+void LumroScanner::paintEvent(QPaintEvent*)
+{
+    QStyleOption option;
+    option.initFrom(this);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+}

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "CameraSession.h"
+#include "CaptureDesk.h"
+#include "CaptureProcessor.h"
+#include "ConfigSettings.h"
+#include "FrameDelivery.h"
+#include "ScanModes.h"
+#include "mirvakcamera.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class BtnControl;
+class DeviceControl;
+class More;
+class Thumbnail;
+class TitleBar;
+class Ui_LumroScanner;
+
+/// The main window. It builds the parts, connects them and forwards; the work is done in a class per feature.
+/// GUI thread only, except GetCameraData() and the key callbacks.
+class LumroScanner : public QWidget, private CaptureDesk
+{
+    Q_OBJECT
+
+public:
+    explicit LumroScanner(QWidget* parent = nullptr);
+    ~LumroScanner() override;
+
+    /// Frame callback of the main camera, on its capture thread; `context` is the window.
+    static void
+    GetCameraData(void* image, void* userData, int byteSize, int width, int height, void* context);
+    /// Key callbacks, on the key listener's thread; `self` is the window.
+    static void hidkeydevcallback(int key, void* self);
+    static void usbhidkeydevcallback(int key, void* self);
+
+    /// The next frame of the main camera, or null after `timeout`.
+    FrameHandle GetImageSync(std::chrono::seconds timeout);
+    QString imageSave(void* const& image, int cropMode, int colourMode);
+    QString imageSave(const QImage& image, int mode);
+    QString getImagePath() const;
+
+    /// While a card composition waits for its second shot, other captures are refused.
+    void setMergePending(bool pending) { mergePending_ = pending; }
+
+Q_SIGNALS:
+    void autopageScanSign();
+    void setenabletoolssign(bool enable);
+    void setthumdnailpath(const QString& path);
+    void setpdfexframedata(const QImage& frame);
+    void hidclickedsignel(int key);
+    void collectresult(void* result);
+    void languageitemchanged(int row);
+
+public Q_SLOTS:
+    void onScanner();
+    void onDocument();
+    void onAutoScanner();
+    void onBarcode();
+    void onOcr();
+    void onPicCompose();
+    void onCardCompose();
+    void onRecord();
+    void onPdf();
+    void onPdfEx();
+    void onBookFlat();
+    void onFactoryTesting();
+    void onPrint();
+    void onReadIdCard();
+    void onFaceVerify();
+    void onFingerPrint();
+    void onSign();
+
+    void onMore();
+    void onCloseApp();
+    void onDeviceChanged(int index);
+    void onModelChanged(int index);
+    void onResolutionChanged(int index);
+    void onAssistCheacked(bool checked);
+    void onDeskewChanged(int option, bool checked);
+    void onRotateChanged(int quarterTurns);
+    void onGetHidSignal(int key);
+    void changelanguage(int row);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool mayCapture() override;
+    FrameHandle takeFrame(std::chrono::seconds timeout) override;
+    QString saveFrame(void* image, int colourMode) override;
+    void addThumbnail(const QString& path) override;
+    void showNotice(const QString& text) override;
+
+    void makeParts();
+    void connectTools();
+    void connectButtons();
+    void startKeys();
+    void readBookLine();
+    bool isDialogOpen() const;
+    void featureMissing();
+    void tell(const QString& title, const QString& text);
+
+    std::unique_ptr<Ui_LumroScanner> ui_;
+    ConfigSettings settings_;
+    BtnControl* buttons_ = nullptr;
+    Thumbnail* thumbnail_ = nullptr;
+    TitleBar* titleBar_ = nullptr;
+    More* more_ = nullptr;
+
+    // The session is declared after everything that its callback touches: it stops first.
+    MirvakCamera camera_;
+    CaptureProcessor processor_{camera_};
+    FrameDelivery delivery_;
+    ScanModes scanModes_{*this};
+    CameraSession session_{camera_, GetCameraData, this};
+    DeviceControl* devices_ = nullptr;
+    bool mergePending_ = false;
+    bool keysListening_ = false;
+};

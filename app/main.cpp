@@ -1,0 +1,51 @@
+#include "Languages.h"
+#include "Look.h"
+#include "LumroScanner.h"
+#include "Settings.h"
+#include "SingleInstance.h"
+#include "StartReport.h"
+#include "VideoView.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QTranslator>
+
+#include <memory>
+
+namespace {
+
+void install(QTranslator& translator, const QString& file)
+{
+    if (file.isEmpty())
+        return;
+    const QString path = QStringLiteral("%1/lib/%2").arg(QCoreApplication::applicationDirPath(), file);
+    if (translator.load(path))
+        QCoreApplication::installTranslator(&translator);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication app(argc, argv);
+    Q_INIT_RESOURCE(images);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/common/images/common/lumro.png")));
+
+    SingleInstance instance(QCoreApplication::applicationName());
+    if (!instance.acquire())
+        return 0;
+
+    const int language = settings::appLanguage.read();
+    QTranslator toolkitTexts;
+    install(toolkitTexts, languages::toolkitTranslationFile(language, QLocale::system()));
+    QTranslator ownTexts;
+    install(ownTexts, languages::translationFile(language, QLocale::system()));
+    Look::install(app);
+
+    LumroScanner window;
+    const StartReport report(*window.findChild<VideoView*>());
+    window.showMaximized();
+    return QApplication::exec();
+}

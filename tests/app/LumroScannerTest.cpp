@@ -1,0 +1,240 @@
+#include "LumroScanner.h"
+
+#include "BtnControl.h"
+#include "DeskFixture.h"
+#include "Dialogs.h"
+#include "More.h"
+#include "Settings.h"
+#include "Thumbnail.h"
+#include "VideoView.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+class LumroScannerTest : public DeskTest
+{
+protected:
+    LumroScannerTest()
+    {
+        Q_INIT_RESOURCE(images);
+        store_.GetSettings()->clear();
+        settings::cameraResolution.write(store_, 0);
+        settings::setSavePath(store_, pictures());
+        Dialogs::instance().runMessage = [this](MsgBox& box) {
+            for (const QLabel* label : reinterpret_cast<QWidget&>(box).findChildren<QLabel*>())
+                messages_ << label->text();
+            return 1;
+        };
+    }
+    ~LumroScannerTest() override
+    {
+        Dialogs::instance() = Dialogs::real();
+        store_.GetSettings()->clear();
+    }
+
+    void show()
+    {
+        window_ = std::make_unique<LumroScanner>();
+        window_->resize(1000, 700);
+        window_->show();
+    }
+    bool hasPicture() { return !view().GetImageCurrentSize().isEmpty(); }
+    bool waitForPicture()
+    {
+        return QTest::qWaitFor([this] { return hasPicture(); }, 10000);
+    }
+    VideoView& view() const { return *window_->findChild<VideoView*>(); }
+    Thumbnail& strip() const { return *window_->findChild<Thumbnail*>(); }
+    void click(const char* name) const
+    {
+        QTest::mouseClick(window_->findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+    }
+    QString pictures() const { return QString::fromStdString(folder().file("out")); }
+    QStringList files() const { return QDir(pictures()).entryList(QDir::Files, QDir::Name); }
+
+    ConfigSettings store_;
+    QStringList messages_;
+    std::unique_ptr<LumroScanner> window_;
+};
+
+TEST_F(LumroScannerTest, ClicksBecomeFilesAndThumbnails)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("capture");
+    click("document");
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("IMAGE_000.jpg"), QStringLiteral("IMAGE_001.jpg")}));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 2; }));
+    EXPECT_EQ(strip().GetFilePaths().first(), pictures() + QStringLiteral("/IMAGE_000.jpg"));
+    EXPECT_EQ(QImage(strip().GetFilePaths().first()).size(), QSize(640, 480));
+}
+
+TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    Q_EMIT view().clickRotateSign(1);
+    ASSERT_TRUE(QTest::qWaitFor([this] {
+        const QSize shown = view().GetImageCurrentSize();
+        return shown.height() > shown.width();
+    }));
+    view().onDeskewChanged(2, true);
+    Q_EMIT view().clickDeskewSign(2, true);
+    const QPoint topLeft = view().GetImageCurrentPoint();
+    const QSize shown = view().GetImageCurrentSize();
+    const QPoint middle = topLeft + QPoint(shown.width() / 2, shown.height() / 2);
+    QTest::mousePress(&view(), Qt::LeftButton, Qt::NoModifier, topLeft);
+    QTest::mouseRelease(&view(), Qt::LeftButton, Qt::NoModifier, middle);
+    window_->onScanner();
+    const QImage saved(pictures() + QStringLiteral("/IMAGE_000.jpg"));
+    EXPECT_NEAR(saved.width(), 240, 4); // half of 480 x 640, one view pixel is less than two of the picture
+    EXPECT_NEAR(saved.height(), 320, 4);
+    EXPECT_EQ(settings::deskew.read(store_), 0); // the drawn rectangle is not remembered
+}
+
+TEST_F(LumroScannerTest, CroppingOptionsAreRemembered)
+{
+    useDesk(camera());
+    show();
+    window_->onDeskewChanged(0, true);
+    EXPECT_EQ(settings::deskew.read(store_), 1);
+    window_->onDeskewChanged(0, false);
+    window_->onDeskewChanged(1, true);
+    EXPECT_EQ(settings::deskew.read(store_), 2);
+    window_->onDeskewChanged(7, true);
+    EXPECT_EQ(settings::deskew.read(store_), 2);
+    window_->onDeskewChanged(1, false);
+    EXPECT_EQ(settings::deskew.read(store_), 0);
+}
+
+TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    window_->onMore();
+    window_->onScanner();
+    window_->onDeskewChanged(1, true);
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_EQ(settings::deskew.read(store_), 0);
+    window_->findChild<More*>()->close();
+
+    window_->setMergePending(true);
+    window_->onDocument();
+    window_->onSign();
+    EXPECT_EQ(messages_.count(QStringLiteral("Please complete the image merge first!")), 2);
+    EXPECT_TRUE(files().isEmpty());
+    window_->setMergePending(false);
+    window_->onScanner();
+    EXPECT_EQ(files().size(), 1);
+}
+
+TEST_F(LumroScannerTest, WithoutADeviceTheWindowSaysSoAndCapturesNothing)
+{
+    useDesk("");
+    show();
+    EXPECT_FALSE(hasPicture());
+    window_->onScanner();
+    window_->onDeskewChanged(0, true); // needs a device
+    EXPECT_EQ(settings::deskew.read(store_), 0);
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_TRUE(messages_.isEmpty());
+
+    useDesk(camera()); // plugged in while the program runs
+    EXPECT_TRUE(waitForPicture());
+}
+
+TEST_F(LumroScannerTest, ADeviceThatCannotBeOpenedIsNamed)
+{
+    useDesk(camera("fail_create = true;") + ", " + camera("fail_start = true;") + ", " + camera());
+    show();
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return messages_.contains(QStringLiteral("Device create failed!")); }));
+    EXPECT_TRUE(messages_.contains(QStringLiteral("Waring")));
+    window_->onDeviceChanged(1);
+    EXPECT_TRUE(messages_.contains(QStringLiteral("video create failed!")));
+    EXPECT_TRUE(messages_.contains(QStringLiteral("Error")));
+    window_->onDeviceChanged(2);
+    EXPECT_TRUE(waitForPicture());
+}
+
+TEST_F(LumroScannerTest, ADeviceThatVanishesDuringACaptureDoesNotHoldTheWindowUp)
+{
+    useDesk(camera("stall_after = 0.1; unplug_after = 0.5;"));
+    show();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return hasPicture(); }, 10000));
+    QElapsedTimer clock;
+    clock.start();
+    while (window_->findChild<VideoView*>() && hasPicture() && clock.elapsed() < 20000)
+        window_->onScanner(); // until the picture has gone
+    EXPECT_FALSE(hasPicture());
+    EXPECT_EQ(strip().Count(), files().size());
+}
+
+TEST_F(LumroScannerTest, TheResolutionIsChangedAndStored)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 0);
+    window_->onResolutionChanged(1);
+    EXPECT_EQ(settings::cameraResolution.read(store_), 1);
+    window_->onScanner();
+    EXPECT_EQ(QImage(pictures() + QStringLiteral("/IMAGE_000.jpg")).size(), QSize(320, 240));
+
+    settings::cameraResolution.write(store_, 99); // a list entry that this device does not have
+    window_->onDeviceChanged(0);
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 0);
+}
+
+TEST_F(LumroScannerTest, HardwareKeysZoomOrCapture)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    LumroScanner::hidkeydevcallback(0, window_.get());
+    LumroScanner::usbhidkeydevcallback(8, window_.get());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view().zoom() > 1.05; }));
+    LumroScanner::hidkeydevcallback(9, window_.get());
+    LumroScanner::hidkeydevcallback(1, window_.get());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view().zoom() < 1.05; }));
+    EXPECT_TRUE(files().isEmpty());
+    LumroScanner::usbhidkeydevcallback(5, window_.get());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return files().size() == 1; }, 10000));
+}
+
+TEST_F(LumroScannerTest, AFolderThatCannotBeMadeIsReportedInTheView)
+{
+    useDesk(camera());
+    settings::setSavePath(store_, QString::fromStdString(folder().file("no/such/parent")));
+    show();
+    ASSERT_TRUE(waitForPicture());
+    const QImage before = view().grab().toImage();
+    window_->onScanner();
+    EXPECT_EQ(strip().Count(), 0);
+    EXPECT_NE(view().grab().toImage(), before); // the notice lies over the picture
+}
+
+TEST_F(LumroScannerTest, ClosingWhileFramesArriveEndsCleanly)
+{
+    useDesk(camera());
+    for (int i = 0; i < 5; ++i) {
+        show();
+        ASSERT_TRUE(waitForPicture());
+        if (i % 2)
+            window_->onCloseApp();
+        else
+            window_->close();
+        window_.reset();
+    }
+}
+
+} // namespace

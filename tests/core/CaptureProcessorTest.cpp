@@ -1,0 +1,129 @@
+#include "CaptureProcessor.h"
+
+#include "FrameHandle.h"
+#include "Settings.h"
+#include "TempDir.h"
+#include "TestImage.h"
+#include "mirvakcamera.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <set>
+#include <vector>
+
+namespace {
+
+class CaptureProcessorTest : public ::testing::Test
+{
+protected:
+    CaptureProcessorTest() { settings::setSavePath(store_, QString::fromStdString(folder_.path())); }
+    ~CaptureProcessorTest() override { store_.GetSettings()->clear(); }
+
+    FrameHandle frame(int width = 320, int height = 240)
+    {
+        return ownImage(camera_, makeImageHandle(width, height, {250, 250, 250}));
+    }
+    QStringList files() const { return QDir(QString::fromStdString(folder_.path())).entryList(QDir::Files); }
+
+    TempDir folder_;
+    ConfigSettings store_;
+    MirvakCamera camera_;
+    CaptureProcessor processor_{camera_};
+};
+
+TEST_F(CaptureProcessorTest, EveryFormatIsReadableAndCarriesTheCamerasResolution)
+{
+    for (int format = 0; format < 3; ++format) {
+        settings::imageFormat.write(store_, format);
+        const QString path = processor_.imageSave(frame().get(), cropping::none, 0);
+        const QImage saved(path);
+        EXPECT_EQ(saved.size(), QSize(320, 240)) << path.toStdString();
+        EXPECT_NEAR(saved.dotsPerMeterX(), 8464, 20) << path.toStdString(); // JPEG stores whole dots per inch
+    }
+}
+
+TEST_F(CaptureProcessorTest, TheSelectionIsCutOutAndTheFrameStaysWhole)
+{
+    const FrameHandle image = frame();
+    const QString path = processor_.imageSave(image.get(), cropping::selection, 0, QRect(10, 20, 100, 50));
+    EXPECT_EQ(QImage(path).size(), QSize(100, 50));
+    EXPECT_EQ(camera_.MirvakImage_GetWidth(image.get()), 320);
+    EXPECT_EQ(QImage(processor_.imageSave(image.get(), cropping::selection, 0)).size(), QSize(320, 240));
+}
+
+TEST_F(CaptureProcessorTest, TheWatermarkStandsInItsCorner)
+{
+    settings::watermarkText.write(store_, QStringLiteral("AB"));
+    const QSize size(640, 480);
+    const auto redCentre = [&](int position) {
+        settings::watermarkPos.write(store_, position);
+        const QImage saved(processor_.imageSave(frame(size.width(), size.height()).get(), cropping::none, 0));
+        QPoint sum;
+        int count = 0;
+        for (int y = 0; y < saved.height(); ++y) {
+            for (int x = 0; x < saved.width(); ++x) {
+                if (saved.pixelColor(x, y).green() < 150) {
+                    sum += QPoint(x, y);
+                    ++count;
+                }
+            }
+        }
+        return count ? QPoint(sum / count) : QPoint(-1, -1);
+    };
+    EXPECT_EQ(redCentre(0), QPoint(-1, -1));
+    EXPECT_EQ(redCentre(5), QPoint(-1, -1));
+    // The text's upper left corner: 100 px from the left, or 120 px and 20 a character from the right.
+    const std::vector<QPoint> anchors = {{100, 100}, {100, 360}, {480, 100}, {480, 360}};
+    for (int position = 1; position <= 4; ++position) {
+        const QPoint offset = redCentre(position) - anchors[static_cast<size_t>(position - 1)];
+        EXPECT_GT(offset.x(), 0) << position;
+        EXPECT_LT(offset.x(), 40) << position;
+        EXPECT_GT(offset.y(), 0) << position;
+        EXPECT_LT(offset.y(), 30) << position;
+    }
+}
+
+TEST_F(CaptureProcessorTest, FailuresGiveAnEmptyPathAndLeaveNothing)
+{
+    EXPECT_EQ(processor_.imageSave(nullptr, 0, 0), QString());
+    settings::setSavePath(store_, QString::fromStdString(folder_.file("a/b")));
+    EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
+    settings::setSavePath(store_, QString::fromStdString(folder_.write("file", "no folder")));
+    EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
+    EXPECT_EQ(files(), QStringList(QStringLiteral("file")));
+}
+
+TEST_F(CaptureProcessorTest, SimultaneousCapturesNeverShareAName)
+{
+    std::vector<std::future<QString>> results;
+    for (int i = 0; i < 8; ++i) {
+        results.push_back(std::async(std::launch::async,
+                                     [&] { return processor_.imageSave(frame().get(), cropping::none, 0); }));
+    }
+    std::set<QString> paths;
+    for (auto& result : results)
+        paths.insert(result.get());
+    EXPECT_EQ(paths.size(), 8U);
+    EXPECT_EQ(files().size(), 8);
+}
+
+TEST_F(CaptureProcessorTest, PicturesAreTrimmedAndOnlySavedInTheirModes)
+{
+    QImage picture(200, 100, QImage::Format_RGB888);
+    picture.fill(Qt::blue);
+    EXPECT_EQ(processor_.imageSave(picture, 2), QString());
+    EXPECT_EQ(processor_.imageSave(QImage(), 0), QString());
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_EQ(QImage(processor_.imageSave(picture, 0)).size(), QSize(200, 100));
+    settings::deskew.write(store_, 1);
+    const QImage trimmed(processor_.imageSave(picture, 3));
+    EXPECT_EQ(trimmed.size(), QSize(184, 84));
+    EXPECT_NEAR(trimmed.dotsPerMeterY(), 8464, 20);
+}
+
+} // namespace

@@ -1,0 +1,111 @@
+#include "ImageChannel.h"
+#include "TestImage.h"
+#include "mirvakcamera.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <thread>
+#include <vector>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class ImageChannelTest : public ::testing::Test
+{
+protected:
+    /// A frame whose width tells one from another.
+    FrameHandle frame(int width) { return ownImage(camera_, makeImageHandle(width, 8)); }
+    int widthOf(const FrameHandle& image) { return camera_.MirvakImage_GetWidth(image.get()); }
+    void waitForRequest() const
+    {
+        while (!channel_.isRequested())
+            std::this_thread::yield();
+    }
+
+    MirvakCamera camera_;
+    ImageChannel channel_{camera_};
+};
+
+TEST_F(ImageChannelTest, WithoutARequestFramesPassBy)
+{
+    channel_.offer(frame(10).get());
+    EXPECT_EQ(channel_.take(20ms), nullptr);
+}
+
+TEST_F(ImageChannelTest, TheFirstFrameAfterTheRequestIsHandedOver)
+{
+    auto taken = std::async(std::launch::async, [&] { return channel_.take(20s); });
+    waitForRequest();
+    for (const int width : {11, 12, 13})
+        channel_.offer(frame(width).get());
+    EXPECT_EQ(widthOf(taken.get()), 11);
+    EXPECT_FALSE(channel_.isRequested());
+}
+
+TEST_F(ImageChannelTest, ATimeOutKeepsOneFrameAtMostAndNeverAnswersTheNextRequest)
+{
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(channel_.take(1ms), nullptr);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Get image timeout!\n");
+    EXPECT_TRUE(channel_.isRequested());
+    for (int width = 1; width < 50; ++width)
+        channel_.offer(frame(width).get()); // an old page: nobody must get it later
+    auto taken = std::async(std::launch::async, [&] { return channel_.take(20s); });
+    std::atomic<bool> done{false};
+    std::thread source([&] {
+        while (!done)
+            channel_.offer(frame(100).get());
+    });
+    const FrameHandle image = taken.get();
+    done = true;
+    source.join();
+    EXPECT_EQ(widthOf(image), 100);
+}
+
+TEST_F(ImageChannelTest, EveryOneOfManyConsumersGetsAFrameOfItsOwn)
+{
+    std::atomic<bool> done{false};
+    std::thread source([&] {
+        for (int width = 1; !done; width = width % 60 + 1)
+            channel_.offer(frame(width).get());
+    });
+    std::vector<std::future<int>> results;
+    for (int i = 0; i < 6; ++i) {
+        results.push_back(std::async(std::launch::async, [&] {
+            int received = 0;
+            for (int n = 0; n < 40; ++n)
+                received += channel_.take(20s) ? 1 : 0;
+            return received;
+        }));
+    }
+    for (auto& result : results)
+        EXPECT_EQ(result.get(), 40);
+    done = true;
+    source.join();
+}
+
+TEST_F(ImageChannelTest, AnInterruptionSendsTheWaitingAwayAndNobodyElse)
+{
+    auto taken = std::async(std::launch::async, [&] { return channel_.take(60s); });
+    waitForRequest();
+    channel_.interrupt();
+    EXPECT_EQ(taken.get(), nullptr);
+    auto next = std::async(std::launch::async, [&] { return channel_.take(60s); });
+    while (next.wait_for(1ms) != std::future_status::ready)
+        channel_.offer(frame(7).get());
+    EXPECT_EQ(widthOf(next.get()), 7);
+}
+
+TEST_F(ImageChannelTest, ClosingWakesTheWaiting)
+{
+    auto taken = std::async(std::launch::async, [&] { return channel_.take(60s); });
+    waitForRequest();
+    channel_.close();
+    EXPECT_EQ(taken.get(), nullptr);
+    EXPECT_EQ(channel_.take(60s), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,28 @@
+#include "Languages.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(LanguagesTest, TheStoredChoiceGoesBeforeTheLocale)
+{
+    const QLocale english(QLocale::English);
+    EXPECT_EQ(languages::translationFile(0, english), QStringLiteral("/lumroscanner_zh_cn.qm"));
+    EXPECT_EQ(languages::translationFile(2, english), QStringLiteral("/lumroscanner_ru.qm"));
+    EXPECT_EQ(languages::toolkitTranslationFile(2, english), QStringLiteral("/qtbase_ru.qm"));
+}
+
+TEST(LanguagesTest, WithoutAValidChoiceTheLocaleDecides)
+{
+    for (const int setting : {-1, 3, -7}) {
+        EXPECT_EQ(languages::translationFile(setting, QLocale(QLocale::English)),
+                  QStringLiteral("/lumroscanner_en.qm"));
+        EXPECT_EQ(languages::translationFile(setting, QLocale(QLocale::Russian)),
+                  QStringLiteral("/lumroscanner_ru.qm"));
+        // Every other language gets the built-in texts.
+        EXPECT_EQ(languages::translationFile(setting, QLocale(QLocale::Chinese, QLocale::China)), QString());
+        EXPECT_EQ(languages::toolkitTranslationFile(setting, QLocale(QLocale::French)), QString());
+    }
+}
+
+} // namespace

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "TempDir.h"
+
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+/// A test with virtual cameras: a folder with one picture and a desk.cfg over it.
+class DeskTest : public ::testing::Test
+{
+protected:
+    void TearDown() override { unsetenv("LUMRO_DESK"); }
+
+    /// `cameras` is the text of the camera list, each an entry in braces; the picture is "page.jpg".
+    void useDesk(const std::string& cameras, const QImage& picture = solid(640, 480, Qt::yellow))
+    {
+        picture.save(QString::fromStdString(folder_.file("page.jpg")), "JPG", 95);
+        const std::string path = folder_.write("desk.cfg", "real = false;\ncameras = ( " + cameras + " );\n");
+        setenv("LUMRO_DESK", path.c_str(), 1);
+    }
+    static std::string camera(const std::string& more = "", int type = 1, const std::string& usb = "1b172000")
+    {
+        return "{ name = \"Test camera\"; type = " + std::to_string(type) + "; usb = \"" + usb +
+               "\"; source = \"page.jpg\"; fps = 30; resolutions = [ \"640x480\", \"320x240\" ]; " + more +
+               " }";
+    }
+    static QImage solid(int width, int height, Qt::GlobalColor colour)
+    {
+        QImage image(width, height, QImage::Format_RGB888);
+        image.fill(colour);
+        return image;
+    }
+    const TempDir& folder() const { return folder_; }
+
+private:
+    TempDir folder_;
+};
