@@ -5,22 +5,17 @@
 . "$(dirname "$0")/lib/common.sh"
 
 wanted_packages() { # GROUP...
-    local group package job
-    while read -r group package job; do
+    local group package _
+    while read -r group package _; do
         case " $* " in *" $group "*) printf '%s\n' "$package" ;; esac
     done <scripts/lib/packages.txt
-}
-
-# The lab runs this machine's own programs in an emulated PC: of no use on another processor.
-default_groups() {
-    [ "$(uname -m)" = x86_64 ] && say build run test lab || say build run test
 }
 
 missing_packages() { # PACKAGE...
     local installed package
     installed=" $(dpkg-query -W -f='${db:Status-Status}=${Package} ' "$@" 2>/dev/null || :)"
     for package; do
-        case "$installed" in *" installed=$package "*) ;; *) printf '%s ' "$package" ;; esac
+        case "$installed" in *" installed=$package "*) ;; *) printf '%s\n' "$package" ;; esac
     done
 }
 
@@ -31,23 +26,27 @@ as_root() {
     elif command -v sudo >/dev/null; then
         sudo "$@"
     else
-        die "Packages are missing and this user can neither become root nor use sudo.
-As root run:  apt-get update && apt-get install --no-install-recommends $missing"
+        die "Packages are missing and this user can neither act as root nor use sudo. As root run:
+    apt-get update && apt-get install --no-install-recommends ${missing[*]}"
     fi
 }
 
-apt() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 "$@"; }
+apt() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 "$@" </dev/null; }
 
-[ $# -gt 0 ] || set -- $(default_groups)
-packages=$(wanted_packages "$@")
-command -v dpkg-query >/dev/null || die "This is no Debian system. Install what these packages hold, then call
-cmake --preset release && cmake --build --preset release yourself:
-$packages"
-missing=$(missing_packages $packages)
-[ -n "$missing" ] || exit 0
+# The lab runs this machine's own programs in an emulated PC: of no use on another processor.
+if [ $# -eq 0 ]; then
+    set -- build run test
+    [ "$(uname -m)" != x86_64 ] || set -- "$@" lab
+fi
+mapfile -t packages < <(wanted_packages "$@")
+command -v dpkg-query >/dev/null || die "This is no Debian system: install what the packages below hold, then run
+    cmake --preset release && cmake --build --preset release
+${packages[*]}"
+mapfile -t missing < <(missing_packages "${packages[@]}")
+[ ${#missing[@]} -gt 0 ] || exit 0
 
-say "Installing: $missing"
-apt update </dev/null
-apt install -y --no-install-recommends $missing </dev/null
-missing=$(missing_packages $packages)
-[ -z "$missing" ] || die "Still missing after the installation: $missing"
+say "Installing ${missing[*]}"
+apt update
+apt install -y --no-install-recommends "${missing[@]}"
+mapfile -t missing < <(missing_packages "${packages[@]}")
+[ ${#missing[@]} -eq 0 ] || die "Still missing after the installation: ${missing[*]}"

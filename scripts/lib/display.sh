@@ -54,24 +54,28 @@ window_of() {
 window_shown() { [ -n "$(window_of "$1")" ]; }
 runs() { kill -0 "$1" 2>/dev/null; }
 
-# A camera's picture has hundreds of colours in the middle of the window, an empty preview a few.
-picture_painted() { # WINDOW FILE
-    import -window "$1" "$2"
-    [ "$(convert "$2" -gravity center -crop 50%x50%+0+0 -format %k info:)" -gt 200 ]
+# Passes the program's lines on; the one that tells of the first picture becomes the file MARK.
+pass_on_report() { # MARK
+    local line
+    trap '' INT
+    while IFS= read -r line; do
+        if [ "$line" = "first picture painted" ]; then : >"$1"; else printf '%s\n' "$line"; fi
+    done
 }
 
-# take_screenshot PID FILE: once the first picture is painted; of the window as it is after twenty seconds.
+painted_or_ended() { [ -e "$1" ] || ! runs "$2"; }
+shown_or_ended() { window_shown "$1" || ! runs "$1"; }
+
+# take_screenshot PID MARK FILE: once the first picture is painted, or as it is after twenty seconds.
 take_screenshot() {
-    local window painted="first picture"
-    wait_for 30 window_shown_or_ended "$1"
+    local window what="first picture"
+    wait_for 30 shown_or_ended "$1" || return 1
+    wait_for 20 painted_or_ended "$2" "$1" || what="window, which shows no picture yet"
+    rm -f "$2"
     window=$(window_of "$1")
-    [ -n "$window" ] || return 1
-    wait_for 20 picture_painted "$window" "$2" || painted="window without a picture"
-    [ -s "$2" ] || return 1
-    say "Screenshot of the $painted: $root/$2"
+    [ -n "$window" ] && import -window "$window" "$3" || return 1
+    say "Screenshot of the $what: $root/$3"
 }
-
-window_shown_or_ended() { window_shown "$1" || ! runs "$1"; }
 
 # Asks the window to close, as its close button does.
 close_window() {
