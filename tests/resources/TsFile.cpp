@@ -19,6 +19,8 @@ QVector<TsMessage> readTsFile(const QString& path)
         } else if (xml.name() == QLatin1String("message")) {
             messages.append(TsMessage());
             messages.last().context = context;
+        } else if (messages.isEmpty()) {
+            continue; // the head of the file
         } else if (xml.name() == QLatin1String("source")) {
             messages.last().source = xml.readElementText();
         } else if (xml.name() == QLatin1String("comment")) {
