@@ -6,6 +6,7 @@
 #include "Tables.h"
 
 #include <QGuiApplication>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstdlib>
@@ -61,6 +62,8 @@ void bake(const QString& sourceFolder, const QString& outputFolder)
 int main(int argc, char** argv)
 {
     setenv("QT_QPA_PLATFORM", "offscreen", 1); // a build machine has no display
+    const QTemporaryDir runtimeFolder;         // nor a session, which the toolkit would mention
+    setenv("XDG_RUNTIME_DIR", runtimeFolder.path().toUtf8().constData(), 1);
     const QGuiApplication app(argc, argv);
     if (QCoreApplication::arguments().size() != 3) {
         std::fprintf(stderr, "usage: iconbaker <resources folder> <output folder>\n");
