@@ -26,8 +26,8 @@ as_root() {
     elif command -v sudo >/dev/null; then
         sudo "$@"
     else
-        die "Packages are missing and this user can neither act as root nor use sudo. As root run:
-    apt-get update && apt-get install --no-install-recommends ${missing[*]}"
+        die "This user can neither act as root nor use sudo. As root run:
+    apt-get update && apt-get install --no-install-recommends PACKAGE..."
     fi
 }
 
@@ -45,7 +45,7 @@ ${packages[*]}"
 mapfile -t missing < <(missing_packages "${packages[@]}")
 [ ${#missing[@]} -gt 0 ] || exit 0
 
-say "Installing ${missing[*]}"
+say "Missing packages: ${missing[*]}"
 apt update
 apt install -y --no-install-recommends "${missing[@]}"
 mapfile -t missing < <(missing_packages "${packages[@]}")
