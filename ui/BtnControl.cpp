@@ -55,8 +55,8 @@ BtnControl::BtnControl(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
                 ui_->btnFace,
                 ui_->btnLaohua};
     auto* flow = new ButtonFlow(this, smallestCell, largestCell);
-    flow->setSpacing(4);
-    flow->setContentsMargins(6, 6, 6, 6);
+    flow->setSpacing(1); // the default buttons fit into one row of 800 px
+    flow->setContentsMargins(3, 4, 3, 4);
     for (QPushButton* button : buttons_) {
         flow->addWidget(button);
         button->hide();

@@ -53,7 +53,7 @@ QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 )");
 }
 
-QString controlRules()
+QString buttonRules()
 {
     return QStringLiteral(R"(
 QPushButton { background-color: rgb(25, 90, 100); color: rgb(255, 255, 255); border: 1px solid rgb(107, 176, 205);
@@ -62,19 +62,49 @@ QPushButton:hover { background-color: rgb(36, 112, 124); }
 QPushButton:pressed, QPushButton:checked { background-color: rgb(14, 62, 70); }
 QPushButton:disabled { color: rgba(255, 255, 255, 110); border-color: rgba(107, 176, 205, 110); }
 QPushButton:focus { border: 2px solid rgb(255, 213, 79); padding: 5px 17px; }
+)");
+}
+
+void addRules(QWidget& container, const QString& rules)
+{
+    container.ensurePolished(); // the toolkit reads a second sheet only on a polished widget
+    container.setStyleSheet(container.styleSheet() + rules);
+}
+
+QString fieldRules()
+{
+    return QStringLiteral(R"(
 QComboBox, QLineEdit, QAbstractSpinBox, QKeySequenceEdit { background-color: rgb(18, 74, 84);
-    color: rgb(255, 255, 255); border: 1px solid rgb(107, 176, 205); border-radius: 4px; padding: 4px 8px;
+    color: rgb(255, 255, 255); border: 1px solid rgb(107, 176, 205); border-radius: 4px; padding: 3px 6px;
     selection-background-color: rgb(107, 176, 205); selection-color: rgb(10, 40, 48); }
 QComboBox:focus, QLineEdit:focus, QAbstractSpinBox:focus, QKeySequenceEdit:focus {
-    border: 1px solid rgb(255, 213, 79); }
+    border: 2px solid rgb(255, 213, 79); padding: 2px 5px; }
 QComboBox:disabled, QLineEdit:disabled, QAbstractSpinBox:disabled { color: rgba(255, 255, 255, 110);
     border-color: rgba(107, 176, 205, 110); }
+QComboBox::drop-down { border: none; width: 20px; }
+QComboBox::down-arrow { image: url(:/images/common/images/common/arrow_down.png); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background-color: rgb(25, 90, 100); color: rgb(255, 255, 255);
     border: 1px solid rgb(107, 176, 205); selection-background-color: rgb(8, 115, 140); outline: none; }
-QCheckBox, QRadioButton { color: rgb(255, 255, 255); background-color: transparent; spacing: 8px; padding: 4px;
-    border: 1px solid transparent; border-radius: 4px; }
+)");
+}
+
+QString tickRules()
+{
+    return QStringLiteral(R"(
+QCheckBox, QRadioButton { color: rgb(255, 255, 255); background-color: transparent; spacing: 8px; padding: 3px;
+    border: 2px solid transparent; border-radius: 4px; }
 QCheckBox:focus, QRadioButton:focus { border-color: rgb(255, 213, 79); }
 QCheckBox:disabled, QRadioButton:disabled { color: rgba(255, 255, 255, 110); }
+QCheckBox::indicator, QRadioButton::indicator { width: 16px; height: 16px;
+    border: 1px solid rgb(255, 255, 255); background-color: rgb(18, 74, 84); }
+QCheckBox::indicator { border-radius: 3px; }
+QRadioButton::indicator { border-radius: 9px; }
+QCheckBox::indicator:hover, QRadioButton::indicator:hover { background-color: rgb(36, 112, 124); }
+QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border-color: rgba(255, 255, 255, 110); }
+QCheckBox::indicator:checked { background-color: rgb(67, 160, 71);
+    image: url(:/images/common/images/common/check.png); }
+QRadioButton::indicator:checked { background-color: qradialgradient(cx: 0.5, cy: 0.5, radius: 0.5, fx: 0.5, fy: 0.5,
+    stop: 0 white, stop: 0.45 white, stop: 0.55 rgb(67, 160, 71), stop: 1 rgb(67, 160, 71)); }
 )");
 }
 
@@ -89,7 +119,25 @@ void install(QApplication& application)
 
 void dress(QWidget& container)
 {
-    container.setStyleSheet(container.styleSheet() + controlRules());
+    addRules(container, buttonRules() + fieldRules() + tickRules());
+}
+
+void dressFields(QWidget& container)
+{
+    addRules(container, fieldRules() + tickRules());
+}
+
+QIcon dimmable(const QIcon& icon, const QSize& size)
+{
+    QPixmap dim = icon.pixmap(size);
+    {
+        QPainter painter(&dim);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        painter.fillRect(dim.rect(), QColor(0, 0, 0, 85));
+    }
+    QIcon both = icon;
+    both.addPixmap(dim, QIcon::Disabled);
+    return both;
 }
 
 void paintBackground(QWidget& widget)
@@ -98,6 +146,14 @@ void paintBackground(QWidget& widget)
     option.initFrom(&widget);
     QPainter painter(&widget);
     widget.style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, &widget);
+}
+
+void paintFocusRing(QPainter& painter, const QRect& frame)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(focus, 2));
+    painter.drawRoundedRect(QRectF(frame).adjusted(1.5, 1.5, -1.5, -1.5), 5, 5);
 }
 
 } // namespace Look

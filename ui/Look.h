@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QIcon>
 #include <QString>
 
 class QApplication;
+class QPainter;
 class QWidget;
 
 /// The one look of all windows. GUI thread only.
@@ -23,8 +25,17 @@ void install(QApplication& application);
 /// Gives the captioned buttons, choosers and fields inside `container` the common look. Hand it the body of a
 /// window, not the window: the background of the window's own form would win over the controls' colours.
 void dress(QWidget& container);
+/// The same without the buttons, for strips whose buttons are icons.
+void dressFields(QWidget& container);
+
+/// `icon` with a clearly dimmed picture for the disabled state; the style's own hardly differs on white
+/// icons.
+/// @param size px as shown
+QIcon dimmable(const QIcon& icon, const QSize& size);
 
 /// Draws a plain widget's style-sheet background; for paintEvent().
 void paintBackground(QWidget& widget);
+/// Draws the ring of the keyboard focus just inside `frame`.
+void paintFocusRing(QPainter& painter, const QRect& frame);
 
 } // namespace Look

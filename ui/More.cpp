@@ -1,9 +1,9 @@
 #include "More.h"
 
 #include "FunctionButtons.h"
-#include "LanguageFolder.h"
 #include "Look.h"
 #include "Settings.h"
+#include "TextFit.h"
 #include "TitleBar.h"
 
 #include "ui_More.h"
@@ -22,6 +22,17 @@ QString boxStyle(const QString& folder1, const QString& folder2, const char* ide
                        "QCheckBox:pressed{image: url(:/images/%1/images/%2/%3.png);"
                        "border-image: url(:/images/common/images/common/pressed.png);}");
     return style.arg(folder1, folder2, QLatin1String(identifier));
+}
+
+/// `font` made so small that two lines find room below a picture and no word of `text` is wider than `width`.
+QFont fitting(QFont font, const QString& text, int width)
+{
+    qreal size = font.pointSizeF() * 0.85;
+    do {
+        font.setPointSizeF(size);
+        size *= 0.95;
+    } while (TextFit::longestWord(text, QFontMetrics(font)) > width && size > 5);
+    return font;
 }
 
 } // namespace
@@ -77,12 +88,8 @@ void More::prepareBox(int index)
     box->setStyleSheet(boxStyle(folder, folder, functionButtons::identifiers.at(std::size_t(index))));
     box->setAccessibleName(functionButtons::caption(index));
     box->setToolTip(functionButtons::caption(index));
-    connect(box, &QCheckBox::clicked, this, [this, index](bool checked) {
-        Q_EMIT displayCheckBox(index, checked);
-    });
-    connect(box, &QCheckBox::stateChanged, this, [this, index](int state) {
-        Q_EMIT displayCheckBox(index, state);
-    });
+    connect(box, &QCheckBox::clicked, this, [=](bool checked) { Q_EMIT displayCheckBox(index, checked); });
+    connect(box, &QCheckBox::stateChanged, this, [=](int state) { Q_EMIT displayCheckBox(index, state); });
 }
 
 void More::captionBoxes()
@@ -104,8 +111,12 @@ void More::captionBoxes()
                                 ui_->labelBookscan,
                                 ui_->labelFaceVerify,
                                 ui_->labelLaohua};
-    for (int i = 0; i < labels.size(); ++i)
-        labels[i]->setText(functionButtons::caption(i));
+    const bool readsPictures = settings::appLanguage.read() == 0; // their own captions are Chinese
+    for (int i = 0; i < labels.size(); ++i) {
+        const QString text = readsPictures ? QString() : functionButtons::caption(i);
+        labels[i]->setFont(fitting(font(), text, labels[i]->maximumWidth()));
+        labels[i]->setText(text);
+    }
 }
 
 void More::paintEvent(QPaintEvent*)

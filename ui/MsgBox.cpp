@@ -1,6 +1,7 @@
 #include "MsgBox.h"
 
 #include "Look.h"
+#include "TextFit.h"
 
 #include "ui_MsgBox.h"
 
@@ -14,16 +15,6 @@ namespace {
 constexpr int narrowest = 320; // px
 constexpr int widest = 520;    // px, unless a single word needs more
 
-/// Width of the longest part of `text` that cannot be wrapped.
-int longestWord(const QString& text, const QFontMetrics& metrics)
-{
-    int width = 0;
-    const QStringList words = text.simplified().split(QLatin1Char(' '));
-    for (const QString& word : words)
-        width = std::max(width, metrics.horizontalAdvance(word));
-    return width;
-}
-
 } // namespace
 
 MsgBox::MsgBox(QWidget* parent)
@@ -34,6 +25,7 @@ MsgBox::MsgBox(QWidget* parent)
         QStringLiteral("QFrame#frameBody { border: 1px solid rgb(107, 176, 205); }"
                        "QLabel#labelTitle { background-color: rgb(25, 90, 100); font-weight: bold; }"));
     Look::dress(*ui_->frameBody);
+    layout()->setSizeConstraint(QLayout::SetFixedSize); // the box follows its text
     for (const QPushButton* button : {ui_->buttonOk, ui_->buttonOkSecond})
         connect(button, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -77,12 +69,10 @@ void MsgBox::fitMessage()
     const QString text = ui_->labelMessage->text();
     const int natural = metrics.boundingRect(QRect(), Qt::AlignLeft, text).width() + frame;
     const int screen = QGuiApplication::primaryScreen()->availableSize().width() * 9 / 10;
-    const int word = std::min(longestWord(text, metrics) + frame, screen);
+    const int word = std::min(TextFit::longestWord(text, metrics) + frame, screen);
     ui_->labelMessage->setFixedWidth(std::max(std::clamp(natural, narrowest, widest), word));
     ui_->labelMessage->setMinimumHeight(
         std::max(72, ui_->labelMessage->heightForWidth(ui_->labelMessage->minimumWidth())));
-    layout()->activate();
-    adjustSize();
 }
 
 void MsgBox::showEvent(QShowEvent* event)

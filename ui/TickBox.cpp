@@ -29,10 +29,8 @@ void TickBox::paintEvent(QPaintEvent* event)
     QCheckBox::paintEvent(event);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (hasFocus()) {
-        painter.setPen(QPen(Look::focus, 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 5, 5);
-    }
+    if (hasFocus())
+        Look::paintFocusRing(painter, rect());
     constexpr qreal side = 26;
     painter.translate(width() - side - 6, 6);
     painter.setPen(QPen(Look::text, 2));

@@ -34,6 +34,9 @@ ToolBar::ToolBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_Too
     ui_->setupUi(this);
     layout()->setSizeConstraint(QLayout::SetNoConstraint); // minimumSizeHint() speaks for the compact form
     assistText_ = ui_->checkAssist->text();
+    Look::dressFields(*this);
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setIcon(Look::dimmable(button->icon(), button->iconSize()));
     makeDeskewGroup();
     connectChoosers();
     connectViewButtons();
@@ -98,6 +101,7 @@ void ToolBar::SetDeviceName(const QString& name)
 void ToolBar::SetModelType(const QString& model)
 {
     append(*ui_->comboModel, model);
+    showModelChooser();
 }
 
 void ToolBar::SetResolution(const QString& resolution)
@@ -195,18 +199,38 @@ void ToolBar::rotate(int step)
 void ToolBar::measure()
 {
     ensurePolished();
-    setCompact(true);
-    compactWidth_ = layout()->totalMinimumSize().width();
+    const auto widthAs = [this](bool compact) {
+        setCompact(compact);
+        ui_->comboModel->show(); // it may get entries later
+        return layout()->totalMinimumSize().width();
+    };
+    compactWidth_ = widthAs(true);
+    roomyWidth_ = widthAs(false);
     setCompact(false);
-    roomyWidth_ = layout()->totalMinimumSize().width();
+}
+
+/// The chooser stands where it has something to say, and in the compact form only where it leaves a choice.
+void ToolBar::showModelChooser()
+{
+    ui_->comboModel->setVisible(ui_->comboModel->count() > (compact_ ? 1 : 0));
 }
 
 void ToolBar::setCompact(bool compact)
 {
+    compact_ = compact;
+    showModelChooser();
+    static const QIcon camera(QStringLiteral(":/images/common/images/common/video.png"));
     ui_->checkAssist->setText(compact ? QString() : assistText_);
-    const int side = compact ? 28 : 32;
+    ui_->checkAssist->setIcon(compact ? camera : QIcon());
+    const int side = compact ? 28 : 32; // px
     for (QPushButton* button : findChildren<QPushButton*>())
         button->setFixedSize(side, side);
+    constexpr int arrow = 42; // px beside a chooser's text
+    const QFontMetrics metrics = ui_->comboResolution->fontMetrics();
+    ui_->comboResolution->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("0000*0000")) + arrow);
+    ui_->comboModel->setMinimumWidth(compact ? 60
+                                             : metrics.horizontalAdvance(QStringLiteral("MJPG")) + arrow);
+    ui_->comboDevice->setMinimumWidth(compact ? 64 : 140);
     layout()->setSpacing(compact ? 1 : 4);
     const int edge = compact ? 4 : 8;
     layout()->setContentsMargins(edge, 6, edge, 6);

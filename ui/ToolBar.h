@@ -81,12 +81,14 @@ private:
     void rotate(int step);
     void measure();
     void setCompact(bool compact);
+    void showModelChooser();
 
     std::unique_ptr<Ui_ToolBar> ui_;
     QButtonGroup* deskewGroup_ = nullptr;
     QMetaObject::Connection deviceConnection_;
     int rotation_ = 0; ///< quarter turns, 0 to 3
     QString assistText_;
+    bool compact_ = false;
     int roomyWidth_ = 0;   ///< px from which on the check box has its caption
     int compactWidth_ = 0; ///< px below which controls overlap
 };
