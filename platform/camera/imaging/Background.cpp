@@ -1,0 +1,68 @@
+#include "Background.h"
+
+#include "PaperModel.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirvak {
+
+namespace {
+
+// Darkens below the middle and keeps both ends: grey print becomes ink, pale colours stay pale.
+std::array<unsigned char, 256> inkCurve()
+{
+    std::array<unsigned char, 256> curve{};
+    for (size_t i = 0; i < curve.size(); ++i) {
+        const double x = static_cast<double>(i) / 255;
+        const double s = x * x * (3 - 2 * x); // gentle S
+        const double y = 0.45 * x + 0.55 * s;
+        const double black = 0.06; // the darkest ink that a camera sees under its own light
+        curve[i] = cv::saturate_cast<unsigned char>(255 * std::max(0.0, (y - black) / (1 - black)));
+    }
+    return curve;
+}
+
+// Unsharp masking of the brightness alone, so that no coloured fringes come up; differences that noise could
+// have made stay as they are.
+void sharpen(cv::Mat& rgb, double amount, int noiseFloor)
+{
+    cv::Mat grey, soft;
+    cv::cvtColor(rgb, grey, cv::COLOR_RGB2GRAY);
+    cv::GaussianBlur(grey, soft, {0, 0}, 1.2);
+    const int strength = static_cast<int>(amount * 256);
+    cv::parallel_for_(cv::Range(0, rgb.rows), [&](const cv::Range& rows) {
+        for (int y = rows.start; y < rows.end; ++y) {
+            const unsigned char* g = grey.ptr(y);
+            const unsigned char* s = soft.ptr(y);
+            unsigned char* pixel = rgb.ptr(y);
+            for (int x = 0; x < rgb.cols; ++x, pixel += 3) {
+                const int difference = g[x] - s[x];
+                const int beyond = std::max(0, std::abs(difference) - noiseFloor);
+                const int change = (difference < 0 ? -beyond : beyond) * strength / 256;
+                for (int c = 0; c < 3; ++c)
+                    pixel[c] = cv::saturate_cast<unsigned char>(pixel[c] + change);
+            }
+        }
+    });
+}
+
+} // namespace
+
+void removeBackground(Image& image)
+{
+    flatten(image.pixels, PaperModel(image.pixels), Flattening());
+}
+
+void processDocument(Image& image)
+{
+    const PaperModel model(image.pixels);
+    Flattening how;
+    how.curve = inkCurve();
+    flatten(image.pixels, model, how);
+    sharpen(image.pixels, 0.7, static_cast<int>(std::lround(std::min(12.0, 1.5 * model.noise()))));
+}
+
+} // namespace mirvak

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Image.h"
+
+namespace mirvak {
+
+/// Paper becomes clean white under even light; ink and colours stay as they are against it.
+void removeBackground(Image& image);
+
+/// As removeBackground(), with darkened and gently sharpened strokes: a page to read and to print.
+void processDocument(Image& image);
+
+} // namespace mirvak

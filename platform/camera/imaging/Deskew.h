@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Image.h"
+
+namespace mirvak {
+
+enum class Deskewed {
+    page,    ///< the page was found, its perspective taken out, and the picture cropped to it
+    text,    ///< no page was found; the picture was turned so that its lines of text lie level
+    nothing, ///< neither was found, or all is straight already; the picture is unchanged
+};
+
+/// Straightens the picture of a page. `margin`: pixels (0 or more) trimmed inside each straightened edge, so
+/// that no sliver of the desk stays. The page keeps the orientation in which it is seen. Without a page
+/// nothing is cropped away: the picture grows, on the colour of its paper.
+Deskewed deskew(Image& image, int margin);
+
+} // namespace mirvak

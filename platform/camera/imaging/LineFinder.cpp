@@ -1,0 +1,136 @@
+#include "LineFinder.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirvak {
+
+namespace {
+
+constexpr int angles = 90;     // bins of two degrees over half a turn
+constexpr int voteSpread = 2;  // bins either side: the direction of one edge point is good to 5 degrees
+constexpr int offsetBin = 2;   // pixels
+constexpr int leastVotes = 30; // edge points
+constexpr size_t mostPeaks = 120;
+constexpr double leastLength = 40; // pixels of well covered edge
+constexpr int fitReach = 3, traceReach = 2;
+
+struct Directions
+{
+    float cosine[angles], sine[angles];
+    Directions()
+    {
+        for (int i = 0; i < angles; ++i) {
+            cosine[i] = static_cast<float>(std::cos(CV_PI * i / angles));
+            sine[i] = static_cast<float>(std::sin(CV_PI * i / angles));
+        }
+    }
+};
+
+const Directions& directions()
+{
+    static const Directions table;
+    return table;
+}
+
+bool sameLine(const EdgeLine& a, const EdgeLine& b)
+{
+    if (std::abs(a.normal().dot(b.normal())) < 0.9994) // 2 degrees
+        return false;
+    // Both ends of one lie on the other.
+    for (const double t : {b.tBegin(), b.tEnd()}) {
+        if (std::abs(a.normal().dot(b.at(t)) - a.offset()) > 3)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+const std::vector<EdgeLine>& LineFinder::find(const EdgeField& field, size_t most)
+{
+    vote(field);
+    findPeaks();
+    lines_.clear();
+    for (const Peak& peak : peaks_)
+        addLine(peak, field);
+    std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
+        return a.denseLength() > b.denseLength();
+    });
+    if (lines_.size() > most)
+        lines_.erase(lines_.begin() + static_cast<ptrdiff_t>(most), lines_.end());
+    return lines_;
+}
+
+void LineFinder::vote(const EdgeField& field)
+{
+    const float halfDiagonal =
+        0.5F * std::hypot(static_cast<float>(field.size().width), static_cast<float>(field.size().height));
+    offsets_ = static_cast<int>(2 * halfDiagonal / offsetBin) + 3;
+    votes_.create(angles, offsets_, CV_32SC1);
+    votes_.setTo(0);
+    const Directions& table = directions();
+    const float cx = 0.5F * static_cast<float>(field.size().width);
+    const float cy = 0.5F * static_cast<float>(field.size().height);
+    for (const EdgePoint& point : field.points()) {
+        const float angle = cv::fastAtan2(point.gy, point.gx); // 0 to 360
+        const int bin = static_cast<int>(std::lround(angle * angles / 180)) % angles;
+        // A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
+        const int weight = std::min(4, (std::abs(point.gx) + std::abs(point.gy)) / field.threshold());
+        const float x = static_cast<float>(point.x) - cx, y = static_cast<float>(point.y) - cy;
+        for (int i = -voteSpread; i <= voteSpread; ++i) {
+            const int a = (bin + i + angles) % angles;
+            const float offset = x * table.cosine[a] + y * table.sine[a] + halfDiagonal;
+            votes_.ptr<int>(a)[static_cast<int>(offset / offsetBin)] += weight;
+        }
+    }
+}
+
+// A line between two bins counts in both; opposite ends of the angle range meet with the offset reversed.
+void LineFinder::findPeaks()
+{
+    const auto cell = [this](int angle, int offset) {
+        if (angle < 0 || angle >= angles) {
+            angle = (angle + angles) % angles;
+            offset = offsets_ - 3 - offset;
+        }
+        return offset < 0 || offset >= offsets_ ? 0 : votes_.ptr<int>(angle)[offset];
+    };
+    peaks_.clear();
+    for (int a = 0; a < angles; ++a) {
+        const int* row = votes_.ptr<int>(a);
+        for (int o = 1; o + 1 < offsets_; ++o) {
+            const int votes = row[o - 1] + 2 * row[o] + row[o + 1];
+            if (row[o] < row[o - 1] || row[o] <= row[o + 1] || votes < 4 * leastVotes)
+                continue;
+            const bool highest = row[o] >= cell(a - 1, o - 1) && row[o] >= cell(a - 1, o) &&
+                                 row[o] >= cell(a - 1, o + 1) && row[o] > cell(a + 1, o - 1) &&
+                                 row[o] > cell(a + 1, o) && row[o] > cell(a + 1, o + 1);
+            if (highest)
+                peaks_.push_back({votes, a, o});
+        }
+    }
+    const auto more = [](const Peak& a, const Peak& b) { return a.votes > b.votes; };
+    std::sort(peaks_.begin(), peaks_.end(), more);
+    peaks_.resize(std::min(peaks_.size(), mostPeaks));
+}
+
+void LineFinder::addLine(const Peak& peak, const EdgeField& field)
+{
+    const Directions& table = directions();
+    const cv::Size size = field.size();
+    const cv::Point2d normal(table.cosine[peak.angle], table.sine[peak.angle]);
+    const double halfDiagonal = 0.5 * std::hypot(size.width, size.height);
+    const double offset = (peak.offset + 0.5) * offsetBin - halfDiagonal +
+                          normal.dot(cv::Point2d(0.5 * size.width, 0.5 * size.height));
+    EdgeLine line(normal, offset, size);
+    if (!line.fit(field, fitReach, work_) || !line.fit(field, traceReach, work_))
+        return;
+    line.trace(field, traceReach);
+    const bool known = std::any_of(
+        lines_.begin(), lines_.end(), [&](const EdgeLine& other) { return sameLine(line, other); });
+    if (!known && line.denseLength() >= leastLength)
+        lines_.push_back(std::move(line));
+}
+
+} // namespace mirvak

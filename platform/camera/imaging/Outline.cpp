@@ -1,0 +1,68 @@
+#include "Outline.h"
+
+#include "EdgeField.h"
+#include "LineFinder.h"
+#include "QuadFinder.h"
+#include "Reduction.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+
+namespace mirvak {
+
+namespace {
+
+constexpr int reducedSide = 640;
+constexpr int leastSize = 64; // pixels; in a smaller picture there is no page to find
+constexpr size_t mostLines = 36;
+constexpr double confident = 0.5;
+
+// The corner nearest to the picture's top left comes first; a page turned by 45 degrees has two equal ones,
+// of which the upper wins.
+void startTopLeft(std::array<cv::Point2d, 4>& corners)
+{
+    const auto first = std::min_element(
+        corners.begin(), corners.end(), [](const auto& a, const auto& b) { return a.x + a.y < b.x + b.y; });
+    std::rotate(corners.begin(), first, corners.end());
+}
+
+} // namespace
+
+struct OutlineFinder::Work
+{
+    Reduction reduction;
+    EdgeField edges;
+    LineFinder lines;
+    QuadFinder quads;
+};
+
+OutlineFinder::OutlineFinder() : work_(std::make_unique<Work>()) {}
+
+OutlineFinder::~OutlineFinder() = default;
+
+std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
+{
+    if (std::min(rgb.cols, rgb.rows) < leastSize)
+        return std::nullopt;
+    work_->reduction.build(rgb, reducedSide);
+    for (cv::Mat& plane : work_->reduction.planes())
+        cv::GaussianBlur(plane, plane, {3, 3}, 0);
+    work_->edges.build(work_->reduction.planes());
+    const auto& lines = work_->lines.find(work_->edges, mostLines);
+    std::optional<Outline> found = work_->quads.find(lines, work_->reduction.planes());
+    if (!found || found->confidence < confident)
+        return std::nullopt;
+    for (cv::Point2d& corner : found->corners)
+        corner = work_->reduction.toFull(corner);
+    startTopLeft(found->corners);
+    return found;
+}
+
+std::optional<Outline> findOutline(const cv::Mat& rgb)
+{
+    thread_local OutlineFinder finder;
+    return finder.find(rgb);
+}
+
+} // namespace mirvak

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <opencv2/core.hpp>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+namespace mirvak {
+
+/// The four corners of a page in a picture: clockwise as seen, the first is the one nearest to the top left.
+/// Coordinates are pixels with (0, 0) in the middle of the first pixel; a corner may lie slightly outside.
+struct Outline
+{
+    std::array<cv::Point2d, 4> corners;
+    double confidence = 0; ///< 0 to 1
+};
+
+/// Finds the page that lies before the camera. Works on a reduced copy and keeps its buffers: cheap enough
+/// for every frame of a stream. One thread at a time.
+class OutlineFinder
+{
+public:
+    OutlineFinder();
+    ~OutlineFinder();
+    OutlineFinder(const OutlineFinder&) = delete;
+    OutlineFinder& operator=(const OutlineFinder&) = delete;
+
+    /// @return nothing when no page stands out with confidence.
+    std::optional<Outline> find(const cv::Mat& rgb);
+
+private:
+    struct Work;
+    std::unique_ptr<Work> work_;
+};
+
+/// The same with buffers kept per thread.
+std::optional<Outline> findOutline(const cv::Mat& rgb);
+
+/// Moves each side of a found outline onto the edge in the full picture, to fractions of a pixel. A side
+/// whose edge cannot be seen stays.
+Outline refineOutline(const cv::Mat& rgb, const Outline& outline);
+
+} // namespace mirvak

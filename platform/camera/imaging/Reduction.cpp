@@ -1,0 +1,71 @@
+#include "Reduction.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirvak {
+
+namespace {
+
+using Byte = unsigned char;
+using Sum = unsigned short;
+
+// The two rows of a block lie evenly about its middle, so the reduced pixel stays where it was.
+void addRows(const Byte* upper, const Byte* lower, int values, Sum* sum)
+{
+    for (int i = 0; i < values; ++i)
+        sum[i] = static_cast<Sum>(upper[i] + lower[i]);
+}
+
+// `taps` columns of each block, evenly about its middle; a constant number lets the compiler unroll.
+template <int taps> void addColumns(const Sum* sum, int factor, int width, Byte* red, Byte* green, Byte* blue)
+{
+    int offsets[taps];
+    for (int i = 0; i < taps; ++i)
+        offsets[i] = 3 * static_cast<int>(std::lround((i + 0.5) * factor / taps - 0.5));
+    constexpr unsigned scale = (1U << 16) / (2 * taps);
+    const int step = 3 * factor;
+    for (int x = 0; x < width; ++x, sum += step) {
+        unsigned r = taps, g = taps, b = taps; // half of the divisor, for rounding
+        for (int i = 0; i < taps; ++i) {
+            r += sum[offsets[i]];
+            g += sum[offsets[i] + 1];
+            b += sum[offsets[i] + 2];
+        }
+        red[x] = static_cast<Byte>(r * scale >> 16);
+        green[x] = static_cast<Byte>(g * scale >> 16);
+        blue[x] = static_cast<Byte>(b * scale >> 16);
+    }
+}
+
+} // namespace
+
+void Reduction::build(const cv::Mat& rgb, int longestSide)
+{
+    const int longest = std::max(rgb.cols, rgb.rows), shortest = std::min(rgb.cols, rgb.rows);
+    factor_ =
+        std::clamp(static_cast<int>(std::lround(static_cast<double>(longest) / longestSide)), 1, shortest);
+    const cv::Size size(rgb.cols / factor_, rgb.rows / factor_);
+    for (cv::Mat& plane : planes_)
+        plane.create(size, CV_8UC1);
+    const int values = size.width * factor_ * 3;
+    rowSum_.resize(static_cast<size_t>(values));
+    const int first = factor_ / 4;
+    for (int y = 0; y < size.height; ++y) {
+        const int top = y * factor_;
+        addRows(rgb.ptr(top + first), rgb.ptr(top + factor_ - 1 - first), values, rowSum_.data());
+        Byte* r = planes_[0].ptr(y);
+        Byte* g = planes_[1].ptr(y);
+        Byte* b = planes_[2].ptr(y);
+        if (factor_ == 1)
+            addColumns<1>(rowSum_.data(), factor_, size.width, r, g, b);
+        else if (factor_ == 2)
+            addColumns<2>(rowSum_.data(), factor_, size.width, r, g, b);
+        else if (factor_ % 2 == 1)
+            addColumns<3>(rowSum_.data(), factor_, size.width, r, g, b);
+        else
+            addColumns<4>(rowSum_.data(), factor_, size.width, r, g, b);
+    }
+}
+
+} // namespace mirvak
