@@ -62,6 +62,9 @@ BtnControl::BtnControl(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
         button->hide();
     }
     flow->addWidget(ui_->btnMore);
+    // A push button by itself refuses to grow in height.
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     nameButtons();
     ReadButton();
     connectButtons();
