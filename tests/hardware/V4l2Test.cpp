@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <filesystem>
 
 using ::testing::UnorderedElementsAre;
 
@@ -29,6 +30,31 @@ LabCameraModel sideCamera()
 Picture served(const std::string& file)
 {
     return decodeJpeg(std::string(std::getenv("LUMRO_LAB_PICTURES")) + "/" + file);
+}
+
+/// Which of the lab's raw frames it is by its first row; after 64 frames the pattern repeats.
+unsigned phaseOf(const Picture& frame)
+{
+    const std::size_t row = std::size_t(frame.width) * 3;
+    const Picture first{frame.width, 1, {frame.rgb.begin(), frame.rgb.begin() + row}};
+    unsigned best = 0;
+    for (unsigned n = 1; n < 64; ++n) {
+        if (meanDifference(first, rawFrame(frame.width, 1, n)) <
+            meanDifference(first, rawFrame(frame.width, 1, best)))
+            best = n;
+    }
+    return best;
+}
+
+/// Whether this process has a button open: what is pressed before is heard by nobody.
+bool listensToAnInputDevice()
+{
+    std::error_code gone; // descriptors come and go while the folder is read
+    for (const auto& descriptor : std::filesystem::directory_iterator("/proc/self/fd")) {
+        if (std::filesystem::read_symlink(descriptor, gone).string().rfind("/dev/input/event", 0) == 0)
+            return true;
+    }
+    return false;
 }
 
 class V4l2Test : public ::testing::Test
@@ -141,10 +167,8 @@ TEST_F(V4l2Test, RawFramesHaveTheRightColours)
     EXPECT_EQ(document.waitForReport("stream"), "stream YUYV 640 480 333333");
 
     for (const Picture& frame : collector.frames()) {
-        double least = 255;
-        for (unsigned n = 0; n < 64; ++n) // after 64 frames the pattern repeats
-            least = std::min(least, meanDifference(frame, rawFrame(640, 480, n)));
-        EXPECT_LT(least, 1.5); // integer arithmetic against real numbers
+        // Integer arithmetic against real numbers: one level off, rarely two.
+        EXPECT_LT(meanDifference(frame, rawFrame(640, 480, phaseOf(frame))), 1.5);
     }
 }
 
@@ -203,6 +227,7 @@ TEST_F(V4l2Test, SnapshotButtonIsTheCaptureKey)
     };
     const auto deskKey = [](int, void* context) { ++static_cast<Counters*>(context)->wrong; };
     ASSERT_EQ(camera_.MirvakHid_Init(deskKey, &counters, usbKey, &counters), MIRVAK_OK);
+    ASSERT_TRUE(waitFor(listensToAnInputDevice));
     for (int press = 1; press <= 3; ++press) {
         document.pressButton();
         ASSERT_TRUE(waitFor([&] { return presses == press; })) << presses << " of " << press;
