@@ -107,7 +107,7 @@
     </message>
     <message>
         <source>Burn-in test</source>
-        <translation>Тест на износ</translation>
+        <translation>Стресс-тест</translation>
     </message>
 </context>
 <context>
@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>Model</source>
-        <translation>Режим</translation>
+        <translation>Модель</translation>
     </message>
     <message>
         <source>Resolution</source>

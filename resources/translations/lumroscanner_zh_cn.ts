@@ -260,7 +260,7 @@
     </message>
     <message>
         <source>Model</source>
-        <translation>模式</translation>
+        <translation>型号</translation>
     </message>
     <message>
         <source>Resolution</source>
