@@ -4,6 +4,7 @@
 #include <QCursor>
 #include <QEvent>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QWidget>
 
 ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar), view_(view)
@@ -17,10 +18,9 @@ ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
     retry_.setInterval(200);
     connect(&retry_, &QTimer::timeout, this, [this] {
-        if (isMouseInView())
-            retry_.stop();
-        else
-            hideIfUnused();
+        // A popup sends the view a leave event with the mouse still in it.
+        hasMouse_ = view_->rect().contains(view_->mapFromGlobal(QCursor::pos()));
+        hideIfUnused();
     });
 }
 
@@ -37,13 +37,19 @@ void ToolBarHost::watchView(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::Enter:
+        hasMouse_ = true;
         show();
         break;
     case QEvent::Leave:
+        hasMouse_ = false;
         hideIfUnused();
         break;
     case QEvent::Resize:
         place();
+        break;
+    case QEvent::KeyPress:
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab)
+            takeKeyboard(); // before the view looks for the next control, as hidden ones are left out
         break;
     default:
         break;
@@ -55,11 +61,16 @@ void ToolBarHost::noteFocus(QEvent* event)
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
         reason == Qt::ShortcutFocusReason) {
-        hasKeyboard_ = true;
-        show();
+        takeKeyboard();
     } else if (reason == Qt::MouseFocusReason) {
         hasKeyboard_ = false;
     }
+}
+
+void ToolBarHost::takeKeyboard()
+{
+    hasKeyboard_ = true;
+    show();
 }
 
 void ToolBarHost::onFocusChanged(QWidget* now)
@@ -67,8 +78,7 @@ void ToolBarHost::onFocusChanged(QWidget* now)
     if (!hasKeyboard_ || !now || now == view_ || bar_->isAncestorOf(now))
         return;
     hasKeyboard_ = false;
-    if (!isMouseInView())
-        hideIfUnused();
+    hideIfUnused();
 }
 
 void ToolBarHost::place()
@@ -94,15 +104,10 @@ void ToolBarHost::hideIfUnused()
         return;
     }
     retry_.stop();
-    if (hasKeyboard_ || bar_->isHidden())
+    if (hasKeyboard_ || hasMouse_ || bar_->isHidden())
         return;
     // A control that the mouse has used would hand its focus to whatever comes next in the window.
     if (bar_->isAncestorOf(QApplication::focusWidget()))
         view_->setFocus(Qt::OtherFocusReason);
     bar_->hide();
-}
-
-bool ToolBarHost::isMouseInView() const
-{
-    return view_->isVisible() && view_->rect().contains(view_->mapFromGlobal(QCursor::pos()));
 }

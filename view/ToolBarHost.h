@@ -21,14 +21,15 @@ public:
 private:
     void watchView(QEvent* event);
     void noteFocus(QEvent* event);
+    void takeKeyboard();
     void onFocusChanged(QWidget* now);
     void place();
     void show();
     void hideIfUnused();
-    bool isMouseInView() const;
 
     QWidget* bar_;
     QWidget* view_;
+    bool hasMouse_ = false;
     bool hasKeyboard_ = false; // the focus came here by the Tab key
     QTimer retry_;             // runs while an open popup keeps the bar from hiding
 };

@@ -5,6 +5,7 @@
 #include "ViewOverlay.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -17,6 +18,13 @@ constexpr int noticeMs = 5000;
 constexpr int rectangleOption = 2;   // the cropping option that lets the user draw
 constexpr int smallestRectangle = 5; // px; less is a click, and a page cropped to it would be lost
 const QColor ground(32, 32, 32);
+
+/// Posted by other threads: there is something new to paint.
+QEvent::Type wakeUp()
+{
+    static const int type = QEvent::registerEventType();
+    return QEvent::Type(type);
+}
 
 QRect spannedRect(const QPoint& a, const QPoint& b)
 {
@@ -42,6 +50,7 @@ VideoView::VideoView(QWidget* parent)
       toolBarHost_(new ToolBarHost(toolBar_, this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    noticeTimer_.setObjectName(QStringLiteral("noticeTimer"));
     noticeTimer_.setSingleShot(true);
     connect(&noticeTimer_, &QTimer::timeout, this, [this] { ShowNotice(QString()); });
     geometry_.setViewSize(size());
@@ -82,7 +91,15 @@ void VideoView::connectToolBar()
 void VideoView::SetImageData(const QImage& frame)
 {
     if (!frame.isNull() && mailbox_.put(frame))
-        QMetaObject::invokeMethod(this, &VideoView::takeFrame, Qt::QueuedConnection);
+        QCoreApplication::postEvent(this, new QEvent(wakeUp()));
+}
+
+void VideoView::customEvent(QEvent* event)
+{
+    if (event->type() != wakeUp())
+        return;
+    takeFrame();
+    update();
 }
 
 void VideoView::takeFrame()
@@ -92,10 +109,8 @@ void VideoView::takeFrame()
         return;
     const QSize before = frame_.size();
     frame_ = newest;
-    if (before == frame_.size()) {
-        update();
+    if (before == frame_.size())
         return;
-    }
     geometry_.setSourceSize(frame_.size());
     if (!before.isEmpty() && !haveSameShape(before, frame_.size()))
         setSelection(QRect());
@@ -185,9 +200,8 @@ void VideoView::onGetEnableTools(bool enable)
 
 void VideoView::SetBooklineEnable(bool enable)
 {
-    bookLine_ = enable;
-    QMetaObject::invokeMethod(
-        this, [this] { update(); }, Qt::QueuedConnection);
+    if (bookLine_.exchange(enable) != enable)
+        QCoreApplication::postEvent(this, new QEvent(wakeUp()));
 }
 
 void VideoView::SetMouseStatue(bool reacts)

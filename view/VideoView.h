@@ -31,9 +31,9 @@ public:
 
     /// Hands over the newest frame; a null picture is ignored. The picture is shared, not copied: its pixels
     /// must stay valid and unchanged for as long as any QImage copy of it lives, so a buffer of a pool is
-    /// wrapped with a cleanup function that gives it back. Up to two frames are kept at a time (one shown,
-    /// one waiting), thus a pool needs three buffers to never wait. RGB888 is painted fastest. The size may
-    /// change at every frame.
+    /// wrapped with a cleanup function that gives it back. Up to three frames are
+    /// held (the shown one, the one about to take its place, one that waits), so a pool of four never runs
+    /// dry. RGB888 is painted fastest. The size may change at every frame.
     void SetImageData(const QImage& frame);
     /// Drops the picture, so that the info text shows again; ends the freeze. Call it after the camera
     /// stopped.
@@ -119,6 +119,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void customEvent(QEvent* event) override;
 
 private:
     void connectToolBar();
@@ -138,7 +139,7 @@ private:
     ViewGeometry geometry_;
     QString info_;
     QString notice_;
-    QTimer noticeTimer_;
+    QTimer noticeTimer_{this};
     std::atomic<bool> bookLine_{false};
     bool frozen_ = false;
     bool mouseReacts_ = true;

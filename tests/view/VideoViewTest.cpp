@@ -1,0 +1,481 @@
+#include "VideoView.h"
+
+#include "ToolBar.h"
+
+#include <gtest/gtest.h>
+
+#include <QCloseEvent>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace {
+
+QImage plain(const QSize& size, const QColor& colour)
+{
+    QImage image(size, QImage::Format_RGB888);
+    image.fill(colour);
+    return image;
+}
+
+void wheel(QWidget& widget, const QPoint& angle)
+{
+    const QPointF at = widget.rect().center();
+    QWheelEvent event(at, at, QPoint(), angle, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+void mouse(QWidget& widget, QEvent::Type type, const QPoint& at, Qt::MouseButton button = Qt::LeftButton)
+{
+    const bool isMove = type == QEvent::MouseMove;
+    QMouseEvent event(type,
+                      at,
+                      isMove ? Qt::NoButton : button,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+void drag(QWidget& widget, const QPoint& from, const QPoint& to)
+{
+    mouse(widget, QEvent::MouseButtonPress, from);
+    mouse(widget, QEvent::MouseMove, (from + to) / 2);
+    mouse(widget, QEvent::MouseMove, to);
+    mouse(widget, QEvent::MouseButtonRelease, to);
+}
+
+int redPixels(const QImage& image)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixelColor(x, y) == QColor(Qt::red);
+    return count;
+}
+
+/// A view of 400 x 300 in a window of the same size.
+class VideoViewTest : public ::testing::Test
+{
+protected:
+    VideoViewTest()
+    {
+        auto* layout = new QVBoxLayout(&window_);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(view_);
+        window_.resize(400, 300);
+        window_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    }
+
+    void show(const QImage& frame)
+    {
+        view_->SetImageData(frame);
+        QCoreApplication::processEvents();
+    }
+
+    QImage picture() { return view_->grab().toImage(); }
+
+    QWidget window_;
+    VideoView* view_ = new VideoView(&window_);
+    ToolBar* bar_ = view_->findChild<ToolBar*>();
+};
+
+TEST_F(VideoViewTest, ShowsTheInfoTextInRedUntilAFrameComesAndAfterItWent)
+{
+    const auto redRows = [this] {
+        QRect rows;
+        const QImage image = picture();
+        for (int y = 0; y < image.height(); ++y)
+            if (redPixels(image.copy(0, y, image.width(), 1)))
+                rows |= QRect(0, y, 1, 1);
+        return rows;
+    };
+    EXPECT_FALSE(redRows().isNull()) << "the text of a new view";
+    view_->SetShowInfo(QStringLiteral("No found device!"));
+    EXPECT_GE(redRows().top(), 150 - 16);
+    EXPECT_LE(redRows().bottom(), 150 + 16);
+    show(plain({64, 48}, Qt::green));
+    EXPECT_TRUE(redRows().isNull());
+    EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::green));
+    show(QImage());
+    EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::green)) << "a null picture is ignored";
+    view_->ClearFrame();
+    EXPECT_FALSE(redRows().isNull());
+    EXPECT_TRUE(view_->GetImageCurrentSize().isEmpty());
+}
+
+TEST_F(VideoViewTest, TakesTheFrameThatWaitsWhenTheCameraStopped)
+{
+    view_->SetImageData(plain({64, 48}, Qt::green));
+    view_->ClearFrame();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view_->GetImageCurrentSize().isEmpty());
+    show(plain({64, 48}, Qt::blue)); // and the next camera's frames are shown again
+    EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::blue));
+}
+
+TEST_F(VideoViewTest, FollowsFramesThatChangeTheirSize)
+{
+    show(plain({1600, 1200}, Qt::green));
+    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(400, 300));
+    show(plain({1200, 1600}, Qt::blue)); // turned
+    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(225, 300));
+    EXPECT_EQ(view_->GetImageCurrentPoint(), QPoint(87, 0));
+    const QImage image = picture();
+    EXPECT_EQ(image.pixelColor(90, 10), QColor(Qt::blue));
+    EXPECT_NE(image.pixelColor(84, 10), QColor(Qt::blue));
+}
+
+TEST_F(VideoViewTest, ZoomsByWheelAndKeysWithinItsLimits)
+{
+    show(plain({400, 300}, Qt::green));
+    for (int step = 0; step < 11; ++step)
+        wheel(*view_, {0, -120});
+    EXPECT_EQ(view_->zoom(), 0.1);
+    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(40, 30));
+    wheel(*view_, {0, 0});
+    EXPECT_EQ(view_->zoom(), 0.1);
+    wheel(*view_, {0, 120});
+    wheel(*view_, {0, 120});
+    wheel(*view_, {30, 0}); // sideways counts as out
+    EXPECT_EQ(view_->zoom(), 0.2);
+    for (int step = 0; step < 30; ++step)
+        view_->SetHotKeyZoom(1);
+    EXPECT_EQ(view_->zoom(), 2.0);
+    view_->SetHotKeyZoom(2);
+    view_->SetHotKeyZoom(7);
+    EXPECT_EQ(view_->zoom(), 1.9);
+    view_->SetViewAdap();
+    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(400, 300));
+}
+
+TEST_F(VideoViewTest, PansByDraggingUnlessTheMouseIsTurnedOff)
+{
+    show(plain({400, 300}, Qt::green));
+    view_->SetHotKeyZoom(1);
+    const QPoint before = view_->GetImageCurrentPoint();
+    drag(*view_, {200, 150}, {190, 143});
+    EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-10, -7));
+    mouse(*view_, QEvent::MouseMove, {10, 10}); // not pressed
+    EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-10, -7));
+    view_->SetMouseStatue(false);
+    drag(*view_, {200, 150}, {220, 170});
+    wheel(*view_, {0, 120});
+    EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-10, -7));
+    EXPECT_EQ(view_->zoom(), 1.1);
+}
+
+TEST_F(VideoViewTest, DrawsACropRectangleInSelectionMode)
+{
+    show(plain({1600, 1200}, Qt::green));
+    view_->SetHotKeyZoom(1);
+    view_->onDeskewChanged(2, true);
+    EXPECT_EQ(view_->zoom(), 1.0) << "selection mode fits the view";
+    QSignalSpy selected(view_, &VideoView::rectSelected);
+
+    drag(*view_, {200, 220}, {100, 120}); // upwards to the left
+    ASSERT_EQ(selected.count(), 1);
+    EXPECT_EQ(selected.at(0).at(0).toRect(), QRect(QPoint(100, 120), QPoint(200, 220)));
+    EXPECT_EQ(view_->getSelectedRect(), QRect(400, 480, 404, 404));
+    const QImage image = picture();
+    for (const QPoint& edge : {QPoint(100, 170), QPoint(201, 170), QPoint(150, 120), QPoint(150, 221)})
+        EXPECT_EQ(image.pixelColor(edge), QColor(Qt::red)) << edge.x() << "," << edge.y();
+    EXPECT_EQ(image.pixelColor(150, 170), QColor(Qt::green));
+
+    wheel(*view_, {0, 120});
+    view_->SetHotKeyZoom(1);
+    EXPECT_EQ(view_->zoom(), 1.0);
+    mouse(*view_, QEvent::MouseButtonPress, {10, 10}, Qt::RightButton);
+    mouse(*view_, QEvent::MouseButtonRelease, {90, 90}, Qt::RightButton);
+    EXPECT_EQ(selected.count(), 1);
+    EXPECT_EQ(view_->getSelectedRect(), QRect(400, 480, 404, 404));
+}
+
+TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)
+{
+    show(plain({1600, 1200}, Qt::green));
+    const auto select = [this] {
+        view_->onDeskewChanged(2, true);
+        drag(*view_, {100, 100}, {200, 200});
+        return view_->getSelectedRect();
+    };
+    EXPECT_FALSE(select().isNull());
+    drag(*view_, {50, 50}, {51, 51}); // a mere click, not a crop to two pixels
+    EXPECT_TRUE(view_->getSelectedRect().isNull());
+    EXPECT_FALSE(select().isNull());
+    view_->onDeskewChanged(2, false);
+    EXPECT_TRUE(view_->getSelectedRect().isNull());
+    EXPECT_FALSE(select().isNull());
+    view_->onDeskewChanged(0, true);
+    EXPECT_FALSE(view_->isSelectionMode());
+    EXPECT_TRUE(view_->getSelectedRect().isNull());
+    EXPECT_FALSE(select().isNull());
+    show(plain({1200, 1600}, Qt::green));
+    EXPECT_TRUE(view_->getSelectedRect().isNull()) << "the picture was turned";
+    EXPECT_FALSE(select().isNull());
+    view_->ClearFrame();
+    EXPECT_TRUE(view_->getSelectedRect().isNull());
+    show(plain({1200, 1600}, Qt::green)); // beside the picture, which lies at 87 to 312
+    drag(*view_, {5, 5}, {60, 200});
+    EXPECT_TRUE(view_->getSelectedRect().isNull());
+}
+
+TEST_F(VideoViewTest, KeepsTheRectangleOnTheSamePartOfThePictureAtAnotherSize)
+{
+    show(plain({1600, 1200}, Qt::green));
+    view_->onDeskewChanged(2, true);
+    drag(*view_, {100, 120}, {199, 219});
+    const QRect before = view_->getSelectedRect();
+    EXPECT_EQ(before, QRect(400, 480, 400, 400));
+    window_.resize(640, 300);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view_->getSelectedRect(), before);
+    window_.resize(800, 600);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view_->getSelectedRect(), before);
+    EXPECT_EQ(picture().pixelColor(200, 300), QColor(Qt::red));
+    show(plain({800, 600}, Qt::green)); // another resolution
+    EXPECT_EQ(view_->getSelectedRect(), QRect(200, 240, 200, 200));
+}
+
+TEST_F(VideoViewTest, DrawsTheBookLineThroughTheMiddleOfThePicture)
+{
+    show(plain({300, 300}, Qt::green));
+    drag(*view_, {200, 150}, {230, 150});
+    EXPECT_EQ(redPixels(picture()), 0);
+    view_->SetBooklineEnable(true);
+    EXPECT_TRUE(view_->GetBooklineEnable());
+    const QImage image = picture();
+    for (const int y : {0, 150, 299})
+        EXPECT_EQ(image.pixelColor(230, y), QColor(Qt::red));
+    EXPECT_EQ(redPixels(image), 3 * 300);
+}
+
+TEST_F(VideoViewTest, KeepsAFrozenPictureUntilItIsToggledAgain)
+{
+    view_->toggleFreeze();
+    EXPECT_FALSE(view_->isFrozen()) << "there is nothing to freeze";
+    show(plain({400, 300}, Qt::green));
+    const QImage live = picture();
+    QSignalSpy clicked(view_, &VideoView::clickFreezSign);
+    Q_EMIT bar_->clickFreezSign();
+    EXPECT_EQ(clicked.count(), 1);
+    EXPECT_TRUE(view_->isFrozen());
+    show(plain({400, 300}, Qt::blue));
+    EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::green));
+    EXPECT_NE(picture(), live) << "a sign says that it is a still";
+    Q_EMIT bar_->clickFreezSign();
+    show(plain({400, 300}, Qt::blue));
+    EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::blue));
+    view_->toggleFreeze();
+    view_->ClearFrame();
+    EXPECT_FALSE(view_->isFrozen());
+}
+
+TEST_F(VideoViewTest, ShowsANoticeForAWhile)
+{
+    show(plain({400, 300}, Qt::green));
+    const QImage before = picture();
+    view_->ShowNotice(QStringLiteral("/a/folder/that/cannot/be/written/IMAGE_000.jpg could not be saved"));
+    const QImage during = picture();
+    EXPECT_NE(during, before);
+    EXPECT_EQ(during.pixelColor(200, 100), QColor(Qt::green)) << "it hides only its band";
+    auto* timer = view_->findChild<QTimer*>(QStringLiteral("noticeTimer"));
+    ASSERT_TRUE(timer && timer->isActive());
+    EXPECT_GE(timer->interval(), 3000) << "long enough to be read";
+    timer->start(1); // the same end, sooner
+    EXPECT_TRUE(QTest::qWaitFor([&] { return picture() == before; }));
+}
+
+TEST_F(VideoViewTest, PassesTheToolBarOnAndCountsCroppingOptionsFromNought)
+{
+    QSignalSpy deskew(view_, &VideoView::clickDeskewSign);
+    QSignalSpy rotate(view_, &VideoView::clickRotateSign);
+    QSignalSpy zoom(view_, &VideoView::clickZoomSign);
+    QSignalSpy device(view_, &VideoView::checkDeviceSign);
+    show(plain({400, 300}, Qt::green));
+    Q_EMIT bar_->clickDeskewSign(3, true);
+    EXPECT_EQ(deskew.value(0), QVariantList({2, true}));
+    EXPECT_TRUE(view_->isSelectionMode());
+    Q_EMIT bar_->clickDeskewSign(3, false);
+    Q_EMIT bar_->clickDeskewSign(1, true);
+    EXPECT_EQ(deskew.value(2), QVariantList({0, true}));
+    EXPECT_FALSE(view_->isSelectionMode());
+    Q_EMIT bar_->clickZoomSign(1);
+    Q_EMIT bar_->clickZoomSign(1);
+    Q_EMIT bar_->clickZoomSign(2);
+    EXPECT_EQ(view_->zoom(), 1.1);
+    EXPECT_EQ(zoom.count(), 3);
+    Q_EMIT bar_->clickAdapSign();
+    EXPECT_EQ(view_->zoom(), 1.0);
+    view_->toggleFreeze();
+    Q_EMIT bar_->clickRotateSign(3);
+    EXPECT_EQ(rotate.value(0), QVariantList({3}));
+    EXPECT_FALSE(view_->isFrozen()) << "one who turns the picture wants to see it turn";
+
+    view_->SetDeviceNames({QStringLiteral("one"), QStringLiteral("two")});
+    view_->SetDeviceDefaultIdx(1);
+    EXPECT_EQ(view_->GetCurrentDeviceIndex(), 1);
+    EXPECT_EQ(device.count(), 0);
+    view_->SetResolutions({QStringLiteral("1600*1200"), QStringLiteral("640*480")});
+    view_->SetDefaultResolution(1);
+    EXPECT_EQ(view_->GetResolutionCurrentText(view_->GetResolutionCurrentIndex()), QStringLiteral("640*480"));
+    EXPECT_EQ(view_->GetResolutionCurrentCount(), 2);
+    view_->onGetEnableTools(false);
+    EXPECT_FALSE(bar_->isEnabled());
+}
+
+TEST_F(VideoViewTest, ShowsTheToolBarToTheMouseAndToTheTabKey)
+{
+    const auto send = [this](QEvent::Type type) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(view_, &event);
+    };
+    EXPECT_FALSE(bar_->isVisible());
+    send(QEvent::Enter);
+    EXPECT_TRUE(bar_->isVisible());
+    EXPECT_EQ(bar_->y(), 0);
+    EXPECT_LE(qAbs(bar_->geometry().center().x() - view_->rect().center().x()), 1);
+    EXPECT_LE(bar_->width(), view_->width());
+    send(QEvent::Leave);
+    EXPECT_FALSE(bar_->isVisible());
+
+    QPushButton elsewhere(&window_);
+    elsewhere.show();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    elsewhere.setFocus();
+    view_->setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(bar_->isVisible());
+    elsewhere.setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bar_->isVisible(); }));
+    view_->setFocus(Qt::OtherFocusReason);
+    EXPECT_FALSE(bar_->isVisible());
+    QTest::keyClick(view_, Qt::Key_Tab);
+    EXPECT_TRUE(bar_->isAncestorOf(QApplication::focusWidget()));
+    send(QEvent::Leave);
+    EXPECT_TRUE(bar_->isVisible()) << "the keyboard is in it";
+    elsewhere.setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bar_->isVisible(); }));
+}
+
+TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
+{
+    show(plain({400, 300}, Qt::green));
+    const Qt::WindowStates state = window_.windowState();
+    QSignalSpy doubleClicked(view_, &VideoView::doubClickSign);
+    mouse(*view_, QEvent::MouseButtonDblClick, {200, 150});
+    mouse(*view_, QEvent::MouseButtonDblClick, {200, 150}, Qt::RightButton);
+    EXPECT_EQ(doubleClicked.count(), 1);
+
+    const auto isBack = [&] {
+        return !view_->isWindow() && view_->isVisible() && view_->size() == QSize(400, 300);
+    };
+    const std::vector<std::function<void()>> waysBack{
+        [&] { view_->toggleFullscreen(); },
+        [&] { QTest::keyClick(view_, Qt::Key_Escape); },
+        [&] { view_->close(); },
+    };
+    for (const std::function<void()>& goBack : waysBack) {
+        view_->toggleFullscreen();
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return view_->isFullScreen() && view_->size() == QSize(800, 600); }));
+        EXPECT_EQ(view_->GetImageCurrentSize(), QSize(800, 600));
+        goBack();
+        EXPECT_TRUE(QTest::qWaitFor(isBack));
+        EXPECT_EQ(window_.windowState(), state);
+        EXPECT_TRUE(window_.isVisible());
+    }
+    QTest::keyClick(view_, Qt::Key_Escape); // has no meaning now
+    EXPECT_TRUE(isBack());
+}
+
+/// Pixels that count their users.
+QImage loan(std::atomic<int>& lent, uchar value)
+{
+    constexpr int side = 32;
+    auto* pixels = new std::vector<uchar>(side * side * 3, value);
+    ++lent;
+    struct Loan
+    {
+        std::vector<uchar>* pixels;
+        std::atomic<int>* lent;
+    };
+    const auto giveBack = [](void* info) {
+        const std::unique_ptr<Loan> l(static_cast<Loan*>(info));
+        std::fill(l->pixels->begin(), l->pixels->end(), uchar(1)); // whoever still paints it shows it
+        delete l->pixels;
+        --*l->lent;
+    };
+    return QImage(
+        pixels->data(), side, side, side * 3, QImage::Format_RGB888, giveBack, new Loan{pixels, &lent});
+}
+
+TEST_F(VideoViewTest, TakesFramesFromThreadsWhileItPaints)
+{
+    std::atomic<int> lent{0};
+    std::atomic<int> most{0};
+    std::atomic<bool> stop{false};
+    std::vector<std::thread> cameras;
+    for (const int value : {50, 200}) {
+        cameras.emplace_back([&, value] {
+            while (!stop) {
+                view_->SetImageData(loan(lent, uchar(value)));
+                view_->SetBooklineEnable(false);
+                view_->getSelectedRect();
+                const int now = lent;
+                if (now > most)
+                    most = now;
+            }
+        });
+    }
+    for (int painted = 0; painted < 20; ++painted) {
+        QCoreApplication::processEvents();
+        if (view_->GetImageCurrentSize().isEmpty())
+            continue;
+        const QColor colour = picture().pixelColor(200, 150);
+        EXPECT_TRUE(colour == QColor(50, 50, 50) || colour == QColor(200, 200, 200)) << colour.red();
+    }
+    window_.hide(); // hidden, frames must not pile up either
+    for (int round = 0; round < 20; ++round)
+        QCoreApplication::processEvents();
+    stop = true;
+    for (std::thread& camera : cameras)
+        camera.join();
+    // Three in the view, and each thread's own besides the one that it has just replaced.
+    EXPECT_LE(most, 7);
+    view_->ClearFrame();
+    EXPECT_EQ(lent, 0);
+}
+
+TEST(FrameMailbox, WakesItsReaderOnceAndKeepsTheNewestOnly)
+{
+    FrameMailbox mailbox;
+    std::atomic<int> lent{0};
+    EXPECT_TRUE(mailbox.take().isNull());
+    EXPECT_TRUE(mailbox.put(loan(lent, 1)));
+    EXPECT_FALSE(mailbox.put(loan(lent, 2)));
+    EXPECT_FALSE(mailbox.put(loan(lent, 3)));
+    EXPECT_EQ(lent, 1);
+    {
+        const QImage newest = mailbox.take();
+        EXPECT_EQ(qRed(newest.pixel(0, 0)), 3);
+        EXPECT_TRUE(mailbox.take().isNull());
+        EXPECT_TRUE(mailbox.put(loan(lent, 4)));
+        EXPECT_EQ(qRed(newest.pixel(0, 0)), 3);
+    }
+    EXPECT_EQ(lent, 1);
+    mailbox.take();
+    EXPECT_EQ(lent, 0);
+}
+
+} // namespace
