@@ -14,6 +14,7 @@ namespace {
 
 constexpr int narrowest = 320; // px
 constexpr int widest = 520;    // px, unless a single word needs more
+constexpr int lowest = 72;     // px of the message
 
 } // namespace
 
@@ -70,9 +71,12 @@ void MsgBox::fitMessage()
     const int natural = metrics.boundingRect(QRect(), Qt::AlignLeft, text).width() + frame;
     const int screen = QGuiApplication::primaryScreen()->availableSize().width() * 9 / 10;
     const int word = std::min(TextFit::longestWord(text, metrics) + frame, screen);
-    ui_->labelMessage->setFixedWidth(std::max(std::clamp(natural, narrowest, widest), word));
-    ui_->labelMessage->setMinimumHeight(
-        std::max(72, ui_->labelMessage->heightForWidth(ui_->labelMessage->minimumWidth())));
+    const int width = std::max(std::clamp(natural, narrowest, widest), word);
+    ui_->labelMessage->setMinimumHeight(0); // or the height for a width would never be less than the last one
+    ui_->labelMessage->setFixedWidth(width);
+    ui_->labelMessage->setMinimumHeight(std::max(lowest, ui_->labelMessage->heightForWidth(width)));
+    ui_->layoutBody->activate(); // now, not with the next events: the placement needs the size
+    layout()->activate();
 }
 
 void MsgBox::showEvent(QShowEvent* event)

@@ -1,0 +1,222 @@
+#include "BtnControl.h"
+#include "FreshSettings.h"
+#include "FunctionButtons.h"
+#include "LanguageFolder.h"
+#include "Look.h"
+#include "More.h"
+#include "Settings.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr int partially = Qt::PartiallyChecked;
+
+/// Bit i set: function button i stands in the bar.
+int shownMask(const BtnControl& bar)
+{
+    int mask = 0;
+    const QList<QPushButton*> buttons = bar.findChildren<QPushButton*>();
+    for (int i = 0; i < functionButtons::count; ++i)
+        mask |= buttons[i]->isHidden() ? 0 : 1 << i;
+    return mask;
+}
+
+/// The picture a style sheet names first.
+QString picture(const QWidget& widget)
+{
+    return widget.styleSheet().section(QStringLiteral("url("), 1, 1).section(QLatin1Char(')'), 0, 0);
+}
+
+bool placedApart(const QWidget& container, const QList<QPushButton*>& buttons)
+{
+    for (int i = 0; i < buttons.size(); ++i) {
+        if (buttons[i]->isVisible() && !container.rect().contains(buttons[i]->geometry()))
+            return false;
+        for (int j = i + 1; j < buttons.size(); ++j) {
+            if (buttons[i]->isVisible() && buttons[j]->isVisible() &&
+                buttons[i]->geometry().intersects(buttons[j]->geometry()))
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+class ButtonBar : public FreshSettings
+{
+};
+
+TEST_F(ButtonBar, StartsWithTheDefaultButtonsWhateverIsStored)
+{
+    settings::buttonId.write(settings, 1 << 4);
+    const BtnControl bar;
+    EXPECT_EQ(shownMask(bar), 0xCDEF);
+    EXPECT_EQ(bar.visibleCount(), 12);
+    EXPECT_EQ(settings::buttonId.read(settings), 1 << 4);
+}
+
+TEST_F(ButtonBar, TicksShowHideAndStoreOneButtonEach)
+{
+    BtnControl bar;
+    bar.onDisplayMoreCheck(3, Qt::Unchecked);
+    EXPECT_EQ(settings::buttonId.read(settings), 0xCDE7);
+    EXPECT_EQ(shownMask(bar), 0xCDE7);
+    EXPECT_EQ(bar.visibleCount(), 11);
+
+    bar.onDisplayMoreCheck(3, partially);
+    bar.onDisplayMoreCheck(17, Qt::Checked);
+    bar.onDisplayMoreCheck(-1, Qt::Unchecked);
+    bar.onDisplayCheckBox(3, true);
+    EXPECT_EQ(settings::buttonId.read(settings), 0xCDE7);
+    EXPECT_EQ(bar.visibleCount(), 11);
+
+    bar.onDisplayMoreCheck(3, Qt::Checked);
+    EXPECT_EQ(settings::buttonId.read(settings), 0xCDEF);
+
+    settings::buttonId.write(settings, 0); // a tick flips its own bit of whatever is stored
+    bar.onDisplayMoreCheck(16, Qt::Checked);
+    EXPECT_EQ(settings::buttonId.read(settings), 1 << 16);
+    EXPECT_EQ(shownMask(bar), 0xCDEF | 1 << 16);
+}
+
+TEST_F(ButtonBar, EveryButtonEmitsItsOwnSignal)
+{
+    const std::vector<const char*> expected{SIGNAL(btnScannerClicked()),
+                                            SIGNAL(btnDocumentClicked()),
+                                            SIGNAL(btnBarcodeClicked()),
+                                            SIGNAL(btnPicComposeClicked()),
+                                            SIGNAL(btnCardComposeClicked()),
+                                            SIGNAL(btnRecordClicked()),
+                                            SIGNAL(btnAutoScannerClicked()),
+                                            SIGNAL(btnOcrClicked()),
+                                            SIGNAL(btnReadIdCardClicked()),
+                                            SIGNAL(btnPrintClicked()),
+                                            SIGNAL(btnPdfClicked()),
+                                            SIGNAL(btnPdfExClicked()),
+                                            SIGNAL(btnSignClicked()),
+                                            SIGNAL(btnFingerPrintClicked()),
+                                            SIGNAL(btnBookscanClicked()),
+                                            SIGNAL(btnFaceClicked()),
+                                            SIGNAL(btnLaohuaClicked()),
+                                            SIGNAL(btnMoreClicked())};
+    BtnControl bar;
+    std::vector<std::unique_ptr<QSignalSpy>> spies;
+    for (const char* signal : expected)
+        spies.push_back(std::make_unique<QSignalSpy>(&bar, signal));
+    const QList<QPushButton*> buttons = bar.findChildren<QPushButton*>();
+    ASSERT_EQ(buttons.size(), int(expected.size()));
+    for (int clicked = 0; clicked < buttons.size(); ++clicked) {
+        buttons[clicked]->click();
+        for (int i = 0; i < buttons.size(); ++i)
+            EXPECT_EQ(spies[std::size_t(i)]->count(), i <= clicked ? 1 : 0)
+                << clicked << " -> " << expected[std::size_t(i)];
+    }
+}
+
+TEST_F(ButtonBar, TakesItsPicturesFromTheLanguageFolder)
+{
+    settings::appLanguage.write(settings, 1);
+    BtnControl bar;
+    const QList<QPushButton*> buttons = bar.findChildren<QPushButton*>();
+    const QString morePicture = picture(*buttons.last());
+    EXPECT_EQ(picture(*buttons[0]), QStringLiteral(":/images/en/images/en/capture.png"));
+    EXPECT_EQ(picture(*buttons[16]), QStringLiteral(":/images/en/images/en/Laohua.png"));
+    EXPECT_EQ(morePicture, QStringLiteral(":/images/common/images/common/more.png"));
+    for (const QPushButton* button : buttons)
+        EXPECT_TRUE(QFile::exists(picture(*button))) << qPrintable(picture(*button));
+
+    bar.SetButtonsStyle(QStringLiteral("pl"), QStringLiteral("pl"));
+    EXPECT_EQ(picture(*buttons[16]), QStringLiteral(":/images/pl/images/pl/Laohua.png"));
+    EXPECT_EQ(picture(*buttons.last()), morePicture);
+
+    for (const int index : {-1, 13, 14, 17, 18})
+        bar.SetButtonStyle(QStringLiteral("jp"), QStringLiteral("jp"), index);
+    EXPECT_EQ(picture(*buttons[13]), QStringLiteral(":/images/jp/images/jp/fingerprint.png"));
+    EXPECT_EQ(picture(*buttons[14]), QStringLiteral(":/images/pl/images/pl/bookscan.png"));
+    EXPECT_EQ(picture(*buttons.last()), morePicture);
+}
+
+TEST_F(ButtonBar, FlowsIntoRowsWithoutOverlap)
+{
+    BtnControl bar;
+    const QList<QPushButton*> buttons = bar.findChildren<QPushButton*>();
+    EXPECT_LT(bar.heightForWidth(800), 2 * 60) << "the default buttons need one row of 800 px";
+    for (int i = 0; i < functionButtons::count; ++i)
+        bar.onDisplayMoreCheck(i, Qt::Checked);
+    bar.show();
+    for (const int width : {1920, 1024, 800, 300}) {
+        bar.resize(width, bar.heightForWidth(width));
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(placedApart(bar, buttons)) << width;
+    }
+}
+
+TEST(LanguageFolder, FollowsTheSettingThenTheLocale)
+{
+    const QLocale taiwan(QLocale::Chinese, QLocale::Taiwan);
+    const QLocale china(QLocale::Chinese, QLocale::China);
+    EXPECT_EQ(languageFolder(0, taiwan), QStringLiteral("zh"));
+    EXPECT_EQ(languageFolder(1, china), QStringLiteral("en"));
+    EXPECT_EQ(languageFolder(-1, china), QStringLiteral("zh"));
+    EXPECT_EQ(languageFolder(-1, taiwan), QStringLiteral("hk"));
+    EXPECT_EQ(languageFolder(2, QLocale(QLocale::Polish)), QStringLiteral("pl"));
+    EXPECT_EQ(languageFolder(7, QLocale(QLocale::Japanese)), QStringLiteral("jp"));
+    EXPECT_EQ(languageFolder(2, QLocale(QLocale::Russian)), QStringLiteral("en"));
+}
+
+class MoreWindow : public FreshSettings
+{
+};
+
+TEST_F(MoreWindow, StartsWithTheDefaultTicksAndChinesePictures)
+{
+    settings::buttonId.write(settings, 0);
+    settings::appLanguage.write(settings, 1);
+    const More more;
+    const QList<QCheckBox*> boxes = more.findChildren<QCheckBox*>();
+    ASSERT_EQ(boxes.size(), functionButtons::count);
+    for (int i = 0; i < boxes.size(); ++i) {
+        EXPECT_EQ(boxes[i]->isChecked(), bool(0xCDEF >> i & 1)) << i;
+        const QString expected = QStringLiteral(":/images/zh/images/zh/%1.png")
+                                     .arg(QLatin1String(functionButtons::identifiers[std::size_t(i)]));
+        EXPECT_EQ(picture(*boxes[i]), expected);
+    }
+    EXPECT_EQ(more.size(), QSize(800, 600));
+}
+
+TEST_F(MoreWindow, AClickReportsTheBoxAndReachesTheBarAndTheStore)
+{
+    More more;
+    BtnControl bar;
+    QObject::connect(
+        &more, QOverload<int, int>::of(&More::displayCheckBox), &bar, &BtnControl::onDisplayMoreCheck);
+    QSignalSpy clicks(&more, QOverload<int, bool>::of(&More::displayCheckBox));
+    QSignalSpy states(&more, QOverload<int, int>::of(&More::displayCheckBox));
+    more.show();
+    QCheckBox* synthesis = more.findChildren<QCheckBox*>()[3];
+    const QImage ticked = synthesis->grab().toImage();
+
+    QTest::mouseClick(synthesis, Qt::LeftButton, {}, QPoint(100, 100)); // the whole picture takes clicks
+    ASSERT_EQ(clicks.count(), 1);
+    EXPECT_EQ(clicks[0], (QVariantList{3, false}));
+    ASSERT_EQ(states.count(), 1);
+    EXPECT_EQ(states[0], (QVariantList{3, int(Qt::Unchecked)}));
+    EXPECT_EQ(settings::buttonId.read(settings), 0xCDE7);
+    EXPECT_EQ(shownMask(bar), 0xCDE7);
+    EXPECT_NE(synthesis->grab().toImage(), ticked) << "the tick must be seen";
+
+    synthesis->setChecked(true); // not by the user: a state, no click
+    EXPECT_EQ(clicks.count(), 1);
+    EXPECT_EQ(states.count(), 2);
+    QTest::mouseClick(more.findChild<QPushButton*>(QStringLiteral("buttonClose")), Qt::LeftButton);
+    EXPECT_FALSE(more.isVisible());
+}

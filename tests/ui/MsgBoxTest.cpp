@@ -1,0 +1,124 @@
+#include "MsgBox.h"
+#include "AnsweredDialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+QString shown(const MsgBox& box, const char* label)
+{
+    return box.findChild<QLabel*>(QLatin1String(label))->text();
+}
+
+QList<QPushButton*> visibleButtons(const MsgBox& box)
+{
+    QList<QPushButton*> visible;
+    for (QPushButton* button : box.findChildren<QPushButton*>()) {
+        if (button->isVisible())
+            visible.append(button);
+    }
+    return visible;
+}
+
+/// Runs the box and does `act` as soon as it stands.
+template <class Act> int runAnd(MsgBox& box, Act act)
+{
+    QTimer::singleShot(0, &box, act);
+    return box.exec();
+}
+
+} // namespace
+
+TEST(MsgBox, SaysWhatItIsGiven)
+{
+    MsgBox box;
+    box.Warnning(QStringLiteral("a < b & <b>c</b>"));
+    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("warnning"));
+    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("a < b & <b>c</b>"));
+    EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("labelMessage"))->textFormat(), Qt::PlainText);
+    box.Error(QStringLiteral("broken"));
+    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("error"));
+    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("broken"));
+    box.Information(QStringLiteral("Tips"), QStringLiteral("text"));
+    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("Tips"));
+    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("text"));
+    box.Information(QString(), QString());
+    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("warnning"));
+    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("warnning"));
+}
+
+TEST(MsgBox, EndsByItsOneButtonOrByEscape)
+{
+    MsgBox box;
+    box.Error(QStringLiteral("broken"));
+    EXPECT_EQ(runAnd(box,
+                     [&] {
+                         const QList<QPushButton*> buttons = visibleButtons(box);
+                         ASSERT_EQ(buttons.size(), 1);
+                         EXPECT_EQ(buttons[0]->text(), QStringLiteral("OK"));
+                         QTest::mouseClick(buttons[0], Qt::LeftButton);
+                     }),
+              QDialog::Accepted);
+    EXPECT_EQ(runAnd(box, [&] { QTest::keyClick(&box, Qt::Key_Return); }), QDialog::Accepted);
+    EXPECT_EQ(runAnd(box, [&] { QTest::keyClick(&box, Qt::Key_Escape); }), QDialog::Rejected);
+    EXPECT_EQ(runAnd(box, [&] { box.close(); }), QDialog::Rejected);
+    EXPECT_EQ(runAnd(box, [&] { box.findChild<QPushButton*>(QStringLiteral("buttonOk"))->click(); }),
+              QDialog::Accepted);
+    EXPECT_EQ(runAnd(box, [&] { box.findChild<QPushButton*>(QStringLiteral("buttonCancel"))->click(); }),
+              QDialog::Rejected);
+}
+
+TEST(MsgBox, StandsInTheMiddleOfTheLargestWindowsSize)
+{
+    QWidget large;
+    large.setGeometry(300, 200, 1201, 702); // its own position does not count
+    QWidget small;
+    small.resize(300, 900);
+    MsgBox box;
+    box.Warnning(QStringLiteral("text"));
+    runAnd(box, [&] {
+        EXPECT_EQ(box.pos(), QPoint((1200 - box.width()) / 2, (701 - box.height()) / 2));
+        box.accept();
+    });
+    large.resize(1400, 702); // judged anew on every show
+    runAnd(box, [&] {
+        EXPECT_EQ(box.x(), (1399 - box.width()) / 2);
+        box.accept();
+    });
+}
+
+TEST(MsgBox, GrowsAndShrinksWithItsText)
+{
+    const QString path = QStringLiteral("/home/user/") + QString(60, QLatin1Char('x'));
+    MsgBox box;
+    QSize sizes[3];
+    int next = 0;
+    for (const QString& text :
+         {QStringLiteral("short"), QStringLiteral("many words ").repeated(40) + path, QStringLiteral("x")}) {
+        box.Warnning(text);
+        runAnd(box, [&] {
+            const auto* label = box.findChild<QLabel*>(QStringLiteral("labelMessage"));
+            EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "text cut off";
+            EXPECT_LE(label->width(), box.width());
+            sizes[next++] = box.size();
+            box.accept();
+        });
+    }
+    EXPECT_GT(sizes[1].height(), sizes[0].height());
+    EXPECT_EQ(sizes[2], sizes[0]);
+    EXPECT_LE(sizes[1].width(), 800) << "one long path does not push the box off the screen";
+}
+
+TEST(Dialogs, RunTheMessageThroughTheSeam)
+{
+    AnsweredDialogs answers;
+    EXPECT_EQ(Dialogs::warn(nullptr, QStringLiteral("one")), QDialog::Accepted);
+    Dialogs::error(nullptr, QStringLiteral("two"));
+    Dialogs::inform(nullptr, QStringLiteral("title"), QStringLiteral("three"));
+    EXPECT_EQ(answers.messages,
+              (QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}));
+}
