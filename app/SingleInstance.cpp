@@ -8,8 +8,10 @@ bool SingleInstance::acquire()
     // again is held by a living process; one that a crash left behind is gone after the first round.
     if (segment_.attach()) {
         segment_.detach();
-        if (segment_.attach())
+        if (segment_.attach()) {
+            segment_.detach();
             return false;
+        }
     }
     if (segment_.create(1))
         return true;

@@ -20,6 +20,8 @@ QString nameOf(const QWidget& widget)
         for (const QWidget* parent = widget.parentWidget(); parent; parent = parent->parentWidget())
             if (const auto* chooser = qobject_cast<const QComboBox*>(parent))
                 name = chooser->objectName();
+        if (name.isEmpty())
+            name = QString::fromLatin1(widget.metaObject()->className());
     }
     if (name.isEmpty() && qobject_cast<const QMenu*>(&widget))
         return QStringLiteral("menu");

@@ -4,6 +4,7 @@
 #include "Settings.h"
 #include "SingleInstance.h"
 #include "StartReport.h"
+#include "UiMap.h"
 #include "VideoView.h"
 
 #include <QApplication>
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
     QTranslator ownTexts;
     install(ownTexts, languages::translationFile(language, QLocale::system()));
     Look::install(app);
+    UiMap::startIfWanted(app);
 
     LumroScanner window;
     const StartReport report(*window.findChild<VideoView*>());

@@ -4,8 +4,19 @@
 #include <QSettings>
 
 #include <cstdio>
+#include <mutex>
+#include <set>
 
 namespace {
+
+/// True at the first call with this path.
+bool isFirstUse(const QString& path)
+{
+    static std::mutex mutex;
+    static std::set<QString> used;
+    const std::lock_guard lock(mutex);
+    return used.insert(path).second;
+}
 
 void rescueBrokenFile(const QString& path)
 {
@@ -35,8 +46,12 @@ QSettings* ConfigSettings::GetSettings()
                                   QSettings::UserScope,
                                   QStringLiteral("lumro"),
                                   QStringLiteral("lylumroscanner"));
-        if (settings_->status() == QSettings::FormatError)
-            rescueBrokenFile(settings_->fileName());
+        if (isFirstUse(settings_->fileName())) {
+            settings_->allKeys(); // a file is parsed when it is read, and what is wrong with it
+            settings_->sync();    // is told by the next synchronisation
+            if (settings_->status() == QSettings::FormatError)
+                rescueBrokenFile(settings_->fileName());
+        }
     }
     return settings_;
 }

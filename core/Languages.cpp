@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::array<const char*, 3> interfaceFiles = {
     "/lumroscanner_zh_cn.qm", "/lumroscanner_en.qm", "/lumroscanner_ru.qm"};
-constexpr std::array<const char*, 3> toolkitFiles = {"/qtbase_zh_cn.qm", "", "/qtbase_ru.qm"};
+constexpr std::array<const char*, 3> toolkitFiles = {"/qtbase_zh_CN.qm", "", "/qtbase_ru.qm"};
 
 /// -1: none of the translated languages. A Chinese locale falls back to the source texts, as every other one.
 int languageIndex(int setting, const QLocale& system)

@@ -1,5 +1,7 @@
 #include "Settings.h"
+#include "TempDir.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -52,26 +54,26 @@ TEST_F(SettingsTest, TheFileIsWrittenBelowTheUsersConfiguration)
     EXPECT_TRUE(file.readAll().contains("Deskew=1"));
 }
 
-TEST_F(SettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
+TEST(BrokenSettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
 {
-    settings::deskew.write(store_, 1);
-    store_.GetSettings()->sync();
-    const QString path = store_.GetSettings()->fileName();
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    const QByteArray broken("[General]\nDeskew=2\nno equals sign here\n\x01\x02\xff\n");
-    file.write(broken);
-    file.close();
-
-    ConfigSettings reader;
-    reader.GetSettings()->sync();
-    EXPECT_EQ(settings::cameraResolution.read(reader), 1);
-    ConfigSettings opened; // a new start of the program
-    opened.GetSettings();
-    QFile copy(path + QStringLiteral(".broken"));
+    const QFileInfo usual(ConfigSettings().GetSettings()->fileName());
+    const TempDir folder;
+    const QString configuration = QString::fromStdString(folder.path());
+    QDir(configuration).mkdir(QStringLiteral("lumro"));
+    const std::string broken = "[General]\nDeskew=2\nno equals sign here\n\x01\x02\xff\n";
+    folder.write("lumro/lylumroscanner.ini", broken);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, configuration);
+    {
+        ConfigSettings store;
+        EXPECT_EQ(settings::cameraResolution.read(store), 1);
+        EXPECT_EQ(settings::deskew.read(store), 2);
+        settings::deskew.write(store, 1);
+    }
+    QSettings::setPath(
+        QSettings::IniFormat, QSettings::UserScope, QFileInfo(usual.absolutePath()).absolutePath());
+    QFile copy(configuration + QStringLiteral("/lumro/lylumroscanner.ini.broken"));
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), broken);
-    QFile::remove(copy.fileName());
+    EXPECT_EQ(copy.readAll().toStdString(), broken);
 }
 
 } // namespace
