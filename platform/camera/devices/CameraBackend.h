@@ -1,1 +1,107 @@
+// What the library needs of a kind of camera. V4l2Backend talks to the kernel's video devices, DeskBackend
+// plays pictures; everything above (pump, decoder, facade) knows only these interfaces.
 #pragma once
+
+#include "mirvakcamera.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirvak {
+
+class WakeEvent;
+
+/// Layouts of the bytes that cameras deliver. YUV formats are BT.601, video range, 4:2:2 or 4:2:0.
+enum class PixelFormat {
+    Mjpeg,
+    Yuyv,  ///< packed, two bytes a pixel
+    Nv12,  ///< luma plane, then one plane of U and V alternating
+    Yu12,  ///< luma plane, U plane, V plane
+    Rgb24, ///< red, green, blue
+    Bgr24,
+    Grey, ///< 8 bits
+    Y16,  ///< 16 bits, little endian
+};
+
+constexpr bool isGrey(PixelFormat format)
+{
+    return format == PixelFormat::Grey || format == PixelFormat::Y16;
+}
+
+/// One way in which a camera can stream; sizes in pixels.
+struct CameraMode
+{
+    PixelFormat format;
+    int width, height;
+};
+
+constexpr bool operator==(const CameraMode& a, const CameraMode& b)
+{
+    return a.format == b.format && a.width == b.width && a.height == b.height;
+}
+
+struct CameraInfo
+{
+    std::string name;
+    std::string usbId;           ///< vendor and product, 8 lowercase hexadecimal digits; empty off the USB
+    int type = 0;                ///< 1 main, 2 other colour, 3 infrared; 0 not decided yet
+    bool greyOnly = false;       ///< offers no colour
+    long long largestPixels = 0; ///< pixels of the largest picture
+    std::string address;         ///< how its own back end finds it again
+};
+
+/// The bytes of one frame, owned by the device, valid until its next read(), giveBack() or stop().
+struct RawFrame
+{
+    PixelFormat format = PixelFormat::Mjpeg;
+    int width = 0, height = 0; ///< pixels that the frame must have
+    size_t stride = 0;         ///< bytes from row to row of the first plane; not used for MJPEG
+    const uint8_t* data = nullptr;
+    size_t size = 0; ///< bytes
+};
+
+enum class ReadStatus {
+    Frame,
+    Damaged, ///< the transport says that the frame is broken
+    TimedOut,
+    Stopped, ///< the stop event is signalled
+    Gone,    ///< the device is unplugged or has failed; nothing more will come
+};
+
+/// An open camera. start() and stop() come from one thread; between them read() and giveBack() come from one
+/// other thread.
+class CameraDevice
+{
+public:
+    virtual ~CameraDevice() = default;
+
+    /// In the device's own order; never empty.
+    virtual const std::vector<CameraMode>& modes() const = 0;
+    /// @param waiting number of frames that may wait for read(); older ones are dropped
+    virtual MirvakResult start(const CameraMode& mode, int waiting) = 0;
+    virtual void stop() = 0;
+    /// Waits for the next frame, at most `timeout`, or until `stop` is signalled.
+    virtual ReadStatus read(RawFrame& frame, std::chrono::milliseconds timeout, const WakeEvent& stop) = 0;
+    /// The bytes of the last frame are no longer needed.
+    virtual void giveBack() {}
+    /// Sets the lens or sensor zoom, 1.0 being the widest view. False when the camera cannot.
+    /// Any thread.
+    virtual bool setZoom(double /*factor*/) { return false; }
+};
+
+class CameraBackend
+{
+public:
+    virtual ~CameraBackend() = default;
+
+    /// Looks for cameras anew. A camera that cannot be asked is left out.
+    virtual std::vector<CameraInfo> enumerate() = 0;
+    /// Null, and a line on standard error, when the camera cannot be opened.
+    virtual std::unique_ptr<CameraDevice> open(const CameraInfo& camera) = 0;
+};
+
+} // namespace mirvak

@@ -1,10 +1,18 @@
 #pragma once
 
+#include "CameraManager.h"
+#include "DeskConfig.h"
 #include "ImagePool.h"
+#include "KeyListener.h"
+#include "PageCheck.h"
 #include "mirvakcamera.h"
 
 /// What one MirvakCamera owns. The pool is declared first: devices and images give their buffers back to it.
 struct MirvakCamera::Impl
 {
     mirvak::ImagePool pool;
+    mirvak::PageCheck pageCheck; ///< what MirvakImage_CheckPage remembers
+    std::optional<DeskConfig> desk; ///< as read by the last MirvakDevs_Init
+    mirvak::CameraManager cameras{pool};
+    mirvak::KeyListener keys;
 };

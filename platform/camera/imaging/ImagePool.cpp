@@ -4,13 +4,23 @@
 
 namespace mirvak {
 
+namespace {
+
+bool isShared(const cv::Mat& pixels)
+{
+    return pixels.u && pixels.u->refcount > 1;
+}
+
+} // namespace
+
 std::unique_ptr<Image> ImagePool::take(int width, int height)
 {
+    const cv::Size size(width, height);
     std::unique_ptr<Image> image;
     {
         const std::lock_guard lock(mutex_);
         const auto fits = std::find_if(kept_.begin(), kept_.end(), [&](const auto& kept) {
-            return kept->pixels.cols == width && kept->pixels.rows == height;
+            return kept->pixels.size() == size || kept->spare.size() == size;
         });
         if (fits != kept_.end()) {
             image = std::move(*fits);
@@ -19,6 +29,9 @@ std::unique_ptr<Image> ImagePool::take(int width, int height)
     }
     if (!image)
         image = std::make_unique<Image>();
+    // After a quarter turn the picture lies in what was the spare buffer.
+    if (image->pixels.size() != size)
+        std::swap(image->pixels, image->spare);
     image->pixels.create(height, width, CV_8UC3);
     image->dpi = cameraDpi;
     return image;
@@ -27,8 +40,7 @@ std::unique_ptr<Image> ImagePool::take(int width, int height)
 void ImagePool::giveBack(std::unique_ptr<Image> image)
 {
     // A picture whose pixels somebody else still shows must not be written again.
-    const bool shared = image->pixels.u && image->pixels.u->refcount > 1;
-    if (shared || image->pixels.empty())
+    if (isShared(image->pixels) || isShared(image->spare) || image->pixels.empty())
         return;
     const std::lock_guard lock(mutex_);
     if (kept_.size() == keptAtMost)

@@ -1,0 +1,97 @@
+#include "DeskDevice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace mirvak {
+
+DeskDevice::DeskDevice(const DeskConfig::Camera& camera,
+                       std::vector<CameraMode> modes,
+                       PictureSource pictures,
+                       std::function<void()> unplugged)
+    : camera_(camera), modes_(std::move(modes)), pictures_(std::move(pictures)),
+      unplugged_(std::move(unplugged))
+{
+}
+
+MirvakResult DeskDevice::start(const CameraMode& mode, int waiting)
+{
+    if (camera_.failStart)
+        return MIRVAK_IO_ERROR;
+    const auto found = std::find(modes_.begin(), modes_.end(), mode);
+    if (found == modes_.end())
+        return MIRVAK_BAD_ARGUMENT;
+    if (pictures_.count() == 0)
+        return MIRVAK_NO_DEVICE;
+    const DeskConfig::Size& chosen = camera_.resolutions[static_cast<size_t>(found - modes_.begin())];
+    size_ = chosen.isNative() ? cv::Size() : cv::Size(chosen.width, chosen.height);
+    waiting_ = waiting;
+    started_ = Clock::now();
+    next_ = 0;
+    delivered_ = 0;
+    return MIRVAK_OK;
+}
+
+ReadStatus DeskDevice::read(RawFrame& frame, std::chrono::milliseconds timeout, const WakeEvent& stop)
+{
+    constexpr double never = std::numeric_limits<double>::infinity();
+    const auto now = Clock::now();
+    skipLateFrames(now);
+    const double frameAt = static_cast<double>(next_) / camera_.framesPerSecond;
+    const bool stalled = frameAt >= camera_.stallAfter.value_or(never);
+    const double unplugAt = camera_.unplugAfter.value_or(never);
+    const bool unplugs = stalled ? std::isfinite(unplugAt) : frameAt >= unplugAt;
+
+    const auto limit = now + timeout;
+    const auto due = unplugs ? timeOf(unplugAt) : stalled ? Clock::time_point::max() : timeOf(frameAt);
+    if (stop.waitUntil(std::min(due, limit)))
+        return ReadStatus::Stopped;
+    if (due > limit)
+        return ReadStatus::TimedOut;
+    if (unplugs) {
+        unplugged_();
+        return ReadStatus::Gone;
+    }
+    return show(next_++, frame);
+}
+
+DeskDevice::Clock::time_point DeskDevice::timeOf(double seconds) const
+{
+    return started_ + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+}
+
+void DeskDevice::skipLateFrames(Clock::time_point now)
+{
+    const double elapsed = std::chrono::duration<double>(now - started_).count();
+    const auto newest = static_cast<long long>(std::floor(elapsed * camera_.framesPerSecond));
+    next_ = std::max(next_, newest - (waiting_ - 1));
+}
+
+std::optional<size_t> DeskDevice::pictureOf(long long frameNumber) const
+{
+    const auto count = static_cast<long long>(pictures_.count());
+    if (count == 0)
+        return std::nullopt;
+    const double seconds = static_cast<double>(frameNumber) / camera_.framesPerSecond;
+    const long long turn =
+        camera_.holdSeconds > 0 ? static_cast<long long>(seconds / camera_.holdSeconds) : frameNumber;
+    return static_cast<size_t>(camera_.loop ? turn % count : std::min(turn, count - 1));
+}
+
+ReadStatus DeskDevice::show(long long frameNumber, RawFrame& frame)
+{
+    while (const auto picture = pictureOf(frameNumber)) {
+        if (!pictures_.frame(*picture, size_, frame))
+            continue;
+        ++delivered_;
+        if (camera_.corruptEvery > 0 && delivered_ % camera_.corruptEvery == 0)
+            frame = pictures_.brokenFrame();
+        return ReadStatus::Frame;
+    }
+    std::fprintf(stderr, "virtual camera \"%s\" has no picture left\n", camera_.name.c_str());
+    return ReadStatus::Gone;
+}
+
+} // namespace mirvak

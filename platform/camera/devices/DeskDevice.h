@@ -1,0 +1,47 @@
+#pragma once
+
+#include "CameraBackend.h"
+#include "DeskConfig.h"
+#include "PictureSource.h"
+#include "WakeEvent.h"
+
+#include <functional>
+
+namespace mirvak {
+
+/// A camera of the virtual desk: plays pictures at its rate and misbehaves as asked. Time runs from start();
+/// a reader that is late loses frames, as with a real camera.
+class DeskDevice : public CameraDevice
+{
+public:
+    /// `unplugged` is called on the reading thread when the camera pulls itself out.
+    DeskDevice(const DeskConfig::Camera& camera,
+               std::vector<CameraMode> modes,
+               PictureSource pictures,
+               std::function<void()> unplugged);
+
+    const std::vector<CameraMode>& modes() const override { return modes_; }
+    MirvakResult start(const CameraMode& mode, int waiting) override;
+    void stop() override {}
+    ReadStatus read(RawFrame& frame, std::chrono::milliseconds timeout, const WakeEvent& stop) override;
+
+private:
+    using Clock = WakeEvent::Clock;
+
+    Clock::time_point timeOf(double seconds) const;
+    void skipLateFrames(Clock::time_point now);
+    std::optional<size_t> pictureOf(long long frameNumber) const;
+    ReadStatus show(long long frameNumber, RawFrame& frame);
+
+    const DeskConfig::Camera camera_;
+    const std::vector<CameraMode> modes_; // one for each resolution of the camera
+    PictureSource pictures_;
+    const std::function<void()> unplugged_;
+    cv::Size size_; // empty: each picture in its own
+    int waiting_ = 1;
+    Clock::time_point started_;
+    long long next_ = 0;      // number of the next frame by the clock
+    long long delivered_ = 0; // frames handed out
+};
+
+} // namespace mirvak

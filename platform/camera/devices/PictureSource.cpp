@@ -1,0 +1,176 @@
+#include "PictureSource.h"
+
+#include "JpegCodec.h"
+#include "JpegHeader.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+
+namespace mirvak {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool hasPictureName(const fs::path& file)
+{
+    std::string extension = file.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(), [](unsigned char c) {
+        return static_cast<char>(std::tolower(c));
+    });
+    return extension == ".jpg" || extension == ".jpeg" || extension == ".png";
+}
+
+bool readFile(const fs::path& file, Bytes& bytes)
+{
+    std::ifstream stream(file, std::ios::binary | std::ios::ate);
+    const std::streamoff length = stream ? static_cast<std::streamoff>(stream.tellg()) : -1;
+    if (length <= 0)
+        return false;
+    bytes.resize(static_cast<size_t>(length));
+    stream.seekg(0);
+    return static_cast<bool>(stream.read(reinterpret_cast<char*>(bytes.data()), length));
+}
+
+// PNG, third edition, 11.2.1: the header chunk follows the 8 bytes of the signature.
+std::optional<cv::Size> pngSize(const Bytes& bytes)
+{
+    constexpr size_t typeAt = 12, widthAt = 16, heightAt = 20, end = 24;
+    if (bytes.size() < end || std::memcmp(bytes.data() + typeAt, "IHDR", 4) != 0)
+        return std::nullopt;
+    const auto number = [&](size_t at) {
+        return bytes[at] << 24 | bytes[at + 1] << 16 | bytes[at + 2] << 8 | bytes[at + 3];
+    };
+    return cv::Size(number(widthAt), number(heightAt));
+}
+
+cv::Size fitted(cv::Size picture, cv::Size box)
+{
+    const double scale = std::min(static_cast<double>(box.width) / picture.width,
+                                  static_cast<double>(box.height) / picture.height);
+    return {std::clamp(static_cast<int>(std::lround(picture.width * scale)), 1, box.width),
+            std::clamp(static_cast<int>(std::lround(picture.height * scale)), 1, box.height)};
+}
+
+} // namespace
+
+std::vector<fs::path> PictureSource::filesOf(const fs::path& source)
+{
+    std::vector<fs::path> files;
+    std::error_code failed;
+    if (fs::is_regular_file(source, failed))
+        return {source};
+    for (fs::directory_iterator entry(source, failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        if (hasPictureName(entry->path()))
+            files.push_back(entry->path());
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+PictureSource::PictureSource(std::vector<fs::path> files) : files_(std::move(files)) {}
+
+std::optional<cv::Size> PictureSource::firstSize()
+{
+    while (!files_.empty()) {
+        shown_.reset();
+        if (readFile(files_.front(), bytes_)) {
+            const bool upright = readJpegHeader(bytes_).orientation <= 4;
+            auto size = jpeg_.size(bytes_.data(), bytes_.size());
+            if (!size)
+                size = pngSize(bytes_);
+            if (size)
+                return upright ? *size : cv::Size(size->height, size->width);
+        }
+        drop(0);
+    }
+    return std::nullopt;
+}
+
+bool PictureSource::frame(size_t index, cv::Size size, RawFrame& frame)
+{
+    if (shown_ != index || shownSize_ != size) {
+        shown_.reset();
+        if (!load(files_[index], size)) {
+            drop(index);
+            return false;
+        }
+        shown_ = index;
+        shownSize_ = size;
+    }
+    frame = frame_;
+    return true;
+}
+
+RawFrame PictureSource::brokenFrame()
+{
+    RawFrame frame = frame_;
+    const size_t half = frame.format == PixelFormat::Mjpeg ? frame.size / 2 : 0;
+    broken_.assign(frame.data, frame.data + half);
+    frame.format = PixelFormat::Mjpeg;
+    frame.data = broken_.data();
+    frame.size = broken_.size();
+    return frame;
+}
+
+bool PictureSource::load(const fs::path& file, cv::Size size)
+{
+    if (!readFile(file, bytes_))
+        return false;
+    const bool plainJpeg = looksLikeJpeg(bytes_) && readJpegHeader(bytes_).orientation == 1;
+    if (plainJpeg && loadJpeg(size))
+        return true;
+    const std::optional<Image> image = decodeImage(bytes_);
+    if (!image)
+        return false;
+    showPixels(image->pixels, size);
+    return true;
+}
+
+bool PictureSource::loadJpeg(cv::Size size)
+{
+    const auto own = jpeg_.size(bytes_.data(), bytes_.size());
+    if (!own)
+        return false;
+    if (size.empty() || *own == size) {
+        frame_ = {PixelFormat::Mjpeg, own->width, own->height, 0, bytes_.data(), bytes_.size()};
+        return true;
+    }
+    if (!jpeg_.decodeReduced(bytes_.data(), bytes_.size(), fitted(*own, size), decoded_))
+        return false;
+    showPixels(decoded_, size);
+    return true;
+}
+
+void PictureSource::showPixels(const cv::Mat& rgb, cv::Size size)
+{
+    if (size.empty() || rgb.size() == size) {
+        canvas_ = rgb;
+    } else {
+        const cv::Size inner = fitted(rgb.size(), size);
+        const cv::Rect place({(size.width - inner.width) / 2, (size.height - inner.height) / 2}, inner);
+        canvas_.create(size, CV_8UC3);
+        canvas_.setTo(cv::Scalar::all(0));
+        const bool smaller = inner.width < rgb.cols;
+        cv::resize(rgb, canvas_(place), inner, 0, 0, smaller ? cv::INTER_AREA : cv::INTER_LINEAR);
+    }
+    frame_ = {PixelFormat::Rgb24,
+              canvas_.cols,
+              canvas_.rows,
+              canvas_.step,
+              canvas_.data,
+              canvas_.step * static_cast<size_t>(canvas_.rows)};
+}
+
+void PictureSource::drop(size_t index)
+{
+    std::fprintf(stderr, "picture left out, it cannot be read: %s\n", files_[index].c_str());
+    files_.erase(files_.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+} // namespace mirvak

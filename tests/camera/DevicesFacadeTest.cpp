@@ -1,0 +1,241 @@
+// The Devs, Device and Hid calls as the program makes them.
+#include "FrameCollector.h"
+#include "Image.h"
+#include "TempDir.h"
+#include "mirvakcamera.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <future>
+
+using ::testing::ElementsAre;
+
+namespace {
+
+class DevicesFacade : public ::testing::Test
+{
+protected:
+    DevicesFacade()
+    {
+        setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
+        pictures::writeNumbered(folder.file("film"), 4, {64, 48});
+    }
+    ~DevicesFacade() override { unsetenv("LUMRO_DESK"); }
+
+    /// A desk of these cameras; the settings that all share are added.
+    void lay(const std::vector<std::string>& cameras, const std::string& more = "")
+    {
+        std::string text = "real = false;\n" + more + "\ncameras = (";
+        for (size_t i = 0; i < cameras.size(); ++i)
+            text += std::string(i ? ", " : "") + "{ source = \"film\"; fps = 100; hold = 0; " + cameras[i] + "}";
+        setenv("LUMRO_DESK", folder.write("desk.cfg", text + ");").c_str(), 1);
+    }
+
+    static void onFrame(void* image, void* userData, int byteSize, int width, int height, void* context)
+    {
+        auto* frame = static_cast<mirvak::Image*>(image);
+        EXPECT_EQ(userData, nullptr);
+        EXPECT_EQ(byteSize, width * height * 3);
+        EXPECT_EQ(cv::Size(width, height), frame ? frame->pixels.size() : cv::Size());
+        static_cast<FrameCollector*>(context)->take(frame);
+    }
+
+    int start(void* device, FrameCollector& frames)
+    {
+        return camera.MirvakDevice_StartPreview(device, 2, 0, 2, &DevicesFacade::onFrame, &frames);
+    }
+
+    const TempDir folder;
+    FrameCollector collector;
+    MirvakCamera camera;
+};
+
+} // namespace
+
+TEST_F(DevicesFacade, WithoutADeskThereIsNoVirtualCamera)
+{
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    const int real = camera.MirvakDevice_GetDevCount();
+    lay({"name = \"A\""}, "real = true;");
+    folder.write("desk.cfg", "cameras = ( { name = \"A\"; source = \"film\"; } );");
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    EXPECT_EQ(camera.MirvakDevice_GetDevCount(), real + 1);
+    EXPECT_EQ(camera.MirvakDevice_GetFriendlyName(0), "A") << "virtual cameras come first";
+    folder.write("desk.cfg", "cameras = (");
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    EXPECT_EQ(camera.MirvakDevice_GetDevCount(), real);
+}
+
+TEST_F(DevicesFacade, ListsWhatTheDeskDescribes)
+{
+    lay({"name = \"Desk camera\"; type = 1; usb = \"1b172000\"; resolutions = [\"32x24\", \"native\"]",
+         "name = \"Face\"; type = 2; usb = \"0c456366\""});
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    ASSERT_EQ(camera.MirvakDevice_GetDevCount(), 2);
+    EXPECT_EQ(camera.MirvakDevice_GetFriendlyName(1), "Face");
+    EXPECT_EQ(camera.MirvakDevice_GetDevUsbID(0), "1b172000");
+    EXPECT_EQ(camera.MirvakDevice_GetCameraType(0), 1);
+    EXPECT_EQ(camera.MirvakDevice_GetCameraType(1), 2);
+    void* const device = camera.MirvakDevice_Create(0);
+    ASSERT_TRUE(device);
+    EXPECT_EQ(camera.MirvakDevice_GetSubtype(device), 2);
+    for (const int format : {1, 2}) {
+        ASSERT_EQ(camera.MirvakDevice_GetResolutionSize(device, format), 2);
+        EXPECT_EQ(camera.MirvakDevice_GetResolutionWidth(device, format, 0), 32);
+        EXPECT_EQ(camera.MirvakDevice_GetResolutionHeight(device, format, 1), 48);
+    }
+    EXPECT_EQ(camera.MirvakDevs_Init(), MIRVAK_BUSY);
+    EXPECT_EQ(camera.MirvakDevice_GetDevCount(), 2);
+    EXPECT_EQ(camera.MirvakDevice_Release(device), MIRVAK_OK);
+    EXPECT_EQ(camera.MirvakDevs_Deinit(), MIRVAK_OK);
+    EXPECT_EQ(camera.MirvakDevice_GetDevCount(), 0);
+}
+
+TEST_F(DevicesFacade, AnswersNonsenseWithCodes)
+{
+    lay({"name = \"A\""});
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    int alien = 0;
+    int size = 4;
+    mirvak::Image picture;
+    for (void* handle : {static_cast<void*>(nullptr), static_cast<void*>(&alien)}) {
+        EXPECT_EQ(camera.MirvakDevice_Release(handle), MIRVAK_BAD_HANDLE);
+        EXPECT_EQ(camera.MirvakDevice_StopPreview(handle), MIRVAK_BAD_HANDLE);
+        EXPECT_EQ(start(handle, collector), MIRVAK_BAD_HANDLE);
+        EXPECT_EQ(camera.MirvakDevice_SetCameraSize(handle, 4), MIRVAK_BAD_HANDLE);
+        EXPECT_EQ(camera.MirvakDevice_JudgeCameraSize(handle, &picture, size, 0, 0.9), MIRVAK_BAD_HANDLE);
+        EXPECT_EQ(camera.MirvakDevice_GetSubtype(handle), 0);
+        EXPECT_EQ(camera.MirvakDevice_GetResolutionSize(handle, 2), 0);
+        EXPECT_EQ(camera.MirvakDevice_GetResolutionWidth(handle, 2, 0), 0);
+    }
+    for (const int index : {-1, 1}) {
+        EXPECT_FALSE(camera.MirvakDevice_Create(index));
+        EXPECT_EQ(camera.MirvakDevice_GetFriendlyName(index), "");
+        EXPECT_EQ(camera.MirvakDevice_GetCameraType(index), 0);
+    }
+    void* const device = camera.MirvakDevice_Create(0);
+    ASSERT_TRUE(device);
+    const auto preview = [&](int format, int index, int mode, MirvakFrameCallback callback) {
+        return camera.MirvakDevice_StartPreview(device, format, index, mode, callback, &collector);
+    };
+    EXPECT_EQ(preview(3, 0, 2, &onFrame), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(preview(2, 1, 2, &onFrame), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(preview(2, 0, 0, &onFrame), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(preview(2, 0, 2, nullptr), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(camera.MirvakDevice_StopPreview(device), MIRVAK_OK) << "nothing runs";
+    EXPECT_EQ(camera.MirvakDevice_SetCameraSize(device, 5), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(camera.MirvakDevice_JudgeCameraSize(device, nullptr, size, 0, 0.9), MIRVAK_BAD_HANDLE);
+}
+
+TEST_F(DevicesFacade, TwoCamerasStreamAtOnceAndDeinitEndsThem)
+{
+    lay({"name = \"A\"", "name = \"B\"; resolutions = [\"100x50\"]"});
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    FrameCollector second;
+    void* const a = camera.MirvakDevice_Create(0);
+    void* const b = camera.MirvakDevice_Create(1);
+    ASSERT_EQ(start(a, collector), MIRVAK_OK);
+    ASSERT_EQ(start(b, second), MIRVAK_OK);
+    EXPECT_EQ(start(a, collector), MIRVAK_BUSY);
+    EXPECT_TRUE(collector.waitForFrames(3));
+    EXPECT_TRUE(second.waitForFrames(3));
+    EXPECT_EQ(camera.MirvakDevs_Deinit(), MIRVAK_OK);
+    const int frames = collector.frames() + second.frames();
+    EXPECT_THAT(second.sizes(), ::testing::Each(cv::Size(100, 50)));
+    EXPECT_EQ(camera.MirvakDevice_Release(a), MIRVAK_BAD_HANDLE);
+    EXPECT_EQ(collector.frames() + second.frames(), frames);
+}
+
+TEST_F(DevicesFacade, AnUnpluggedCameraIsBackAfterTheNextSearch)
+{
+    lay({"name = \"A\"; unplug_after = 0.05"});
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    void* const device = camera.MirvakDevice_Create(0);
+    ASSERT_EQ(start(device, collector), MIRVAK_OK);
+    ASSERT_TRUE(collector.waitForEnd());
+    EXPECT_EQ(camera.MirvakDevice_StopPreview(device), MIRVAK_OK);
+    EXPECT_EQ(start(device, collector), MIRVAK_NO_DEVICE);
+    EXPECT_EQ(camera.MirvakDevice_Release(device), MIRVAK_OK);
+    EXPECT_FALSE(camera.MirvakDevice_Create(0));
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    FrameCollector again;
+    void* const back = camera.MirvakDevice_Create(0);
+    ASSERT_TRUE(back);
+    ASSERT_EQ(start(back, again), MIRVAK_OK);
+    EXPECT_TRUE(again.waitForFrames(1));
+    EXPECT_EQ(camera.MirvakDevice_Release(back), MIRVAK_OK) << "releasing stops";
+    EXPECT_EQ(collector.ends(), 1);
+}
+
+TEST_F(DevicesFacade, ThePaperSizeChangesInTheRunningStream)
+{
+    cv::Mat picture(cv::Size(200, 100), CV_8UC3, cv::Scalar(255, 0, 0));
+    picture(cv::Rect(25, 10, 150, 80)).setTo(cv::Scalar(0, 255, 0));
+    pictures::write(folder.file("framed.jpg"), pictures::jpeg(picture));
+    setenv("LUMRO_DESK",
+           folder
+               .write("desk.cfg",
+                      "real = false; cameras = ({name = \"A\"; source = \"framed.jpg\"; fps = 100;});")
+               .c_str(),
+           1);
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    void* const device = camera.MirvakDevice_Create(0);
+    std::promise<void> cropped, whole;
+    enum class Wait { Cropped, Whole, Done } state = Wait::Cropped; // the capture thread's own
+    collector.onFrame = [&](mirvak::Image& image) {
+        ASSERT_EQ(image.pixels.size(), picture.size());
+        const bool isCropped = image.pixels.at<cv::Vec3b>(2, 2)[1] > 200;
+        if (state == Wait::Cropped && isCropped) {
+            state = Wait::Whole;
+            EXPECT_EQ(camera.MirvakDevice_SetCameraSize(device, 3), MIRVAK_OK) << "from the callback";
+            cropped.set_value();
+        } else if (state == Wait::Whole && !isCropped) {
+            state = Wait::Done;
+            whole.set_value();
+        }
+    };
+    ASSERT_EQ(start(device, collector), MIRVAK_OK);
+    ASSERT_TRUE(collector.waitForFrames(1));
+    EXPECT_EQ(camera.MirvakDevice_SetCameraSize(device, 4), MIRVAK_OK);
+    EXPECT_EQ(cropped.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    EXPECT_EQ(whole.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    camera.MirvakDevice_Release(device);
+}
+
+TEST_F(DevicesFacade, ThirtyLivesWhileStreaming)
+{
+    lay({"name = \"A\"; corrupt_every = 3"});
+    for (int life = 0; life < 30; ++life) {
+        MirvakCamera own;
+        ASSERT_EQ(own.MirvakDevs_Init(), MIRVAK_OK);
+        void* const device = own.MirvakDevice_Create(0);
+        FrameCollector frames;
+        ASSERT_EQ(own.MirvakDevice_StartPreview(device, 2, 0, 2, &onFrame, &frames), MIRVAK_OK);
+        if (life % 2) {
+            ASSERT_TRUE(frames.waitForFrames(1));
+        }
+        if (life % 5 == 0) {
+            ASSERT_EQ(own.MirvakDevice_StopPreview(device), MIRVAK_OK);
+        }
+        own.MirvakDevs_Deinit();
+    }
+}
+
+TEST_F(DevicesFacade, KeysOfTheDeskArriveAtTheFirstCallback)
+{
+    lay({"name = \"A\""}, "keys = { fifo = \"keys\"; };");
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    std::promise<int> pressed;
+    const MirvakKeyCallback desk = [](int key, void* context) {
+        static_cast<std::promise<int>*>(context)->set_value(key);
+    };
+    const MirvakKeyCallback usb = [](int, void*) { ADD_FAILURE() << "no camera was touched"; };
+    ASSERT_EQ(camera.MirvakHid_Init(desk, &pressed, usb, nullptr), MIRVAK_OK);
+    folder.write("keys", "5\n");
+    auto key = pressed.get_future();
+    ASSERT_EQ(key.wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    EXPECT_EQ(key.get(), 5);
+    EXPECT_EQ(camera.MirvakHid_Deinit(), MIRVAK_OK);
+    EXPECT_EQ(camera.MirvakHid_Deinit(), MIRVAK_OK);
+}

@@ -1,0 +1,57 @@
+#include "PaperSize.h"
+
+#include <gtest/gtest.h>
+
+#include <opencv2/imgproc.hpp>
+
+using namespace mirvak;
+
+namespace {
+
+/// A dark desk with a lit sheet in the middle that takes `share` of the picture's width and height.
+cv::Mat sheet(double share, cv::Point2d offset = {0, 0})
+{
+    const cv::Size size(800, 600);
+    cv::Mat rgb(size, CV_8UC3, cv::Scalar(60, 55, 50));
+    const cv::Size2d page(size.width * share, size.height * share);
+    const cv::Point2d corner((size.width - page.width) / 2 + offset.x,
+                             (size.height - page.height) / 2 + offset.y);
+    cv::rectangle(rgb, cv::Rect2d(corner, page), cv::Scalar(235, 235, 230), cv::FILLED);
+    cv::Mat noise(size, CV_8UC3);
+    cv::theRNG().state = 77;
+    cv::randu(noise, 0, 8);
+    return rgb + noise;
+}
+
+} // namespace
+
+TEST(PaperSize, ASheetTooLargeForA4AsksForA3)
+{
+    EXPECT_EQ(judgePaperSize(sheet(0.97), paperA4, 0.0, 0.9), paperA3); // 0.94 of the area
+    EXPECT_EQ(judgePaperSize(sheet(1.2), paperA4, 0.0, 0.9), paperA3) << "no edge of the sheet is to be seen";
+    EXPECT_FALSE(judgePaperSize(sheet(0.8), paperA4, 0.0, 0.9));
+    EXPECT_FALSE(judgePaperSize(sheet(0.97), paperA3, 0.0, 0.9)) << "there is no larger size";
+}
+
+TEST(PaperSize, ASheetThatFitsA4AsksForA4)
+{
+    EXPECT_EQ(judgePaperSize(sheet(0.6), paperA3, 0.0, 0.9), paperA4);
+    EXPECT_FALSE(judgePaperSize(sheet(0.6, {150, 0}), paperA3, 0.0, 0.9)) << "A4 would cut it off";
+    EXPECT_FALSE(judgePaperSize(sheet(0.8), paperA3, 0.0, 0.9));
+    EXPECT_FALSE(judgePaperSize(sheet(0.6), paperA3, 0.5, 0.9)) << "smaller than what counts as a page";
+}
+
+TEST(PaperSize, OneSheetNeverSwingsBetweenTheSizes)
+{
+    for (double shareInA3 = 0.5; shareInA3 < 0.75; shareInA3 += 0.01) {
+        const bool toA4 = judgePaperSize(sheet(shareInA3), paperA3, 0.0, 0.9) == paperA4;
+        const bool back = judgePaperSize(sheet(shareInA3 / a4ShareOfA3), paperA4, 0.0, 0.9) == paperA3;
+        EXPECT_FALSE(toA4 && back) << shareInA3;
+    }
+}
+
+TEST(PaperSize, AnEmptyDeskChangesNothing)
+{
+    EXPECT_FALSE(judgePaperSize(sheet(0.0), paperA4, 0.0, 0.9));
+    EXPECT_FALSE(judgePaperSize(sheet(0.0), paperA3, 0.0, 0.9));
+}

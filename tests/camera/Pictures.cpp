@@ -1,0 +1,93 @@
+#include "Pictures.h"
+
+#include <turbojpeg.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+
+namespace pictures {
+namespace {
+
+constexpr int levelsApart = 6; // well beyond the codec's error of 2
+
+} // namespace
+
+Bytes jpeg(const cv::Mat& rgb)
+{
+    const std::unique_ptr<void, int (*)(tjhandle)> turbo(tjInitCompress(), tjDestroy);
+    unsigned char* data = nullptr;
+    unsigned long size = 0;
+    const int result = tjCompress2(turbo.get(),
+                                   rgb.data,
+                                   rgb.cols,
+                                   static_cast<int>(rgb.step),
+                                   rgb.rows,
+                                   TJPF_RGB,
+                                   &data,
+                                   &size,
+                                   TJSAMP_444,
+                                   95,
+                                   0);
+    const std::unique_ptr<unsigned char, void (*)(unsigned char*)> owner(data, tjFree);
+    if (result != 0)
+        throw std::runtime_error(tjGetErrorStr2(turbo.get()));
+    return Bytes(data, data + size);
+}
+
+Bytes solidJpeg(cv::Size size, cv::Scalar rgb)
+{
+    return jpeg(cv::Mat(size, CV_8UC3, rgb));
+}
+
+cv::Mat textured(cv::Size size)
+{
+    cv::Mat rgb(size, CV_8UC3);
+    for (int y = 0; y < size.height; ++y) {
+        for (int x = 0; x < size.width; ++x)
+            rgb.at<cv::Vec3b>(y, x) = cv::Vec3b(static_cast<uchar>(x * 7 + y * 3),
+                                                static_cast<uchar>(y * 5),
+                                                static_cast<uchar>((x ^ y) * 9));
+    }
+    return rgb;
+}
+
+Bytes withoutHuffmanTables(const Bytes& jpeg)
+{
+    constexpr uint8_t startOfScan = 0xda, huffmanTable = 0xc4;
+    Bytes out(jpeg.begin(), jpeg.begin() + 2);
+    size_t at = 2;
+    while (jpeg.at(at + 1) != startOfScan) {
+        const size_t length = 2 + size_t(jpeg.at(at + 2) << 8 | jpeg.at(at + 3));
+        if (jpeg[at + 1] != huffmanTable)
+            out.insert(out.end(), jpeg.data() + at, jpeg.data() + at + length);
+        at += length;
+    }
+    out.insert(out.end(), jpeg.data() + at, jpeg.data() + jpeg.size());
+    return out;
+}
+
+void write(const std::string& path, const Bytes& bytes)
+{
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+void writeNumbered(const std::string& folder, int count, cv::Size size)
+{
+    std::filesystem::create_directories(folder);
+    for (int number = 0; number < count; ++number) {
+        char name[16];
+        std::snprintf(name, sizeof name, "/%03d.jpg", number);
+        write(folder + name, solidJpeg(size, cv::Scalar::all(number * levelsApart)));
+    }
+}
+
+int numberOf(const cv::Mat& rgb)
+{
+    return (rgb.at<cv::Vec3b>(rgb.rows / 2, rgb.cols / 2)[1] + levelsApart / 2) / levelsApart;
+}
+
+} // namespace pictures
