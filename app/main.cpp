@@ -8,7 +8,9 @@
 #include "VideoView.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
+#include <QStandardPaths>
 #include <QTranslator>
 
 #include <memory>
@@ -22,6 +24,12 @@ void install(QTranslator& translator, const QString& file)
     const QString path = QStringLiteral("%1/lib/%2").arg(QCoreApplication::applicationDirPath(), file);
     if (translator.load(path))
         QCoreApplication::installTranslator(&translator);
+}
+
+/// A fresh account may have no documents folder yet; the default folder for pictures lies in it.
+void makeDocumentsFolder()
+{
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 
 } // namespace
@@ -43,6 +51,7 @@ int main(int argc, char** argv)
     install(toolkitTexts, languages::toolkitTranslationFile(language, QLocale::system()));
     QTranslator ownTexts;
     install(ownTexts, languages::translationFile(language, QLocale::system()));
+    makeDocumentsFolder();
     Look::install(app);
     UiMap::startIfWanted(app);
 
