@@ -65,6 +65,7 @@ Thumbnail::Thumbnail(QWidget* parent)
 {
     title_->setObjectName(QStringLiteral("LabelThumbnailTitle"));
     title_->setAlignment(Qt::AlignCenter);
+    title_->setMargin(4);
     setUpList();
     setUpGestures();
     setFocusPolicy(Qt::StrongFocus); // the list itself takes none

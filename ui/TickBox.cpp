@@ -2,8 +2,9 @@
 
 #include "Look.h"
 
-#include <QPainter>
 #include <QPainterPath>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 namespace {
 
@@ -24,15 +25,18 @@ bool TickBox::hitButton(const QPoint& pos) const
     return rect().contains(pos);
 }
 
-void TickBox::paintEvent(QPaintEvent* event)
+void TickBox::paintEvent(QPaintEvent*)
 {
-    QCheckBox::paintEvent(event);
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
+    QStylePainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing |
+                           QPainter::SmoothPixmapTransform); // for the style's picture
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    painter.drawControl(QStyle::CE_CheckBox, option);
     if (hasFocus())
         Look::paintFocusRing(painter, rect());
-    constexpr qreal side = 26;
-    painter.translate(width() - side - 6, 6);
+    constexpr qreal side = 22;
+    painter.translate(width() - side - 5, 5);
     painter.setPen(QPen(Look::text, 2));
     painter.setBrush(isChecked() ? Look::ticked : QColor(0, 0, 0, 60));
     painter.drawEllipse(QRectF(0, 0, side, side));

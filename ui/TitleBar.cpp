@@ -91,6 +91,23 @@ void TitleBar::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     window()->installEventFilter(this); // a filter that is there already only moves to the front
     showMaximizedState();
+    leaveFirstFocus();
+}
+
+/// A window starts with the focus on the first control in its tab order, which is often the bar's own
+/// "minimize". Gives it to the window's first own control instead.
+void TitleBar::leaveFirstFocus()
+{
+    if (window()->focusWidget())
+        return;
+    QWidget* next = ui_->buttonClose->nextInFocusChain();
+    const auto takesFocus = [this](const QWidget* widget) {
+        return widget->focusPolicy() & Qt::TabFocus && widget->isEnabled() && widget->isVisibleTo(window());
+    };
+    while (next != ui_->buttonClose && (isAncestorOf(next) || !takesFocus(next)))
+        next = next->nextInFocusChain();
+    if (next != ui_->buttonClose)
+        next->setFocus(Qt::OtherFocusReason);
 }
 
 void TitleBar::showMaximizedState()

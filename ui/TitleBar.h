@@ -44,6 +44,7 @@ private Q_SLOTS:
 
 private:
     void showMaximizedState();
+    void leaveFirstFocus();
 
     std::unique_ptr<Ui_TitleBar> ui_;
     bool moveEnabled_ = true;

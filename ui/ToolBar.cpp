@@ -101,7 +101,8 @@ void ToolBar::SetDeviceName(const QString& name)
 void ToolBar::SetModelType(const QString& model)
 {
     append(*ui_->comboModel, model);
-    showModelChooser();
+    measure(); // with the first entry the chooser appears
+    setCompact(width() < roomyWidth_);
 }
 
 void ToolBar::SetResolution(const QString& resolution)
@@ -201,12 +202,10 @@ void ToolBar::measure()
     ensurePolished();
     const auto widthAs = [this](bool compact) {
         setCompact(compact);
-        ui_->comboModel->show(); // it may get entries later
         return layout()->totalMinimumSize().width();
     };
     compactWidth_ = widthAs(true);
     roomyWidth_ = widthAs(false);
-    setCompact(false);
 }
 
 /// The chooser stands where it has something to say, and in the compact form only where it leaves a choice.
@@ -230,7 +229,7 @@ void ToolBar::setCompact(bool compact)
     ui_->comboResolution->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("0000*0000")) + arrow);
     ui_->comboModel->setMinimumWidth(compact ? 60
                                              : metrics.horizontalAdvance(QStringLiteral("MJPG")) + arrow);
-    ui_->comboDevice->setMinimumWidth(compact ? 64 : 140);
+    ui_->comboDevice->setMinimumWidth(compact ? 64 : 120);
     layout()->setSpacing(compact ? 1 : 4);
     const int edge = compact ? 4 : 8;
     layout()->setContentsMargins(edge, 6, edge, 6);

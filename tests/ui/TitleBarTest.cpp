@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QWindow>
 
+#include <string>
+
 namespace {
 
 /// A window of the kind that every dialog is, with its title bar on top.
@@ -77,6 +79,22 @@ TEST_F(TitledWindow, ButtonsActOnTheWindow)
     button("buttonMinimize")->click();
     EXPECT_TRUE(window.isMinimized());
     EXPECT_EQ(closing.count(), 1);
+}
+
+TEST(TitleBar, LeavesTheFirstFocusToTheWindowsOwnControls)
+{
+    QWidget window;
+    new TitleBar(&window);
+    auto* own = new QPushButton(&window);
+    own->setObjectName(QStringLiteral("own"));
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    std::string order;
+    for (int i = 0; i < 5; ++i) {
+        order += window.focusWidget()->objectName().toStdString() + " ";
+        QTest::keyClick(&window, Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, "own buttonSkin buttonMinimize buttonMaximize buttonClose ");
 }
 
 TEST_F(TitledWindow, ShowsWhatItIsTold)
