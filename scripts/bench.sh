@@ -8,7 +8,7 @@ folder=${1:-build/release}
 display_answers || start_virtual_display
 
 "$folder/benchmarks/bench_frames" --benchmark_repetitions=8 --benchmark_min_time=0.3 \
-    --benchmark_enable_random_interleaving=true --benchmark_display_aggregates_only=true
+    --benchmark_enable_random_interleaving=true
 LUMRO_DESK=$folder/share/desk/desk.cfg "$folder/benchmarks/bench_start" \
     "$folder/bin/lumroscanner" "$folder/benchmarks/empty_window"
 "$folder/benchmarks/bench_memory" "${LUMRO_BENCH_MINUTES:-10}"

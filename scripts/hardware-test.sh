@@ -12,7 +12,7 @@ lab=tests/hardware/lab/lab.sh
 # picture FILE SOURCE [OPTION...]: as cameras send them, with half the colours across.
 picture() {
     local size=${1%%_*}
-    convert "$2" -auto-orient -resize "$size^" -gravity center -extent "$size" "${@:3}" \
+    convert "$2" -auto-orient -rotate '90<' -resize "$size^" -gravity center -extent "$size" "${@:3}" \
         -strip -quality 90 -sampling-factor 4:2:2 "$pictures/$1"
 }
 

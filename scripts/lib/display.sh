@@ -40,6 +40,10 @@ start_virtual_display() {
     wait_for 15 test -s "$number" || die "The virtual display (Xvfb) does not start."
     DISPLAY=:$(cat "$number")
     export DISPLAY QT_QPA_PLATFORM=xcb
+    if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+        export XDG_RUNTIME_DIR=$root/build/runtime
+        mkdir -p -m 700 "$XDG_RUNTIME_DIR"
+    fi
     rm -f "$number"
     openbox --sm-disable >/dev/null 2>&1 &
     own $!
@@ -48,11 +52,19 @@ start_virtual_display() {
 
 window_manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
 
+# The program's main window, whether or not a window manager lists it.
 window_of() {
-    wmctrl -lp | awk -v pid="$1" -v title="$window_title" '$3 == pid && index($0, title) {print $1; exit}'
+    local window
+    for window in $(xdotool search --onlyvisible --name "$window_title" 2>/dev/null); do
+        if [ "$(xdotool getwindowpid "$window" 2>/dev/null)" = "$1" ]; then
+            printf '%s\n' "$window"
+            return
+        fi
+    done
 }
 window_shown() { [ -n "$(window_of "$1")" ]; }
 runs() { kill -0 "$1" 2>/dev/null; }
+ended() { ! runs "$1"; }
 
 # Passes the program's lines on; the one that tells of the first picture becomes the file MARK.
 pass_on_report() { # MARK
@@ -63,8 +75,8 @@ pass_on_report() { # MARK
     done
 }
 
-painted_or_ended() { [ -e "$1" ] || ! runs "$2"; }
-shown_or_ended() { window_shown "$1" || ! runs "$1"; }
+painted_or_ended() { [ -e "$1" ] || ended "$2"; }
+shown_or_ended() { window_shown "$1" || ended "$1"; }
 
 # take_screenshot PID MARK FILE: once the first picture is painted, or as it is after twenty seconds.
 take_screenshot() {
@@ -77,9 +89,10 @@ take_screenshot() {
     say "Screenshot of the $what: $root/$3"
 }
 
-# Asks the window to close, as its close button does.
+# Closes the window as its close button does; ends the program when that does not.
 close_window() {
     local window
     window=$(window_of "$1")
-    [ -z "$window" ] || wmctrl -i -c "$window"
+    [ -z "$window" ] || wmctrl -i -c "$window" || :
+    [ -n "$window" ] && wait_for 15 ended "$1" || kill "$1" 2>/dev/null || :
 }
