@@ -13,7 +13,10 @@ void RatioReporter::compare(const std::string& title,
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs)
 {
+    std::vector<Run> medians;
     for (const Run& run : runs) {
+        if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
+            medians.push_back(run);
         if (run.run_type != Run::RT_Iteration || run.error_occurred)
             continue;
         const double milliseconds = run.real_accumulated_time / static_cast<double>(run.iterations) * 1000;
@@ -21,7 +24,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs)
         if (!isNew)
             known->second = std::min(known->second, milliseconds);
     }
-    ConsoleReporter::ReportRuns(runs);
+    ConsoleReporter::ReportRuns(medians);
 }
 
 void RatioReporter::printRatios() const

@@ -12,6 +12,7 @@ int main(int argc, char** argv)
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
+    Q_INIT_RESOURCE(images);
 
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
