@@ -54,7 +54,7 @@ pages() {
 
 drawn_crop() {
     local whole part
-    changing_view click_tool buttonManualDeskew
+    click_tool buttonManualDeskew
     changing_view drag_in_view 400 300 600 700
     shoot drawn-rectangle
     capture btnScanner IMAGE_002.jpg

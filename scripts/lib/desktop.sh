@@ -43,13 +43,14 @@ picture_painted() { grep -q 'first picture painted' "$work/stdout"; }
 
 # await WHAT COMMAND...: until the command succeeds; a failure when the program ends meanwhile.
 await() {
-    local what=$1
+    local what=$1 end=$((SECONDS + patience))
     shift
-    wait_for "$patience" holds_or_ended "$@" && "$@" >/dev/null 2>&1 && return
-    runs "$pid" || fail "the program ended while waiting for $what"
-    fail "no sign of $what"
+    until "$@" >/dev/null 2>&1; do
+        runs "$pid" || fail "the program ended while waiting for $what"
+        [ "$SECONDS" -lt "$end" ] || fail "no sign of $what"
+        sleep 0.1
+    done
 }
-holds_or_ended() { "$@" || ! runs "$pid"; }
 
 # The line of a widget: NAME [WINDOW], of several the last one.
 line_of() { awk -v name="$1" -v window="${2:-}" \

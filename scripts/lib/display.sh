@@ -37,7 +37,7 @@ start_virtual_display() {
     number=$(mktemp)
     Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3>"$number" 2>/dev/null &
     own $!
-    wait_for 15 test -s "$number" || die "The virtual display (Xvfb) does not start."
+    wait_for 60 test -s "$number" || die "The virtual display (Xvfb) does not start."
     DISPLAY=:$(cat "$number")
     export DISPLAY QT_QPA_PLATFORM=xcb
     if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
@@ -47,7 +47,7 @@ start_virtual_display() {
     rm -f "$number"
     openbox --sm-disable >/dev/null 2>&1 &
     own $!
-    wait_for 15 window_manager_runs || die "The window manager (openbox) does not start."
+    wait_for 60 window_manager_runs || die "The window manager (openbox) does not start."
 }
 
 window_manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
@@ -78,15 +78,21 @@ pass_on_report() { # MARK
 painted_or_ended() { [ -e "$1" ] || ended "$2"; }
 shown_or_ended() { window_shown "$1" || ended "$1"; }
 
-# take_screenshot PID MARK FILE: once the first picture is painted, or as it is after twenty seconds.
+# take_screenshot PID MARK FILE: once the first picture is painted; fails without one, but still shows the
+# window as it is then.
 take_screenshot() {
     local window what="first picture"
-    wait_for 30 shown_or_ended "$1" || return 1
-    wait_for 20 painted_or_ended "$2" "$1" || what="window, which shows no picture yet"
+    wait_for 60 shown_or_ended "$1" || return 1
+    wait_for 30 painted_or_ended "$2" "$1" || what="window, which shows no picture"
     rm -f "$2"
     window=$(window_of "$1")
-    [ -n "$window" ] && import -window "$window" "$3" || return 1
+    if [ -z "$window" ]; then
+        say "The program ended before its window showed up (does it run already?)."
+        return 1
+    fi
+    import -window "$window" "$3" || return 1
     say "Screenshot of the $what: $root/$3"
+    [ "$what" = "first picture" ]
 }
 
 # Closes the window as its close button does; ends the program when that does not.
