@@ -5,7 +5,7 @@
 lint=$root/build/lint
 
 # Only the generated headers are built here (forms, meta objects), nothing is compiled.
-cmake --preset release -B "$lint" --log-level=WARNING \
+cmake --preset release -B "$lint" --log-level=WARNING >/dev/null \
     -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DCMAKE_GLOBAL_AUTOGEN_TARGET=ON -DCMAKE_AUTOGEN_ORIGIN_DEPENDS=OFF
 cmake --build "$lint" --target autogen >"$lint/autogen.log" || die "$(cat "$lint/autogen.log")"
 sed -i 's/ -fpch-preprocess//' "$lint/compile_commands.json"

@@ -7,7 +7,7 @@
 # In the guest, /lab is the folder $LUMRO_LAB_DIR/share of this machine, for reading and writing.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
-: "${LUMRO_LAB_DIR:=${XDG_CACHE_HOME:-$HOME/.cache}/lumro-lab}"
+: "${LUMRO_LAB_DIR:=${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/lumro-lab}"
 mkdir -p "$LUMRO_LAB_DIR/share"
 cd "$LUMRO_LAB_DIR"
 
@@ -20,18 +20,19 @@ kernel_version() { basename "$(echo kernel/lib/modules/*)"; }
 
 kernel_package() { apt-cache depends linux-image-amd64 2>/dev/null | awk '/Depends:/ {print $2; exit}'; }
 
-fetch_kernel() {
-    [ ! -d kernel ] || return 0
+download_kernel() {
     local package
     package=$(kernel_package)
-    if [ -z "$package" ] && [ "$(id -u)" -eq 0 ]; then
-        apt-get -q update >&2 || cannot "no package list"
-        package=$(kernel_package)
-    fi
-    [ -n "$package" ] || cannot "no kernel package is known (apt-get update?)"
     rm -rf fetch && mkdir fetch
-    (cd fetch && apt-get -q download "$package" 2>fetch.log) || cannot "$(cat fetch/fetch.log)"
-    dpkg -x fetch/"$package"_*.deb fetch/kernel
+    [ -n "$package" ] && (cd fetch && apt-get -q download "$package" >download.log 2>&1)
+}
+
+fetch_kernel() {
+    [ ! -d kernel ] || return 0
+    # The package list may be missing or older than the archive.
+    download_kernel || { [ "$(id -u)" -eq 0 ] && apt-get -q update >&2 && download_kernel; } ||
+        cannot "no kernel package can be had (apt-get update?)"
+    dpkg -x fetch/linux-image-*.deb fetch/kernel
     depmod -b fetch/kernel "$(basename fetch/kernel/lib/modules/*)"
     mv fetch/kernel kernel # complete or not there at all
     rm -rf fetch
