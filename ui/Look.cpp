@@ -81,10 +81,20 @@ QComboBox:focus, QLineEdit:focus, QAbstractSpinBox:focus, QKeySequenceEdit:focus
     border: 2px solid rgb(255, 213, 79); padding: 2px 5px; }
 QComboBox:disabled, QLineEdit:disabled, QAbstractSpinBox:disabled { color: rgba(255, 255, 255, 110);
     border-color: rgba(107, 176, 205, 110); }
+QLineEdit[readOnly="true"] { background-color: rgb(14, 98, 116); }
+QLineEdit[unusable="true"] { background-color: rgb(124, 36, 40); }
 QComboBox::drop-down { border: none; width: 20px; }
 QComboBox::down-arrow { image: url(:/images/common/images/common/arrow_down.png); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background-color: rgb(25, 90, 100); color: rgb(255, 255, 255);
     border: 1px solid rgb(107, 176, 205); selection-background-color: rgb(8, 115, 140); outline: none; }
+)");
+}
+
+QString groupRules()
+{
+    return QStringLiteral(R"(
+QGroupBox { border: 1px solid rgb(107, 176, 205); border-radius: 6px; margin-top: 1.3ex; padding-top: 1.3ex; }
+QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 12px; padding: 0 6px; }
 )");
 }
 
@@ -119,12 +129,12 @@ void install(QApplication& application)
 
 void dress(QWidget& container)
 {
-    addRules(container, buttonRules() + fieldRules() + tickRules());
+    addRules(container, buttonRules() + fieldRules() + tickRules() + groupRules());
 }
 
 void dressFields(QWidget& container)
 {
-    addRules(container, fieldRules() + tickRules());
+    addRules(container, fieldRules() + tickRules() + groupRules());
 }
 
 QIcon dimmable(const QIcon& icon, const QSize& size)
