@@ -28,7 +28,8 @@ protected:
     {
         std::string text = "real = false;\n" + more + "\ncameras = (";
         for (size_t i = 0; i < cameras.size(); ++i)
-            text += std::string(i ? ", " : "") + "{ source = \"film\"; fps = 100; hold = 0; " + cameras[i] + "}";
+            text +=
+                std::string(i ? ", " : "") + "{ source = \"film\"; fps = 100; hold = 0; " + cameras[i] + "}";
         setenv("LUMRO_DESK", folder.write("desk.cfg", text + ");").c_str(), 1);
     }
 

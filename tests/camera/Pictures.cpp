@@ -79,7 +79,7 @@ void writeNumbered(const std::string& folder, int count, cv::Size size)
 {
     std::filesystem::create_directories(folder);
     for (int number = 0; number < count; ++number) {
-        char name[16];
+        char name[24];
         std::snprintf(name, sizeof name, "/%03d.jpg", number);
         write(folder + name, solidJpeg(size, cv::Scalar::all(number * levelsApart)));
     }

@@ -6,6 +6,11 @@
 #include <pthread.h>
 
 namespace mirvak {
+namespace {
+
+thread_local const FramePump* pumpOfThisThread = nullptr;
+
+} // namespace
 
 FramePump::FramePump(CameraDevice& device, ImagePool& pool) : device_(device), pool_(pool) {}
 
@@ -18,7 +23,7 @@ MirvakResult FramePump::start(const CameraMode& mode, int waiting, Sink sink)
 {
     if (gone_)
         return MIRVAK_NO_DEVICE;
-    if (thread_.joinable())
+    if (pumpOfThisThread == this || thread_.joinable())
         return MIRVAK_BUSY;
     const MirvakResult result = device_.start(mode, waiting);
     if (result != MIRVAK_OK)
@@ -38,10 +43,10 @@ MirvakResult FramePump::start(const CameraMode& mode, int waiting, Sink sink)
 
 MirvakResult FramePump::stop()
 {
+    if (pumpOfThisThread == this)
+        return MIRVAK_BUSY;
     if (!thread_.joinable())
         return MIRVAK_OK;
-    if (thread_.get_id() == std::this_thread::get_id())
-        return MIRVAK_BUSY;
     stop_.signal();
     thread_.join();
     device_.stop();
@@ -51,6 +56,7 @@ MirvakResult FramePump::stop()
 
 void FramePump::run()
 {
+    pumpOfThisThread = this;
     pthread_setname_np(pthread_self(), "camera");
     try {
         FrameDecoder decoder;

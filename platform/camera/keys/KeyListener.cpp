@@ -6,10 +6,15 @@
 #include <system_error>
 
 namespace mirvak {
+namespace {
+
+thread_local const KeyListener* listenerOfThisThread = nullptr;
+
+} // namespace
 
 bool KeyListener::start(Press cameraKey, Press deskKey, const std::optional<std::filesystem::path>& fifo)
 {
-    if (thread_.joinable())
+    if (listenerOfThisThread == this || thread_.joinable())
         return false;
     cameraKey_ = std::move(cameraKey);
     deskKey_ = std::move(deskKey);
@@ -29,7 +34,7 @@ bool KeyListener::start(Press cameraKey, Press deskKey, const std::optional<std:
 
 void KeyListener::stop()
 {
-    if (!thread_.joinable() || thread_.get_id() == std::this_thread::get_id())
+    if (listenerOfThisThread == this || !thread_.joinable())
         return;
     stop_.signal();
     thread_.join();
@@ -39,6 +44,7 @@ void KeyListener::stop()
 
 void KeyListener::run()
 {
+    listenerOfThisThread = this;
     pthread_setname_np(pthread_self(), "camera keys");
     try {
         if (cameraKeys_)
