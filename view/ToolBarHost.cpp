@@ -10,11 +10,9 @@
 ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar), view_(view)
 {
     bar_->hide();
-    bar_->setCursor(Qt::ArrowCursor); // not the view's
-    view_->installEventFilter(this);
+    bar_->setCursor(Qt::ArrowCursor);    // not the view's
     view_->setFocusPolicy(Qt::TabFocus); // the way into a bar that is hidden
-    for (QWidget* control : bar_->findChildren<QWidget*>())
-        control->installEventFilter(this);
+    qApp->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
     retry_.setInterval(200);
     connect(&retry_, &QTimer::timeout, this, [this] {
@@ -26,8 +24,20 @@ ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar)
 
 bool ToolBarHost::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn)
-        noteFocus(event);
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        isUserTyping_ = true;
+        break;
+    case QEvent::MouseButtonPress:
+        isUserTyping_ = false;
+        break;
+    case QEvent::FocusIn:
+        if (watched == view_ || bar_->isAncestorOf(qobject_cast<QWidget*>(watched)))
+            noteFocus(event);
+        break;
+    default:
+        break;
+    }
     if (watched == view_)
         watchView(event);
     return false;
@@ -59,12 +69,13 @@ void ToolBarHost::watchView(QEvent* event)
 void ToolBarHost::noteFocus(QEvent* event)
 {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-        reason == Qt::ShortcutFocusReason) {
+    const bool isByKey =
+        reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    // The toolkit gives the same reason when it takes the focus away from a control that is disabled.
+    if (isByKey && isUserTyping_)
         takeKeyboard();
-    } else if (reason == Qt::MouseFocusReason) {
+    else if (reason == Qt::MouseFocusReason)
         hasKeyboard_ = false;
-    }
 }
 
 void ToolBarHost::takeKeyboard()

@@ -30,6 +30,7 @@ private:
     QWidget* bar_;
     QWidget* view_;
     bool hasMouse_ = false;
-    bool hasKeyboard_ = false; // the focus came here by the Tab key
-    QTimer retry_;             // runs while an open popup keeps the bar from hiding
+    bool isUserTyping_ = false; // the last input was a key, not the mouse
+    bool hasKeyboard_ = false;  // the focus came here by a key
+    QTimer retry_;              // runs while an open popup keeps the bar from hiding
 };

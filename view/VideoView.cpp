@@ -57,7 +57,10 @@ VideoView::VideoView(QWidget* parent)
     connectToolBar();
 }
 
-VideoView::~VideoView() = default;
+VideoView::~VideoView()
+{
+    delete toolBarHost_; // it watches the focus, which moves when the tool bar goes
+}
 
 void VideoView::connectToolBar()
 {

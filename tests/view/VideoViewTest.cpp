@@ -354,6 +354,12 @@ TEST_F(VideoViewTest, ShowsTheToolBarToTheMouseAndToTheTabKey)
     window_.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
     elsewhere.setFocus();
+    QTest::mouseClick(&elsewhere, Qt::LeftButton);
+    view_->setFocus(Qt::TabFocusReason); // as after the focused control was disabled
+    EXPECT_FALSE(bar_->isVisible());
+    QTest::keyClick(view_, Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClick(&elsewhere, Qt::Key_Space);
+    elsewhere.setFocus();
     view_->setFocus(Qt::TabFocusReason);
     EXPECT_TRUE(bar_->isVisible());
     elsewhere.setFocus(Qt::TabFocusReason);
