@@ -49,6 +49,15 @@ void EdgeField::build(const std::array<cv::Mat, 3>& planes)
     thin();
 }
 
+float EdgeField::changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const
+{
+    const int x = cvRound(point.x), y = cvRound(point.y);
+    if (x < 0 || y < 0 || x >= gx_.cols || y >= gx_.rows)
+        return 0;
+    const double change = gx_.ptr<short>(y)[x] * normal.x + gy_.ptr<short>(y)[x] * normal.y;
+    return static_cast<float>(std::abs(change) / perLevel);
+}
+
 void EdgeField::findGradients(const std::array<cv::Mat, 3>& planes)
 {
     const cv::Size size = planes[0].size();
@@ -96,14 +105,13 @@ void EdgeField::chooseThreshold()
 void EdgeField::thin()
 {
     points_.clear();
-    index_.create(magnitude_.size(), CV_32SC1);
-    index_.setTo(0);
+    directions_.create(magnitude_.size(), CV_8UC1);
+    directions_.setTo(0);
     const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
     for (int y = 2; y < magnitude_.rows - 2; ++y) {
         const short* m = magnitude_.ptr<short>(y);
         const short* dx = gx_.ptr<short>(y);
         const short* dy = gy_.ptr<short>(y);
-        int* index = index_.ptr<int>(y);
         for (int x = 2; x < magnitude_.cols - 2; ++x) {
             if (m[x] < threshold_)
                 continue;
@@ -113,12 +121,28 @@ void EdgeField::thin()
                 across = 1;
             else if (2 * ay <= 5 * ax)
                 across = (dx[x] ^ dy[x]) < 0 ? stride - 1 : stride + 1;
-            if (m[x] > m[x - across] && m[x] >= m[x + across]) {
-                points_.push_back({static_cast<short>(x), static_cast<short>(y), dx[x], dy[x]});
-                index[x] = static_cast<int>(points_.size());
-            }
+            if (m[x] > m[x - across] && m[x] >= m[x + across])
+                addPoint(x, y);
         }
     }
+}
+
+void EdgeField::addPoint(int x, int y)
+{
+    const float angle = cv::fastAtan2(gy_.ptr<short>(y)[x], gx_.ptr<short>(y)[x]); // 0 to 360 degrees
+    const int direction = static_cast<int>(angle * edgeDirections / 180 + 0.5F) % edgeDirections;
+    // A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
+    const int weight = std::min(6, magnitude_.ptr<short>(y)[x] / threshold_);
+    points_.push_back({static_cast<short>(x),
+                       static_cast<short>(y),
+                       static_cast<unsigned char>(direction),
+                       static_cast<unsigned char>(weight)});
+    directions_.ptr(y)[x] = static_cast<unsigned char>(direction + 1);
+}
+
+double EdgeField::threshold() const
+{
+    return static_cast<double>(threshold_) / perLevel;
 }
 
 } // namespace mirvak

@@ -11,8 +11,11 @@ namespace mirvak {
 struct EdgePoint
 {
     short x, y;
-    short gx, gy; ///< gradient of the strongest colour; a step of one level gives 4
+    unsigned char direction; ///< of the gradient over half a turn, 0 to edgeDirections - 1, two degrees each
+    unsigned char weight;    ///< strength in thresholds, 1 to 6
 };
+
+constexpr int edgeDirections = 90;
 
 /// The edges of a small colour picture. The gradient at a pixel is that of the colour which changes most, so
 /// a white page on a yellow desk shows in blue where its brightness would not. Keeps its buffers; one thread
@@ -24,21 +27,24 @@ public:
     void build(const std::array<cv::Mat, 3>& planes);
 
     const std::vector<EdgePoint>& points() const { return points_; }
-    /// Index into points() + 1 at every pixel, 0 where there is no edge; CV_32S.
-    const cv::Mat& index() const { return index_; }
-    /// The least gradient that counted as an edge: above the noise and texture of this picture.
-    int threshold() const { return threshold_; }
-    cv::Size size() const { return index_.size(); }
+    /// EdgePoint::direction + 1 at every pixel, 0 where there is no edge; CV_8UC1.
+    const cv::Mat& directions() const { return directions_; }
+    /// The least change that counted as an edge, levels: above the noise and texture of this picture.
+    double threshold() const;
+    cv::Size size() const { return directions_.size(); }
+    /// How much the colour changes across a line with that unit normal at the pixel, levels; 0 outside.
+    float changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const;
 
 private:
     void findGradients(const std::array<cv::Mat, 3>& planes);
     void chooseThreshold();
     void thin();
+    void addPoint(int x, int y);
 
     cv::Mat gx_, gy_, magnitude_; // CV_16S, |gx| + |gy|
     std::vector<short> smoothed_, difference_;
     std::vector<EdgePoint> points_;
-    cv::Mat index_;
+    cv::Mat directions_;
     int threshold_ = 0;
 };
 

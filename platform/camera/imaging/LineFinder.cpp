@@ -11,8 +11,9 @@ constexpr int angles = 90;     // bins of two degrees over half a turn
 constexpr int voteSpread = 2;  // bins either side: the direction of one edge point is good to 5 degrees
 constexpr int offsetBin = 2;   // pixels
 constexpr int leastVotes = 30; // edge points
-constexpr size_t mostPeaks = 120;
-constexpr double leastLength = 40; // pixels of well covered edge
+constexpr size_t mostPeaks = 160;
+constexpr double leastOwnShare = 0.5; // of a line's points that no longer line has taken
+constexpr double leastLength = 40;    // pixels of well covered edge
 constexpr int fitReach = 3, traceReach = 2;
 
 struct Directions
@@ -47,19 +48,36 @@ bool sameLine(const EdgeLine& a, const EdgeLine& b)
 
 } // namespace
 
-const std::vector<EdgeLine>& LineFinder::find(const EdgeField& field, size_t most)
+const std::vector<EdgeLine>&
+LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, size_t most)
 {
     vote(field);
     findPeaks();
     lines_.clear();
     for (const Peak& peak : peaks_)
-        addLine(peak, field);
-    std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
-        return a.denseLength() > b.denseLength();
-    });
-    if (lines_.size() > most)
-        lines_.erase(lines_.begin() + static_cast<ptrdiff_t>(most), lines_.end());
+        addLine(peak, field, planes);
+    dropRepeated(field, most);
     return lines_;
+}
+
+// Lines at a slight angle to a strong edge collect points of it too. The longest line that fits takes the
+// points; what lives on points of others goes.
+void LineFinder::dropRepeated(const EdgeField& field, size_t most)
+{
+    std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
+        return a.rank() > b.rank();
+    });
+    claimed_.create(field.size(), CV_8UC1);
+    claimed_.setTo(0);
+    size_t kept = 0;
+    for (size_t i = 0; i < lines_.size() && kept < most; ++i) {
+        if (lines_[i].claim(field, claimed_, traceReach) < leastOwnShare)
+            continue;
+        if (kept != i)
+            std::swap(lines_[kept], lines_[i]);
+        ++kept;
+    }
+    lines_.erase(lines_.begin() + static_cast<ptrdiff_t>(kept), lines_.end());
 }
 
 void LineFinder::vote(const EdgeField& field)
@@ -73,15 +91,11 @@ void LineFinder::vote(const EdgeField& field)
     const float cx = 0.5F * static_cast<float>(field.size().width);
     const float cy = 0.5F * static_cast<float>(field.size().height);
     for (const EdgePoint& point : field.points()) {
-        const float angle = cv::fastAtan2(point.gy, point.gx); // 0 to 360
-        const int bin = static_cast<int>(std::lround(angle * angles / 180)) % angles;
-        // A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
-        const int weight = std::min(4, (std::abs(point.gx) + std::abs(point.gy)) / field.threshold());
         const float x = static_cast<float>(point.x) - cx, y = static_cast<float>(point.y) - cy;
         for (int i = -voteSpread; i <= voteSpread; ++i) {
-            const int a = (bin + i + angles) % angles;
+            const int a = (point.direction + i + angles) % angles;
             const float offset = x * table.cosine[a] + y * table.sine[a] + halfDiagonal;
-            votes_.ptr<int>(a)[static_cast<int>(offset / offsetBin)] += weight;
+            votes_.ptr<int>(a)[static_cast<int>(offset / offsetBin)] += point.weight;
         }
     }
 }
@@ -115,7 +129,7 @@ void LineFinder::findPeaks()
     peaks_.resize(std::min(peaks_.size(), mostPeaks));
 }
 
-void LineFinder::addLine(const Peak& peak, const EdgeField& field)
+void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes)
 {
     const Directions& table = directions();
     const cv::Size size = field.size();
@@ -126,10 +140,10 @@ void LineFinder::addLine(const Peak& peak, const EdgeField& field)
     EdgeLine line(normal, offset, size);
     if (!line.fit(field, fitReach, work_) || !line.fit(field, traceReach, work_))
         return;
-    line.trace(field, traceReach);
+    line.trace(field, planes, traceReach);
     const bool known = std::any_of(
         lines_.begin(), lines_.end(), [&](const EdgeLine& other) { return sameLine(line, other); });
-    if (!known && line.denseLength() >= leastLength)
+    if (!known && line.length() >= leastLength)
         lines_.push_back(std::move(line));
 }
 

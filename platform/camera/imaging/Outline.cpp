@@ -8,6 +8,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <cmath>
 
 namespace mirvak {
 
@@ -16,7 +17,7 @@ namespace {
 constexpr int reducedSide = 640;
 constexpr int leastSize = 64; // pixels; in a smaller picture there is no page to find
 constexpr size_t mostLines = 36;
-constexpr double confident = 0.5;
+constexpr double confident = 0.6;
 
 // The corner nearest to the picture's top left comes first; a page turned by 45 degrees has two equal ones,
 // of which the upper wins.
@@ -28,6 +29,15 @@ void startTopLeft(std::array<cv::Point2d, 4>& corners)
 }
 
 } // namespace
+
+bool liesOnBorder(const cv::Point2d& from, const cv::Point2d& to, const cv::Size& picture, double tolerance)
+{
+    const auto both = [&](double a, double b, double border) {
+        return std::abs(a - border) <= tolerance && std::abs(b - border) <= tolerance;
+    };
+    return both(from.x, to.x, 0) || both(from.x, to.x, picture.width - 1) || both(from.y, to.y, 0) ||
+           both(from.y, to.y, picture.height - 1);
+}
 
 struct OutlineFinder::Work
 {
@@ -49,10 +59,11 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     for (cv::Mat& plane : work_->reduction.planes())
         cv::GaussianBlur(plane, plane, {3, 3}, 0);
     work_->edges.build(work_->reduction.planes());
-    const auto& lines = work_->lines.find(work_->edges, mostLines);
-    std::optional<Outline> found = work_->quads.find(lines, work_->reduction.planes());
+    const auto& lines = work_->lines.find(work_->edges, work_->reduction.planes(), mostLines);
+    std::optional<Outline> found = work_->quads.find(lines, work_->reduction.size());
     if (!found || found->confidence < confident)
         return std::nullopt;
+    found->corners = snapSides(work_->edges, found->corners);
     for (cv::Point2d& corner : found->corners)
         corner = work_->reduction.toFull(corner);
     startTopLeft(found->corners);

@@ -16,6 +16,10 @@ struct Outline
     double confidence = 0; ///< 0 to 1
 };
 
+/// Whether the side between two corners follows the border of a picture of that size within `tolerance`
+/// pixels: the page runs out of the picture there.
+bool liesOnBorder(const cv::Point2d& from, const cv::Point2d& to, const cv::Size& picture, double tolerance);
+
 /// Finds the page that lies before the camera. Works on a reduced copy and keeps its buffers: cheap enough
 /// for every frame of a stream. One thread at a time.
 class OutlineFinder

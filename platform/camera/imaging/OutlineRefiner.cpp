@@ -182,7 +182,7 @@ Outline refineOutline(const cv::Mat& rgb, const Outline& outline)
         const std::vector<Found> found = search.run();
         reach = search.reach();
         sides[i] = through(from, to);
-        if (found.size() >= 12)
+        if (found.size() >= 12 && !liesOnBorder(from, to, rgb.size(), 0.4 * reach))
             sides[i] = fitLine(found, sides[i], std::max(1.5, 0.2 * reach));
     }
     Outline refined = outline;

@@ -1,7 +1,5 @@
 #include "QuadFinder.h"
 
-#include "SideContrast.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -13,9 +11,10 @@ constexpr double outsideShare = 0.02;    // of the picture: a corner may lie tha
 constexpr double leastSide = 0.055;      // of the longer side of the picture: an identity card on A3
 constexpr double longestToShortest = 12; // a receipt
 constexpr double leastArea = 0.008;
+constexpr double leastCutOffArea =
+    0.15; // of a page that runs out of the picture: smaller things do at any desk
 constexpr double leastCoverage = 0.4;
-constexpr double borderCoverage = 0.6; // of a side that lies outside the picture and cannot be seen
-constexpr size_t keptQuads = 16;
+constexpr double borderCoverage = 0.5; // of a side that lies outside the picture and cannot be seen
 
 double cross(const cv::Point2d& a, const cv::Point2d& b)
 {
@@ -51,91 +50,147 @@ double areaOf(const std::array<cv::Point2d, 4>& p)
     return 0.5 * std::abs(cross(p[2] - p[0], p[3] - p[1]));
 }
 
-double coverageOf(const QuadFinder::Side& side)
+/// How well one side follows an edge; the ends are those at its first and second corner.
+struct SideFit
 {
-    if (side.line->isBorder())
-        return borderCoverage;
-    return side.line->coverage(std::min(side.from, side.to), std::max(side.from, side.to));
-}
+    Stretch whole;
+    double firstEnd = 0, secondEnd = 0, overrun = 0;
+};
 
-// How far the edge runs on beyond the corners: the edge of a page ends there, that of a desk, a table's
-// ruling or another sheet goes on.
-double overrunOf(const QuadFinder::Side& side)
+// The edge of a page ends at its corners; that of a desk, a table's ruling or another sheet runs on.
+double overrunOf(const EdgeLine& line, double from, double to)
 {
-    if (side.line->isBorder())
-        return 0;
-    const double from = std::min(side.from, side.to), to = std::max(side.from, side.to);
     const double reach = std::clamp(0.2 * (to - from), 10.0, 40.0), gap = 4;
     const auto covered = [&](double a, double b) {
-        a = std::max(a, side.line->tBegin());
-        b = std::min(b, side.line->tEnd());
-        return b - a < 0.5 * reach ? 0.0 : side.line->coverage(a, b);
+        a = std::max(a, line.tBegin());
+        b = std::min(b, line.tEnd());
+        return b - a < 0.5 * reach ? 0.0 : line.coveredBetween(a, b);
     };
-    return std::max(covered(from - gap - reach, from - gap), covered(to + gap, to + gap + reach));
+    return 0.5 * (covered(from - gap - reach, from - gap) + covered(to + gap, to + gap + reach));
 }
 
-double scoreOf(const QuadFinder::Quad& quad)
+SideFit fitOf(const QuadFinder::Side& side)
 {
-    double sum = 0, least = 1, overrun = 0;
-    for (const QuadFinder::Side& side : quad.sides) {
-        const double coverage = coverageOf(side);
-        if (coverage < leastCoverage)
-            return 0;
-        sum += coverage;
-        least = std::min(least, coverage);
-        overrun += overrunOf(side);
+    SideFit fit;
+    if (side.line->isBorder()) {
+        fit.whole.covered = borderCoverage;
+        fit.firstEnd = fit.secondEnd = 1;
+        return fit;
     }
-    return 0.6 * sum / 4 + 0.4 * least - 0.25 * overrun / 4 + 0.2 * std::sqrt(quad.area);
+    const double from = std::min(side.from, side.to), to = std::max(side.from, side.to);
+    // Rounded corners and the picture's border hide the very end.
+    const double skip = 3, end = std::max(12.0, 0.12 * (to - from));
+    const auto clipped = [&](double a, double b) {
+        return side.line->coveredBetween(std::max(a, side.line->tBegin()), std::min(b, side.line->tEnd()));
+    };
+    fit.whole = side.line->between(from, to);
+    fit.firstEnd = clipped(from + skip, from + end);
+    fit.secondEnd = clipped(to - end, to - skip);
+    if (side.from > side.to)
+        std::swap(fit.firstEnd, fit.secondEnd);
+    fit.overrun = overrunOf(*side.line, from, to);
+    return fit;
+}
+
+// How much the page differs from what lies around it, over the sides that can be seen: 0 to 1.
+double contrastOf(const QuadFinder::Quad& quad, const std::array<SideFit, 4>& fits)
+{
+    double clear = 0, leastClear = 1, steady = 0, leastSteady = 1;
+    int inwards = 0, seen = 0;
+    for (size_t i = 0; i < 4; ++i) {
+        if (quad.sides[i].line->isBorder())
+            continue;
+        const Stretch& whole = fits[i].whole;
+        clear += whole.clear;
+        leastClear = std::min(leastClear, whole.clear);
+        steady += whole.steady;
+        leastSteady = std::min(leastSteady, whole.steady);
+        // Walking clockwise, the line's own direction tells on which hand its normal points.
+        const bool normalInside = quad.sides[i].to < quad.sides[i].from;
+        inwards += (whole.rise > 0) == normalInside ? 1 : -1;
+        ++seen;
+    }
+    // Pages are brighter than desks. A sheet that is darker all around may be a cover, or a box on a page;
+    // one that is now the one and now the other is mostly put together from different things.
+    const double alike = inwards == seen    ? 0.1
+                         : inwards == -seen ? -0.05
+                                            : -0.05 * (seen - std::abs(inwards));
+    const double contrast = 0.3 * clear / seen + 0.15 * leastClear +
+                            0.3 * std::min(1.0, 1.4 * steady / seen) +
+                            0.25 * std::min(1.0, 2.5 * leastSteady) + alike;
+    return std::clamp((contrast - 0.45) / 0.4, 0.0, 1.0);
+}
+
+void rate(QuadFinder::Quad& quad)
+{
+    std::array<SideFit, 4> fits;
+    double covered = 0, least = 1, overrun = 0, corners = 0;
+    for (size_t i = 0; i < 4; ++i) {
+        fits[i] = fitOf(quad.sides[i]);
+        if (fits[i].whole.covered < leastCoverage)
+            return;
+        covered += fits[i].whole.covered;
+        least = std::min(least, fits[i].whole.covered);
+        overrun += fits[i].overrun;
+    }
+    for (size_t i = 0; i < 4; ++i)
+        corners += std::min(fits[(i + 3) % 4].secondEnd, fits[i].firstEnd);
+    const double edges = 0.4 * covered / 4 + 0.25 * least + 0.35 * corners / 4 - 0.5 * overrun / 4;
+    quad.confidence = std::clamp(edges, 0.0, 1.0) * contrastOf(quad, fits);
+    const bool cutOff = std::any_of(quad.sides.begin(), quad.sides.end(), [](const QuadFinder::Side& side) {
+        return side.line->isBorder();
+    });
+    if (cutOff && quad.area < leastCutOffArea)
+        return;
+    quad.score = quad.confidence * (1 + 0.5 * std::sqrt(quad.area));
 }
 
 } // namespace
 
-std::optional<Outline> QuadFinder::find(const std::vector<EdgeLine>& lines,
-                                        const std::array<cv::Mat, 3>& planes)
+std::optional<Outline> QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size)
 {
-    size_ = planes[0].size();
-    collectLines(lines, size_);
-    findCorners(size_);
-    best_.clear();
+    size_ = size;
+    best_ = Quad();
+    collectLines(lines);
+    findCorners();
     tryQuads();
-
-    std::optional<Outline> found;
-    const SideContrast contrast(planes);
-    for (const Quad& quad : best_) {
-        const double confidence = contrast.confidenceOf(quad);
-        if (!found || confidence > found->confidence)
-            found = Outline{quad.corners, confidence};
-    }
-    return found;
+    if (best_.score <= 0)
+        return std::nullopt;
+    return Outline{best_.corners, best_.confidence};
 }
 
-void QuadFinder::collectLines(const std::vector<EdgeLine>& lines, const cv::Size& size)
+void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)
 {
-    lines_ = lines;
-    lines_.push_back(EdgeLine::border({1, 0}, 0, size));
-    lines_.push_back(EdgeLine::border({1, 0}, size.width - 1, size));
-    lines_.push_back(EdgeLine::border({0, 1}, 0, size));
-    lines_.push_back(EdgeLine::border({0, 1}, size.height - 1, size));
+    borders_.clear();
+    borders_.push_back(EdgeLine::border({1, 0}, 0, size_));
+    borders_.push_back(EdgeLine::border({1, 0}, size_.width - 1, size_));
+    borders_.push_back(EdgeLine::border({0, 1}, 0, size_));
+    borders_.push_back(EdgeLine::border({0, 1}, size_.height - 1, size_));
+    lines_.clear();
+    for (const EdgeLine& line : lines)
+        lines_.push_back(&line);
+    for (const EdgeLine& line : borders_)
+        lines_.push_back(&line);
 }
 
-void QuadFinder::findCorners(const cv::Size& size)
+void QuadFinder::findCorners()
 {
-    const double marginX = outsideShare * size.width, marginY = outsideShare * size.height;
+    const double marginX = outsideShare * size_.width, marginY = outsideShare * size_.height;
     corners_.assign(lines_.size() * lines_.size(), Corner());
     for (size_t i = 0; i < lines_.size(); ++i) {
         for (size_t k = i + 1; k < lines_.size(); ++k) {
-            const cv::Point2d& n = lines_[i].normal();
-            const cv::Point2d& m = lines_[k].normal();
+            const cv::Point2d& n = line(i).normal();
+            const cv::Point2d& m = line(k).normal();
             const double sine = cross(n, m);
             if (std::abs(sine) < 0.76) // 50 degrees
                 continue;
-            const double p = lines_[i].offset(), q = lines_[k].offset();
+            const double p = line(i).offset(), q = line(k).offset();
             Corner found;
             found.point = {(p * m.y - q * n.y) / sine, (q * n.x - p * m.x) / sine};
-            found.possible = found.point.x >= -marginX && found.point.x <= size.width - 1 + marginX &&
-                             found.point.y >= -marginY && found.point.y <= size.height - 1 + marginY;
-            found.t[0] = lines_[i].positionOf(found.point);
-            found.t[1] = lines_[k].positionOf(found.point);
+            found.possible = found.point.x >= -marginX && found.point.x <= size_.width - 1 + marginX &&
+                             found.point.y >= -marginY && found.point.y <= size_.height - 1 + marginY;
+            found.t[0] = line(i).positionOf(found.point);
+            found.t[1] = line(k).positionOf(found.point);
             corners_[i * lines_.size() + k] = found;
             corners_[k * lines_.size() + i] = found;
         }
@@ -153,7 +208,7 @@ void QuadFinder::tryQuads()
     const size_t n = lines_.size();
     for (size_t a = 0; a < n; ++a) {
         for (size_t c = a + 1; c < n; ++c) {
-            if (std::abs(lines_[a].normal().dot(lines_[c].normal())) < 0.85)
+            if (std::abs(line(a).normal().dot(line(c).normal())) < 0.85)
                 continue;
             for (size_t b = a + 1; b < n; ++b) {
                 if (b == c || !corner(a, b).possible || !corner(c, b).possible)
@@ -176,8 +231,8 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
         // Side i lies on line i and runs from its meeting with the line before to that with the line after.
         const size_t before = order[(i + 3) % 4], here = order[i], after = order[(i + 1) % 4];
         quad.corners[i] = corner(before, here).point;
-        quad.sides[i] = {&lines_[here], positionOn(here, before), positionOn(here, after)};
-        borders += lines_[here].isBorder() ? 1 : 0;
+        quad.sides[i] = {lines_[here], positionOn(here, before), positionOn(here, after)};
+        borders += line(here).isBorder() ? 1 : 0;
     }
     if (borders > 1)
         return;
@@ -192,19 +247,9 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     quad.area = areaOf(quad.corners) / size_.area();
     if (quad.area < leastArea)
         return;
-    quad.score = scoreOf(quad);
-    if (quad.score > 0)
-        keep(quad);
-}
-
-void QuadFinder::keep(const Quad& quad)
-{
-    const auto better = [](const Quad& x, const Quad& y) { return x.score > y.score; };
-    if (best_.size() == keptQuads && best_.back().score >= quad.score)
-        return;
-    best_.insert(std::upper_bound(best_.begin(), best_.end(), quad, better), quad);
-    if (best_.size() > keptQuads)
-        best_.pop_back();
+    rate(quad);
+    if (quad.score > best_.score)
+        best_ = quad;
 }
 
 } // namespace mirvak

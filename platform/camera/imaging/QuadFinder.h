@@ -16,8 +16,8 @@ namespace mirvak {
 class QuadFinder
 {
 public:
-    /// `planes`: the small picture whose edges the lines are.
-    std::optional<Outline> find(const std::vector<EdgeLine>& lines, const std::array<cv::Mat, 3>& planes);
+    /// `size`: of the small picture.
+    std::optional<Outline> find(const std::vector<EdgeLine>& lines, const cv::Size& size);
 
     struct Side
     {
@@ -28,8 +28,9 @@ public:
     {
         std::array<cv::Point2d, 4> corners; ///< clockwise
         std::array<Side, 4> sides;          ///< side i runs from corner i to corner i + 1
-        double score = 0;
-        double area = 0; ///< share of the picture
+        double area = 0;                    ///< share of the picture
+        double score = 0;                   ///< prefers the larger of two good outlines
+        double confidence = 0;              ///< 0 to 1
     };
 
 private:
@@ -39,18 +40,23 @@ private:
         double t[2]; ///< positions on the two lines, lower index first
         bool possible = false;
     };
-    void collectLines(const std::vector<EdgeLine>& lines, const cv::Size& size);
-    void findCorners(const cv::Size& size);
+    void collectLines(const std::vector<EdgeLine>& lines);
+    void findCorners();
     void tryQuads();
     void tryQuad(size_t a, size_t b, size_t c, size_t d);
-    void keep(const Quad& quad);
+    const EdgeLine& line(size_t i) const { return *lines_[i]; }
     const Corner& corner(size_t i, size_t k) const { return corners_[i * lines_.size() + k]; }
     double positionOn(size_t line, size_t other) const;
 
-    std::vector<EdgeLine> lines_;
+    std::vector<EdgeLine> borders_;
+    std::vector<const EdgeLine*> lines_;
     std::vector<Corner> corners_;
-    std::vector<Quad> best_;
+    Quad best_;
     cv::Size size_;
 };
+
+/// Moves each side by up to a few pixels to where the colours change most along all of it: the edge of the
+/// paper itself rather than the rim of its shadow.
+std::array<cv::Point2d, 4> snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners);
 
 } // namespace mirvak

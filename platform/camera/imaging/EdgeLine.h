@@ -1,0 +1,85 @@
+#pragma once
+
+#include "EdgeField.h"
+
+#include <opencv2/core.hpp>
+
+#include <array>
+#include <vector>
+
+namespace mirvak {
+
+/// How well a stretch of a line follows an edge, and how much its two sides differ. All 0 to 1 except as
+/// noted.
+struct Stretch
+{
+    double covered = 0; ///< share that follows an edge
+    double clear = 0;   ///< share where the colours of the two sides differ clearly
+    double steady = 0;  ///< 1 when they differ in the same way all along
+    double rise = 0;    ///< mean change of brightness along the normal, levels
+};
+
+/// A straight edge across the whole small picture, with the places where there is an edge to see. Points of
+/// the line are at(t), t in pixels.
+class EdgeLine
+{
+public:
+    using Planes = std::array<cv::Mat, 3>;
+
+    EdgeLine(const cv::Point2d& normal, double offset, const cv::Size& picture);
+    /// A side of the picture itself: a page may run out of the picture there.
+    static EdgeLine border(const cv::Point2d& normal, double offset, const cv::Size& picture);
+    bool isBorder() const { return border_; }
+
+    const cv::Point2d& normal() const { return normal_; }
+    double offset() const { return offset_; }
+    cv::Point2d along() const { return {-normal_.y, normal_.x}; }
+    cv::Point2d at(double t) const { return normal_ * offset_ + along() * t; }
+    double positionOf(const cv::Point2d& point) const { return point.dot(along()); }
+    /// Where the line enters and leaves the picture; an empty range when it does not cross it.
+    double tBegin() const { return begin_; }
+    double tEnd() const { return end_; }
+
+    /// Looks for edge points within `reach` pixels at both sides and fits the line to those in well covered
+    /// stretches (total least squares). @return false when there are too few.
+    bool fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& work);
+    /// Notes where the line follows an edge and how its sides differ.
+    void trace(const EdgeField& field, const Planes& planes, int reach);
+    /// Takes the edge points under the line for itself. `claimed`: CV_8UC1, not 0 where an earlier line did
+    /// so.
+    /// @return share of them that were still free.
+    double claim(const EdgeField& field, cv::Mat& claimed, int reach) const;
+
+    /// Pixels where an edge is followed without larger gaps and the sides differ: long for the edge of a
+    /// thing, short along a line of text, which has gaps, and a ruling, which has paper on both sides.
+    double length() const { return length_; }
+    /// Orders lines: by length, strength, and how steadily the sides differ.
+    double rank() const { return rank_; }
+    /// Of the part between two positions that lies in the picture, as a share of the whole part.
+    Stretch between(double from, double to) const;
+    double coveredBetween(double from, double to) const;
+
+private:
+    struct Tally ///< running sums from tBegin(), a pixel a step
+    {
+        int covered, clear, size;
+        std::array<int, 3> rise;
+    };
+    void findEnds(const cv::Size& picture);
+    bool follows(const EdgeField& field, double t, int reach, cv::Point& point) const;
+    void markCovered(const EdgeField& field, int reach);
+    void rateRuns();
+    std::array<int, 3> riseAt(const Planes& planes, double t) const;
+    const Tally& tallyAt(double t) const;
+
+    cv::Point2d normal_;
+    double offset_;
+    cv::Size picture_;
+    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0;
+    std::array<bool, edgeDirections + 1> fits_{}; ///< which directions of an edge belong to this line
+    std::vector<unsigned char> covered_, dense_;
+    std::vector<Tally> tallies_;
+    bool border_ = false;
+};
+
+} // namespace mirvak

@@ -1,0 +1,126 @@
+#include "QuadFinder.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirvak {
+
+namespace {
+
+constexpr int reach = 4;         // pixels either way
+constexpr float mostChange = 45; // levels: print beside the edge counts no more than the edge
+constexpr int centroid = 2;      // pixels about the best line that place it between pixels
+
+struct Straight
+{
+    cv::Point2d point, direction;
+};
+
+/// One side with the colour changes around it.
+class SideProfile
+{
+public:
+    SideProfile(const EdgeField& field, const cv::Point2d& from, const cv::Point2d& to)
+        : from_(from), way_(to - from)
+    {
+        const double length = std::max(1.0, cv::norm(way_));
+        across_ = {-way_.y / length, way_.x / length};
+        const int samples = std::max(8, static_cast<int>(length / 2));
+        changes_.resize(static_cast<size_t>(samples));
+        for (int i = 0; i < samples; ++i) {
+            const cv::Point2d p = from_ + way_ * ((i + 0.5) / samples);
+            for (int k = -reach; k <= reach; ++k)
+                changes_[static_cast<size_t>(i)][static_cast<size_t>(k + reach)] =
+                    std::min(mostChange, field.changeAcross(p + across_ * k, across_));
+        }
+    }
+
+    Straight best() const
+    {
+        int bestFirst = 0, bestSecond = 0;
+        float most = sumAlong(0, 0) * 1.02F; // moving has to pay
+        for (int first = -reach; first <= reach; ++first) {
+            for (int second = -reach; second <= reach; ++second) {
+                const float sum = sumAlong(first, second);
+                if (sum > most) {
+                    most = sum;
+                    bestFirst = first;
+                    bestSecond = second;
+                }
+            }
+        }
+        return between(bestFirst, bestSecond);
+    }
+
+private:
+    double shareOf(size_t sample) const
+    {
+        return (static_cast<double>(sample) + 0.5) / static_cast<double>(changes_.size());
+    }
+
+    float sumAlong(int first, int second) const
+    {
+        float sum = 0;
+        for (size_t i = 0; i < changes_.size(); ++i) {
+            const auto offset = static_cast<int>(std::lround(first + (second - first) * shareOf(i)));
+            sum += changes_[i][static_cast<size_t>(offset + reach)];
+        }
+        return sum;
+    }
+
+    // Weighted regression of the centre of the change in each sample over its place on the side.
+    Straight between(int first, int second) const
+    {
+        double w = 0, ws = 0, wo = 0, wss = 0, wso = 0;
+        for (size_t i = 0; i < changes_.size(); ++i) {
+            const double share = shareOf(i);
+            const auto middle = static_cast<int>(std::lround(first + (second - first) * share));
+            for (int k = std::max(-reach, middle - centroid); k <= std::min(reach, middle + centroid); ++k) {
+                const double change = changes_[i][static_cast<size_t>(k + reach)], weight = change * change;
+                w += weight;
+                ws += weight * share;
+                wo += weight * k;
+                wss += weight * share * share;
+                wso += weight * share * k;
+            }
+        }
+        const double spread = w * wss - ws * ws;
+        double start = first, rise = second - first;
+        if (spread > 1e-6 * w * w) {
+            rise = (w * wso - ws * wo) / spread;
+            start = (wo - rise * ws) / w;
+        }
+        return {from_ + across_ * start, way_ + across_ * rise};
+    }
+
+    cv::Point2d from_, way_, across_;
+    std::vector<std::array<float, 2 * reach + 1>> changes_;
+};
+
+} // namespace
+
+std::array<cv::Point2d, 4> snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners)
+{
+    std::array<Straight, 4> sides;
+    for (size_t i = 0; i < 4; ++i) {
+        const cv::Point2d& from = corners[i];
+        const cv::Point2d& to = corners[(i + 1) % 4];
+        // Where the page runs out of the picture there is no edge to snap to.
+        const bool seen = !liesOnBorder(from, to, field.size(), 1);
+        sides[i] = seen ? SideProfile(field, from, to).best() : Straight{from, to - from};
+    }
+    std::array<cv::Point2d, 4> snapped = corners;
+    for (size_t i = 0; i < 4; ++i) {
+        const Straight& a = sides[(i + 3) % 4];
+        const Straight& b = sides[i];
+        const double sine = a.direction.x * b.direction.y - a.direction.y * b.direction.x;
+        const cv::Point2d d = b.point - a.point;
+        const double along = (d.x * b.direction.y - d.y * b.direction.x) / sine;
+        const cv::Point2d corner = a.point + a.direction * along;
+        if (std::isfinite(along) && cv::norm(corner - corners[i]) <= 3 * reach)
+            snapped[i] = corner;
+    }
+    return snapped;
+}
+
+} // namespace mirvak
