@@ -128,7 +128,9 @@ TEST_F(ThumbnailStrip, InsertsWhereItIsTold)
     strip.AddImage(save("end.png"), 3); // the count itself still is a place
     strip.AddImage(save("beyond.png"), 99);
     EXPECT_EQ(list->currentRow(), 4);
-    EXPECT_EQ(names(strip), words("first.png a.png b.png end.png beyond.png"));
+    strip.AddImage(save("second.png"), 1);
+    EXPECT_EQ(list->currentRow(), 1);
+    EXPECT_EQ(names(strip), words("first.png second.png a.png b.png end.png beyond.png"));
 }
 
 TEST_F(ThumbnailStrip, RefusesWhatIsNoPicture)
