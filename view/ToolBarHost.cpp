@@ -16,9 +16,10 @@ ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
     retry_.setInterval(200);
     connect(&retry_, &QTimer::timeout, this, [this] {
-        // A popup sends the view a leave event with the mouse still in it.
-        hasMouse_ = view_->rect().contains(view_->mapFromGlobal(QCursor::pos()));
-        hideIfUnused();
+        // A popup sends the view a leave event with the mouse still in it, and after it the next enter event
+        // comes with the next move.
+        if (!view_->rect().contains(view_->mapFromGlobal(QCursor::pos())))
+            hideIfUnused();
     });
 }
 

@@ -32,5 +32,5 @@ private:
     bool hasMouse_ = false;
     bool isUserTyping_ = false; // the last input was a key, not the mouse
     bool hasKeyboard_ = false;  // the focus came here by a key
-    QTimer retry_;              // runs while an open popup keeps the bar from hiding
+    QTimer retry_;              // runs from a popup of the bar on until it is sure where the mouse is
 };
