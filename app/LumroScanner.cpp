@@ -1,6 +1,7 @@
 #include "LumroScanner.h"
 
 #include "BtnControl.h"
+#include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
 #include "LanguageFolder.h"
@@ -129,7 +130,7 @@ void LumroScanner::connectButtons()
     };
     for (const auto& [signal, slot] : table)
         connect(buttons_, signal, this, slot);
-    connect(ui_->setting, &QPushButton::clicked, this, &LumroScanner::featureMissing);
+    connect(ui_->setting, &QPushButton::clicked, this, &LumroScanner::onSettings);
     connect(more_, qOverload<int, bool>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayCheckBox);
     connect(more_, qOverload<int, int>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayMoreCheck);
 }
@@ -191,7 +192,7 @@ QString LumroScanner::getImagePath() const
 
 bool LumroScanner::isDialogOpen() const
 {
-    return more_->isVisible();
+    return more_->isVisible() || (configSet_ && configSet_->isVisible());
 }
 
 bool LumroScanner::mayCapture()
@@ -314,8 +315,34 @@ void LumroScanner::onSign()
 
 void LumroScanner::onMore()
 {
+    if (isDialogOpen())
+        return;
     more_->move(frameGeometry().center() - more_->rect().center());
     more_->show();
+}
+
+void LumroScanner::makeSettingsDialog()
+{
+    configSet_ = new ConfigSet(this);
+    connect(configSet_, &ConfigSet::booklineclicked, ui_->videoView, &VideoView::SetBooklineEnable);
+    connect(configSet_, &ConfigSet::scansizechanged, &session_, &CameraSession::setScanSize);
+    connect(configSet_, &ConfigSet::languageitemchanged, this, &LumroScanner::onLanguageChosen);
+}
+
+void LumroScanner::onSettings()
+{
+    if (more_->isVisible())
+        return;
+    if (!configSet_)
+        makeSettingsDialog();
+    configSet_->setVisible(!configSet_->isVisible());
+}
+
+void LumroScanner::onLanguageChosen(int row)
+{
+    changelanguage(row);
+    Q_EMIT languageitemchanged(row);
+    Dialogs::inform(this, tr("Tips"), tr("Restart the software to take effect!"));
 }
 
 void LumroScanner::onDeviceChanged(int index)

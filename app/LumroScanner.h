@@ -13,6 +13,7 @@
 #include <memory>
 
 class BtnControl;
+class ConfigSet;
 class DeviceControl;
 class More;
 class Thumbnail;
@@ -74,6 +75,7 @@ public Q_SLOTS:
     void onSign();
 
     void onMore();
+    void onSettings();
     void onCloseApp();
     void onDeviceChanged(int index);
     void onModelChanged(int index);
@@ -82,7 +84,9 @@ public Q_SLOTS:
     void onDeskewChanged(int option, bool checked);
     void onRotateChanged(int quarterTurns);
     void onGetHidSignal(int key);
+    /// Restyles what follows the language while the program runs; its texts change after a restart.
     void changelanguage(int row);
+    void onLanguageChosen(int row);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -96,6 +100,7 @@ private:
     void showNotice(const QString& text) override;
 
     void makeParts();
+    void makeSettingsDialog();
     void connectTools();
     void connectButtons();
     void startKeys();
@@ -110,6 +115,7 @@ private:
     Thumbnail* thumbnail_ = nullptr;
     TitleBar* titleBar_ = nullptr;
     More* more_ = nullptr;
+    ConfigSet* configSet_ = nullptr; ///< made at its first use: the start does not wait for it
 
     // The session is declared after everything that its callback touches: it stops first.
     MirvakCamera camera_;

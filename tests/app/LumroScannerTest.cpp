@@ -1,6 +1,7 @@
 #include "LumroScanner.h"
 
 #include "BtnControl.h"
+#include "ConfigSet.h"
 #include "DeskFixture.h"
 #include "Dialogs.h"
 #include "More.h"
@@ -139,6 +140,29 @@ TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
     EXPECT_EQ(messages_.count(QStringLiteral("Please complete the image merge first!")), 2);
     EXPECT_TRUE(files().isEmpty());
     window_->setMergePending(false);
+    window_->onScanner();
+    EXPECT_EQ(files().size(), 1);
+}
+
+TEST_F(LumroScannerTest, TheSettingsActAtOnceAndALanguageAfterARestart)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("setting");
+    auto* dialog = window_->findChild<ConfigSet*>();
+    ASSERT_TRUE(dialog && dialog->isVisible());
+    window_->onScanner();
+    window_->onMore();
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_FALSE(window_->findChild<More*>()->isVisible());
+
+    Q_EMIT dialog->booklineclicked(true);
+    EXPECT_TRUE(view().GetBooklineEnable());
+    Q_EMIT dialog->languageitemchanged(2);
+    EXPECT_TRUE(messages_.contains(QStringLiteral("Restart the software to take effect!")));
+    window_->onSettings();
+    EXPECT_FALSE(dialog->isVisible());
     window_->onScanner();
     EXPECT_EQ(files().size(), 1);
 }
