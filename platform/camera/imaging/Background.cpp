@@ -11,16 +11,16 @@ namespace mirvak {
 
 namespace {
 
-// Darkens below the middle and keeps both ends: grey print becomes ink, pale colours stay pale.
+// Darkens what is between, so that thin print becomes ink, and keeps both ends: pale colours stay pale.
 std::array<unsigned char, 256> inkCurve()
 {
+    constexpr double black = 0.06; // the darkest ink that a camera sees under its own light
     std::array<unsigned char, 256> curve{};
     for (size_t i = 0; i < curve.size(); ++i) {
-        const double x = static_cast<double>(i) / 255;
-        const double s = x * x * (3 - 2 * x); // gentle S
-        const double y = 0.45 * x + 0.55 * s;
-        const double black = 0.06; // the darkest ink that a camera sees under its own light
-        curve[i] = cv::saturate_cast<unsigned char>(255 * std::max(0.0, (y - black) / (1 - black)));
+        const double x = std::pow(static_cast<double>(i) / 255, 1.25);
+        const double s = x * x * (3 - 2 * x);
+        const double y = (0.45 * x + 0.55 * s - black) / (1 - black);
+        curve[i] = cv::saturate_cast<unsigned char>(255 * std::max(0.0, y));
     }
     return curve;
 }

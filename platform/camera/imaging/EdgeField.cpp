@@ -13,12 +13,12 @@ constexpr int largestStep = 30;     // levels; even on the roughest cloth such a
 constexpr int histogramBins = 1024; // of gradients, four to a bin
 
 // Sobel in two passes that the compiler can run eight pixels at a time.
-void smoothColumn(const unsigned char* above,
-                  const unsigned char* here,
-                  const unsigned char* below,
+void smoothColumn(const unsigned char* __restrict above,
+                  const unsigned char* __restrict here,
+                  const unsigned char* __restrict below,
                   int width,
-                  short* smoothed,
-                  short* difference)
+                  short* __restrict smoothed,
+                  short* __restrict difference)
 {
     for (int x = 0; x < width; ++x) {
         smoothed[x] = static_cast<short>(above[x] + 2 * here[x] + below[x]);
@@ -26,17 +26,22 @@ void smoothColumn(const unsigned char* above,
     }
 }
 
-void keepStrongest(
-    const short* smoothed, const short* difference, int width, short* gx, short* gy, short* magnitude)
+// All in 16 bits, and a mask instead of a branch: eight pixels an instruction.
+void keepStrongest(const short* __restrict smoothed,
+                   const short* __restrict difference,
+                   int width,
+                   short* __restrict gx,
+                   short* __restrict gy,
+                   short* __restrict magnitude)
 {
     for (int x = 1; x < width - 1; ++x) {
-        const short dx = static_cast<short>(smoothed[x + 1] - smoothed[x - 1]);
-        const short dy = static_cast<short>(difference[x - 1] + 2 * difference[x] + difference[x + 1]);
-        const short m = static_cast<short>(std::abs(dx) + std::abs(dy));
-        const bool stronger = m > magnitude[x];
-        gx[x] = stronger ? dx : gx[x];
-        gy[x] = stronger ? dy : gy[x];
-        magnitude[x] = stronger ? m : magnitude[x];
+        const auto dx = static_cast<short>(smoothed[x + 1] - smoothed[x - 1]);
+        const auto dy = static_cast<short>(difference[x - 1] + 2 * difference[x] + difference[x + 1]);
+        const auto m = static_cast<short>(std::abs(dx) + std::abs(dy));
+        const auto stronger = static_cast<short>(-(m > magnitude[x])); // all bits or none
+        gx[x] = static_cast<short>((dx & stronger) | (gx[x] & ~stronger));
+        gy[x] = static_cast<short>((dy & stronger) | (gy[x] & ~stronger));
+        magnitude[x] = static_cast<short>((m & stronger) | (magnitude[x] & ~stronger));
     }
 }
 
@@ -105,7 +110,7 @@ void EdgeField::chooseThreshold()
 void EdgeField::thin()
 {
     points_.clear();
-    directions_.create(magnitude_.size(), CV_8UC1);
+    directions_.create(magnitude_.rows + 2 * padding, magnitude_.cols + 2 * padding, CV_8UC1);
     directions_.setTo(0);
     const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
     for (int y = 2; y < magnitude_.rows - 2; ++y) {
@@ -137,7 +142,7 @@ void EdgeField::addPoint(int x, int y)
                        static_cast<short>(y),
                        static_cast<unsigned char>(direction),
                        static_cast<unsigned char>(weight)});
-    directions_.ptr(y)[x] = static_cast<unsigned char>(direction + 1);
+    directions_.ptr(y + padding)[x + padding] = static_cast<unsigned char>(direction + 1);
 }
 
 double EdgeField::threshold() const

@@ -27,11 +27,18 @@ public:
     void build(const std::array<cv::Mat, 3>& planes);
 
     const std::vector<EdgePoint>& points() const { return points_; }
-    /// EdgePoint::direction + 1 at every pixel, 0 where there is no edge; CV_8UC1.
-    const cv::Mat& directions() const { return directions_; }
+    /// EdgePoint::direction + 1 at a pixel, 0 where there is no edge. Rows are directionStride() bytes apart,
+    /// and a frame of `padding` zeros lies around the picture, so that a search need not look out for its
+    /// border.
+    const unsigned char* directionAt(int x, int y) const
+    {
+        return directions_.ptr(y + padding) + x + padding;
+    }
+    ptrdiff_t directionStride() const { return static_cast<ptrdiff_t>(directions_.step); }
+    static constexpr int padding = 4;
     /// The least change that counted as an edge, levels: above the noise and texture of this picture.
     double threshold() const;
-    cv::Size size() const { return directions_.size(); }
+    cv::Size size() const { return magnitude_.size(); }
     /// How much the colour changes across a line with that unit normal at the pixel, levels; 0 outside.
     float changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const;
 
@@ -44,7 +51,7 @@ private:
     cv::Mat gx_, gy_, magnitude_; // CV_16S, |gx| + |gy|
     std::vector<short> smoothed_, difference_;
     std::vector<EdgePoint> points_;
-    cv::Mat directions_;
+    cv::Mat directions_; ///< with the frame around it
     int threshold_ = 0;
 };
 

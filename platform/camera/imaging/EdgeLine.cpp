@@ -13,9 +13,15 @@ constexpr int denseWindow = 24;       // pixels: longer than a word, shorter tha
 constexpr int denseCount = 17;
 // Pixels from the edge, where its own blur and that of a ruling have ended.
 constexpr double nearestSide = 4.6;
-constexpr int sideDepth = 3;      // pixels that are averaged
+constexpr int sideDepth = 2; // pixels that are averaged
+constexpr signed char noEdge = 127;
 constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
+
+int clearStepOf(const EdgeField& field)
+{
+    return sideDepth * std::max(leastClearStep, static_cast<int>(0.75 * field.threshold()));
+}
 
 } // namespace
 
@@ -52,56 +58,68 @@ void EdgeLine::findEnds(const cv::Size& picture)
     end_ = std::max(begin_, end_);
 }
 
-// Steps across the line along the axis that it crosses more squarely, nearest first.
-bool EdgeLine::follows(const EdgeField& field, double t, int reach, cv::Point& point) const
-{
-    const cv::Point2d p = at(t);
-    const int x = cvRound(p.x), y = cvRound(p.y);
-    const bool sideways = std::abs(normal_.x) > std::abs(normal_.y);
-    for (int i = 0; i <= 2 * reach; ++i) {
-        const int away = (i + 1) / 2 * (i % 2 ? 1 : -1);
-        const int px = sideways ? x + away : x, py = sideways ? y : y + away;
-        if (px < 0 || py < 0 || px >= picture_.width || py >= picture_.height)
-            continue;
-        if (fits_[field.directions().ptr(py)[px]]) {
-            point = {px, py};
-            return true;
-        }
-    }
-    return false;
-}
-
+// Looks across the line along the axis that it crosses more squarely, nearest first.
 void EdgeLine::markCovered(const EdgeField& field, int reach)
 {
-    double angle = std::atan2(normal_.y, normal_.x) * edgeDirections / CV_PI;
+    const double angle = std::atan2(normal_.y, normal_.x) * edgeDirections / CV_PI;
     const int direction = (static_cast<int>(std::lround(angle)) + 2 * edgeDirections) % edgeDirections;
-    for (int i = 0; i < edgeDirections; ++i) {
-        const int apart = std::abs(i - direction);
-        fits_[static_cast<size_t>(i) + 1] = std::min(apart, edgeDirections - apart) <= directionTolerance;
+    std::array<bool, edgeDirections + 1> fits{}; // index 0 is no edge
+    for (int i = -directionTolerance; i <= directionTolerance; ++i)
+        fits[static_cast<size_t>((direction + i + edgeDirections) % edgeDirections) + 1] = true;
+
+    edge_.assign(static_cast<size_t>(end_ - begin_) + 1, noEdge);
+    const ptrdiff_t across = isSideways() ? 1 : field.directionStride();
+    const cv::Point2d start = at(begin_), step = along();
+    for (size_t i = 0; i < edge_.size(); ++i) {
+        const auto t = static_cast<double>(i);
+        const int x = std::clamp(cvRound(start.x + t * step.x), 0, picture_.width - 1);
+        const int y = std::clamp(cvRound(start.y + t * step.y), 0, picture_.height - 1);
+        const unsigned char* here = field.directionAt(x, y);
+        if (fits[*here])
+            edge_[i] = 0;
+        for (int k = 1; k <= reach && edge_[i] == noEdge; ++k) {
+            if (fits[here[-k * across]])
+                edge_[i] = static_cast<signed char>(-k);
+            else if (fits[here[k * across]])
+                edge_[i] = static_cast<signed char>(k);
+        }
     }
-    const auto count = static_cast<size_t>(end_ - begin_) + 1;
-    covered_.assign(count, 0);
-    dense_.assign(count, 0);
-    cv::Point ignored;
+}
+
+void EdgeLine::markDense()
+{
+    dense_.assign(edge_.size(), 0);
     int inWindow = 0;
-    for (size_t i = 0; i < count; ++i) {
-        covered_[i] = follows(field, begin_ + static_cast<double>(i), reach, ignored);
-        inWindow += covered_[i] - (i >= denseWindow ? covered_[i - denseWindow] : 0);
+    size_t marked = 0; // everything before is decided
+    for (size_t i = 0; i < edge_.size(); ++i) {
+        inWindow += edge_[i] != noEdge ? 1 : 0;
+        if (i >= denseWindow)
+            inWindow -= edge_[i - denseWindow] != noEdge ? 1 : 0;
         if (inWindow < denseCount)
             continue;
-        for (size_t k = i + 1; k > 0 && i + 1 - k < denseWindow && !(dense_[k - 1] && k <= i); --k)
-            dense_[k - 1] = 1;
+        const size_t from = std::max(marked, i + 1 > denseWindow ? i + 1 - denseWindow : 0);
+        std::fill(
+            dense_.begin() + static_cast<ptrdiff_t>(from), dense_.begin() + static_cast<ptrdiff_t>(i) + 1, 1);
+        marked = i + 1;
     }
+}
+
+cv::Point EdgeLine::edgeAt(size_t step) const
+{
+    const cv::Point2d p = at(begin_ + static_cast<double>(step));
+    const int away = edge_[step];
+    return isSideways() ? cv::Point(cvRound(p.x) + away, cvRound(p.y))
+                        : cv::Point(cvRound(p.x), cvRound(p.y) + away);
 }
 
 bool EdgeLine::fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& work)
 {
     markCovered(field, reach);
+    markDense();
     work.clear();
-    cv::Point point;
     for (size_t i = 0; i < dense_.size(); ++i) {
-        if (dense_[i] && covered_[i] && follows(field, begin_ + static_cast<double>(i), reach, point))
-            work.emplace_back(point);
+        if (dense_[i] && edge_[i] != noEdge)
+            work.emplace_back(edgeAt(i));
     }
     if (work.size() < denseWindow)
         return false;
@@ -126,13 +144,14 @@ bool EdgeLine::fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& 
     return true;
 }
 
-// Colour beyond the line, in the direction of its normal, minus colour before it.
+// Colour beyond the line, in the direction of its normal, minus colour before it; the sum of sideDepth
+// pixels.
 std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t) const
 {
     std::array<int, 3> rise{};
     const cv::Point2d p = at(t);
     for (int i = 0; i < sideDepth; ++i) {
-        const cv::Point2d away = normal_ * (nearestSide + i);
+        const cv::Point2d away = normal_ * (nearestSide + 1.5 * i);
         const int x1 = std::clamp(cvRound(p.x + away.x), 0, picture_.width - 1);
         const int y1 = std::clamp(cvRound(p.y + away.y), 0, picture_.height - 1);
         const int x0 = std::clamp(cvRound(p.x - away.x), 0, picture_.width - 1);
@@ -143,51 +162,62 @@ std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t) const
     return rise;
 }
 
+void EdgeLine::add(Tally& tally, const std::array<int, 3>& rise, int clearStep)
+{
+    const std::array<int, 3> size{std::abs(rise[0]), std::abs(rise[1]), std::abs(rise[2])};
+    tally.clear += *std::max_element(size.begin(), size.end()) >= clearStep ? 1 : 0;
+    tally.size += size[0] + size[1] + size[2];
+    for (size_t c = 0; c < 3; ++c)
+        tally.rise[c] += rise[c];
+}
+
 void EdgeLine::trace(const EdgeField& field, const Planes& planes, int reach)
 {
     markCovered(field, reach);
-    const int clearStep = sideDepth * std::max(leastClearStep, static_cast<int>(0.75 * field.threshold()));
-    tallies_.assign(covered_.size() + 1, Tally());
-    for (size_t i = 0; i < covered_.size(); ++i) {
-        const std::array<int, 3> rise = riseAt(planes, begin_ + static_cast<double>(i));
-        const int most = std::max({std::abs(rise[0]), std::abs(rise[1]), std::abs(rise[2])});
-        const bool clear = most >= clearStep;
-        const Tally& before = tallies_[i];
-        Tally& after = tallies_[i + 1];
-        after.covered = before.covered + covered_[i];
-        after.clear = before.clear + (clear ? 1 : 0);
-        after.size = before.size + std::abs(rise[0]) + std::abs(rise[1]) + std::abs(rise[2]);
-        for (size_t c = 0; c < 3; ++c)
-            after.rise[c] = before.rise[c] + rise[c];
+    const int clearStep = clearStepOf(field);
+    tallies_.assign(edge_.size() + 1, Tally());
+    std::array<int, 3> rise{};
+    for (size_t i = 0; i < edge_.size(); ++i) {
+        if (i % 2 == 0) // the colours beside an edge change slowly
+            rise = riseAt(planes, begin_ + static_cast<double>(i));
+        tallies_[i + 1] = tallies_[i];
+        tallies_[i + 1].covered += edge_[i] != noEdge ? 1 : 0;
+        add(tallies_[i + 1], rise, clearStep);
     }
-    rateRuns();
 }
 
 // A run along which the sides differ now one way and now the other is pattern rather than the edge of a
 // thing. The grain of a desk is as long as a page, but pale against it.
-void EdgeLine::rateRuns()
+void EdgeLine::rate(const EdgeField& field, const Planes& planes)
 {
+    constexpr size_t sampled = 4; // pixels
+    const int clearStep = clearStepOf(field);
     length_ = rank_ = 0;
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i])
             continue;
         const size_t start = i;
-        while (i < dense_.size() && dense_[i])
-            ++i;
-        const Stretch run = between(begin_ + static_cast<double>(start), begin_ + static_cast<double>(i));
-        const double length = run.clear * static_cast<double>(i - start);
+        Tally run{};
+        int samples = 0;
+        for (; i < dense_.size() && dense_[i]; i += sampled, ++samples)
+            add(run, riseAt(planes, begin_ + static_cast<double>(i)), clearStep);
+        i = std::min(i, dense_.size());
+        const Stretch stretch = stretchOf(run, samples);
+        const double length = stretch.clear * static_cast<double>(i - start);
         length_ += length;
-        rank_ +=
-            length * (patternShare + (1 - patternShare) * run.steady) * std::sqrt(std::abs(run.rise) + 4);
+        rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
+                 std::sqrt(std::abs(stretch.rise) + 4);
     }
 }
 
-double EdgeLine::claim(const EdgeField& field, cv::Mat& claimed, int reach) const
+double EdgeLine::claim(cv::Mat& claimed) const
 {
     int all = 0, unclaimed = 0;
-    cv::Point point;
     for (size_t i = 0; i < dense_.size(); ++i) {
-        if (!dense_[i] || !covered_[i] || !follows(field, begin_ + static_cast<double>(i), reach, point))
+        if (!dense_[i] || edge_[i] == noEdge)
+            continue;
+        const cv::Point point = edgeAt(i);
+        if (point.x < 0 || point.y < 0 || point.x >= picture_.width || point.y >= picture_.height)
             continue;
         unsigned char& mark = claimed.ptr(point.y)[point.x];
         unclaimed += mark ? 0 : 1;
@@ -210,22 +240,29 @@ double EdgeLine::coveredBetween(double from, double to) const
     return (tallyAt(to).covered - tallyAt(from).covered) / (to - from);
 }
 
+Stretch EdgeLine::stretchOf(const Tally& sum, double length)
+{
+    Stretch stretch;
+    stretch.covered = sum.covered / length;
+    stretch.clear = sum.clear / length;
+    const int steady = std::abs(sum.rise[0]) + std::abs(sum.rise[1]) + std::abs(sum.rise[2]);
+    stretch.steady = steady / std::max(1.0, static_cast<double>(sum.size));
+    stretch.rise = (sum.rise[0] + 2 * sum.rise[1] + sum.rise[2]) / (4 * sideDepth * length);
+    return stretch;
+}
+
 Stretch EdgeLine::between(double from, double to) const
 {
     if (tallies_.empty() || to - from < 1)
         return {};
-    const Tally& a = tallyAt(from);
-    const Tally& b = tallyAt(to);
-    int most = 0;
+    Tally part = tallyAt(to);
+    const Tally& before = tallyAt(from);
+    part.covered -= before.covered;
+    part.clear -= before.clear;
+    part.size -= before.size;
     for (size_t c = 0; c < 3; ++c)
-        most += std::abs(b.rise[c] - a.rise[c]);
-    Stretch stretch;
-    stretch.covered = (b.covered - a.covered) / (to - from);
-    stretch.clear = (b.clear - a.clear) / (to - from);
-    stretch.steady = most / std::max(1.0, static_cast<double>(b.size - a.size));
-    stretch.rise = (b.rise[0] - a.rise[0] + 2 * (b.rise[1] - a.rise[1]) + b.rise[2] - a.rise[2]) /
-                   (4 * sideDepth * (to - from));
-    return stretch;
+        part.rise[c] -= before.rise[c];
+    return stretchOf(part, to - from);
 }
 
 } // namespace mirvak

@@ -5,6 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include <array>
+#include <cmath>
 #include <vector>
 
 namespace mirvak {
@@ -43,12 +44,14 @@ public:
     /// Looks for edge points within `reach` pixels at both sides and fits the line to those in well covered
     /// stretches (total least squares). @return false when there are too few.
     bool fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& work);
-    /// Notes where the line follows an edge and how its sides differ.
+    /// Measures length and rank from samples of the well covered stretches that fit() found.
+    void rate(const EdgeField& field, const Planes& planes);
+    /// Notes where the line follows an edge and how its sides differ, for between() and coveredBetween().
     void trace(const EdgeField& field, const Planes& planes, int reach);
     /// Takes the edge points under the line for itself. `claimed`: CV_8UC1, not 0 where an earlier line did
     /// so.
     /// @return share of them that were still free.
-    double claim(const EdgeField& field, cv::Mat& claimed, int reach) const;
+    double claim(cv::Mat& claimed) const;
 
     /// Pixels where an edge is followed without larger gaps and the sides differ: long for the edge of a
     /// thing, short along a line of text, which has gaps, and a ruling, which has paper on both sides.
@@ -66,9 +69,12 @@ private:
         std::array<int, 3> rise;
     };
     void findEnds(const cv::Size& picture);
-    bool follows(const EdgeField& field, double t, int reach, cv::Point& point) const;
+    cv::Point edgeAt(size_t step) const;
+    void markDense();
     void markCovered(const EdgeField& field, int reach);
-    void rateRuns();
+    static void add(Tally& tally, const std::array<int, 3>& rise, int clearStep);
+    static Stretch stretchOf(const Tally& sum, double length);
+    bool isSideways() const { return std::abs(normal_.x) > std::abs(normal_.y); }
     std::array<int, 3> riseAt(const Planes& planes, double t) const;
     const Tally& tallyAt(double t) const;
 
@@ -76,8 +82,8 @@ private:
     double offset_;
     cv::Size picture_;
     double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0;
-    std::array<bool, edgeDirections + 1> fits_{}; ///< which directions of an edge belong to this line
-    std::vector<unsigned char> covered_, dense_;
+    std::vector<signed char> edge_; ///< where across the line the edge lies, pixels, a pixel a step; or none
+    std::vector<unsigned char> dense_; ///< 1 in well covered stretches
     std::vector<Tally> tallies_;
     bool border_ = false;
 };

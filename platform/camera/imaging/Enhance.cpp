@@ -10,9 +10,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr double darkShare = 0.005, brightShare = 0.01; // of the pixels that may become black or white
+constexpr double darkShare = 0.001, brightShare = 0.01; // of the pixels that may become black or white
 constexpr double mostGain = 2.2;                        // a nearly black frame stays dark and free of noise
 constexpr double saturation = 1.3;
+constexpr double paleTint = 0.12, fullTint = 0.35; // of a colour's span: paper keeps the tint that it has
 
 using Curve = std::array<int, 256>;
 
@@ -21,6 +22,14 @@ struct Levels
     double black = 0, white = 255;
 };
 
+// Between brightness and the strongest channel, so that a red seal counts as the bright thing that it is and
+// does not sink into black.
+int valueOf(const unsigned char* p)
+{
+    const int most = std::max({p[0], p[1], p[2]});
+    return (2 * most + (p[0] + 2 * p[1] + p[2]) / 2) / 4;
+}
+
 Levels levelsOf(const cv::Mat& rgb)
 {
     std::array<int, 256> histogram{};
@@ -28,7 +37,7 @@ Levels levelsOf(const cv::Mat& rgb)
     for (int y = 0; y < rgb.rows; y += 3) {
         const unsigned char* p = rgb.ptr(y);
         for (int x = 0; x < rgb.cols; x += 3, p += 9, ++count)
-            ++histogram[static_cast<size_t>((p[0] + 2 * p[1] + p[2]) / 4)];
+            ++histogram[static_cast<size_t>(valueOf(p))];
     }
     size_t dark = 0, bright = 255;
     for (int below = histogram[0]; dark < 255 && below < darkShare * count;)
@@ -42,7 +51,7 @@ Levels levelsOf(const cv::Mat& rgb)
 Curve brightnessCurve(const Levels& levels)
 {
     const double range = std::max({1.0, levels.white - levels.black, 255 / mostGain});
-    const double black = std::min(levels.black, 60.0); // a picture without any dark place is not given one
+    const double black = std::min(levels.black, 45.0); // a picture without any dark place is not given one
     Curve curve{};
     for (int i = 0; i < 256; ++i) {
         const double x = std::clamp((i - black) / range, 0.0, 1.0);
@@ -52,23 +61,27 @@ Curve brightnessCurve(const Levels& levels)
     return curve;
 }
 
-// Moves the channels away from the brightness, but never out of their range: the most that all three can
-// take.
+// Scales all channels by one factor, then moves them apart, but never out of their range: the most that all
+// three can take.
 void colourPixel(unsigned char* p, const Curve& curve)
 {
-    const int before = (p[0] + 2 * p[1] + p[2]) / 4;
-    const int after = curve[static_cast<size_t>(before)];
-    const double ratio = before > 0 ? std::min(mostGain, static_cast<double>(after) / before) : 1;
-    double factor = ratio * saturation;
+    const int value = valueOf(p);
+    if (value == 0)
+        return;
+    const double gain = std::min(mostGain, static_cast<double>(curve[static_cast<size_t>(value)]) / value);
+    const double grey = gain * (p[0] + 2 * p[1] + p[2]) / 4;
+    const int most = std::max({p[0], p[1], p[2]}), least = std::min({p[0], p[1], p[2]});
+    const double tint = static_cast<double>(most - least) / most;
+    double factor = 1 + (saturation - 1) * std::clamp((tint - paleTint) / (fullTint - paleTint), 0.0, 1.0);
     for (int c = 0; c < 3; ++c) {
-        const double away = p[c] - before;
+        const double away = gain * p[c] - grey;
         if (away > 0)
-            factor = std::min(factor, (255 - after) / away);
+            factor = std::min(factor, std::max(1.0, (255 - grey) / away));
         else if (away < 0)
-            factor = std::min(factor, after / -away);
+            factor = std::min(factor, std::max(1.0, grey / -away));
     }
     for (int c = 0; c < 3; ++c)
-        p[c] = cv::saturate_cast<unsigned char>(after + factor * (p[c] - before));
+        p[c] = cv::saturate_cast<unsigned char>(grey + factor * (gain * p[c] - grey));
 }
 
 } // namespace

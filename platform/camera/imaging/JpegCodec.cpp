@@ -63,7 +63,8 @@ cv::Mat rgbFromCmyk(const cv::Mat& cmyk, bool inverted)
     return rgb;
 }
 
-// Exif 2.3, tag 0x0112.
+} // namespace
+
 void applyOrientation(cv::Mat& pixels, int orientation)
 {
     if (orientation >= 5 && orientation <= 8)
@@ -85,8 +86,6 @@ void applyOrientation(cv::Mat& pixels, int orientation)
         break;
     }
 }
-
-} // namespace
 
 bool looksLikeJpeg(const Bytes& bytes)
 {

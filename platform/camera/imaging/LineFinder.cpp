@@ -57,6 +57,10 @@ LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, size_t 
     for (const Peak& peak : peaks_)
         addLine(peak, field, planes);
     dropRepeated(field, most);
+    for (EdgeLine& line : lines_) {
+        line.fit(field, traceReach, work_);
+        line.trace(field, planes, traceReach);
+    }
     return lines_;
 }
 
@@ -71,7 +75,7 @@ void LineFinder::dropRepeated(const EdgeField& field, size_t most)
     claimed_.setTo(0);
     size_t kept = 0;
     for (size_t i = 0; i < lines_.size() && kept < most; ++i) {
-        if (lines_[i].claim(field, claimed_, traceReach) < leastOwnShare)
+        if (lines_[i].claim(claimed_) < leastOwnShare)
             continue;
         if (kept != i)
             std::swap(lines_[kept], lines_[i]);
@@ -138,9 +142,9 @@ void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLin
     const double offset = (peak.offset + 0.5) * offsetBin - halfDiagonal +
                           normal.dot(cv::Point2d(0.5 * size.width, 0.5 * size.height));
     EdgeLine line(normal, offset, size);
-    if (!line.fit(field, fitReach, work_) || !line.fit(field, traceReach, work_))
+    if (!line.fit(field, fitReach, work_))
         return;
-    line.trace(field, planes, traceReach);
+    line.rate(field, planes);
     const bool known = std::any_of(
         lines_.begin(), lines_.end(), [&](const EdgeLine& other) { return sameLine(line, other); });
     if (!known && line.length() >= leastLength)

@@ -81,7 +81,7 @@ std::array<int, 256> textCurve()
 {
     std::array<int, 256> curve{};
     for (int i = 0; i < 256; ++i) {
-        const double x = std::clamp((i - 50) / 170.0, 0.0, 1.0);
+        const double x = std::pow(std::clamp((i - 40) / 200.0, 0.0, 1.0), 1.3);
         curve[static_cast<size_t>(i)] = static_cast<int>(std::lround(255 * x * x * (3 - 2 * x)));
     }
     return curve;
