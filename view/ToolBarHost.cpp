@@ -14,13 +14,8 @@ ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar)
     view_->setFocusPolicy(Qt::TabFocus); // the way into a bar that is hidden
     qApp->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { onFocusChanged(now); });
-    retry_.setInterval(200);
-    connect(&retry_, &QTimer::timeout, this, [this] {
-        // A popup sends the view a leave event with the mouse still in it, and after it the next enter event
-        // comes with the next move.
-        if (!view_->rect().contains(view_->mapFromGlobal(QCursor::pos())))
-            hideIfUnused();
-    });
+    watch_.setInterval(200);
+    connect(&watch_, &QTimer::timeout, this, &ToolBarHost::watchMouse);
 }
 
 bool ToolBarHost::eventFilter(QObject* watched, QEvent* event)
@@ -33,8 +28,12 @@ bool ToolBarHost::eventFilter(QObject* watched, QEvent* event)
         isUserTyping_ = false;
         break;
     case QEvent::FocusIn:
-        if (watched == view_ || bar_->isAncestorOf(qobject_cast<QWidget*>(watched)))
+        if (watched == view_ || isOfBar(watched))
             noteFocus(event);
+        break;
+    case QEvent::Show:
+        if (isPopupOfBar(qobject_cast<QWidget*>(watched)))
+            watch_.start();
         break;
     default:
         break;
@@ -102,7 +101,6 @@ void ToolBarHost::place()
 
 void ToolBarHost::show()
 {
-    retry_.stop();
     place();
     bar_->show();
     bar_->raise();
@@ -110,16 +108,32 @@ void ToolBarHost::show()
 
 void ToolBarHost::hideIfUnused()
 {
-    const QWidget* popup = QApplication::activePopupWidget();
-    if (popup && bar_->isAncestorOf(popup)) {
-        retry_.start();
-        return;
-    }
-    retry_.stop();
-    if (hasKeyboard_ || hasMouse_ || bar_->isHidden())
+    if (hasKeyboard_ || hasMouse_ || bar_->isHidden() || isPopupOfBar(QApplication::activePopupWidget()))
         return;
     // A control that the mouse has used would hand its focus to whatever comes next in the window.
     if (bar_->isAncestorOf(QApplication::focusWidget()))
         view_->setFocus(Qt::OtherFocusReason);
     bar_->hide();
+    watch_.stop();
+}
+
+void ToolBarHost::watchMouse()
+{
+    const bool isMouseInView = view_->rect().contains(view_->mapFromGlobal(QCursor::pos()));
+    if (isMouseInView || isPopupOfBar(QApplication::activePopupWidget()))
+        return;
+    hasMouse_ = false;
+    hideIfUnused();
+}
+
+bool ToolBarHost::isOfBar(const QObject* object) const
+{
+    while (object && object != bar_)
+        object = object->parent(); // goes on where a popup, a window of its own, ends
+    return object;
+}
+
+bool ToolBarHost::isPopupOfBar(const QWidget* widget) const
+{
+    return widget && widget->isWindow() && isOfBar(widget);
 }

@@ -26,11 +26,14 @@ private:
     void place();
     void show();
     void hideIfUnused();
+    void watchMouse();
+    bool isOfBar(const QObject* object) const;
+    bool isPopupOfBar(const QWidget* widget) const;
 
     QWidget* bar_;
     QWidget* view_;
     bool hasMouse_ = false;
     bool isUserTyping_ = false; // the last input was a key, not the mouse
     bool hasKeyboard_ = false;  // the focus came here by a key
-    QTimer retry_;              // runs from a popup of the bar on until it is sure where the mouse is
+    QTimer watch_;              // looks for the mouse after a popup: the view may get no leave event then
 };
