@@ -129,6 +129,32 @@ TEST_F(DeskCamera, FitsPicturesOnBlackGround)
     }
 }
 
+TEST_F(DeskCamera, PassesOnOnlyFilesLikeACameras)
+{
+    cv::Mat picture(cv::Size(80, 40), CV_8UC3, cv::Scalar(0, 0, 200));
+    picture.colRange(0, 40).setTo(cv::Scalar(200, 0, 0));
+    const pictures::Bytes plain = pictures::jpeg(picture);
+    pictures::write(folder.file("plain.jpg"), plain);
+    pictures::write(folder.file("progressive.jpg"), pictures::jpeg(picture, true));
+    pictures::write(folder.file("turned.jpg"), pictures::withOrientation(plain, 6)); // stored a quarter left
+    PictureSource source(
+        {folder.file("plain.jpg"), folder.file("progressive.jpg"), folder.file("turned.jpg")});
+    RawFrame frame;
+    ASSERT_TRUE(source.frame(0, picture.size(), frame));
+    EXPECT_EQ(frame.format, PixelFormat::Mjpeg);
+    ASSERT_TRUE(source.frame(1, picture.size(), frame));
+    EXPECT_EQ(frame.format, PixelFormat::Rgb24);
+    for (const cv::Size size : {cv::Size(), cv::Size(20, 40)}) {
+        ASSERT_TRUE(source.frame(2, size, frame));
+        ASSERT_EQ(frame.format, PixelFormat::Rgb24);
+        ASSERT_EQ(cv::Size(frame.width, frame.height), size.empty() ? cv::Size(40, 80) : size);
+        const uint8_t* const upper = frame.data + frame.stride;
+        const uint8_t* const lower = frame.data + frame.stride * size_t(frame.height - 2);
+        EXPECT_GT(upper[0], 190) << "the left half is on top after a quarter turn clockwise";
+        EXPECT_GT(lower[2], 190);
+    }
+}
+
 TEST_F(DeskCamera, NativeDeliversEachPictureInItsOwnSize)
 {
     const cv::Mat texture = pictures::textured({48, 36});

@@ -1,6 +1,7 @@
 #include "FramePump.h"
 #include "FakeCamera.h"
 #include "FrameCollector.h"
+#include "MatrixCounter.h"
 #include "Rotate.h"
 
 #include <gmock/gmock.h>
@@ -143,22 +144,32 @@ TEST(FramePump, AnExceptionInTheSinkStaysInside)
     EXPECT_THAT(collector.numbers(), ElementsAre(2));
 }
 
-TEST(FramePump, ReusesItsBuffersWhateverTheSinkDoesToThePicture)
+TEST(FramePump, AllocatesNoPixelsAfterTheFirstFramesWhateverTheSinkDoes)
 {
+    constexpr int warmUp = 5;
+    constexpr int frames = 40;
     for (const int quarterTurns : {0, 1, 2, 3}) {
         FakeCamera camera({FakeCamera::picture(3)}, true);
         ImagePool pool;
         FrameCollector collector;
-        collector.onFrame = [&](Image& image) { rotateQuarters(image, quarterTurns); };
+        const MatrixCounter buffers;
+        int afterWarmUp = 0;
+        int atTheEnd = 0;
+        collector.onFrame = [&, frame = 0](Image& image) mutable {
+            rotateQuarters(image, quarterTurns);
+            ++frame;
+            (frame == warmUp ? afterWarmUp : atTheEnd) = buffers.count();
+        };
         FramePump pump(camera, pool);
+        pump.setShare(0.7);
         ASSERT_EQ(startWith(pump, camera, collector), MIRVAK_OK);
-        ASSERT_TRUE(collector.waitForFrames(40));
+        ASSERT_TRUE(collector.waitForFrames(frames));
         pump.stop();
         const cv::Size turned = quarterTurns % 2 ? cv::Size(FakeCamera::height, FakeCamera::width)
                                                  : cv::Size(FakeCamera::width, FakeCamera::height);
         EXPECT_THAT(collector.sizes(), ::testing::Each(turned));
-        // A turned picture alternates between its two buffers.
-        EXPECT_LE(collector.buffers().size(), 2U) << quarterTurns << " quarter turns";
+        EXPECT_GT(afterWarmUp, 0);
+        EXPECT_EQ(atTheEnd, afterWarmUp) << quarterTurns << " quarter turns";
     }
 }
 

@@ -68,7 +68,7 @@ TEST(Keys, LinesInThePipePressTheKeysOfTheDesk)
     ASSERT_TRUE(start());
     EXPECT_FALSE(start()) << "it listens already";
     writeTo(folder.file("keys"), "2\n8");
-    writeTo(folder.file("keys"), "\nno key\n" + std::string(500, '7') + "\n\n5\r\n-1\n9");
+    writeTo(folder.file("keys"), "\nno key\n6" + std::string(500, '\r') + "\n\n5\r\n-1\n9");
     EXPECT_THAT(desk.waitFor(4), ElementsAre(2, 8, 5, -1)) << "the last line is not complete";
     listener.stop();
     ASSERT_TRUE(start()) << "with the pipe that is there already";

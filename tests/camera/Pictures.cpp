@@ -15,7 +15,7 @@ constexpr int levelsApart = 6; // well beyond the codec's error of 2
 
 } // namespace
 
-Bytes jpeg(const cv::Mat& rgb)
+Bytes jpeg(const cv::Mat& rgb, bool progressive)
 {
     const std::unique_ptr<void, int (*)(tjhandle)> turbo(tjInitCompress(), tjDestroy);
     unsigned char* data = nullptr;
@@ -30,7 +30,7 @@ Bytes jpeg(const cv::Mat& rgb)
                                    &size,
                                    TJSAMP_444,
                                    95,
-                                   0);
+                                   progressive ? TJFLAG_PROGRESSIVE : 0);
     const std::unique_ptr<unsigned char, void (*)(unsigned char*)> owner(data, tjFree);
     if (result != 0)
         throw std::runtime_error(tjGetErrorStr2(turbo.get()));
@@ -67,6 +67,16 @@ Bytes withoutHuffmanTables(const Bytes& jpeg)
     }
     out.insert(out.end(), jpeg.data() + at, jpeg.data() + jpeg.size());
     return out;
+}
+
+Bytes withOrientation(const Bytes& jpeg, uint8_t orientation)
+{
+    // A big-endian TIFF header, one entry: tag 0x0112, type SHORT, count 1, value.
+    Bytes exif = {0xff, 0xe1, 0, 34,   'E', 'x', 'i', 'f', 0, 0, 'M', 'M',         0, 42, 0, 0, 0, 8,
+                  0,    1,    1, 0x12, 0,   3,   0,   0,   0, 1, 0,   orientation, 0, 0,  0, 0, 0, 0};
+    exif.insert(exif.begin(), jpeg.begin(), jpeg.begin() + 2);
+    exif.insert(exif.end(), jpeg.begin() + 2, jpeg.end());
+    return exif;
 }
 
 void write(const std::string& path, const Bytes& bytes)

@@ -48,6 +48,26 @@ std::optional<cv::Size> pngSize(const Bytes& bytes)
     return cv::Size(number(widthAt), number(heightAt));
 }
 
+// A camera sends nothing else, and a progressive file takes several times as long at each frame.
+// ITU-T T.81, B.1.1.3: frame headers are 0xc0 to 0xcf but for three other markers; 0xc0 and 0xc1 are
+// sequential.
+bool isSequential(const Bytes& jpeg)
+{
+    for (size_t at = 2; at + 4 <= jpeg.size() && jpeg[at] == 0xff;) {
+        const uint8_t marker = jpeg[at + 1];
+        if (marker >= 0xc0 && marker <= 0xcf && marker != 0xc4 && marker != 0xc8 && marker != 0xcc)
+            return marker <= 0xc1;
+        at += 2 + static_cast<size_t>(jpeg[at + 2] << 8 | jpeg[at + 3]);
+    }
+    return false;
+}
+
+/// The size as seen, of a picture stored with the Exif orientation, and the other way round.
+cv::Size turned(cv::Size size, int orientation)
+{
+    return orientation > 4 ? cv::Size(size.height, size.width) : size;
+}
+
 cv::Size fitted(cv::Size picture, cv::Size box)
 {
     const double scale = std::min(static_cast<double>(box.width) / picture.width,
@@ -80,12 +100,11 @@ std::optional<cv::Size> PictureSource::firstSize()
     while (!files_.empty()) {
         shown_.reset();
         if (readFile(files_.front(), bytes_)) {
-            const bool upright = readJpegHeader(bytes_).orientation <= 4;
             auto size = jpeg_.size(bytes_.data(), bytes_.size());
             if (!size)
                 size = pngSize(bytes_);
             if (size)
-                return upright ? *size : cv::Size(size->height, size->width);
+                return turned(*size, readJpegHeader(bytes_).orientation);
         }
         drop(0);
     }
@@ -122,8 +141,7 @@ bool PictureSource::load(const fs::path& file, cv::Size size)
 {
     if (!readFile(file, bytes_))
         return false;
-    const bool plainJpeg = looksLikeJpeg(bytes_) && readJpegHeader(bytes_).orientation == 1;
-    if (plainJpeg && loadJpeg(size))
+    if (looksLikeJpeg(bytes_) && loadJpeg(size))
         return true;
     const std::optional<Image> image = decodeImage(bytes_);
     if (!image)
@@ -134,15 +152,20 @@ bool PictureSource::load(const fs::path& file, cv::Size size)
 
 bool PictureSource::loadJpeg(cv::Size size)
 {
-    const auto own = jpeg_.size(bytes_.data(), bytes_.size());
-    if (!own)
+    const auto stored = jpeg_.size(bytes_.data(), bytes_.size());
+    if (!stored)
         return false;
-    if (size.empty() || *own == size) {
-        frame_ = {PixelFormat::Mjpeg, own->width, own->height, 0, bytes_.data(), bytes_.size()};
+    const int orientation = readJpegHeader(bytes_).orientation;
+    if (orientation == 1 && isSequential(bytes_) && (size.empty() || *stored == size)) {
+        frame_ = {PixelFormat::Mjpeg, stored->width, stored->height, 0, bytes_.data(), bytes_.size()};
         return true;
     }
-    if (!jpeg_.decodeReduced(bytes_.data(), bytes_.size(), fitted(*own, size), decoded_))
+    cv::Size needed = *stored;
+    if (!size.empty())
+        needed = turned(fitted(turned(*stored, orientation), size), orientation);
+    if (!jpeg_.decodeReduced(bytes_.data(), bytes_.size(), needed, decoded_))
         return false;
+    applyOrientation(decoded_, orientation);
     showPixels(decoded_, size);
     return true;
 }

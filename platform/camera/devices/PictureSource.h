@@ -25,8 +25,9 @@ public:
     /// Size of the first picture that can be read.
     std::optional<cv::Size> firstSize();
     /// The picture as a frame of `size`, fitted on black ground, or of its own size when `size` is empty. A
-    /// JPEG file of the right size is passed on as it is, every other picture as pixels. The bytes stay valid
-    /// until the next call. False when the file is unreadable; it is then dropped from the list.
+    /// JPEG file of the right size, coded as cameras do and upright, is passed on as it is, every other
+    /// picture as pixels. The bytes stay valid until the next call. False when the file is unreadable; it is
+    /// then dropped from the list.
     bool frame(size_t index, cv::Size size, RawFrame& frame);
     /// A frame like the last one with data that no decoder accepts.
     RawFrame brokenFrame();

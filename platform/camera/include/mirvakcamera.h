@@ -55,8 +55,8 @@ public:
     MirvakCamera& operator=(const MirvakCamera&) = delete;
 
     // --- Devs: the device layer -------------------------------------------------------------------------
-    /// Looks for cameras and keeps the list until Deinit. May be called again to look anew while no device is
-    /// open. Finding none is success.
+    /// Looks for cameras and keeps the list until Deinit. May be called again to look anew; MIRVAK_BUSY, and
+    /// the old list stays, while a device is open. Finding none is success.
     int MirvakDevs_Init();
     /// Stops and releases every device that is still open and forgets the list.
     int MirvakDevs_Deinit();
@@ -65,11 +65,13 @@ public:
     int MirvakDevice_GetDevCount();
     /// Empty for an index outside the list; the same holds for the USB id.
     std::string MirvakDevice_GetFriendlyName(int index);
-    /// Vendor and product as 8 lowercase hexadecimal digits, for example "1b172000".
+    /// Vendor and product as 8 lowercase hexadecimal digits, for example "1b172000"; empty for a camera that
+    /// is not on the USB.
     std::string MirvakDevice_GetDevUsbID(int index);
     /// 1 main document camera, 2 other colour camera, 3 infrared; 0 for an index outside the list.
     int MirvakDevice_GetCameraType(int index);
-    /// Opens the device; null when it cannot be opened. Released by MirvakDevice_Release.
+    /// Opens the device; null when it cannot be opened, and also after it was unplugged until
+    /// MirvakDevs_Init has found it again. Released by MirvakDevice_Release.
     void* MirvakDevice_Create(int index);
     /// Stops the stream if it runs and frees the device.
     int MirvakDevice_Release(void* device);
@@ -89,14 +91,18 @@ public:
                                   int frameMode,
                                   MirvakFrameCallback callback,
                                   void* context);
-    /// Returns after the last callback has returned. Must not be called from a callback.
+    /// Returns after the last callback has returned. From a frame callback it stops nothing and answers
+    /// MIRVAK_BUSY; Release does too.
     int MirvakDevice_StopPreview(void* device);
-    /// Paper size 4 (A4) or 3 (A3): sets the camera's zoom, or a centred digital crop where it has none.
-    /// Thread-safe against the running stream; may be called from a frame callback.
+    /// Paper size 3 (A3): everything the camera sees; 4 (A4): the middle of it, half the area. Sets the
+    /// camera's zoom, or where it has none cuts the middle out of each frame and scales it up, so that the
+    /// size of the frames stays. A device starts with 3. Thread-safe against the running stream; may be
+    /// called from a frame callback.
     int MirvakDevice_SetCameraSize(void* device, int size);
-    /// Measures how far the paper fills the picture and reports in `size` the paper size (3 or 4) that fits
-    /// better; `low` and `high` are the shares of the picture (0 to 1) between which the present size stays.
-    /// MIRVAK_NOT_FOUND when no paper is seen or nothing should change.
+    /// Looks for the page in `image` and reports in `size` the paper size (3 or 4) to change to: A3 when the
+    /// page takes more than `high` of the picture's area or reaches beyond it, A4 when it would fit the
+    /// smaller cut. A page smaller than `low` is not judged; both are shares from 0 to 1. MIRVAK_NOT_FOUND,
+    /// and `size` stays, when no page is seen or the present size is right. May be called from a callback.
     int MirvakDevice_JudgeCameraSize(void* device, void* image, int& size, double low, double high);
 
     // --- Image ------------------------------------------------------------------------------------------
