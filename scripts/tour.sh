@@ -23,7 +23,7 @@ rm -f "$shots"/IMAGE_*.jpg "$shots"/*.png
 number=0
 shoot() { # NAME
     number=$((number + 1))
-    import -window root "$shots/$(printf '%02d' "$number")-$1.png"
+    import -window root -quality 30 "$shots/$(printf '%02d' "$number")-$1.png"
 }
 
 capture() { # BUTTON FILE
@@ -87,7 +87,8 @@ view() {
 full_screen() {
     xdotool mousemove $(point_in_view 500 600) click --repeat 2 --delay 60 1
     await "the full screen" is_there videoView videoView
-    changing_view xdotool mousemove_relative 5 5
+    xdotool mousemove_relative 5 5
+    await "the tool bar on the full screen" is_there ToolBar videoView
     shoot full-screen
     xdotool key Escape
     await "the window" is_there videoView LumroScanner
@@ -115,7 +116,7 @@ strip_and_choices() {
     shoot more-buttons
     click checkSign
     await "the button's end" is_gone btnSign
-    click btnMore
+    click buttonClose More
     await "the choice's end" is_gone More
 }
 

@@ -32,8 +32,8 @@ setting() { sed -n "s/^$1=//p" "$XDG_CONFIG_HOME/lumro/lylumroscanner.ini"; }
 setting_is() { [ "$(setting "$1")" = "$2" ]; }
 
 start_program() {
-    rm -f "$map"
-    "$program" >"$work/stdout" 2>"$work/stderr" &
+    rm -f "$map" "$work/stdout" "$work/stderr"
+    "$program" >>"$work/stdout" 2>>"$work/stderr" &
     pid=$!
     own "$pid"
     await "the window" window_shown "$pid"
@@ -109,7 +109,7 @@ drag_in_view() { # X1 Y1 X2 Y2
 # What the preview shows, below the tool bar.
 view_looks() {
     set -- $(line_of videoView)
-    import -window root -crop "$4x$(($5 - 100))+$2+$(($3 + 100))" +repage miff:- | convert - -scale 200x rgb:- | md5sum
+    import -window root -crop "$4x$(($5 - 100))+$2+$(($3 + 100))" rgb:- | md5sum
 }
 looks_other() { [ "$(view_looks)" != "$1" ]; }
 
