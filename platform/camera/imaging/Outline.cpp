@@ -2,6 +2,7 @@
 
 #include "EdgeField.h"
 #include "LineFinder.h"
+#include "QuadCheck.h"
 #include "QuadFinder.h"
 #include "Reduction.h"
 
@@ -60,9 +61,14 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
         cv::GaussianBlur(plane, plane, {3, 3}, 0);
     work_->edges.build(work_->reduction.planes());
     const auto& lines = work_->lines.find(work_->edges, work_->reduction.planes(), mostLines);
-    std::optional<Outline> found = work_->quads.find(lines, work_->reduction.size());
-    if (!found || found->confidence < confident)
+    const auto& outlines = work_->quads.find(lines, work_->reduction.size());
+    const auto page = std::find_if(outlines.begin(), outlines.end(), [&](const Outline& outline) {
+        return outline.confidence >= confident &&
+               paperReachesBorder(work_->reduction.planes(), outline.corners);
+    });
+    if (page == outlines.end() || isHalfOfSpread(work_->reduction.planes(), page->corners))
         return std::nullopt;
+    std::optional<Outline> found = *page;
     found->corners = snapSides(work_->edges, found->corners);
     for (cv::Point2d& corner : found->corners)
         corner = work_->reduction.toFull(corner);

@@ -11,6 +11,7 @@ constexpr double outsideShare = 0.02;    // of the picture: a corner may lie tha
 constexpr double leastSide = 0.055;      // of the longer side of the picture: an identity card on A3
 constexpr double longestToShortest = 12; // a receipt
 constexpr double leastArea = 0.008;
+constexpr size_t mostOutlines = 12;
 constexpr double leastCutOffArea =
     0.15; // of a page that runs out of the picture: smaller things do at any desk
 constexpr double leastCoverage = 0.4;
@@ -110,15 +111,13 @@ double contrastOf(const QuadFinder::Quad& quad, const std::array<SideFit, 4>& fi
         inwards += (whole.rise > 0) == normalInside ? 1 : -1;
         ++seen;
     }
-    // Pages are brighter than desks. A sheet that is darker all around may be a cover, or a box on a page;
-    // one that is now the one and now the other is mostly put together from different things.
-    const double alike = inwards == seen    ? 0.1
-                         : inwards == -seen ? -0.05
-                                            : -0.05 * (seen - std::abs(inwards));
     const double contrast = 0.3 * clear / seen + 0.15 * leastClear +
                             0.3 * std::min(1.0, 1.4 * steady / seen) +
-                            0.25 * std::min(1.0, 2.5 * leastSteady) + alike;
-    return std::clamp((contrast - 0.45) / 0.4, 0.0, 1.0);
+                            0.25 * std::min(1.0, 2.5 * leastSteady);
+    // Pages are brighter than desks. A sheet that is darker all around may be a cover, or a box on a page;
+    // one that is now the one and now the other is mostly put together from different things.
+    const double likely = inwards == seen ? 1 : inwards == -seen ? 0.85 : 0.8;
+    return likely * std::clamp((contrast - (inwards == seen ? 0.35 : 0.45)) / 0.4, 0.0, 1.0);
 }
 
 void rate(QuadFinder::Quad& quad)
@@ -147,16 +146,17 @@ void rate(QuadFinder::Quad& quad)
 
 } // namespace
 
-std::optional<Outline> QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size)
+const std::vector<Outline>& QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size)
 {
     size_ = size;
-    best_ = Quad();
+    best_.clear();
     collectLines(lines);
     findCorners();
     tryQuads();
-    if (best_.score <= 0)
-        return std::nullopt;
-    return Outline{best_.corners, best_.confidence};
+    outlines_.clear();
+    for (const Quad& quad : best_)
+        outlines_.push_back({quad.corners, quad.confidence});
+    return outlines_;
 }
 
 void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)
@@ -248,8 +248,18 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     if (quad.area < leastArea)
         return;
     rate(quad);
-    if (quad.score > best_.score)
-        best_ = quad;
+    if (quad.score > 0)
+        keep(quad);
+}
+
+void QuadFinder::keep(const Quad& quad)
+{
+    if (best_.size() == mostOutlines && best_.back().score >= quad.score)
+        return;
+    const auto better = [](const Quad& a, const Quad& b) { return a.score > b.score; };
+    best_.insert(std::upper_bound(best_.begin(), best_.end(), quad, better), quad);
+    if (best_.size() > mostOutlines)
+        best_.pop_back();
 }
 
 } // namespace mirvak

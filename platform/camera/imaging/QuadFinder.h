@@ -6,7 +6,6 @@
 #include <opencv2/core.hpp>
 
 #include <array>
-#include <optional>
 #include <vector>
 
 namespace mirvak {
@@ -16,8 +15,8 @@ namespace mirvak {
 class QuadFinder
 {
 public:
-    /// `size`: of the small picture.
-    std::optional<Outline> find(const std::vector<EdgeLine>& lines, const cv::Size& size);
+    /// The most likely outlines, best first. `size`: of the small picture.
+    const std::vector<Outline>& find(const std::vector<EdgeLine>& lines, const cv::Size& size);
 
     struct Side
     {
@@ -43,6 +42,7 @@ private:
     void collectLines(const std::vector<EdgeLine>& lines);
     void findCorners();
     void tryQuads();
+    void keep(const Quad& quad);
     void tryQuad(size_t a, size_t b, size_t c, size_t d);
     const EdgeLine& line(size_t i) const { return *lines_[i]; }
     const Corner& corner(size_t i, size_t k) const { return corners_[i * lines_.size() + k]; }
@@ -51,7 +51,8 @@ private:
     std::vector<EdgeLine> borders_;
     std::vector<const EdgeLine*> lines_;
     std::vector<Corner> corners_;
-    Quad best_;
+    std::vector<Quad> best_;
+    std::vector<Outline> outlines_;
     cv::Size size_;
 };
 
