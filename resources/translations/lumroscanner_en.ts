@@ -9,6 +9,37 @@
     </message>
 </context>
 <context>
+    <name>ConfigSet</name>
+    <message>
+        <source>Setting</source>
+        <translation>Setting</translation>
+    </message>
+    <message>
+        <source>&amp;Global</source>
+        <translation>&amp;Global</translation>
+    </message>
+    <message>
+        <source>&amp;Image</source>
+        <translation>&amp;Image</translation>
+    </message>
+    <message>
+        <source>A&amp;utomatic scan</source>
+        <translation>A&amp;utomatic scan</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcuts</source>
+        <translation>&amp;Shortcuts</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;About</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Close</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -136,6 +167,14 @@
         <source>This function is not part of this version.</source>
         <translation>This function is not part of this version.</translation>
     </message>
+    <message>
+        <source>Tips</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>Restart the software to take effect!</source>
+        <translation>Restart the software to take effect!</translation>
+    </message>
 </context>
 <context>
     <name>More</name>
@@ -176,6 +215,233 @@
     <message>
         <source>The camera delivers no picture.</source>
         <translation>The camera delivers no picture.</translation>
+    </message>
+</context>
+<context>
+    <name>SetAbout</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Lumro High Speed Portable Scanner</source>
+        <translation>Lumro High Speed Portable Scanner</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+</context>
+<context>
+    <name>SetAutoPage</name>
+    <message>
+        <source>Automatic scan</source>
+        <translation>Automatic scan</translation>
+    </message>
+    <message>
+        <source>AutoScan</source>
+        <translation>AutoScan</translation>
+    </message>
+    <message>
+        <source>Takes a picture when a new page lies still.</source>
+        <translation>Takes a picture when a new page lies still.</translation>
+    </message>
+    <message>
+        <source>TimerScan</source>
+        <translation>TimerScan</translation>
+    </message>
+    <message>
+        <source>Takes a picture at equal intervals.</source>
+        <translation>Takes a picture at equal intervals.</translation>
+    </message>
+    <message>
+        <source>Interval in seconds</source>
+        <translation>Interval in seconds</translation>
+    </message>
+</context>
+<context>
+    <name>SetGlobal</name>
+    <message>
+        <source>Naming Rules</source>
+        <translation>Naming Rules</translation>
+    </message>
+    <message>
+        <source>Custom + serial number</source>
+        <translation>Custom + serial number</translation>
+    </message>
+    <message>
+        <source>Name prefix:</source>
+        <translation>Name prefix:</translation>
+    </message>
+    <message>
+        <source>001.jpg</source>
+        <translation>001.jpg</translation>
+    </message>
+    <message>
+        <source>Date + Time</source>
+        <translation>Date + Time</translation>
+    </message>
+    <message>
+        <source>20230101_time</source>
+        <translation>20230101_time</translation>
+    </message>
+    <message>
+        <source>Create dir by date</source>
+        <translation>Create dir by date</translation>
+    </message>
+    <message>
+        <source>Scan Type</source>
+        <translation>Scan Type</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Remove background color</source>
+        <translation>Remove background color</translation>
+    </message>
+    <message>
+        <source>Binary</source>
+        <translation>Binary</translation>
+    </message>
+    <message>
+        <source>Enhance Color</source>
+        <translation>Enhance Color</translation>
+    </message>
+    <message>
+        <source>Seal strengthen(Red)</source>
+        <translation>Seal strengthen(Red)</translation>
+    </message>
+    <message>
+        <source>Seal strengthen(Blue)</source>
+        <translation>Seal strengthen(Blue)</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>As the system</translation>
+    </message>
+</context>
+<context>
+    <name>SetImage</name>
+    <message>
+        <source>Image Path</source>
+        <translation>Image Path</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>Select Directory</translation>
+    </message>
+    <message>
+        <source>Image Format</source>
+        <translation>Image Format</translation>
+    </message>
+    <message>
+        <source>Scan Size</source>
+        <translation>Scan Size</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>A4</source>
+        <translation>A4</translation>
+    </message>
+    <message>
+        <source>A3</source>
+        <translation>A3</translation>
+    </message>
+    <message>
+        <source>Double Camera</source>
+        <translation>Double Camera</translation>
+    </message>
+    <message>
+        <source>Composite photo</source>
+        <translation>Composite photo</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Top left</source>
+        <translation>Top left</translation>
+    </message>
+    <message>
+        <source>Bottom left</source>
+        <translation>Bottom left</translation>
+    </message>
+    <message>
+        <source>Top right</source>
+        <translation>Top right</translation>
+    </message>
+    <message>
+        <source>Bottom right</source>
+        <translation>Bottom right</translation>
+    </message>
+    <message>
+        <source>Scanner Sound:</source>
+        <translation>Scanner Sound:</translation>
+    </message>
+    <message>
+        <source>Book-Flat</source>
+        <translation>Book-Flat</translation>
+    </message>
+    <message>
+        <source>Book-Line</source>
+        <translation>Book-Line</translation>
+    </message>
+    <message>
+        <source>remove finger</source>
+        <translation>remove finger</translation>
+    </message>
+    <message>
+        <source>Double page</source>
+        <translation>Double page</translation>
+    </message>
+    <message>
+        <source>Doc-Proces</source>
+        <translation>Doc-Proces</translation>
+    </message>
+    <message>
+        <source>Watermark:</source>
+        <translation>Watermark:</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>Time-watermark</source>
+        <translation>Time-watermark</translation>
+    </message>
+    <message>
+        <source>Watermark text</source>
+        <translation>Watermark text</translation>
+    </message>
+</context>
+<context>
+    <name>SetShortcut</name>
+    <message>
+        <source>Scanner:</source>
+        <translation>Scanner:</translation>
+    </message>
+    <message>
+        <source>Document:</source>
+        <translation>Document:</translation>
+    </message>
+    <message>
+        <source>Book:</source>
+        <translation>Book:</translation>
+    </message>
+    <message>
+        <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
+        <translation>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</translation>
     </message>
 </context>
 <context>

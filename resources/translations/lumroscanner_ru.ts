@@ -9,6 +9,37 @@
     </message>
 </context>
 <context>
+    <name>ConfigSet</name>
+    <message>
+        <source>Setting</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>&amp;Global</source>
+        <translation>&amp;Общие</translation>
+    </message>
+    <message>
+        <source>&amp;Image</source>
+        <translation>&amp;Снимки</translation>
+    </message>
+    <message>
+        <source>A&amp;utomatic scan</source>
+        <translation>&amp;Автосъёмка</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcuts</source>
+        <translation>&amp;Клавиши</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>О &amp;программе</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Закрыть</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -136,6 +167,14 @@
         <source>This function is not part of this version.</source>
         <translation>В этой версии такой функции нет.</translation>
     </message>
+    <message>
+        <source>Tips</source>
+        <translation>Подсказка</translation>
+    </message>
+    <message>
+        <source>Restart the software to take effect!</source>
+        <translation>Перезапустите программу, чтобы изменения вступили в силу!</translation>
+    </message>
 </context>
 <context>
     <name>More</name>
@@ -176,6 +215,233 @@
     <message>
         <source>The camera delivers no picture.</source>
         <translation>Камера не передаёт изображение.</translation>
+    </message>
+</context>
+<context>
+    <name>SetAbout</name>
+    <message>
+        <source>Name</source>
+        <translation>Название</translation>
+    </message>
+    <message>
+        <source>Lumro High Speed Portable Scanner</source>
+        <translation>Скоростной портативный сканер Lumro</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Версия</translation>
+    </message>
+</context>
+<context>
+    <name>SetAutoPage</name>
+    <message>
+        <source>Automatic scan</source>
+        <translation>Непрерывная съёмка</translation>
+    </message>
+    <message>
+        <source>AutoScan</source>
+        <translation>Автосъёмка</translation>
+    </message>
+    <message>
+        <source>Takes a picture when a new page lies still.</source>
+        <translation>Снимает, когда новая страница лежит неподвижно.</translation>
+    </message>
+    <message>
+        <source>TimerScan</source>
+        <translation>Съёмка по таймеру</translation>
+    </message>
+    <message>
+        <source>Takes a picture at equal intervals.</source>
+        <translation>Снимает через равные промежутки времени.</translation>
+    </message>
+    <message>
+        <source>Interval in seconds</source>
+        <translation>Интервал в секундах</translation>
+    </message>
+</context>
+<context>
+    <name>SetGlobal</name>
+    <message>
+        <source>Naming Rules</source>
+        <translation>Правила именования</translation>
+    </message>
+    <message>
+        <source>Custom + serial number</source>
+        <translation>Имя + порядковый номер</translation>
+    </message>
+    <message>
+        <source>Name prefix:</source>
+        <translation>Начало имени:</translation>
+    </message>
+    <message>
+        <source>001.jpg</source>
+        <translation>001.jpg</translation>
+    </message>
+    <message>
+        <source>Date + Time</source>
+        <translation>Дата + время</translation>
+    </message>
+    <message>
+        <source>20230101_time</source>
+        <translation>20230101_время</translation>
+    </message>
+    <message>
+        <source>Create dir by date</source>
+        <translation>Создавать папки по датам</translation>
+    </message>
+    <message>
+        <source>Scan Type</source>
+        <translation>Тип сканирования</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Оригинал</translation>
+    </message>
+    <message>
+        <source>Remove background color</source>
+        <translation>Убрать цвет фона</translation>
+    </message>
+    <message>
+        <source>Binary</source>
+        <translation>Чёрно-белый</translation>
+    </message>
+    <message>
+        <source>Enhance Color</source>
+        <translation>Усилить цвета</translation>
+    </message>
+    <message>
+        <source>Seal strengthen(Red)</source>
+        <translation>Выделить печать (красную)</translation>
+    </message>
+    <message>
+        <source>Seal strengthen(Blue)</source>
+        <translation>Выделить печать (синюю)</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Язык</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>Как в системе</translation>
+    </message>
+</context>
+<context>
+    <name>SetImage</name>
+    <message>
+        <source>Image Path</source>
+        <translation>Папка снимков</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>Выбор папки</translation>
+    </message>
+    <message>
+        <source>Image Format</source>
+        <translation>Формат файла</translation>
+    </message>
+    <message>
+        <source>Scan Size</source>
+        <translation>Формат листа</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Авто</translation>
+    </message>
+    <message>
+        <source>A4</source>
+        <translation>A4</translation>
+    </message>
+    <message>
+        <source>A3</source>
+        <translation>A3</translation>
+    </message>
+    <message>
+        <source>Double Camera</source>
+        <translation>Две камеры</translation>
+    </message>
+    <message>
+        <source>Composite photo</source>
+        <translation>Совмещать снимки</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Место</translation>
+    </message>
+    <message>
+        <source>Top left</source>
+        <translation>Слева вверху</translation>
+    </message>
+    <message>
+        <source>Bottom left</source>
+        <translation>Слева внизу</translation>
+    </message>
+    <message>
+        <source>Top right</source>
+        <translation>Справа вверху</translation>
+    </message>
+    <message>
+        <source>Bottom right</source>
+        <translation>Справа внизу</translation>
+    </message>
+    <message>
+        <source>Scanner Sound:</source>
+        <translation>Звук съёмки:</translation>
+    </message>
+    <message>
+        <source>Book-Flat</source>
+        <translation>Выпрямление книги</translation>
+    </message>
+    <message>
+        <source>Book-Line</source>
+        <translation>Линия сгиба книги</translation>
+    </message>
+    <message>
+        <source>remove finger</source>
+        <translation>Убрать пальцы</translation>
+    </message>
+    <message>
+        <source>Double page</source>
+        <translation>Разворот</translation>
+    </message>
+    <message>
+        <source>Doc-Proces</source>
+        <translation>Обработка документа</translation>
+    </message>
+    <message>
+        <source>Watermark:</source>
+        <translation>Водяной знак:</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>Time-watermark</source>
+        <translation>Отметка времени</translation>
+    </message>
+    <message>
+        <source>Watermark text</source>
+        <translation>Текст знака</translation>
+    </message>
+</context>
+<context>
+    <name>SetShortcut</name>
+    <message>
+        <source>Scanner:</source>
+        <translation>Снимок:</translation>
+    </message>
+    <message>
+        <source>Document:</source>
+        <translation>Документ:</translation>
+    </message>
+    <message>
+        <source>Book:</source>
+        <translation>Книга:</translation>
+    </message>
+    <message>
+        <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
+        <translation>Отмеченный текст не является сочетанием клавиш. Пример записи: Ctrl+S или Ctrl+Shift+F5.</translation>
     </message>
 </context>
 <context>

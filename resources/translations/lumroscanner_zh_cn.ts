@@ -9,6 +9,37 @@
     </message>
 </context>
 <context>
+    <name>ConfigSet</name>
+    <message>
+        <source>Setting</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>&amp;Global</source>
+        <translation>全局(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;Image</source>
+        <translation>图片(&amp;I)</translation>
+    </message>
+    <message>
+        <source>A&amp;utomatic scan</source>
+        <translation>连续拍摄(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcuts</source>
+        <translation>快捷键(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>关于(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -136,6 +167,14 @@
         <source>This function is not part of this version.</source>
         <translation>此版本不包含该功能。</translation>
     </message>
+    <message>
+        <source>Tips</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Restart the software to take effect!</source>
+        <translation>重启软件后生效！</translation>
+    </message>
 </context>
 <context>
     <name>More</name>
@@ -176,6 +215,233 @@
     <message>
         <source>The camera delivers no picture.</source>
         <translation>摄像头没有传来图像。</translation>
+    </message>
+</context>
+<context>
+    <name>SetAbout</name>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Lumro High Speed Portable Scanner</source>
+        <translation>Lumro 高速便携扫描仪</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>版本</translation>
+    </message>
+</context>
+<context>
+    <name>SetAutoPage</name>
+    <message>
+        <source>Automatic scan</source>
+        <translation>连续拍摄</translation>
+    </message>
+    <message>
+        <source>AutoScan</source>
+        <translation>自动拍摄</translation>
+    </message>
+    <message>
+        <source>Takes a picture when a new page lies still.</source>
+        <translation>放好新的一页后自动拍照。</translation>
+    </message>
+    <message>
+        <source>TimerScan</source>
+        <translation>定时拍摄</translation>
+    </message>
+    <message>
+        <source>Takes a picture at equal intervals.</source>
+        <translation>按固定的时间间隔拍照。</translation>
+    </message>
+    <message>
+        <source>Interval in seconds</source>
+        <translation>间隔（秒）</translation>
+    </message>
+</context>
+<context>
+    <name>SetGlobal</name>
+    <message>
+        <source>Naming Rules</source>
+        <translation>命名规则</translation>
+    </message>
+    <message>
+        <source>Custom + serial number</source>
+        <translation>自定义 + 序号</translation>
+    </message>
+    <message>
+        <source>Name prefix:</source>
+        <translation>名称前缀：</translation>
+    </message>
+    <message>
+        <source>001.jpg</source>
+        <translation>001.jpg</translation>
+    </message>
+    <message>
+        <source>Date + Time</source>
+        <translation>日期 + 时间</translation>
+    </message>
+    <message>
+        <source>20230101_time</source>
+        <translation>20230101_时间</translation>
+    </message>
+    <message>
+        <source>Create dir by date</source>
+        <translation>按日期创建文件夹</translation>
+    </message>
+    <message>
+        <source>Scan Type</source>
+        <translation>扫描类型</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>原图</translation>
+    </message>
+    <message>
+        <source>Remove background color</source>
+        <translation>去除底色</translation>
+    </message>
+    <message>
+        <source>Binary</source>
+        <translation>黑白</translation>
+    </message>
+    <message>
+        <source>Enhance Color</source>
+        <translation>色彩增强</translation>
+    </message>
+    <message>
+        <source>Seal strengthen(Red)</source>
+        <translation>印章增强（红）</translation>
+    </message>
+    <message>
+        <source>Seal strengthen(Blue)</source>
+        <translation>印章增强（蓝）</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>跟随系统</translation>
+    </message>
+</context>
+<context>
+    <name>SetImage</name>
+    <message>
+        <source>Image Path</source>
+        <translation>图片路径</translation>
+    </message>
+    <message>
+        <source>Select Directory</source>
+        <translation>选择文件夹</translation>
+    </message>
+    <message>
+        <source>Image Format</source>
+        <translation>图片格式</translation>
+    </message>
+    <message>
+        <source>Scan Size</source>
+        <translation>扫描幅面</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>A4</source>
+        <translation>A4</translation>
+    </message>
+    <message>
+        <source>A3</source>
+        <translation>A3</translation>
+    </message>
+    <message>
+        <source>Double Camera</source>
+        <translation>双摄像头</translation>
+    </message>
+    <message>
+        <source>Composite photo</source>
+        <translation>合成照片</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Top left</source>
+        <translation>左上</translation>
+    </message>
+    <message>
+        <source>Bottom left</source>
+        <translation>左下</translation>
+    </message>
+    <message>
+        <source>Top right</source>
+        <translation>右上</translation>
+    </message>
+    <message>
+        <source>Bottom right</source>
+        <translation>右下</translation>
+    </message>
+    <message>
+        <source>Scanner Sound:</source>
+        <translation>拍照声音：</translation>
+    </message>
+    <message>
+        <source>Book-Flat</source>
+        <translation>书籍展平</translation>
+    </message>
+    <message>
+        <source>Book-Line</source>
+        <translation>书籍中线</translation>
+    </message>
+    <message>
+        <source>remove finger</source>
+        <translation>去除手指</translation>
+    </message>
+    <message>
+        <source>Double page</source>
+        <translation>双页</translation>
+    </message>
+    <message>
+        <source>Doc-Proces</source>
+        <translation>文档处理</translation>
+    </message>
+    <message>
+        <source>Watermark:</source>
+        <translation>水印：</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Time-watermark</source>
+        <translation>时间水印</translation>
+    </message>
+    <message>
+        <source>Watermark text</source>
+        <translation>水印文字</translation>
+    </message>
+</context>
+<context>
+    <name>SetShortcut</name>
+    <message>
+        <source>Scanner:</source>
+        <translation>拍照：</translation>
+    </message>
+    <message>
+        <source>Document:</source>
+        <translation>文档：</translation>
+    </message>
+    <message>
+        <source>Book:</source>
+        <translation>书籍：</translation>
+    </message>
+    <message>
+        <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
+        <translation>标出的文字不是快捷键，请按 Ctrl+S 或 Ctrl+Shift+F5 的形式填写。</translation>
     </message>
 </context>
 <context>

@@ -6,11 +6,26 @@
 
 #include <QButtonGroup>
 
-ConfigSet::ConfigSet(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), ui_(std::make_unique<Ui_ConfigSet>())
+ConfigSet::ConfigSet(QWidget* parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
 {
-    ui_->setupUi(this);
     setWindowModality(Qt::WindowModal);
+}
+
+ConfigSet::~ConfigSet() = default;
+
+void ConfigSet::setVisible(bool visible)
+{
+    if (visible)
+        build();
+    QDialog::setVisible(visible);
+}
+
+void ConfigSet::build()
+{
+    if (ui_)
+        return;
+    ui_ = std::make_unique<Ui_ConfigSet>();
+    ui_->setupUi(this);
     Look::dress(*ui_->frameFoot);
     ui_->titleBar->SetTitle(tr("Setting"));
     ui_->titleBar->ShowSkinButton(false);
@@ -22,8 +37,6 @@ ConfigSet::ConfigSet(QWidget* parent)
     relayPages();
     ui_->buttonGlobal->setFocus(); // else the toolkit prefers the default button
 }
-
-ConfigSet::~ConfigSet() = default;
 
 void ConfigSet::numberPages()
 {
@@ -50,6 +63,7 @@ void ConfigSet::relayPages()
 
 void ConfigSet::setDefaultBtn(int)
 {
+    build();
     ui_->buttonClose->setDefault(true);
     ui_->buttonClose->setFocus(Qt::OtherFocusReason);
 }

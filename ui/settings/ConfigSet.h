@@ -7,8 +7,8 @@
 class Ui_ConfigSet;
 
 /// The settings: a column of buttons and the page that belongs to the pressed one. Every control stores its
-/// change at once, so there is nothing to confirm. Made once and shown again; modal to its parent's window.
-/// GUI thread only.
+/// change at once, so there is nothing to confirm. Modal to its parent's window. The contents are made when
+/// they are first shown, so that the start of the program does not wait for them, and kept. GUI thread only.
 class ConfigSet : public QDialog
 {
     Q_OBJECT
@@ -23,6 +23,8 @@ public:
     /// How books are flattened: take fingers out, two pages, clean as a document. Not stored.
     void getBookFlatInfo(bool& removeFinger, bool& doublePage, bool& documentProcess) const;
 
+    void setVisible(bool visible) override;
+
 Q_SIGNALS:
     void booklineclicked(bool checked);
     void languageitemchanged(int row);
@@ -30,10 +32,11 @@ Q_SIGNALS:
     void currentmergepos(const int& row);
 
 private:
+    void build();
     void numberPages();
     void relayPages();
 
-    std::unique_ptr<Ui_ConfigSet> ui_;
+    std::unique_ptr<Ui_ConfigSet> ui_; ///< null until first shown
     bool removeFinger_ = false;
     bool doublePage_ = false;
     bool documentProcess_ = false;

@@ -1,0 +1,227 @@
+// The settings window as a whole.
+#include "ConfigSet.h"
+#include "FreshSettings.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QSignalSpy>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTranslator>
+
+namespace {
+
+class SettingsWindow : public FreshSettings
+{
+protected:
+    void open()
+    {
+        dialog.show();
+        pages = dialog.findChild<QStackedWidget*>(QStringLiteral("pages"));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+    template <class Control> Control* control(const char* name)
+    {
+        auto* found = dialog.findChild<Control*>(QLatin1String(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    QList<QPushButton*> pageButtons()
+    {
+        return dialog.findChild<QFrame*>(QStringLiteral("framePages"))->findChildren<QPushButton*>();
+    }
+
+    ConfigSet dialog;
+    QStackedWidget* pages = nullptr;
+};
+
+QList<QWidget*> visibleParts(const QWidget& window)
+{
+    QList<QWidget*> visible;
+    for (auto* widget : window.findChildren<QWidget*>())
+        if (widget->isVisible())
+            visible.append(widget);
+    return visible;
+}
+
+/// As a screen reader says it: by the control's own name or by the label that belongs to it.
+bool isNamed(QWidget& widget)
+{
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&widget);
+    for (const auto& relation : spoken->relations(QAccessible::Label))
+        if (!relation.first->text(QAccessible::Name).isEmpty())
+            return true;
+    return !qobject_cast<QComboBox*>(&widget) && !spoken->text(QAccessible::Name).isEmpty();
+}
+
+bool isCutOff(QWidget* widget)
+{
+    const QRect shown = QRect(widget->mapTo(widget->window(), QPoint()), widget->size());
+    if (!widget->window()->rect().contains(shown))
+        return true;
+    if (const auto* label = qobject_cast<QLabel*>(widget); label && label->wordWrap())
+        return label->height() < label->heightForWidth(label->width());
+    const bool hasText = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
+                         qobject_cast<QComboBox*>(widget);
+    return hasText && widget->maximumWidth() > 100 && widget->width() < widget->sizeHint().width();
+}
+
+} // namespace
+
+TEST_F(SettingsWindow, OpensThePageOfTheButton)
+{
+    open();
+    EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
+    const QList<QPushButton*> buttons = pageButtons();
+    ASSERT_EQ(buttons.size(), pages->count());
+    for (int page = pages->count() - 1; page >= 0; --page) {
+        QTest::mouseClick(buttons[page], Qt::LeftButton);
+        EXPECT_EQ(pages->currentIndex(), page);
+        EXPECT_TRUE(buttons[page]->isChecked());
+    }
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
+    EXPECT_EQ(pages->currentIndex(), 1) << "the arrows leaf through the pages";
+    QTest::keyClick(&dialog, Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return pages->currentIndex() == 3; })) << "the button is animated";
+    control<QPushButton>("buttonGlobal")->click();
+    auto* prefix = control<QLineEdit>("editPrefix");
+    prefix->clear();
+    control<QPushButton>("buttonImage")->click();
+    control<QPushButton>("buttonGlobal")->click();
+    EXPECT_EQ(prefix->text(), QStringLiteral("IMAGE")) << "each time the page is shown";
+}
+
+TEST_F(SettingsWindow, ClosesAndKeepsItsContents)
+{
+    const auto closings = {std::function<void()>([&] { control<QPushButton>("buttonClose")->click(); }),
+                           std::function<void()>([&] { QTest::keyClick(&dialog, Qt::Key_Escape); }),
+                           std::function<void()>([&] {
+                               dialog.findChild<QWidget*>(QStringLiteral("titleBar"))
+                                   ->findChild<QPushButton*>(QStringLiteral("buttonClose"))
+                                   ->click();
+                           })};
+    const QStackedWidget* first = nullptr;
+    for (const auto& close : closings) {
+        open();
+        first = first ? first : pages;
+        EXPECT_EQ(pages, first) << "built once";
+        close();
+        EXPECT_FALSE(dialog.isVisible());
+    }
+}
+
+TEST_F(SettingsWindow, MakesCloseTheDefault)
+{
+    dialog.setDefaultBtn(0); // before it is ever shown
+    open();
+    const auto buttons = dialog.findChild<QFrame*>(QStringLiteral("frameFoot"))->findChildren<QPushButton*>();
+    ASSERT_EQ(buttons.size(), 1);
+    EXPECT_TRUE(buttons[0]->isDefault());
+    EXPECT_EQ(dialog.focusWidget(), buttons[0]);
+    pageButtons()[1]->setFocus();
+    QTest::keyClick(pageButtons()[1], Qt::Key_Return);
+    EXPECT_EQ(pages->currentIndex(), 1) << "Enter on a page button opens its page";
+    EXPECT_TRUE(dialog.isVisible());
+    control<QLineEdit>("editWatermark")->setFocus();
+    QTest::keyClick(control<QLineEdit>("editWatermark"), Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(SettingsWindow, RelaysWhatThePreviewMustKnow)
+{
+    QSignalSpy bookLine(&dialog, &ConfigSet::booklineclicked);
+    QSignalSpy language(&dialog, &ConfigSet::languageitemchanged);
+    QSignalSpy scanSize(&dialog, &ConfigSet::scansizechanged);
+    QSignalSpy mergePosition(&dialog, &ConfigSet::currentmergepos);
+    const QList<QSignalSpy*> all{&bookLine, &language, &scanSize, &mergePosition};
+    open();
+    for (const QSignalSpy* spy : all)
+        EXPECT_EQ(spy->count(), 0) << "loading is silent";
+    control<QCheckBox>("checkBookLine")->click();
+    control<QComboBox>("comboLanguage")->setCurrentIndex(1);
+    control<QComboBox>("comboScanSize")->setCurrentIndex(2);
+    control<QComboBox>("comboMergePosition")->setCurrentIndex(3);
+    for (const QSignalSpy* spy : all)
+        ASSERT_EQ(spy->count(), 1);
+    EXPECT_EQ(bookLine[0][0], true);
+    EXPECT_EQ(language[0][0], 1);
+    EXPECT_EQ(scanSize[0][0], 2);
+    EXPECT_EQ(mergePosition[0][0], 3);
+}
+
+TEST_F(SettingsWindow, KeepsTheOptionsOfBooksForThisRun)
+{
+    bool finger = true, two = true, document = true;
+    const auto flags = [&] {
+        dialog.getBookFlatInfo(finger, two, document);
+        return QVector<bool>{finger, two, document};
+    };
+    EXPECT_EQ(flags(), (QVector<bool>{false, false, false})) << "before it is ever shown";
+    open();
+    control<QCheckBox>("checkRemoveFinger")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{true, false, false}));
+    control<QCheckBox>("checkDoublePage")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{true, true, false}));
+    control<QCheckBox>("checkDocProcess")->click();
+    control<QCheckBox>("checkRemoveFinger")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{false, true, true}));
+    EXPECT_TRUE(settings.GetSettings()->allKeys().isEmpty());
+}
+
+TEST_F(SettingsWindow, IsReachedAndSpokenWhole)
+{
+    open();
+    for (QPushButton* button : pageButtons()) {
+        button->click();
+        button->setFocus();
+        QSet<QWidget*> reached;
+        while (!reached.contains(dialog.focusWidget())) {
+            reached.insert(dialog.focusWidget());
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        EXPECT_EQ(dialog.focusWidget(), button) << "the way goes round";
+        for (QWidget* widget : visibleParts(dialog)) {
+            if (widget->focusPolicy() == Qt::NoFocus || widget == &dialog)
+                continue;
+            EXPECT_TRUE(isNamed(*widget)) << qPrintable(widget->objectName());
+            const bool byArrows = !(widget->focusPolicy() & Qt::TabFocus); // the others of a group
+            EXPECT_TRUE(byArrows || reached.contains(widget)) << qPrintable(widget->objectName());
+        }
+    }
+}
+
+TEST_F(SettingsWindow, FitsInEveryLanguage)
+{
+    for (const char* language : {"en", "zh_cn", "ru"}) {
+        QTranslator translator;
+        ASSERT_TRUE(translator.load(
+            QStringLiteral(TRANSLATIONS_FOLDER "/lumroscanner_%1.qm").arg(QLatin1String(language))));
+        QCoreApplication::installTranslator(&translator);
+        settings.GetSettings()->setValue(QStringLiteral("Shortcut_Book"), QStringLiteral("rubbish"));
+        ConfigSet translated;
+        translated.show();
+        EXPECT_LE(translated.width(), 800) << language;
+        EXPECT_LE(translated.height(), 600) << language;
+        QSet<QKeySequence> shortcuts;
+        for (auto* button : translated.findChildren<QPushButton*>()) {
+            if (button->shortcut().isEmpty())
+                continue;
+            EXPECT_FALSE(shortcuts.contains(button->shortcut())) << language << qPrintable(button->text());
+            shortcuts.insert(button->shortcut());
+        }
+        EXPECT_EQ(shortcuts.size(), 6) << language << ": five pages and Close";
+        for (auto* button :
+             translated.findChild<QFrame*>(QStringLiteral("framePages"))->findChildren<QPushButton*>()) {
+            button->click();
+            QCoreApplication::processEvents();
+            for (QWidget* widget : visibleParts(translated))
+                EXPECT_FALSE(isCutOff(widget)) << language << " " << qPrintable(widget->objectName());
+        }
+        QCoreApplication::removeTranslator(&translator);
+    }
+}

@@ -1,0 +1,346 @@
+// What the pages of the settings show, store and tell.
+#include "AnsweredDialogs.h"
+#include "FreshSettings.h"
+#include "SetAbout.h"
+#include "SetAutoPage.h"
+#include "SetGlobal.h"
+#include "SetImage.h"
+#include "SetShortcut.h"
+#include "Settings.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+namespace {
+
+template <class Control> Control* control(const QWidget& page, const char* name)
+{
+    auto* found = page.findChild<Control*>(QLatin1String(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+class SettingsPages : public FreshSettings
+{
+protected:
+    QVariant stored(const char* key) { return settings.GetSettings()->value(QLatin1String(key)); }
+    void store(const char* key, const QVariant& value)
+    {
+        settings.GetSettings()->setValue(QLatin1String(key), value);
+    }
+    QVariantMap everything()
+    {
+        QVariantMap values;
+        for (const QString& key : settings.GetSettings()->allKeys())
+            values[key] = settings.GetSettings()->value(key);
+        return values;
+    }
+};
+
+class Prefix : public SettingsPages
+{
+protected:
+    Prefix() : edit(control<QLineEdit>(page, "editPrefix"))
+    {
+        edit->clear();
+        settings.GetSettings()->clear();
+    }
+    void type(const QString& text) { QTest::keyClicks(edit, text); }
+    QString stored() { return SettingsPages::stored("Naming_Prefix").toString(); }
+
+    SetGlobal page;
+    QLineEdit* edit;
+};
+
+/// Does what the user does with a control: ticks, or goes to the last row.
+void use(QWidget* widget)
+{
+    if (qobject_cast<QComboBox*>(widget))
+        QTest::keyClick(widget, Qt::Key_End);
+    else if (qobject_cast<QLineEdit*>(widget))
+        QTest::keyClicks(widget, QStringLiteral("xy"));
+    else
+        qobject_cast<QAbstractButton*>(widget)->click();
+}
+
+struct Row
+{
+    const char* control;
+    const char* key;
+    QVariant after;
+};
+
+} // namespace
+
+TEST_F(SettingsPages, StoreEveryControlUnderItsKeyAlone)
+{
+    store("App_Language", 0);
+    const SetGlobal global;
+    const SetImage image;
+    const SetAutoPage automatic;
+    const SetShortcut shortcut;
+    const Row rows[] = {
+        {"radioDateTime", "Naming_Rules", 1},
+        {"radioSerialNumber", "Naming_Rules", 0},
+        {"radioRemoveBackground", "Scan_Type", 1},
+        {"radioBinary", "Scan_Type", 2},
+        {"radioEnhance", "Scan_Type", 3},
+        {"radioRedSeal", "Scan_Type", 4},
+        {"radioBlueSeal", "Scan_Type", 5},
+        {"radioOriginal", "Scan_Type", 0},
+        {"checkDirByDate", "Create_dir_data", true},
+        {"comboLanguage", "App_Language", 2},
+        {"comboFormat", "Image_Format", 2},
+        {"comboScanSize", "Scan_Size", 2},
+        {"checkComposite", "Camera_Synthesis", true},
+        {"comboMergePosition", "Merge_Pos", 3},
+        {"checkSound", "Scanner_Sound", true},
+        {"checkBookLine", "Book_Line", true},
+        {"comboWatermarkPosition", "Watermark_Pos", 4},
+        {"checkTimeWatermark", "Watermark_Time", true},
+        {"editWatermark", "Watermark_Text", QStringLiteral("xy")},
+        {"radioTimerScan", "AutoScan_Type", 1},
+        {"radioAutoScan", "AutoScan_Type", 0},
+        {"comboDelay", "AutoScan_Delay", 30},
+        {"editScanner", "Shortcut_Scanner", QStringLiteral("xy")},
+    };
+    for (const Row& row : rows) {
+        QVariantMap expected = everything();
+        expected[QLatin1String(row.key)] = row.after;
+        for (const QWidget* page :
+             std::initializer_list<const QWidget*>{&global, &image, &automatic, &shortcut})
+            if (auto* used = page->findChild<QWidget*>(QLatin1String(row.control)))
+                use(used);
+        EXPECT_EQ(everything(), expected) << row.control;
+    }
+}
+
+TEST_F(SettingsPages, CountTheRowsOfAPosition)
+{
+    const SetImage image;
+    auto* watermark = control<QComboBox>(image, "comboWatermarkPosition");
+    watermark->setCurrentIndex(watermark->findText(QStringLiteral("Bottom left")));
+    EXPECT_EQ(stored("Watermark_Pos"), 2);
+    watermark->setCurrentIndex(watermark->findText(QStringLiteral("None")));
+    EXPECT_EQ(stored("Watermark_Pos"), 0);
+    auto* merge = control<QComboBox>(image, "comboMergePosition");
+    merge->setCurrentIndex(merge->findText(QStringLiteral("Bottom left")));
+    EXPECT_EQ(stored("Merge_Pos"), 1);
+    const SetAutoPage automatic;
+    auto* delay = control<QComboBox>(automatic, "comboDelay");
+    EXPECT_EQ(delay->currentText(), QStringLiteral("5")) << "where nothing is stored";
+    delay->setCurrentIndex(delay->findText(QStringLiteral("1")));
+    EXPECT_EQ(stored("AutoScan_Delay"), 1);
+}
+
+TEST_F(SettingsPages, ShowWhatIsStoredAndWriteNothing)
+{
+    store("Naming_Prefix", QString(50, QLatin1Char('p'))); // longer than the edit takes
+    store("Naming_Rules", 1);
+    store("Scan_Type", 4);
+    store("App_Language", 7); // none of the rows: the locale decides
+    store("Merge_Pos", 2);
+    store("Scan_Size", 1);
+    store("Book_Line", true);
+    store("AutoScan_Delay", 31); // no row
+    store("AutoScan_Type", 1);
+    store("Save_Path", QStringLiteral("/some/where"));
+    store("Shortcut_Book", QStringLiteral("Ctrl+B"));
+    const QVariantMap before = everything();
+    SetGlobal global;
+    SetImage image;
+    SetAutoPage automatic;
+    SetShortcut shortcut;
+    for (QWidget* page : std::initializer_list<QWidget*>{&global, &image, &automatic, &shortcut}) {
+        page->show();
+        QCoreApplication::processEvents();
+        page->hide();
+    }
+    EXPECT_EQ(everything(), before);
+    EXPECT_EQ(control<QLineEdit>(global, "editPrefix")->text(), QString(40, QLatin1Char('p')));
+    EXPECT_TRUE(control<QRadioButton>(global, "radioDateTime")->isChecked());
+    EXPECT_TRUE(control<QRadioButton>(global, "radioRedSeal")->isChecked());
+    EXPECT_EQ(control<QComboBox>(global, "comboLanguage")->currentIndex(), -1);
+    EXPECT_EQ(control<QComboBox>(image, "comboMergePosition")->currentText(), QStringLiteral("Top right"));
+    EXPECT_EQ(control<QComboBox>(image, "comboScanSize")->currentText(), QStringLiteral("A4"));
+    EXPECT_TRUE(control<QCheckBox>(image, "checkBookLine")->isChecked());
+    EXPECT_EQ(control<QLineEdit>(image, "editPath")->text(), QStringLiteral("/some/where"));
+    EXPECT_TRUE(control<QRadioButton>(automatic, "radioTimerScan")->isChecked());
+    EXPECT_EQ(control<QComboBox>(automatic, "comboDelay")->currentIndex(), -1);
+    EXPECT_EQ(control<QLineEdit>(shortcut, "editBook")->text(), QStringLiteral("Ctrl+B"));
+}
+
+TEST_F(SettingsPages, TakeAnUnknownChoiceAsTheFirst)
+{
+    store("Naming_Rules", 2);
+    store("Scan_Type", -3);
+    const SetGlobal global;
+    EXPECT_TRUE(control<QRadioButton>(global, "radioSerialNumber")->isChecked());
+    EXPECT_TRUE(control<QRadioButton>(global, "radioOriginal")->isChecked());
+    EXPECT_EQ(stored("Naming_Rules"), 2) << "but nothing is written";
+    control<QRadioButton>(global, "radioOriginal")->click();
+    EXPECT_EQ(stored("Scan_Type"), 0) << "a click on the ticked one is a choice too";
+    const SetAutoPage automatic;
+    EXPECT_TRUE(control<QRadioButton>(automatic, "radioAutoScan")->isChecked()) << "where nothing is stored";
+}
+
+TEST_F(SettingsPages, TellOfAChangeBeforeOrAfterItIsStored)
+{
+    SetGlobal global;
+    SetImage image;
+    QVariant seen;
+    const auto look = [&](const char* key) { return [&seen, this, key] { seen = stored(key); }; };
+    QObject::connect(&global, &SetGlobal::languageitemchanged, &global, look("App_Language"));
+    QObject::connect(&image, &SetImage::currentmergepos, &image, look("Merge_Pos"));
+    QObject::connect(&image, &SetImage::booklineclicked, &image, look("Book_Line"));
+    QObject::connect(&image, &SetImage::scansizechanged, &image, look("Scan_Size"));
+    use(control<QComboBox>(global, "comboLanguage"));
+    EXPECT_EQ(seen, 2);
+    use(control<QComboBox>(image, "comboMergePosition"));
+    EXPECT_EQ(seen, 3);
+    use(control<QCheckBox>(image, "checkBookLine"));
+    EXPECT_EQ(seen, true);
+    use(control<QComboBox>(image, "comboScanSize"));
+    EXPECT_FALSE(seen.isValid()) << "the camera is set before the size is stored";
+}
+
+TEST_F(Prefix, TakesForbiddenCharactersOutOfTheEditOnly)
+{
+    type(QStringLiteral("ab"));
+    QTest::keyClick(edit, Qt::Key_Left);
+    type(QStringLiteral("/"));
+    EXPECT_EQ(edit->text(), QStringLiteral("ab"));
+    EXPECT_EQ(edit->cursorPosition(), 1) << "the next character belongs where the slash was";
+    EXPECT_EQ(stored(), QStringLiteral("a/b"));
+    type(QStringLiteral("c"));
+    EXPECT_EQ(edit->text(), QStringLiteral("acb"));
+    EXPECT_EQ(stored(), QStringLiteral("acb"));
+    edit->setText(QStringLiteral("\\x/:*?\"y<>|")); // as pasted
+    EXPECT_EQ(edit->text(), QStringLiteral("xy"));
+    EXPECT_EQ(stored(), QStringLiteral("\\x/:*?\"y<>|"));
+}
+
+TEST_F(Prefix, FallsBackWhereNothingIsLeft)
+{
+    type(QStringLiteral("/"));
+    EXPECT_EQ(edit->text(), QString());
+    EXPECT_EQ(stored(), QStringLiteral("IMAGE"));
+    type(QStringLiteral(" "));
+    EXPECT_EQ(edit->text(), QStringLiteral("IMAGE"));
+    EXPECT_EQ(stored(), QStringLiteral("IMAGE"));
+    edit->selectAll();
+    type(QStringLiteral("x"));
+    EXPECT_EQ(stored(), QStringLiteral("x"));
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    EXPECT_EQ(SettingsPages::stored("Naming_Prefix"), QVariant(QString()));
+    EXPECT_EQ(edit->text(), QString()) << "not while the user is about to write";
+    page.show();
+    EXPECT_EQ(edit->text(), QStringLiteral("IMAGE"));
+}
+
+TEST_F(Prefix, IsStoredUpTo32Characters)
+{
+    const QString longest(32, QLatin1Char('a'));
+    type(longest);
+    EXPECT_EQ(stored(), longest);
+    type(QStringLiteral("b"));
+    EXPECT_EQ(stored(), longest);
+    EXPECT_EQ(edit->text(), longest + QLatin1Char('b'));
+    type(QString(20, QLatin1Char('c')));
+    EXPECT_EQ(edit->text().size(), 40);
+    EXPECT_EQ(stored(), longest);
+}
+
+TEST(FileName, HasItsLimits)
+{
+    const auto isCorrect = [](const QString& name) { return SetGlobal::IsCorrectFileName(name); };
+    EXPECT_FALSE(isCorrect(QString()));
+    EXPECT_FALSE(isCorrect(QStringLiteral(" ")));
+    EXPECT_TRUE(isCorrect(QStringLiteral("  ")));
+    EXPECT_TRUE(isCorrect(QStringLiteral("a")));
+    EXPECT_TRUE(isCorrect(QString(128, QLatin1Char('a'))));
+    EXPECT_FALSE(isCorrect(QString(129, QLatin1Char('a'))));
+    for (const QChar character : QStringLiteral("\\/:*?\"<>|"))
+        EXPECT_FALSE(isCorrect(QStringLiteral("a") + character)) << character.toLatin1();
+    EXPECT_TRUE(isCorrect(QStringLiteral("[Договор] 2024.05 合同;'-_^$()")));
+}
+
+TEST_F(SettingsPages, ChooseAFolder)
+{
+    AnsweredDialogs answers;
+    const SetImage image;
+    auto* path = control<QLineEdit>(image, "editPath");
+    const QString usual =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/ScannerImage");
+    EXPECT_EQ(path->text(), usual);
+    auto* browse = control<QAbstractButton>(image, "buttonBrowse");
+    browse->click(); // cancelled
+    EXPECT_EQ(path->text(), usual);
+    EXPECT_FALSE(stored("Save_Path").isValid());
+
+    QString title;
+    Dialogs::instance().chooseFiles = [&title](QFileDialog& dialog) {
+        title = dialog.windowTitle();
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+        return QStringList{QStringLiteral("/mnt/scans")};
+    };
+    browse->click();
+    EXPECT_EQ(title, QStringLiteral("Select Directory"));
+    EXPECT_EQ(path->text(), QStringLiteral("/mnt/scans"));
+    EXPECT_EQ(stored("Save_Path"), QStringLiteral("/mnt/scans"));
+    QTest::keyClicks(path, QStringLiteral("x"));
+    EXPECT_EQ(path->text(), QStringLiteral("/mnt/scans")) << "what is shown is what is stored";
+}
+
+TEST_F(SettingsPages, MarkWhatIsNoShortcut)
+{
+    store("Shortcut_Document", QStringLiteral("rubbish"));
+    const SetShortcut page;
+    const auto isMarked = [&page](const char* edit) {
+        return control<QLineEdit>(page, edit)->property("unusable").toBool();
+    };
+    const auto* hint = control<QLabel>(page, "labelHint");
+    EXPECT_TRUE(isMarked("editDocument"));
+    EXPECT_FALSE(hint->isHidden());
+    EXPECT_FALSE(isMarked("editBook")) << "an empty text is no mistake";
+
+    auto* scanner = control<QLineEdit>(page, "editScanner");
+    for (const char* text : {"F5", "Ctrl+S", "ctrl+shift+s", "Ctrl+K, Ctrl+S", "Ctrl++", "Space"}) {
+        scanner->setText(QLatin1String(text));
+        EXPECT_FALSE(isMarked("editScanner")) << text;
+    }
+    for (const char* text : {"Ctrl", "Ctrl+", "Ctrl+Rubbish", "abc", "Ctrl+S, what", "   "}) {
+        scanner->setText(QLatin1String(text));
+        EXPECT_TRUE(isMarked("editScanner")) << text;
+        EXPECT_FALSE(scanner->accessibleDescription().isEmpty()) << "the colour alone is not seen by all";
+        EXPECT_EQ(stored("Shortcut_Scanner"), QLatin1String(text)) << "stored all the same";
+    }
+    scanner->clear();
+    EXPECT_FALSE(isMarked("editScanner"));
+    EXPECT_EQ(stored("Shortcut_Scanner"), QVariant(QString()));
+    scanner->setText(QString(60, QLatin1Char('x')));
+    EXPECT_EQ(stored("Shortcut_Scanner").toString().size(), 40);
+
+    QTest::keyClicks(control<QLineEdit>(page, "editDocument"), QStringLiteral("x"));
+    QTest::keyClicks(control<QLineEdit>(page, "editBook"), QStringLiteral("x"));
+    EXPECT_EQ(stored("Shortcut_Document"), QStringLiteral("rubbish"));
+    EXPECT_FALSE(stored("Shortcut_Book").isValid());
+}
+
+TEST_F(SettingsPages, NameTheProgramAndItsVersion)
+{
+    const SetAbout page;
+    EXPECT_EQ(control<QLabel>(page, "labelProduct")->text(),
+              QStringLiteral("Lumro High Speed Portable Scanner"));
+    EXPECT_EQ(control<QLabel>(page, "labelNumber")->text(), QStringLiteral(BUILT_VERSION));
+    EXPECT_FALSE(control<QLabel>(page, "labelLogo")->pixmap(Qt::ReturnByValue).isNull());
+}
