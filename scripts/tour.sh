@@ -11,11 +11,12 @@ shots=$(realpath -m "$1")
 . scripts/lib/display.sh
 . scripts/lib/desktop.sh
 
-if [ -z "${PROGRAM:-}" ]; then
+if [ -z "$program" ]; then
     scripts/setup.sh build run
     build release lumroscanner desk_pictures
+    program=$root/build/release/bin/lumroscanner
 fi
-program=$(realpath "${PROGRAM:-build/release/bin/lumroscanner}")
+need_tools
 export LUMRO_DESK=${LUMRO_DESK:-$(dirname "$(dirname "$program")")/share/desk/desk.cfg}
 mkdir -p "$shots"
 rm -f "$shots"/IMAGE_*.jpg "$shots"/*.png

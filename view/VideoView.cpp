@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QStyleOption>
 #include <QWheelEvent>
+#include <QWindow>
 
 namespace {
 
@@ -424,7 +425,11 @@ void VideoView::toggleFullscreen()
     if (isFullScreen_) {
         hostedFlags_ = windowFlags();
         hostedPlace_ = geometry();
+        QWidget* host = parentWidget() ? parentWidget()->window() : nullptr;
         setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+        winId(); // makes the native window that can be told to stay above its host
+        if (host)
+            windowHandle()->setTransientParent(host->windowHandle());
         showFullScreen();
     } else {
         setWindowFlags(hostedFlags_);

@@ -1,10 +1,12 @@
 # Works the program as a user does: real clicks and keys on a virtual display of its own, in a throw-away home.
 # The program tells in a text file where its widgets are, so controls are clicked by name. Source it after
-# common.sh and display.sh; `program` and LUMRO_DESK are set before start_program.
+# common.sh and display.sh; PROGRAM or `program`, and LUMRO_DESK, are set before start_program.
 
 work=$(mktemp -d)
 trap 'end_owned; rm -rf "$work"' EXIT
 map=$work/widgets
+program=${PROGRAM:+$(realpath "$PROGRAM")}
+expected_messages= # a pattern of the lines on standard error that a step provokes
 : "${patience:=20}" # seconds for anything that the program is asked for
 
 fail() {
@@ -12,6 +14,14 @@ fail() {
     [ -z "${DISPLAY:-}" ] || import -window root "${shots:-$work}/failed.png" 2>/dev/null || :
     [ ! -s "$work/stderr" ] || sed 's/^/    program: /' "$work/stderr" >&2
     die "FAILED: $*"
+}
+
+# Ends as skipped (77) where the display's tools are missing.
+need_tools() {
+    local tool
+    for tool in Xvfb openbox xdotool wmctrl xprop import convert; do
+        command -v "$tool" >/dev/null || { say "Skipped: $tool is missing." && exit 77; }
+    done
 }
 
 # The preferences of the next start, as lines key=value in `preferences`; pictures go to FOLDER.
@@ -141,5 +151,6 @@ is_finished() { ! runs "$pid"; }
 
 # Any line but the program's own notes is an error.
 check_messages() {
-    ! grep -vE '^(devcount|btn|card type): ?-?[0-9]*$' "$work/stderr" | grep . || fail "unexpected messages"
+    ! grep -vE "^(devcount|btn|card type): ?-?[0-9]*\$${expected_messages:+|$expected_messages}" "$work/stderr" |
+        grep . || fail "unexpected messages"
 }

@@ -1,0 +1,76 @@
+#!/bin/bash
+# What goes wrong on a real desk: no camera, a camera that is pulled out, a folder that cannot be written, a
+# second start, a crash. The program says so, lives on and starts again.
+. "$(dirname "$0")/../../scripts/lib/common.sh"
+. scripts/lib/display.sh
+. scripts/lib/desktop.sh
+. tests/desktop/made_desk.sh
+need_tools
+
+pages=$work/pages
+mkdir "$pages"
+preferences=(App_Language=1 Camera_Resolution=0)
+
+no_camera() {
+    make_desk ""
+    echo 'real = false; cameras = ();' >"$LUMRO_DESK"
+    prepare_home "$pages"
+    start_program
+    await "the text without a camera" shows_red_text
+    click btnScanner
+    click btnDocument
+    close_program
+    [ "$(pictures)" -eq 0 ] || fail "a picture without a camera"
+}
+
+pulled_out_camera() {
+    make_desk "unplug_after = 2.0;"
+    start_program
+    await "the first picture" picture_painted
+    await "the text after the camera went" shows_red_text
+    click btnScanner
+    click_tool buttonZoomIn
+    runs "$pid" || fail "the program died with its camera"
+    expected_messages=.
+    close_program
+    expected_messages=
+}
+
+second_start_and_crash() {
+    local first status=0
+    make_desk ""
+    start_program
+    await "the first picture" picture_painted
+    timeout "$patience" "$program" || status=$?
+    [ "$status" -eq 0 ] || fail "a second start ended with status $status"
+    [ "$(wmctrl -l | grep -c "$window_title")" -eq 1 ] || fail "a second window"
+    click btnScanner
+    await_picture "$pages/IMAGE_000.jpg"
+    kill -KILL "$pid"
+    { wait "$pid" || :; } 2>/dev/null
+    start_program
+    await "the first picture after a crash" picture_painted
+    click btnScanner
+    await_picture "$pages/IMAGE_001.jpg"
+    close_program
+}
+
+folder_that_cannot_be_written() {
+    local before
+    echo "a file" >"$work/occupied"
+    prepare_home "$work/occupied/pages"
+    start_program
+    await "the first picture" picture_painted
+    changing_view click btnScanner # the notice
+    await "the message" grep -q occupied "$work/stderr"
+    expected_messages=occupied
+    close_program
+    expected_messages=
+    [ "$(cat "$work/occupied")" = "a file" ] || fail "the file in the way has changed"
+}
+
+start_virtual_display
+no_camera
+pulled_out_camera
+second_start_and_crash
+folder_that_cannot_be_written
