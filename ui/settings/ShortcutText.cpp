@@ -4,8 +4,7 @@ QKeySequence ShortcutText::sequence(const QString& text)
 {
     const QKeySequence sequence = QKeySequence::fromString(text.trimmed(), QKeySequence::PortableText);
     for (int i = 0; i < sequence.count(); ++i) {
-        const int key = sequence[uint(i)] & ~int(Qt::KeyboardModifierMask);
-        if (key == 0 || key == Qt::Key_unknown)
+        if ((sequence[uint(i)] & ~int(Qt::KeyboardModifierMask)) == Qt::Key_unknown)
             return {};
     }
     return sequence;
