@@ -376,7 +376,7 @@ TEST_F(VideoViewTest, ShowsTheToolBarToTheMouseAndToTheTabKey)
 
 TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
 {
-    show(plain({400, 300}, Qt::green));
+    show(plain({300, 300}, Qt::green));
     const Qt::WindowStates state = window_.windowState();
     QSignalSpy doubleClicked(view_, &VideoView::doubClickSign);
     mouse(*view_, QEvent::MouseButtonDblClick, {200, 150});
@@ -395,9 +395,10 @@ TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
         view_->toggleFullscreen();
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return view_->isFullScreen() && view_->size() == QSize(800, 600); }));
-        EXPECT_EQ(view_->GetImageCurrentSize(), QSize(800, 600));
+        EXPECT_EQ(view_->GetImageCurrentSize(), QSize(800, 800)) << "the picture covers the screen";
         goBack();
         EXPECT_TRUE(QTest::qWaitFor(isBack));
+        EXPECT_EQ(view_->GetImageCurrentSize(), QSize(300, 300));
         EXPECT_EQ(window_.windowState(), state);
         EXPECT_TRUE(window_.isVisible());
     }
