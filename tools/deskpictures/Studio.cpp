@@ -25,10 +25,13 @@ QByteArray number(double value)
     return QByteArray::number(value, 'f', 2);
 }
 
-QByteArray truthLine(const QString& stem, const View& view, cv::Size2d pageMm)
+QByteArray truthLine(const QString& stem,
+                     cv::Size picturePx,
+                     const std::array<cv::Point2d, 4>& corners,
+                     cv::Size2d pageMm)
 {
-    QByteArray line = stem.toUtf8() + ',' + sizeName(view.picturePx()).toUtf8();
-    for (const cv::Point2d& corner : view.corners(pageMm))
+    QByteArray line = stem.toUtf8() + ',' + sizeName(picturePx).toUtf8();
+    for (const cv::Point2d& corner : corners)
         line += ',' + number(corner.x) + ',' + number(corner.y);
     return line + ',' + number(pageMm.width) + ',' + number(pageMm.height) + '\n';
 }
@@ -77,7 +80,7 @@ QByteArray Studio::takeFlatPage(size_t index) const
         const FlatLayer flat(page.image, sizeMm(page), view.pxPerMm());
         const Layer layer{flat.warp(view.pageToPicture(), size), {}};
         writeJpeg(picturePath(size, index), photograph(exhibit.scene, view, layer));
-        truth += truthLine(fileStem(index), view, sizeMm(page));
+        truth += truthLine(fileStem(index), size, view.corners(sizeMm(page)), sizeMm(page));
     }
     return truth;
 }
@@ -92,7 +95,7 @@ QByteArray Studio::takeBook(size_t index) const
     for (const cv::Size size : m_sizes) {
         const View view(exhibit.scene.pose, book.openMm(), size);
         writeJpeg(picturePath(size, index), photograph(exhibit.scene, view, book.see(view)));
-        truth += truthLine(fileStem(index), view, book.openMm());
+        truth += truthLine(fileStem(index), size, book.corners(view), book.openMm());
         for (const Book::GridPoint& point : book.grid(view, 10))
             grid += fileStem(index).toUtf8() + ',' + sizeName(size).toUtf8() +
                     (point.right ? ",right," : ",left,") + number(point.pageMm.x) + ',' +

@@ -70,8 +70,10 @@ class BrightnessTable
 public:
     explicit BrightnessTable(const BookShape& shape) : m_half(shape.halfWidth() + 10)
     {
-        for (double across = -m_half; across <= m_half; across += stepMm)
+        for (int i = 0; i * stepMm <= 2 * m_half; ++i) {
+            const double across = i * stepMm - m_half;
             m_values.push_back(static_cast<float>(brightness(across, shape.slope(std::abs(across)))));
+        }
     }
     float at(double across) const
     {
@@ -158,17 +160,33 @@ Layer Book::see(const View& view) const
     return layer;
 }
 
+cv::Point2d Book::see(const View& view, bool right, cv::Point2d pageMm) const
+{
+    const double out = m_shape.fromSpine(right ? pageMm.x : m_pageMm.width - pageMm.x);
+    const cv::Point2d desk = view.pageToDesk({right ? out : -out, pageMm.y - m_pageMm.height / 2});
+    return view.project({desk.x, desk.y, m_shape.height(out)});
+}
+
 std::vector<Book::GridPoint> Book::grid(const View& view, double stepMm) const
 {
     std::vector<GridPoint> points;
     for (const bool right : {false, true})
-        for (double y = 0; y <= m_pageMm.height; y += stepMm)
-            for (double x = 0; x <= m_pageMm.width; x += stepMm) {
-                const double out = m_shape.fromSpine(right ? x : m_pageMm.width - x);
-                const cv::Point2d desk = view.pageToDesk({right ? out : -out, y - m_pageMm.height / 2});
-                points.push_back({right, {x, y}, view.project({desk.x, desk.y, m_shape.height(out)})});
+        for (int row = 0; row * stepMm <= m_pageMm.height; ++row)
+            for (int column = 0; column * stepMm <= m_pageMm.width; ++column) {
+                const cv::Point2d page(column * stepMm, row * stepMm);
+                points.push_back({right, page, see(view, right, page)});
             }
     return points;
+}
+
+std::array<cv::Point2d, 4> Book::corners(const View& view) const
+{
+    const double width = m_pageMm.width;
+    const double height = m_pageMm.height;
+    return {see(view, false, {0, 0}),
+            see(view, true, {width, 0}),
+            see(view, true, {width, height}),
+            see(view, false, {0, height})};
 }
 
 } // namespace deskpictures

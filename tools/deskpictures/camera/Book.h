@@ -6,6 +6,7 @@
 
 #include <QImage>
 
+#include <array>
 #include <vector>
 
 namespace deskpictures {
@@ -30,8 +31,12 @@ public:
         cv::Point2d picturePx;
     };
     std::vector<GridPoint> grid(const View& view, double stepMm) const;
+    /// The outer corners of the two pages in the picture, in the order of View::corners.
+    std::array<cv::Point2d, 4> corners(const View& view) const;
 
 private:
+    cv::Point2d see(const View& view, bool right, cv::Point2d pageMm) const;
+
     QImage m_left;
     QImage m_right;
     cv::Size2d m_pageMm;

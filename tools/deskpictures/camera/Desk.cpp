@@ -93,7 +93,7 @@ cv::Mat makeTop(Material material)
     case Material::Oak:
         return wood({188, 146, 100}, 0.11, 23);
     case Material::Grey:
-        return board({122, 126, 132}, 0.085, 0.035, 37);
+        return board({122, 126, 132}, 0.05, 0.035, 37);
     case Material::Dark:
         return leather({54, 50, 52}, 41);
     case Material::Walnut:

@@ -22,11 +22,12 @@ void drawGuilloche(Sheet& sheet)
         p.setPen(QPen(family == 0 ? QColor(96, 152, 170, 80) : QColor(196, 142, 110, 70), sheet.px(0.09)));
         for (int i = -12; i < 34; ++i) {
             QPainterPath wave;
-            for (double x = 0; x <= widthMm; x += 0.5) {
+            for (int step = 0; step <= 2 * widthMm; ++step) {
+                const double x = step / 2.0;
                 const double a = x / 9.0 + (family == 0 ? 0 : 1.7);
                 const double y = i * 1.9 + 6 * std::sin(a) + 3.5 * std::sin(2.3 * a + i * 0.16) +
                                  x * (family == 0 ? 0.1 : -0.08);
-                if (x == 0)
+                if (step == 0)
                     wave.moveTo(sheet.px(x, y));
                 else
                     wave.lineTo(sheet.px(x, y));

@@ -25,7 +25,7 @@ constexpr std::array<Item, 8> items = {{
     {"B-0310", "Index cards, ruled, box of 500", 30, 640},
     {"B-0344", "Archive box, acid free, 38 x 26 cm", 60, 515},
     {"C-2201", "Book cradle with felt cover", 6, 3990},
-    {"C-2218", "Magnifier, 3x, with ivory handle", 8, 1825},
+    {"C-2218", "Magnifier, 3x, with oak handle", 8, 1825},
     {"D-0075", "Cotton gloves, pair, size M", 40, 180},
     {"D-0091", "Bone folder, 18 cm", 15, 395},
 }};
@@ -123,8 +123,8 @@ int drawTable(Sheet& sheet, double topMm, double rowMm)
                    money(item.count * item.pence)},
                   {Typeface::Sans, 9.5});
     }
-    for (double line = topMm; line < y + 0.1; line += rowMm)
-        sheet.rule(leftMm, line, rightMm, line, 0.2, formBlue);
+    for (size_t i = 0; i <= items.size() + 1; ++i)
+        sheet.rule(leftMm, topMm + i * rowMm, rightMm, topMm + i * rowMm, 0.2, formBlue);
     for (const double x : columnsMm)
         sheet.rule(x, topMm, x, y, 0.2, formBlue);
     return sum;

@@ -3,7 +3,9 @@
 #include <QPainterPath>
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace deskpictures {
 namespace {
@@ -82,13 +84,18 @@ void tearEdges(Sheet& sheet)
 {
     QRandomGenerator random(41);
     QPainterPath paper(sheet.px(0, 1));
-    for (double x = 0; x < widthMm; x += 1.6) {
-        paper.lineTo(sheet.px(x + 0.8, 0.2 + 0.3 * random.generateDouble()));
-        paper.lineTo(sheet.px(std::min(x + 1.6, widthMm), 1.0 + 0.2 * random.generateDouble()));
+    const double toothMm = 1.6;
+    const int teeth = static_cast<int>(std::ceil(widthMm / toothMm));
+    for (int i = 0; i < teeth; ++i) {
+        const double x = i * toothMm;
+        paper.lineTo(sheet.px(x + toothMm / 2, 0.2 + 0.3 * random.generateDouble()));
+        paper.lineTo(sheet.px(std::min(x + toothMm, widthMm), 1.0 + 0.2 * random.generateDouble()));
     }
-    for (double x = widthMm; x > 0; x -= 1.6) {
+    for (int i = 0; i < teeth; ++i) {
+        const double x = widthMm - i * toothMm;
         paper.lineTo(sheet.px(x, heightMm - 1 + 0.2 * random.generateDouble()));
-        paper.lineTo(sheet.px(std::max(x - 0.8, 0.0), heightMm - 0.1 - 0.3 * random.generateDouble()));
+        paper.lineTo(
+            sheet.px(std::max(x - toothMm / 2, 0.0), heightMm - 0.1 - 0.3 * random.generateDouble()));
     }
     paper.lineTo(sheet.px(0, heightMm - 1));
     paper.closeSubpath();

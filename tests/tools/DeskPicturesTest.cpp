@@ -1,0 +1,144 @@
+// The tool that makes the virtual desk's pictures, run as the build runs it. Other tests trust what it writes
+// down.
+#include "TempDir.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+struct Outcome
+{
+    int exitCode = -1;
+    QByteArray messages;
+};
+
+Outcome runTool(const QStringList& arguments)
+{
+    QProcess tool;
+    tool.start(QStringLiteral(DESKPICTURES), arguments);
+    if (!tool.waitForFinished(240000))
+        return {};
+    return {tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1, tool.readAllStandardError()};
+}
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+double brightness(const QImage& image, QPointF at)
+{
+    const QRgb pixel = image.pixel(qRound(at.x()), qRound(at.y()));
+    return qGray(pixel);
+}
+
+// How far outside the line from a to b (clockwise) the paper ends, in pixels: the middle of many steepest
+// steps.
+double edgeOffset(const QImage& image, QPointF a, QPointF b)
+{
+    const QPointF along = b - a;
+    const double length = std::hypot(along.x(), along.y());
+    const QPointF outwards(along.y() / length, -along.x() / length);
+    std::vector<double> offsets;
+    for (double part = 0.15; part < 0.85; part += 0.01) {
+        const QPointF point = a + part * along;
+        double steepest = 0;
+        double where = 99;
+        for (double off = -5; off <= 5; off += 0.25) {
+            const double step = brightness(image, point + (off - 1) * outwards) -
+                                brightness(image, point + (off + 1) * outwards);
+            if (step > steepest) {
+                steepest = step;
+                where = off;
+            }
+        }
+        offsets.push_back(where);
+    }
+    std::sort(offsets.begin(), offsets.end());
+    return offsets[offsets.size() / 2];
+}
+
+TEST(DeskPictures, PagesLieWhereTheTruthSays)
+{
+    const TempDir folder;
+    const QString path = QString::fromStdString(folder.path());
+    ASSERT_EQ(runTool({QStringLiteral("--only"),
+                       QStringLiteral("codes,russian-text"),
+                       path,
+                       QStringLiteral("800x600"),
+                       QStringLiteral("1600x1200")})
+                  .exitCode,
+              0);
+    const QList<QByteArray> lines = contentOf(path + QStringLiteral("/truth.csv")).split('\n').mid(1);
+    ASSERT_EQ(lines.size(), 5); // two pages in two sizes, and the end of the last line
+    for (const QByteArray& line : lines.mid(0, 4)) {
+        const QList<QByteArray> fields = line.split(',');
+        ASSERT_EQ(fields.size(), 12) << line.toStdString();
+        const QImage image(QStringLiteral("%1/pictures/%2/%3.jpg")
+                               .arg(path, QString::fromUtf8(fields[1]), QString::fromUtf8(fields[0])));
+        ASSERT_EQ(QByteArray::number(image.width()) + 'x' + QByteArray::number(image.height()), fields[1]);
+        std::array<QPointF, 4> corners;
+        for (int i = 0; i < 4; ++i)
+            corners[i] = {fields[2 + 2 * i].toDouble(), fields[3 + 2 * i].toDouble()};
+        // One pixel: half for the nearest-pixel samples, half for the sRGB curve, which widens bright things.
+        for (int i = 0; i < 4; ++i)
+            EXPECT_NEAR(edgeOffset(image, corners[i], corners[(i + 1) % 4]), 0, 1)
+                << line.toStdString() << ", edge " << i;
+    }
+}
+
+TEST(DeskPictures, TheNumberOfThreadsDoesNotChangeThePictures)
+{
+    std::array<TempDir, 2> folders;
+    std::array<QString, 2> paths;
+    for (int i = 0; i < 2; ++i) {
+        paths[i] = QString::fromStdString(folders[i].path());
+        const QStringList arguments = {QStringLiteral("--jobs"),
+                                       QString::number(i + 1),
+                                       QStringLiteral("--only"),
+                                       QStringLiteral("card-back,form"),
+                                       paths[i],
+                                       QStringLiteral("800x600")};
+        ASSERT_EQ(runTool(arguments).exitCode, 0);
+    }
+    for (const char* name :
+         {"/pictures/800x600/02-form.jpg", "/pictures/main/10-card-back.jpg", "/truth.csv"}) {
+        const QByteArray first = contentOf(paths[0] + QLatin1String(name));
+        EXPECT_FALSE(first.isEmpty()) << name;
+        EXPECT_TRUE(first == contentOf(paths[1] + QLatin1String(name))) << name;
+    }
+}
+
+TEST(DeskPictures, WrongOrdersAreRefusedInOneLine)
+{
+    const TempDir folder;
+    const QString path = QString::fromStdString(folder.path());
+    for (const char* size : {"1600x1201", "1600", "0x0", "1600x-1200", "1000000x750000", "wide"}) {
+        const Outcome outcome = runTool({path, QLatin1String(size)});
+        EXPECT_EQ(outcome.exitCode, 2) << size;
+        EXPECT_EQ(outcome.messages.count('\n'), 1) << outcome.messages.toStdString();
+        EXPECT_TRUE(outcome.messages.contains(size)) << outcome.messages.toStdString();
+    }
+    EXPECT_TRUE(QDir(path).isEmpty());
+
+    // A file stands where the folder should be made.
+    const QString blocked = QString::fromStdString(folder.write("file", "x"));
+    const Outcome outcome =
+        runTool({QStringLiteral("--only"), QStringLiteral("card-back"), blocked, QStringLiteral("800x600")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.messages.contains(blocked.toUtf8())) << outcome.messages.toStdString();
+    EXPECT_EQ(contentOf(blocked), QByteArray("x"));
+}
+
+} // namespace
