@@ -13,8 +13,11 @@
 #include "ui_LumroScanner.h"
 
 #include <QCloseEvent>
+#include <QPainter>
+#include <QPushButton>
 #include <QStyleOption>
 #include <QTimer>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -72,6 +75,7 @@ LumroScanner::~LumroScanner()
 void LumroScanner::makeParts()
 {
     more_ = new More(this);
+    configSet_ = new ConfigSet(this);
     buttons_ = new BtnControl(ui_->buttonContainer);
     fill(ui_->buttonContainer, buttons_);
     thumbnail_ = new Thumbnail(ui_->thumbnailContainer);
@@ -131,6 +135,9 @@ void LumroScanner::connectButtons()
     for (const auto& [signal, slot] : table)
         connect(buttons_, signal, this, slot);
     connect(ui_->setting, &QPushButton::clicked, this, &LumroScanner::onSettings);
+    connect(configSet_, &ConfigSet::booklineclicked, ui_->videoView, &VideoView::SetBooklineEnable);
+    connect(configSet_, &ConfigSet::scansizechanged, &session_, &CameraSession::setScanSize);
+    connect(configSet_, &ConfigSet::languageitemchanged, this, &LumroScanner::onLanguageChosen);
     connect(more_, qOverload<int, bool>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayCheckBox);
     connect(more_, qOverload<int, int>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayMoreCheck);
 }
@@ -192,7 +199,7 @@ QString LumroScanner::getImagePath() const
 
 bool LumroScanner::isDialogOpen() const
 {
-    return more_->isVisible() || (configSet_ && configSet_->isVisible());
+    return more_->isVisible() || configSet_->isVisible();
 }
 
 bool LumroScanner::mayCapture()
@@ -211,7 +218,7 @@ FrameHandle LumroScanner::takeFrame(std::chrono::seconds timeout)
 
 QString LumroScanner::saveFrame(void* image, int colourMode)
 {
-    const QString path = imageSave(image, delivery_.croppingMode(), colourMode);
+    QString path = imageSave(image, delivery_.croppingMode(), colourMode);
     if (path.isEmpty())
         showNotice(tr("The picture could not be saved. Please check the folder %1.")
                        .arg(settings::savePath(settings_)));
@@ -321,20 +328,10 @@ void LumroScanner::onMore()
     more_->show();
 }
 
-void LumroScanner::makeSettingsDialog()
-{
-    configSet_ = new ConfigSet(this);
-    connect(configSet_, &ConfigSet::booklineclicked, ui_->videoView, &VideoView::SetBooklineEnable);
-    connect(configSet_, &ConfigSet::scansizechanged, &session_, &CameraSession::setScanSize);
-    connect(configSet_, &ConfigSet::languageitemchanged, this, &LumroScanner::onLanguageChosen);
-}
-
 void LumroScanner::onSettings()
 {
     if (more_->isVisible())
         return;
-    if (!configSet_)
-        makeSettingsDialog();
     configSet_->setVisible(!configSet_->isVisible());
 }
 
@@ -342,7 +339,7 @@ void LumroScanner::onLanguageChosen(int row)
 {
     changelanguage(row);
     Q_EMIT languageitemchanged(row);
-    Dialogs::inform(this, tr("Tips"), tr("Restart the software to take effect!"));
+    Dialogs::inform(configSet_, tr("Tips"), tr("Restart the software to take effect!"));
 }
 
 void LumroScanner::onDeviceChanged(int index)

@@ -100,7 +100,6 @@ private:
     void showNotice(const QString& text) override;
 
     void makeParts();
-    void makeSettingsDialog();
     void connectTools();
     void connectButtons();
     void startKeys();
@@ -115,7 +114,7 @@ private:
     Thumbnail* thumbnail_ = nullptr;
     TitleBar* titleBar_ = nullptr;
     More* more_ = nullptr;
-    ConfigSet* configSet_ = nullptr; ///< made at its first use: the start does not wait for it
+    ConfigSet* configSet_ = nullptr;
 
     // The session is declared after everything that its callback touches: it stops first.
     MirvakCamera camera_;

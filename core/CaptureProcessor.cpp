@@ -45,7 +45,7 @@ QString CaptureProcessor::imageSave(void* image, int cropMode, int colourMode, c
     const std::lock_guard lock(saveMutex_);
     if (!image)
         return QString();
-    const QString path = getImagePath();
+    QString path = getImagePath();
     if (path.isEmpty())
         return QString();
     const FrameHandle work = ownImage(camera_, camera_.MirvakImage_Clone(image));
@@ -123,7 +123,7 @@ QString CaptureProcessor::imageSave(const QImage& image, int mode)
     const std::lock_guard lock(saveMutex_);
     if (image.isNull())
         return QString();
-    const QString path = getImagePath();
+    QString path = getImagePath();
     const bool written = mode == 0 || mode == 1 || mode == 3; // the other modes only go through the motions
     if (path.isEmpty() || !written)
         return QString();

@@ -132,6 +132,21 @@ TEST_F(SettingsWindow, MakesCloseTheDefault)
     EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(SettingsWindow, StandsInTheMiddleOfItsWindow)
+{
+    QWidget window;
+    window.setGeometry(60, 30, 900, 700);
+    QWidget inner(&window);
+    ConfigSet owned(&inner);
+    for (const QPoint dragged : {QPoint(0, 0), QPoint(300, 200)}) {
+        owned.move(dragged);
+        owned.show();
+        const QPoint off = owned.geometry().center() - window.geometry().center();
+        EXPECT_LE(off.manhattanLength(), 2) << "rounding, each way";
+        owned.close();
+    }
+}
+
 TEST_F(SettingsWindow, RelaysWhatThePreviewMustKnow)
 {
     QSignalSpy bookLine(&dialog, &ConfigSet::booklineclicked);

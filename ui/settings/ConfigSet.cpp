@@ -5,6 +5,7 @@
 #include "ui_ConfigSet.h"
 
 #include <QButtonGroup>
+#include <QShowEvent>
 
 ConfigSet::ConfigSet(QWidget* parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
 {
@@ -18,6 +19,15 @@ void ConfigSet::setVisible(bool visible)
     if (visible)
         build();
     QDialog::setVisible(visible);
+}
+
+void ConfigSet::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (event->spontaneous() || !parentWidget())
+        return;
+    // The toolkit's own placement leaves room for a frame that this window does not have.
+    move(parentWidget()->window()->geometry().center() - rect().center());
 }
 
 void ConfigSet::build()

@@ -31,6 +31,9 @@ Q_SIGNALS:
     void scansizechanged(const int& row);
     void currentmergepos(const int& row);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void build();
     void numberPages();

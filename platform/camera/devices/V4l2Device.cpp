@@ -40,7 +40,7 @@ V4l2Device::V4l2Device(std::string path, UniqueFd fd, std::vector<CameraMode> mo
 
 V4l2Device::~V4l2Device()
 {
-    stop();
+    V4l2Device::stop();
 }
 
 MirvakResult V4l2Device::fail(const char* call) const

@@ -11,7 +11,7 @@
 struct MirvakCamera::Impl
 {
     mirvak::ImagePool pool;
-    mirvak::PageCheck pageCheck; ///< what MirvakImage_CheckPage remembers
+    mirvak::PageCheck pageCheck;    ///< what MirvakImage_CheckPage remembers
     std::optional<DeskConfig> desk; ///< as read by the last MirvakDevs_Init
     mirvak::CameraManager cameras{pool};
     mirvak::KeyListener keys;
