@@ -18,7 +18,7 @@ picture() {
 
 make_pictures() {
     local page=../shared/photos/page-on-cloth.jpg
-    [ -f "$page" ] || page=$(find "$folder/share/desk" -name '*1600x1200*.jpg' | sort | head -n 1)
+    [ -f "$page" ] || page=$(find "$folder/share/desk/pictures/1600x1200" -name '*.jpg' | sort | head -n 1)
     [ -n "$page" ] || die "No picture of a page: build the desk's pictures first."
     mkdir -p "$pictures"
     picture 640x480_a.jpg "$page"
