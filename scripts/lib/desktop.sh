@@ -30,8 +30,8 @@ prepare_home() { # FOLDER
     export TMPDIR=$work/tmp # the single-instance mark of another program's user lies elsewhere
     export LUMRO_UI_MAP=$map LUMRO_START_REPORT=1
     unset XDG_DOCUMENTS_DIR LANGUAGE
-    mkdir -p "$XDG_CONFIG_HOME/lumro" "$TMPDIR"
-    mkdir -p -m 700 "$XDG_RUNTIME_DIR"
+    mkdir -p "$XDG_CONFIG_HOME/lumro" "$TMPDIR" "$XDG_RUNTIME_DIR"
+    chmod 700 "$XDG_RUNTIME_DIR"
     {
         printf '[General]\nSave_Path="%s"\n' "$1"
         printf '%s\n' "${preferences[@]}"
