@@ -18,6 +18,7 @@
 #include <QStyleOption>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 
@@ -325,6 +326,9 @@ void LumroScanner::onMore()
     if (isDialogOpen())
         return;
     more_->move(frameGeometry().center() - more_->rect().center());
+    // Its window type alone would let a click on this window cover it while it blocks this window.
+    more_->winId();
+    more_->windowHandle()->setTransientParent(windowHandle());
     more_->show();
 }
 

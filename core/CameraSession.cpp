@@ -49,7 +49,9 @@ int CameraSession::discover()
     if (!initialised_)
         return -1;
     const int count = camera_.MirvakDevice_GetDevCount();
-    qDebug() << "devcount:" << count;
+    if (count != count_) // the search for a missing camera would repeat itself for ever
+        qDebug() << "devcount:" << count;
+    count_ = count;
     for (int index = 0; index < count; ++index) {
         names_ << QString::fromStdString(camera_.MirvakDevice_GetFriendlyName(index));
         if (!isMainCamera(index))

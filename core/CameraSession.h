@@ -83,6 +83,7 @@ private:
     void* context_;
     std::mutex cameraMutex_; // serialises device and resolution changes
     QStringList names_;
+    int count_ = -1;
     int defaultDevice_ = -1;
     bool hasSecondCamera_ = false;
     bool initialised_ = false;

@@ -83,6 +83,7 @@ QComboBox:disabled, QLineEdit:disabled, QAbstractSpinBox:disabled { color: rgba(
     border-color: rgba(107, 176, 205, 110); }
 QLineEdit[readOnly="true"] { background-color: rgb(14, 98, 116); }
 QLineEdit[unusable="true"] { background-color: rgb(124, 36, 40); }
+QComboBox { combobox-popup: 0; }
 QComboBox::drop-down { border: none; width: 20px; }
 QComboBox::down-arrow { image: url(:/images/common/images/common/arrow_down.png); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background-color: rgb(25, 90, 100); color: rgb(255, 255, 255);

@@ -351,7 +351,10 @@ void Thumbnail::onLongClicked(int, QListWidgetItem*, QPoint* pos)
 
 bool Thumbnail::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == list_->viewport() && event->type() == QEvent::Gesture) {
+    // The right button opens the menu by itself; held, it must not open it a second time.
+    if (watched == list_->viewport() && event->type() == QEvent::MouseButtonPress)
+        rightPressed_ = static_cast<QMouseEvent*>(event)->button() == Qt::RightButton;
+    if (watched == list_->viewport() && event->type() == QEvent::Gesture && !rightPressed_) {
         const QGesture* hold = static_cast<QGestureEvent*>(event)->gesture(Qt::TapAndHoldGesture);
         if (hold && hold->state() == Qt::GestureFinished) {
             QPoint pos = list_->viewport()->mapFromGlobal(hold->hotSpot().toPoint());

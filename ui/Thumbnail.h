@@ -74,5 +74,6 @@ private:
     QMenu* menu_;
     QFileSystemWatcher* watcher_;
     QSize iconSize_{180, 150};
+    bool rightPressed_ = false; ///< by the last press of a mouse button
     ConfigSettings settings_;
 };

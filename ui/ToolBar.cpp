@@ -235,6 +235,12 @@ void ToolBar::setCompact(bool compact)
     layout()->setContentsMargins(edge, 6, edge, 6);
 }
 
+QSize ToolBar::sizeHint() const
+{
+    constexpr int deviceName = 80; // px more than the least for the chooser of the device
+    return QSize(roomyWidth_ + deviceName, minimumHeight());
+}
+
 QSize ToolBar::minimumSizeHint() const
 {
     return QSize(compactWidth_, minimumHeight());

@@ -65,6 +65,7 @@ public Q_SLOTS:
     /// Reports a chosen device; another choice made while that one is being opened is not reported.
     void onDeviceChange(int index);
 
+    QSize sizeHint() const override;        ///< of the roomy form, also while the bar is compact
     QSize minimumSizeHint() const override; ///< of the compact form
 
 protected:
