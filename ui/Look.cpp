@@ -87,7 +87,8 @@ QComboBox { combobox-popup: 0; }
 QComboBox::drop-down { border: none; width: 20px; }
 QComboBox::down-arrow { image: url(:/images/common/images/common/arrow_down.png); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background-color: rgb(25, 90, 100); color: rgb(255, 255, 255);
-    border: 1px solid rgb(107, 176, 205); selection-background-color: rgb(8, 115, 140); outline: none; }
+    border: 1px solid rgb(107, 176, 205); selection-background-color: rgb(8, 115, 140);
+    selection-color: rgb(255, 255, 255); outline: none; padding: 2px; }
 )");
 }
 

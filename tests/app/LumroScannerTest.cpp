@@ -198,7 +198,7 @@ TEST_F(LumroScannerTest, ADeviceThatCannotBeOpenedIsNamed)
 
 TEST_F(LumroScannerTest, ADeviceThatVanishesDuringACaptureDoesNotHoldTheWindowUp)
 {
-    useDesk(camera("stall_after = 0.1; unplug_after = 0.5;"));
+    useDesk(camera("stall_after = 1.0; unplug_after = 2.5;"));
     show();
     ASSERT_TRUE(waitForPicture());
     ::testing::internal::CaptureStderr();

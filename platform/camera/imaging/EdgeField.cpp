@@ -135,7 +135,7 @@ void EdgeField::thin()
 void EdgeField::addPoint(int x, int y)
 {
     const float angle = cv::fastAtan2(gy_.ptr<short>(y)[x], gx_.ptr<short>(y)[x]); // 0 to 360 degrees
-    const int direction = static_cast<int>(angle * edgeDirections / 180 + 0.5F) % edgeDirections;
+    const int direction = cvRound(angle * edgeDirections / 180) % edgeDirections;
     // A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
     const int weight = std::min(6, magnitude_.ptr<short>(y)[x] / threshold_);
     points_.push_back({static_cast<short>(x),

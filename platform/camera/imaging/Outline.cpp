@@ -66,7 +66,7 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
         return outline.confidence >= confident &&
                paperReachesBorder(work_->reduction.planes(), outline.corners);
     });
-    if (page == outlines.end() || isHalfOfSpread(work_->reduction.planes(), page->corners))
+    if (page == outlines.end() || isHalfOfSpread(work_->reduction.planes(), work_->edges, page->corners))
         return std::nullopt;
     std::optional<Outline> found = *page;
     found->corners = snapSides(work_->edges, found->corners);

@@ -11,10 +11,11 @@ namespace mirvak {
 namespace {
 
 constexpr int samples = 48;
-constexpr double inside = 10, outside = 28;        // pixels from the side; the shadow of a fold is narrower
-constexpr double alike = 0.14;                     // of the brightness, in each colour
-constexpr double evenShare = 0.8, pageShare = 0.5; // of the samples along a border
-constexpr double goesOn = 0.75, ends = 0.4;        // shares of the side's length
+constexpr double inside = 10, outside = 28; // pixels from the side; the shadow of a fold is narrower
+constexpr double alike = 0.14;              // of the brightness, in each colour
+constexpr int beyondEnd = 24, bend = 7;     // steps of two pixels along, pixels across
+constexpr double pageShare = 0.7;           // of the samples along a side
+constexpr double goesOn = 0.75, ends = 0.4; // shares of the side's length
 
 using Planes = std::array<cv::Mat, 3>;
 
@@ -92,22 +93,40 @@ double shareAlike(const Planes& planes, const cv::Point2d& from, const cv::Point
     return static_cast<double>(same) / samples;
 }
 
+// Whether the side that comes from `from` is followed by an edge beyond its end; not quite straight near a
+// fold.
+bool edgeGoesOn(const EdgeField& edges, const cv::Point2d& from, const cv::Point2d& end)
+{
+    const cv::Point2d way = (end - from) / std::max(1.0, cv::norm(end - from)), across(-way.y, way.x);
+    int followed = 0;
+    for (int t = 1; t <= beyondEnd; ++t) {
+        float most = 0;
+        for (int k = -bend; k <= bend; ++k)
+            most = std::max(most, edges.changeAcross(end + way * (2 * t + 4) + across * k, across));
+        followed += most >= 2 * edges.threshold() ? 1 : 0;
+    }
+    return followed >= 0.7 * beyondEnd;
+}
+
 } // namespace
 
-bool isHalfOfSpread(const Planes& planes, const std::array<cv::Point2d, 4>& corners)
+bool isHalfOfSpread(const Planes& planes, const EdgeField& edges, const std::array<cv::Point2d, 4>& corners)
 {
-    int continued = 0, ended = 0;
-    bool longSide = false;
+    int ended = 0;
+    std::vector<size_t> continued;
     for (size_t i = 0; i < 4; ++i) {
         const double share = shareAlike(planes, corners[i], corners[(i + 1) % 4]);
         ended += share <= ends ? 1 : 0;
-        if (share < goesOn)
-            continue;
-        ++continued;
-        longSide = cv::norm(corners[(i + 1) % 4] - corners[i]) >
-                   0.95 * cv::norm(corners[(i + 2) % 4] - corners[(i + 1) % 4]);
+        if (share >= goesOn)
+            continued.push_back(i);
     }
-    return continued == 1 && ended == 3 && longSide;
+    if (continued.size() != 1 || ended != 3)
+        return false;
+    const size_t fold = continued.front();
+    const cv::Point2d &first = corners[fold], &second = corners[(fold + 1) % 4];
+    const cv::Point2d &afterSecond = corners[(fold + 2) % 4], &beforeFirst = corners[(fold + 3) % 4];
+    const bool longSide = cv::norm(second - first) > 0.95 * cv::norm(afterSecond - second);
+    return longSide && edgeGoesOn(edges, beforeFirst, first) && edgeGoesOn(edges, afterSecond, second);
 }
 
 bool paperReachesBorder(const Planes& planes, const std::array<cv::Point2d, 4>& corners)
@@ -122,10 +141,12 @@ bool paperReachesBorder(const Planes& planes, const std::array<cv::Point2d, 4>& 
     for (size_t i = 0; i < 4; ++i) {
         if (!cut[i])
             continue;
-        bool paper = shareCloseTo(strips[i], medianOf(strips[i])) >= evenShare;
+        // An even desk beyond the page's edge is as even as paper. But paper goes on along the other sides.
+        const std::array<int, 3> colour = medianOf(strips[i]);
+        int alikeSides = 0;
         for (size_t k = 0; k < 4; ++k)
-            paper = paper || (!cut[k] && shareCloseTo(strips[i], medianOf(strips[k])) >= pageShare);
-        if (!paper)
+            alikeSides += !cut[k] && shareCloseTo(strips[k], colour) >= pageShare ? 1 : 0;
+        if (alikeSides < 2)
             return false;
     }
     return true;

@@ -1,0 +1,109 @@
+#include "Deskew.h"
+#include "MadePages.h"
+
+#include <gtest/gtest.h>
+
+#include <opencv2/imgproc.hpp>
+
+using made::Corners;
+using made::Desk;
+using mirvak::Deskewed;
+
+namespace {
+
+const cv::Size frame(1632, 1224);
+const cv::Size sheetSize(1000, 1414);
+
+/// Four black dots at known places of a sheet: where they come out tells what became of the picture.
+const std::array<cv::Point2d, 4> dots{{{200, 200}, {800, 200}, {800, 1200}, {200, 1200}}};
+
+cv::Mat dottedSheet()
+{
+    cv::Mat sheet = made::blankPage(sheetSize);
+    for (const cv::Point2d& dot : dots)
+        cv::circle(sheet, dot, 18, {20, 20, 20}, cv::FILLED, cv::LINE_AA);
+    return sheet;
+}
+
+/// The middle of what is dark in the quarter of the picture at that corner.
+cv::Point2d dotIn(const cv::Mat& rgb, size_t corner)
+{
+    const int halfWidth = rgb.cols / 2, halfHeight = rgb.rows / 2;
+    const cv::Rect quarter(
+        corner == 1 || corner == 2 ? halfWidth : 0, corner >= 2 ? halfHeight : 0, halfWidth, halfHeight);
+    cv::Mat grey, dark;
+    cv::cvtColor(rgb(quarter), grey, cv::COLOR_RGB2GRAY);
+    cv::threshold(grey, dark, 90, 255, cv::THRESH_BINARY_INV);
+    const cv::Moments moments = cv::moments(dark, true);
+    return {quarter.x + moments.m10 / moments.m00, quarter.y + moments.m01 / moments.m00};
+}
+
+mirvak::Image photograph(const Corners& corners, Desk desk)
+{
+    mirvak::Image image;
+    image.pixels = made::desk(frame, desk);
+    made::lay(image.pixels, dottedSheet(), corners, 0.8);
+    made::shine(image.pixels, {0.75, 1, 2});
+    return image;
+}
+
+} // namespace
+
+TEST(Deskew, takesThePerspectiveOutAndKeepsTheShape)
+{
+    constexpr int margin = 15;
+    const std::array<cv::Vec3d, 3> views{{{0, 0, 0}, {-8, 14, 0}, {5, 10, -12}}};
+    for (const cv::Vec3d& view : views) {
+        const Corners corners = made::photographed(frame, sheetSize, 1800, 760, view);
+        mirvak::Image image = photograph(corners, Desk::wood);
+        ASSERT_EQ(mirvak::deskew(image, margin), Deskewed::page) << view;
+        const cv::Size whole(image.pixels.cols + 2 * margin, image.pixels.rows + 2 * margin);
+        // 2 %: a pixel of error at a corner moves the estimate of the perspective by that much.
+        EXPECT_NEAR(1.0 * whole.height / whole.width, 1.414, 0.028) << view;
+        for (size_t i = 0; i < dots.size(); ++i) {
+            const cv::Point2d expected(dots[i].x / sheetSize.width * whole.width - margin,
+                                       dots[i].y / sheetSize.height * whole.height - margin);
+            EXPECT_LE(cv::norm(dotIn(image.pixels, i) - expected), 4) << view << " dot " << i;
+        }
+    }
+}
+
+TEST(Deskew, leavesNoSliverOfTheDesk)
+{
+    mirvak::Image image = photograph(made::placed({820, 606}, {720, 1018}, -9, 0.05), Desk::dark);
+    ASSERT_EQ(mirvak::deskew(image, 15), Deskewed::page);
+    cv::Mat grey;
+    cv::cvtColor(image.pixels, grey, cv::COLOR_RGB2GRAY);
+    for (const cv::Mat& edge : {grey.row(0), grey.row(grey.rows - 1), grey.col(0), grey.col(grey.cols - 1)}) {
+        double darkest = 0;
+        cv::minMaxLoc(edge, &darkest);
+        EXPECT_GT(darkest, 110); // the paper in its darkest corner, less noise; the desk is at 60
+    }
+}
+
+TEST(Deskew, levelsTheLinesOfAPageWithoutEdgesAndCutsNothingAway)
+{
+    const cv::Mat sheet = made::textPage({1400, 1400}, 34);
+    for (const double degrees : {-6.0, 4.5, 11.0}) {
+        mirvak::Image image;
+        const cv::Mat turn = cv::getRotationMatrix2D({700, 700}, -degrees, 1);
+        cv::warpAffine(
+            sheet, image.pixels, turn, sheet.size(), cv::INTER_LINEAR, cv::BORDER_CONSTANT, {245, 245, 245});
+        const cv::Mat before = image.pixels.clone();
+        ASSERT_EQ(mirvak::deskew(image, 15), Deskewed::text) << degrees;
+        EXPECT_GE(image.pixels.cols, before.cols) << degrees;
+        EXPECT_GE(image.pixels.rows, before.rows) << degrees;
+        mirvak::Image again = image;
+        again.pixels = image.pixels.clone();
+        EXPECT_EQ(mirvak::deskew(again, 15), Deskewed::nothing) << degrees << ": still askew";
+    }
+}
+
+TEST(Deskew, leavesAPictureWithoutPageAndTextAsItIs)
+{
+    mirvak::Image image;
+    image.pixels = made::desk(frame, Desk::noisy);
+    const cv::Mat before = image.pixels.clone();
+    EXPECT_EQ(mirvak::deskew(image, 15), Deskewed::nothing);
+    EXPECT_EQ(cv::norm(before, image.pixels, cv::NORM_INF), 0);
+}

@@ -1,0 +1,130 @@
+#include "TempDir.h"
+#include "TestImage.h"
+#include "mirvakcamera.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+class ImageFacade : public ::testing::Test
+{
+protected:
+    struct Release
+    {
+        MirvakCamera* camera;
+        void operator()(void* image) const { camera->MirvakImage_Release(image); }
+    };
+    using Handle = std::unique_ptr<void, Release>;
+    Handle own(void* image) { return Handle(image, Release{&camera_}); }
+    Handle white(int width = 400, int height = 200)
+    {
+        return own(makeImageHandle(width, height, {255, 255, 255}));
+    }
+    static cv::Mat& pixels(const Handle& image) { return static_cast<mirvak::Image*>(image.get())->pixels; }
+
+    /// Smallest rectangle around what is no longer white.
+    static cv::Rect inked(const Handle& image)
+    {
+        cv::Rect box;
+        for (int y = 0; y < pixels(image).rows; ++y) {
+            for (int x = 0; x < pixels(image).cols; ++x) {
+                if (pixels(image).at<cv::Vec3b>(y, x) != cv::Vec3b(255, 255, 255))
+                    box |= cv::Rect(x, y, 1, 1);
+            }
+        }
+        return box;
+    }
+    MirvakCamera camera_;
+};
+
+TEST_F(ImageFacade, NullHandlesAreRefusedEverywhere)
+{
+    bool flag = false;
+    double value = 0;
+    unsigned char byte = 0;
+    EXPECT_EQ(camera_.MirvakImage_Clone(nullptr), nullptr);
+    EXPECT_EQ(camera_.MirvakImage_DrawLine(nullptr, 0, 5), nullptr);
+    EXPECT_EQ(camera_.MirvakImage_Merge(nullptr, nullptr, 0, 0, 1, 1), nullptr);
+    EXPECT_EQ(camera_.MirvakImage_GetWidth(nullptr), 0);
+    for (const int result : {camera_.MirvakImage_Release(nullptr),
+                             camera_.MirvakImage_GetImageRGBData(nullptr, &byte),
+                             camera_.MirvakImage_Rotate(nullptr, 90),
+                             camera_.MirvakImage_Crop(nullptr, 0, 0, 1, 1),
+                             camera_.MirvakImage_Deskew(nullptr, 15),
+                             camera_.MirvakImage_Threshold(nullptr),
+                             camera_.MirvakImage_WhitePaperSeal(nullptr, 0),
+                             camera_.MirvakImage_Watermark(nullptr, "x", {0, 0}, 20, 0, 0),
+                             camera_.MirvakImage_CheckPage(nullptr, flag, value, false, 0.3),
+                             camera_.MirvakImage_Save("/tmp/x.jpg", nullptr, 95, 3)})
+        EXPECT_EQ(result, MIRVAK_BAD_HANDLE);
+}
+
+TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)
+{
+    for (const char* text : {"Lumro", "样本 2024", "Образец"}) {
+        const Handle image = white();
+        ASSERT_EQ(camera_.MirvakImage_Watermark(image.get(), text, {100, 60}, 20, 0xff0000, 0), MIRVAK_OK)
+            << text;
+        const cv::Rect box = inked(image);
+        EXPECT_GE(box.x, 99) << text;
+        EXPECT_LE(box.x, 106) << text;
+        EXPECT_GE(box.y, 57) << text; // tall characters rise a little above the line
+        EXPECT_LE(box.br().y, 60 + 28) << text;
+        EXPECT_GT(box.width, 30) << text;
+        const cv::Scalar mean = cv::mean(pixels(image)(box));
+        EXPECT_GT(mean[0], mean[1] + 20) << text; // red
+        EXPECT_NEAR(mean[1], mean[2], 2) << text;
+    }
+    const Handle upright = white(200, 400);
+    ASSERT_EQ(camera_.MirvakImage_Watermark(upright.get(), "Lumro", {100, 60}, 20, 0xff0000, 90), MIRVAK_OK);
+    EXPECT_GT(inked(upright).height, inked(upright).width); // clockwise: downwards
+}
+
+TEST_F(ImageFacade, AWatermarkBeyondThePictureIsCutOff)
+{
+    const Handle image = white();
+    EXPECT_EQ(camera_.MirvakImage_Watermark(image.get(), "far away", {-5000, 10}, 20, 0, 0), MIRVAK_OK);
+    EXPECT_EQ(camera_.MirvakImage_Watermark(image.get(), "far away", {10, 5000}, 20, 0, 0), MIRVAK_OK);
+    EXPECT_TRUE(inked(image).empty());
+    EXPECT_EQ(camera_.MirvakImage_Watermark(image.get(), "broken \xff\xfe utf-8", {-20, 10}, 20, 0, 0),
+              MIRVAK_OK);
+    EXPECT_FALSE(inked(image).empty());
+    EXPECT_EQ(camera_.MirvakImage_Watermark(image.get(), nullptr, {0, 0}, 20, 0, 0), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(camera_.MirvakImage_Watermark(image.get(), "x", {0, 0}, 0, 0, 0), MIRVAK_BAD_ARGUMENT);
+}
+
+TEST_F(ImageFacade, BytesComeOutWithTheirDescription)
+{
+    const Handle image = own(makeImageHandle(7, 5, {1, 2, 3}));
+    std::vector<unsigned char> bytes(7 * 5 * 3);
+    int width, height, channels, bits, stride, format;
+    int count = static_cast<int>(bytes.size());
+    ASSERT_EQ(camera_.MirvakImage_GetImageData(
+                  image.get(), bytes.data(), width, height, channels, bits, stride, format, count),
+              MIRVAK_OK);
+    EXPECT_EQ((std::array<int, 7>{width, height, channels, bits, stride, format, count}),
+              (std::array<int, 7>{7, 5, 3, 8, 21, 0, 105}));
+    EXPECT_EQ(bytes.back(), 3);
+    count = 104;
+    EXPECT_NE(camera_.MirvakImage_GetImageData(
+                  image.get(), bytes.data(), width, height, channels, bits, stride, format, count),
+              MIRVAK_OK);
+}
+
+TEST_F(ImageFacade, SavingFailsCleanly)
+{
+    const TempDir folder;
+    const Handle image = white();
+    EXPECT_EQ(camera_.MirvakImage_Save(folder.file("a.tiff").c_str(), image.get(), 95, 3),
+              MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(camera_.MirvakImage_Save(folder.file("no/such/a.jpg").c_str(), image.get(), 95, 3),
+              MIRVAK_IO_ERROR);
+    EXPECT_EQ(camera_.MirvakImage_Save(nullptr, image.get(), 95, 3), MIRVAK_BAD_ARGUMENT);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    EXPECT_EQ(camera_.MirvakImage_Save(folder.file("页 стр.JPG").c_str(), image.get(), 95, 3), MIRVAK_OK);
+    EXPECT_TRUE(std::filesystem::exists(folder.file("页 стр.JPG")));
+}
+
+} // namespace

@@ -1,0 +1,205 @@
+#include "Outline.h"
+#include "Codec.h"
+#include "MadePages.h"
+
+#include <gtest/gtest.h>
+
+#include <opencv2/imgproc.hpp>
+
+#include <filesystem>
+
+using made::Corners;
+using made::Desk;
+
+namespace {
+
+const cv::Size frame(1632, 1224);
+
+// A reduced pixel is three of these; the outline of the preview is good to two of those, and the refined one
+// to less than the width of the 5-pixel line with which it is drawn.
+constexpr double previewTolerance = 6, refinedTolerance = 2;
+// On a pattern the preview's line may catch on a line of the cloth beside the paper; the refined one, which a
+// capture uses, may not.
+constexpr double patternTolerance = 24, patternRefined = 3;
+
+struct Scene
+{
+    const char* name;
+    cv::Mat sheet;
+    cv::Size2d size;
+    double degrees;
+    made::Light light;
+};
+
+std::vector<Scene> scenes()
+{
+    made::Light dim, shaded;
+    dim.darkest = 0.6;
+    dim.noise = 4;
+    shaded.shadow = 0.5;
+    return {
+        {"text", made::textPage({1000, 1414}, 30), {700, 990}, -11, dim},
+        {"table", made::tablePage({1000, 1414}), {720, 1018}, 4, {}},
+        {"card", made::cardPage({500, 315}), {340, 214}, 63, dim},
+        {"receipt", made::textPage({300, 1200}, 24), {230, 920}, 9, {}},
+        {"blank", made::blankPage({1000, 1414}), {700, 990}, 38, {}},
+        {"in part shadow", made::textPage({1000, 1414}, 34), {720, 1018}, 2, shaded},
+    };
+}
+
+// A turned square has no first corner of its own: the truth may be numbered from any.
+double errorOf(const Corners& found, Corners truth)
+{
+    double least = 1e9;
+    for (int i = 0; i < 4; ++i) {
+        least = std::min(least, made::farthest(found, truth));
+        std::rotate(truth.begin(), truth.begin() + 1, truth.end());
+    }
+    return least;
+}
+
+void expectFound(const cv::Mat& picture,
+                 const Corners& truth,
+                 const std::string& name,
+                 double preview = previewTolerance,
+                 double refinedTo = refinedTolerance)
+{
+    const auto outline = mirvak::findOutline(picture);
+    ASSERT_TRUE(outline) << name;
+    EXPECT_LE(errorOf(outline->corners, truth), preview) << name;
+    const auto refined = mirvak::refineOutline(picture, *outline);
+    EXPECT_LE(errorOf(refined.corners, truth), refinedTo) << name;
+    EXPECT_GE(outline->confidence, 0.6) << name;
+    EXPECT_LE(outline->confidence, 1) << name;
+}
+
+} // namespace
+
+TEST(Outline, isFoundOnEveryDesk)
+{
+    const std::vector<Scene> all = scenes();
+    const std::array<std::pair<Desk, const char*>, 5> desks{{{Desk::light, "light"},
+                                                             {Desk::dark, "dark"},
+                                                             {Desk::wood, "wood"},
+                                                             {Desk::noisy, "rough"},
+                                                             {Desk::coloured, "coloured"}}};
+    for (const auto& [desk, deskName] : desks) {
+        for (const Scene& scene : all) {
+            cv::Mat picture = made::desk(frame, desk);
+            const Corners truth = made::placed({820, 606}, scene.size, scene.degrees, 0.06);
+            made::lay(picture, scene.sheet, truth, 0.8);
+            made::shine(picture, scene.light);
+            expectFound(picture, truth, std::string(scene.name) + " on " + deskName);
+        }
+    }
+}
+
+TEST(Outline, isFoundOnPatternedClothAndOverOtherPaper)
+{
+    cv::Mat cloth = made::desk(frame, Desk::checked);
+    const Corners onCloth = made::placed({820, 606}, {760, 1040}, -7);
+    made::lay(cloth, made::textPage({1000, 1414}, 30), onCloth, 0.8);
+    made::shine(cloth, {0.8, 1, 3});
+    expectFound(cloth, onCloth, "cloth", patternTolerance, patternRefined);
+
+    cv::Mat pile = made::desk(frame, Desk::wood);
+    const Corners below = made::placed({660, 600}, {700, 990}, 8),
+                  above = made::placed({960, 620}, {700, 990}, -5);
+    cv::Mat older = made::tablePage({1000, 1414});
+    older.convertTo(older, -1, 0.92); // paper yellows
+    made::lay(pile, older, below, 0.8);
+    made::lay(pile, made::textPage({1000, 1414}, 30), above, 0.8);
+    made::shine(pile, {0.8, 1, 3});
+    expectFound(pile, above, "pile");
+}
+
+TEST(Outline, endsAtTheBorderOfThePicture)
+{
+    cv::Mat picture = made::desk(frame, Desk::wood);
+    const Corners whole = made::placed({816, 700}, {800, 1131}, 0);
+    made::lay(picture, made::textPage({1000, 1414}, 30), whole, 0.8);
+    made::shine(picture, {0.8, 1, 3});
+    Corners seen = whole;
+    seen[2].y = seen[3].y = frame.height - 1;
+    expectFound(picture, seen, "cut off below");
+}
+
+TEST(Outline, startsAtTheTopLeftAndGoesClockwise)
+{
+    for (const double degrees : {-30.0, 0.0, 30.0}) {
+        cv::Mat picture = made::desk(frame, Desk::dark);
+        const Corners truth = made::placed({816, 612}, {600, 800}, degrees);
+        made::lay(picture, made::textPage({600, 800}, 30), truth);
+        const auto outline = mirvak::findOutline(picture);
+        ASSERT_TRUE(outline);
+        EXPECT_LE(made::farthest(outline->corners, truth), previewTolerance) << degrees;
+    }
+}
+
+TEST(Outline, doesNotDependOnTheRowStride)
+{
+    cv::Mat wide(frame.height + 10, frame.width + 37, CV_8UC3, cv::Scalar::all(0));
+    cv::Mat picture = wide(cv::Rect(20, 5, frame.width, frame.height));
+    made::desk(frame, Desk::wood).copyTo(picture);
+    made::lay(picture, made::textPage({600, 800}, 30), made::placed({816, 612}, {600, 800}, 5));
+    const auto padded = mirvak::findOutline(picture), plain = mirvak::findOutline(picture.clone());
+    ASSERT_TRUE(padded && plain);
+    EXPECT_EQ(made::farthest(padded->corners, plain->corners), 0);
+}
+
+TEST(Outline, isNotSeenWhereThereIsNoPage)
+{
+    for (const Desk desk :
+         {Desk::light, Desk::dark, Desk::wood, Desk::checked, Desk::noisy, Desk::coloured}) {
+        cv::Mat picture = made::desk(frame, desk);
+        made::shine(picture, {0.7, 0.5, 4});
+        EXPECT_FALSE(mirvak::findOutline(picture)) << "empty desk " << static_cast<int>(desk);
+    }
+    cv::Mat pens = made::desk(frame, Desk::wood);
+    for (int i = 0; i < 4; ++i)
+        made::lay(pens,
+                  cv::Mat(20, 300, CV_8UC3, cv::Scalar(30 + 40 * i, 40, 150)),
+                  made::placed({300 + 300.0 * i, 500 + 60.0 * i}, {500, 32}, 30 * i + 20));
+    EXPECT_FALSE(mirvak::findOutline(pens)) << "pens";
+    cv::Mat text = made::textPage(frame, 30), table = made::tablePage(frame), noise(frame, CV_8UC3);
+    made::shine(text, {0.7, 1, 4});
+    made::shine(table, {0.7, 1, 4});
+    cv::RNG(1).fill(noise, cv::RNG::UNIFORM, 0, 256);
+    EXPECT_FALSE(mirvak::findOutline(text)) << "nothing but text";
+    EXPECT_FALSE(mirvak::findOutline(table)) << "a table's frame is no page";
+    EXPECT_FALSE(mirvak::findOutline(noise)) << "noise";
+    for (const cv::Size tiny : {cv::Size(1, 1), {3, 500}, {63, 63}, {64, 64}})
+        EXPECT_FALSE(mirvak::findOutline(cv::Mat(tiny, CV_8UC3, cv::Scalar::all(200)))) << tiny;
+}
+
+// Half of a spread is a straight-edged thing of paper too, but cropping to it loses the other half.
+TEST(Outline, doesNotHalveAnOpenBook)
+{
+    cv::Mat picture = made::desk(frame, Desk::wood);
+    const Corners left{{{260, 160}, {815, 160}, {815, 1060}, {260, 1060}}};
+    const Corners right{{{816, 160}, {1370, 160}, {1370, 1060}, {816, 1060}}};
+    made::lay(picture, made::textPage({555, 900}, 30, 1), left);
+    made::lay(picture, made::textPage({555, 900}, 30, 2), right);
+    for (int x = 780; x < 852; ++x) // the shadow of the fold
+        picture(cv::Rect(x, 160, 1, 901))
+            .convertTo(picture(cv::Rect(x, 160, 1, 901)), -1, 0.35 + 0.018 * std::abs(x - 816));
+    const auto outline = mirvak::findOutline(picture);
+    if (outline) {
+        EXPECT_LE(errorOf(outline->corners, {left[0], right[1], right[2], left[3]}), previewTolerance);
+    }
+}
+
+TEST(Outline, photographOfAPageOnCloth)
+{
+    const std::string path = std::string(LUMRO_PHOTOS) + "/page-on-cloth.jpg";
+    if (!std::filesystem::exists(path))
+        GTEST_SKIP() << "no photographs here";
+    const auto photograph = mirvak::readImage(path);
+    ASSERT_TRUE(photograph);
+    const auto outline = mirvak::findOutline(photograph->pixels);
+    ASSERT_TRUE(outline);
+    const Corners truth{
+        {{296, 439}, {1714, 279}, {1946, 2471}, {409, 2553}}}; // read off the picture, to 5 pixels
+    const auto refined = mirvak::refineOutline(photograph->pixels, *outline);
+    EXPECT_LE(made::farthest(refined.corners, truth), 14); // the paper's own corners are bent and torn
+}
