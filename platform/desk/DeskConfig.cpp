@@ -119,7 +119,7 @@ std::vector<DeskConfig::Size> sizes(const Setting* list)
 
 std::string usbId(const Setting& setting)
 {
-    const std::string id = text(setting);
+    std::string id = text(setting);
     if (id.size() != 8 || id.find_first_not_of("0123456789abcdef") != std::string::npos)
         throw DeskError(setting, "8 lowercase hexadecimal digits are expected");
     return id;

@@ -14,7 +14,7 @@ constexpr int denseCount = 17;
 // Pixels from the edge, where its own blur and that of a ruling have ended.
 constexpr double nearestSide = 4.6;
 constexpr int sideDepth = 2; // pixels that are averaged
-constexpr signed char noEdge = 127;
+constexpr short noEdge = 127;
 constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
 
@@ -79,9 +79,9 @@ void EdgeLine::markCovered(const EdgeField& field, int reach)
             edge_[i] = 0;
         for (int k = 1; k <= reach && edge_[i] == noEdge; ++k) {
             if (fits[here[-k * across]])
-                edge_[i] = static_cast<signed char>(-k);
+                edge_[i] = static_cast<short>(-k);
             else if (fits[here[k * across]])
-                edge_[i] = static_cast<signed char>(k);
+                edge_[i] = static_cast<short>(k);
         }
     }
 }

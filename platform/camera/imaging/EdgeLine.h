@@ -82,7 +82,7 @@ private:
     double offset_;
     cv::Size picture_;
     double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0;
-    std::vector<signed char> edge_; ///< where across the line the edge lies, pixels, a pixel a step; or none
+    std::vector<short> edge_; ///< where across the line the edge lies, pixels, a pixel a step; or none
     std::vector<unsigned char> dense_; ///< 1 in well covered stretches
     std::vector<Tally> tallies_;
     bool border_ = false;

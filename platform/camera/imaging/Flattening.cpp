@@ -71,8 +71,8 @@ public:
             row_[i] = a[i] + share * (b[i] - a[i]);
         for (const Column& column : columns_) {
             for (int c = 0; c < 3; ++c) {
-                const float left = row_[static_cast<size_t>(column.left + c)];
-                const float right = row_[static_cast<size_t>(column.right + c)];
+                const float left = row_.data()[column.left + c];
+                const float right = row_.data()[column.right + c];
                 const int gain = static_cast<int>(left + column.share * (right - left));
                 rgb[c] = curve_[static_cast<size_t>(std::min(255, rgb[c] * gain >> gainBits))];
             }

@@ -103,13 +103,17 @@ Peak sharpest(const Feet& feet)
     Profile profile(feet);
     std::vector<double> all;
     Peak best;
-    for (double a = -widest; a <= widest + 1e-9; a += coarseStep) {
+    const int coarseSteps = cvRound(widest / coarseStep);
+    for (int step = -coarseSteps; step <= coarseSteps; ++step) {
+        const double a = step * coarseStep;
         all.push_back(profile.sharpness(a));
         if (all.back() > best.sharpness)
             best = {a, all.back()};
     }
     const double centre = best.degrees;
-    for (double a = centre - coarseStep; a <= centre + coarseStep; a += fineStep) {
+    const int fineSteps = cvRound(coarseStep / fineStep);
+    for (int step = -fineSteps; step <= fineSteps; ++step) {
+        const double a = centre + step * fineStep;
         const double sharp = profile.sharpness(a);
         if (sharp > best.sharpness)
             best = {a, sharp};
