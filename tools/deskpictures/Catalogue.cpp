@@ -9,7 +9,7 @@ const cv::Vec3d faintWarm(1.015, 1.0, 0.965);
 const cv::Vec3d cool(0.965, 1.0, 1.035);
 const cv::Vec3d greenish(0.98, 1.01, 0.97);
 
-Light lamp(double fromDegrees, double falloff, cv::Vec3d cast, double exposure = 0.92)
+Light lamp(double fromDegrees, double falloff, const cv::Vec3d& cast, double exposure = 0.92)
 {
     Light light;
     light.fromDegrees = fromDegrees;

@@ -72,7 +72,7 @@ QString missingFont()
     return {};
 }
 
-Sheet::Sheet(double widthMm, double heightMm, QColor paper, double dpi)
+Sheet::Sheet(double widthMm, double heightMm, const QColor& paper, double dpi)
     : m_widthMm(widthMm), m_heightMm(heightMm), m_dpi(dpi),
       m_image(qRound(px(widthMm)), qRound(px(heightMm)), QImage::Format_RGBA8888_Premultiplied)
 {
@@ -141,13 +141,13 @@ Sheet::paragraph(double xMm, double topMm, double widthMm, const QString& words,
     return topMm + y * mmPerInch / m_dpi;
 }
 
-void Sheet::rule(double x1Mm, double y1Mm, double x2Mm, double y2Mm, double widthMm, QColor ink)
+void Sheet::rule(double x1Mm, double y1Mm, double x2Mm, double y2Mm, double widthMm, const QColor& ink)
 {
     m_painter.setPen(QPen(ink, px(widthMm), Qt::SolidLine, Qt::FlatCap));
     m_painter.drawLine(px(x1Mm, y1Mm), px(x2Mm, y2Mm));
 }
 
-void Sheet::box(const QRectF& mm, QColor fill, QColor edge, double edgeMm, double radiusMm)
+void Sheet::box(const QRectF& mm, const QColor& fill, const QColor& edge, double edgeMm, double radiusMm)
 {
     m_painter.setPen(edgeMm > 0 ? QPen(edge, px(edgeMm)) : QPen(Qt::NoPen));
     m_painter.setBrush(fill);

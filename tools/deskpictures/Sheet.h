@@ -40,7 +40,7 @@ class Sheet
 {
 public:
     /// @param dpi  dots per inch of the drawing
-    Sheet(double widthMm, double heightMm, QColor paper = QColor(250, 249, 246), double dpi = 300);
+    Sheet(double widthMm, double heightMm, const QColor& paper = QColor(250, 249, 246), double dpi = 300);
     Sheet(const Sheet&) = delete;
     Sheet& operator=(const Sheet&) = delete;
 
@@ -58,9 +58,12 @@ public:
     /// A broken and, with Qt::AlignJustify, justified paragraph. @return the y (mm) below its last line
     double paragraph(double xMm, double topMm, double widthMm, const QString& words, const TextStyle& style);
     double textWidthMm(const QString& words, const TextStyle& style) const;
-    void rule(double x1Mm, double y1Mm, double x2Mm, double y2Mm, double widthMm, QColor ink);
-    void
-    box(const QRectF& mm, QColor fill, QColor edge = Qt::transparent, double edgeMm = 0, double radiusMm = 0);
+    void rule(double x1Mm, double y1Mm, double x2Mm, double y2Mm, double widthMm, const QColor& ink);
+    void box(const QRectF& mm,
+             const QColor& fill,
+             const QColor& edge = Qt::transparent,
+             double edgeMm = 0,
+             double radiusMm = 0);
 
     /// Ends the painting. @return 32-bit RGBA, premultiplied
     QImage take();

@@ -80,7 +80,7 @@ std::string make(const Order& order)
                     studio.takeFlat(i);
             });
     jobs.emplace_back([&] { studio.writeCompanions(); });
-    const std::string error = runAll(jobs, order.jobs);
+    std::string error = runAll(jobs, order.jobs);
     if (!error.empty())
         return error;
     QByteArray lines = Studio::truthHeader();

@@ -46,7 +46,7 @@ double yearRing(double part)
     return x * x * (3 - 2 * x);
 }
 
-cv::Mat wood(cv::Vec3d colour, double figure, uint64_t seed)
+cv::Mat wood(const cv::Vec3d& colour, double figure, uint64_t seed)
 {
     cv::RNG random(seed);
     const cv::Mat bend = fractalNoise(topSize, {2200, 520}, 3, 0.45, random);
@@ -64,7 +64,7 @@ cv::Mat wood(cv::Vec3d colour, double figure, uint64_t seed)
 }
 
 // Laminate and painted boards: a fine grain and next to no figure.
-cv::Mat board(cv::Vec3d colour, double grain, double cloud, uint64_t seed)
+cv::Mat board(const cv::Vec3d& colour, double grain, double cloud, uint64_t seed)
 {
     cv::RNG random(seed);
     const cv::Mat fine = fractalNoise(topSize, {5, 5}, 2, 0.7, random);
@@ -73,7 +73,7 @@ cv::Mat board(cv::Vec3d colour, double grain, double cloud, uint64_t seed)
 }
 
 // Grained leather cloth: dimples lit from one side.
-cv::Mat leather(cv::Vec3d colour, uint64_t seed)
+cv::Mat leather(const cv::Vec3d& colour, uint64_t seed)
 {
     cv::RNG random(seed);
     const cv::Mat height = fractalNoise(topSize, {15, 15}, 2, 0.5, random);

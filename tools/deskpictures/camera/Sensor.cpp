@@ -87,7 +87,7 @@ const cv::Mat& noiseTile()
 
 Sensor::Sensor(uint64_t seed) : m_random(seed) {}
 
-cv::Mat Sensor::expose(const cv::Mat& albedo, const cv::Mat& light, cv::Vec3d gains, double lensBlurPx)
+cv::Mat Sensor::expose(const cv::Mat& albedo, const cv::Mat& light, const cv::Vec3d& gains, double lensBlurPx)
 {
     const auto& energyOfColour = energyOf();
     cv::Mat result(albedo.size(), CV_16SC3);
