@@ -2,6 +2,8 @@
 
 #include "ui_SetAbout.h"
 
+#include <QIcon>
+
 SetAbout::SetAbout(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_SetAbout>())
 {
     ui_->setupUi(this);
