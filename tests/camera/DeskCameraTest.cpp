@@ -129,6 +129,23 @@ TEST_F(DeskCamera, FitsPicturesOnBlackGround)
     }
 }
 
+TEST_F(DeskCamera, PrefersPicturesTakenAtTheChosenSize)
+{
+    std::filesystem::create_directories(folder.file("40x30"));
+    std::filesystem::create_directories(folder.file("8x6"));
+    std::filesystem::create_directories(folder.file("99x99 drafts"));
+    pictures::write(folder.file("40x30/a.jpg"), pictures::solidJpeg({40, 30}, {200, 0, 0}));
+    pictures::write(folder.file("8x6/a.jpg"), pictures::solidJpeg({8, 6}, {0, 0, 200}));
+    const auto chosen = [&](cv::Size size) {
+        const auto files = PictureSource::filesOf(folder.path(), size);
+        return files.size() == 1 ? files[0].parent_path().filename().string() : "";
+    };
+    EXPECT_EQ(chosen({8, 6}), "8x6");
+    EXPECT_EQ(chosen({40, 30}), "40x30");
+    EXPECT_EQ(chosen({20, 15}), "40x30") << "the largest is scaled down";
+    EXPECT_EQ(chosen({}), "40x30");
+}
+
 TEST_F(DeskCamera, PassesOnOnlyFilesLikeACameras)
 {
     cv::Mat picture(cv::Size(80, 40), CV_8UC3, cv::Scalar(0, 0, 200));

@@ -113,7 +113,7 @@ TEST(DeskPictures, TheNumberOfThreadsDoesNotChangeThePictures)
         ASSERT_EQ(runTool(arguments).exitCode, 0);
     }
     for (const char* name :
-         {"/pictures/800x600/02-form.jpg", "/pictures/main/10-card-back.jpg", "/truth.csv"}) {
+         {"/pictures/800x600/02-form.jpg", "/pictures/800x600/10-card-back.jpg", "/truth.csv"}) {
         const QByteArray first = contentOf(paths[0] + QLatin1String(name));
         EXPECT_FALSE(first.isEmpty()) << name;
         EXPECT_TRUE(first == contentOf(paths[1] + QLatin1String(name))) << name;

@@ -5,8 +5,6 @@
 #include "camera/Sensor.h"
 #include "film/TurnFilm.h"
 
-#include <QDir>
-#include <QFile>
 
 #include <opencv2/imgproc.hpp>
 
@@ -164,13 +162,6 @@ void Studio::writeCompanions() const
                  ',' + number(code.placeMm.width()) + ',' + number(code.placeMm.height()) + ',' +
                  code.text.toUtf8() + '\n';
     writeText(m_directory + QStringLiteral("/codes.csv"), lines);
-    const auto largest = std::max_element(
-        m_sizes.begin(), m_sizes.end(), [](cv::Size a, cv::Size b) { return a.area() < b.area(); });
-    const QString link = m_directory + QStringLiteral("/pictures/main");
-    QDir().mkpath(m_directory + QStringLiteral("/pictures"));
-    QFile::remove(link);
-    if (!QFile::link(sizeName(*largest), link))
-        throw OutputError(QStringLiteral("%1: the link cannot be made").arg(link).toStdString());
 }
 
 } // namespace deskpictures

@@ -78,8 +78,7 @@ std::unique_ptr<CameraDevice> DeskBackend::open(const CameraInfo& info)
                      camera.source.c_str());
         return nullptr;
     }
-    return std::make_unique<DeskDevice>(
-        camera, modes, std::move(pictures), [unplugged] { *unplugged = true; });
+    return std::make_unique<DeskDevice>(camera, modes, [unplugged] { *unplugged = true; });
 }
 
 } // namespace mirvak

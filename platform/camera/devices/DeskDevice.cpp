@@ -9,10 +9,8 @@ namespace mirvak {
 
 DeskDevice::DeskDevice(const DeskConfig::Camera& camera,
                        std::vector<CameraMode> modes,
-                       PictureSource pictures,
                        std::function<void()> unplugged)
-    : camera_(camera), modes_(std::move(modes)), pictures_(std::move(pictures)),
-      unplugged_(std::move(unplugged))
+    : camera_(camera), modes_(std::move(modes)), pictures_({}), unplugged_(std::move(unplugged))
 {
 }
 
@@ -23,10 +21,11 @@ MirvakResult DeskDevice::start(const CameraMode& mode, int waiting)
     const auto found = std::find(modes_.begin(), modes_.end(), mode);
     if (found == modes_.end())
         return MIRVAK_BAD_ARGUMENT;
-    if (pictures_.count() == 0)
-        return MIRVAK_NO_DEVICE;
     const DeskConfig::Size& chosen = camera_.resolutions[static_cast<size_t>(found - modes_.begin())];
     size_ = chosen.isNative() ? cv::Size() : cv::Size(chosen.width, chosen.height);
+    pictures_ = PictureSource(PictureSource::filesOf(camera_.source, size_));
+    if (pictures_.count() == 0)
+        return MIRVAK_NO_DEVICE;
     waiting_ = waiting;
     started_ = Clock::now();
     next_ = 0;

@@ -17,7 +17,6 @@ public:
     /// `unplugged` is called on the reading thread when the camera pulls itself out.
     DeskDevice(const DeskConfig::Camera& camera,
                std::vector<CameraMode> modes,
-               PictureSource pictures,
                std::function<void()> unplugged);
 
     const std::vector<CameraMode>& modes() const override { return modes_; }
@@ -35,7 +34,7 @@ private:
 
     const DeskConfig::Camera camera_;
     const std::vector<CameraMode> modes_; // one for each resolution of the camera
-    PictureSource pictures_;
+    PictureSource pictures_;              // of the chosen size
     const std::function<void()> unplugged_;
     cv::Size size_; // empty: each picture in its own
     int waiting_ = 1;

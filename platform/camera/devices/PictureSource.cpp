@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <functional>
 
 namespace mirvak {
 namespace {
@@ -23,6 +24,40 @@ bool hasPictureName(const fs::path& file)
         return static_cast<char>(std::tolower(c));
     });
     return extension == ".jpg" || extension == ".jpeg" || extension == ".png";
+}
+
+std::vector<fs::path> entriesOf(const fs::path& folder)
+{
+    std::vector<fs::path> entries;
+    std::error_code failed;
+    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
+        entries.push_back(entry->path());
+    return entries;
+}
+
+/// The folder among `entries` that is named after `size`, else after the largest size; empty without any.
+fs::path folderOfSize(const std::vector<fs::path>& entries, cv::Size size)
+{
+    fs::path best;
+    long long most = 0;
+    for (const fs::path& entry : entries) {
+        cv::Size named;
+        int end = 0;
+        const std::string name = entry.filename().string();
+        const bool isSize = std::sscanf(name.c_str(), "%5dx%5d%n", &named.width, &named.height, &end) == 2 &&
+                            static_cast<size_t>(end) == name.size();
+        std::error_code failed;
+        if (!isSize || !fs::is_directory(entry, failed))
+            continue;
+        if (named == size)
+            return entry;
+        const long long pixels = static_cast<long long>(named.width) * named.height;
+        if (pixels > most) {
+            most = pixels;
+            best = entry;
+        }
+    }
+    return best;
 }
 
 bool readFile(const fs::path& file, Bytes& bytes)
@@ -78,17 +113,16 @@ cv::Size fitted(cv::Size picture, cv::Size box)
 
 } // namespace
 
-std::vector<fs::path> PictureSource::filesOf(const fs::path& source)
+std::vector<fs::path> PictureSource::filesOf(const fs::path& source, cv::Size size)
 {
-    std::vector<fs::path> files;
     std::error_code failed;
     if (fs::is_regular_file(source, failed))
         return {source};
-    for (fs::directory_iterator entry(source, failed), end; !failed && entry != end;
-         entry.increment(failed)) {
-        if (hasPictureName(entry->path()))
-            files.push_back(entry->path());
-    }
+    std::vector<fs::path> files = entriesOf(source);
+    const fs::path best = folderOfSize(files, size);
+    if (!best.empty())
+        files = entriesOf(best);
+    files.erase(std::remove_if(files.begin(), files.end(), std::not_fn(hasPictureName)), files.end());
     std::sort(files.begin(), files.end());
     return files;
 }

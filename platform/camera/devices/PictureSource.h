@@ -15,9 +15,11 @@ namespace mirvak {
 class PictureSource
 {
 public:
-    /// The JPEG and PNG files of a folder in name order, or the one file that `source` names. Empty when
-    /// there is nothing of the kind.
-    static std::vector<std::filesystem::path> filesOf(const std::filesystem::path& source);
+    /// The JPEG and PNG files of a folder in name order, or the one file that `source` names. A folder whose
+    /// pictures lie in folders of their sizes, as "1600x1200", answers with those of `size`, or with the
+    /// largest when there are none or `size` is empty. Empty when there is nothing of the kind.
+    static std::vector<std::filesystem::path> filesOf(const std::filesystem::path& source,
+                                                      cv::Size size = {});
 
     explicit PictureSource(std::vector<std::filesystem::path> files);
 
