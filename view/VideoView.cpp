@@ -1,17 +1,16 @@
 #include "VideoView.h"
 
+#include "FullScreen.h"
 #include "ToolBar.h"
 #include "ToolBarHost.h"
 #include "ViewOverlay.h"
 
-#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOption>
 #include <QWheelEvent>
-#include <QWindow>
 
 namespace {
 
@@ -48,13 +47,14 @@ QRect scaledRect(const QRect& rect, qreal factor)
 
 VideoView::VideoView(QWidget* parent)
     : QWidget(parent), info_(tr("Please waiting...")), toolBar_(new ToolBar(this)),
-      toolBarHost_(new ToolBarHost(toolBar_, this))
+      toolBarHost_(new ToolBarHost(toolBar_, this)), fullScreen_(new FullScreen(*this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     noticeTimer_.setObjectName(QStringLiteral("noticeTimer"));
     noticeTimer_.setSingleShot(true);
     connect(&noticeTimer_, &QTimer::timeout, this, [this] { ShowNotice(QString()); });
     geometry_.setViewSize(size());
+    connect(fullScreen_, &FullScreen::toggled, this, [this](bool on) { geometry_.setExpanding(on); });
     connectToolBar();
 }
 
@@ -262,42 +262,18 @@ void VideoView::onDeskewChanged(int option, bool checked)
 
 QRect VideoView::getSelectedRect() const
 {
-    const std::lock_guard<std::mutex> lock(selectedMutex_);
-    return selectedSource_;
-}
-
-QRect VideoView::selection() const
-{
-    const QRect displayed = geometry_.displayed();
-    if (selection_.isNull() || displayed == selectionDisplayed_ || displayed.isEmpty() ||
-        selectionDisplayed_.isEmpty())
-        return selection_;
-    // The rectangle stays on what it was drawn around when the view gets another size.
-    const double scaleX = double(displayed.width()) / selectionDisplayed_.width();
-    const double scaleY = double(displayed.height()) / selectionDisplayed_.height();
-    const QPoint offset = selection_.topLeft() - selectionDisplayed_.topLeft();
-    return QRect(displayed.topLeft() + QPoint(qRound(offset.x() * scaleX), qRound(offset.y() * scaleY)),
-                 QSize(qRound(selection_.width() * scaleX), qRound(selection_.height() * scaleY)));
+    return selection_.source();
 }
 
 void VideoView::setSelection(const QRect& rectangle)
 {
-    selection_ = rectangle;
-    selectionDisplayed_ = geometry_.displayed();
-    publishSelection();
+    selection_.set(rectangle, geometry_);
     update();
-}
-
-void VideoView::publishSelection()
-{
-    const QRect source = geometry_.toSource(selection());
-    const std::lock_guard<std::mutex> lock(selectedMutex_);
-    selectedSource_ = source;
 }
 
 void VideoView::relayout()
 {
-    publishSelection();
+    selection_.publish(geometry_);
     updateCursor();
     update();
 }
@@ -341,7 +317,7 @@ void VideoView::paintPicture(QPainter& painter)
     painter.drawImage(visible, scaler_.scale(frame_, whole.size(), part));
     if (bookLine_)
         overlay::drawBookLine(painter, rect(), displayed);
-    const QRect selected = pressed_ ? drawing_ : selection();
+    const QRect selected = pressed_ ? drawing_ : selection_.inView(geometry_);
     if (selectionMode_ && !selected.isNull())
         overlay::drawSelection(painter, selected);
     if (frozen_)
@@ -388,8 +364,9 @@ void VideoView::mouseReleaseEvent(QMouseEvent* event)
         return;
     const QRect drawn = spannedRect(pressPoint_, event->pos());
     const bool isClick = drawn.width() < smallestRectangle || drawn.height() < smallestRectangle;
-    setSelection(isClick ? QRect() : drawn);
-    Q_EMIT rectSelected(selection_);
+    const QRect chosen = isClick ? QRect() : drawn;
+    setSelection(chosen);
+    Q_EMIT rectSelected(chosen);
 }
 
 void VideoView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -412,7 +389,7 @@ void VideoView::wheelEvent(QWheelEvent* event)
 
 void VideoView::keyPressEvent(QKeyEvent* event)
 {
-    if (isFullScreen_ && event->key() == Qt::Key_Escape)
+    if (fullScreen_->isOn() && event->key() == Qt::Key_Escape)
         toggleFullscreen();
     else
         QWidget::keyPressEvent(event);
@@ -420,35 +397,6 @@ void VideoView::keyPressEvent(QKeyEvent* event)
 
 void VideoView::toggleFullscreen()
 {
-    isFullScreen_ = !isFullScreen_;
-    geometry_.setExpanding(isFullScreen_);
-    if (isFullScreen_) {
-        hostedFlags_ = windowFlags();
-        hostedPlace_ = geometry();
-        QWidget* host = parentWidget() ? parentWidget()->window() : nullptr;
-        setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
-        winId(); // makes the native window that can be told to stay above its host
-        if (host)
-            windowHandle()->setTransientParent(host->windowHandle());
-        showFullScreen();
-    } else {
-        setWindowFlags(hostedFlags_);
-        setWindowState(windowState() & ~Qt::WindowFullScreen);
-        setGeometry(hostedPlace_);
-        show();
-    }
-    window()->activateWindow();
-    setFocus(Qt::OtherFocusReason); // for the Escape key
+    fullScreen_->toggle();
     relayout();
-}
-
-void VideoView::closeEvent(QCloseEvent* event)
-{
-    // Closed by the window manager, the full screen goes back to its place in the window.
-    if (isFullScreen_)
-        QTimer::singleShot(0, this, [this] {
-            if (isFullScreen_)
-                toggleFullscreen();
-        });
-    QWidget::closeEvent(event);
 }

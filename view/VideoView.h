@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CropSelection.h"
 #include "FrameMailbox.h"
 #include "FrameScaler.h"
 #include "ViewGeometry.h"
@@ -10,8 +11,8 @@
 #include <QWidget>
 
 #include <atomic>
-#include <mutex>
 
+class FullScreen;
 class ToolBar;
 class ToolBarHost;
 
@@ -118,7 +119,6 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
     void customEvent(QEvent* event) override;
 
 private:
@@ -128,8 +128,6 @@ private:
     void changeZoom(int direction);
     void relayout();
     void setSelection(const QRect& rectangle);
-    QRect selection() const;
-    void publishSelection();
     void updateCursor();
     void paintPicture(QPainter& painter);
 
@@ -146,14 +144,9 @@ private:
     bool pressed_ = false;
     QPoint pressPoint_;
     bool selectionMode_ = false;
-    QRect drawing_;            // view coordinates, while the mouse draws
-    QRect selection_;          // view coordinates, as it was drawn
-    QRect selectionDisplayed_; // where the picture lay when it was drawn
-    mutable std::mutex selectedMutex_;
-    QRect selectedSource_; // the selection in frame pixels, for other threads; guarded by selectedMutex_
-    bool isFullScreen_ = false;
-    Qt::WindowFlags hostedFlags_; // what to go back to from the full screen
-    QRect hostedPlace_;
+    QRect drawing_; // view coordinates, while the mouse draws
+    CropSelection selection_;
     ToolBar* toolBar_;
     ToolBarHost* toolBarHost_;
+    FullScreen* fullScreen_;
 };
