@@ -31,11 +31,13 @@ wait_for() {
     done
 }
 
-# Sets DISPLAY to a free number that the server itself picks.
+# Sets DISPLAY to a free number that the server itself picks. Without -noreset the server starts over, and throws
+# out whoever is just connecting, each time its last client leaves: the window manager was lost to a question
+# that came before it.
 start_virtual_display() {
     local number
     number=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3>"$number" 2>/dev/null &
+    Xvfb -displayfd 3 -screen 0 1920x1080x24 -noreset -nolisten tcp 3>"$number" 2>/dev/null &
     own $!
     wait_for 60 test -s "$number" || die "The virtual display (Xvfb) does not start."
     DISPLAY=:$(cat "$number")
