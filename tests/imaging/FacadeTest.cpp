@@ -3,8 +3,10 @@
 #include "mirvakcamera.h"
 
 #include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
 
 #include <filesystem>
+#include <functional>
 
 namespace {
 
@@ -59,6 +61,42 @@ TEST_F(ImageFacade, NullHandlesAreRefusedEverywhere)
                              camera_.MirvakImage_CheckPage(nullptr, flag, value, false, 0.3),
                              camera_.MirvakImage_Save("/tmp/x.jpg", nullptr, 95, 3)})
         EXPECT_EQ(result, MIRVAK_BAD_HANDLE);
+}
+
+// Copies share their pixels; whatever is done to one must not show in the other, nor later in the buffers
+// that the library uses again.
+TEST_F(ImageFacade, AChangeOfACopyLeavesTheOriginalAlone)
+{
+    using Change = std::function<int(void*)>;
+    const std::vector<Change> changes = {
+        [&](void* i) { return camera_.MirvakImage_Rotate(i, 90); },
+        [&](void* i) { return camera_.MirvakImage_Rotate(i, 180); },
+        [&](void* i) { return camera_.MirvakImage_Rotate(i, 180); },
+        [&](void* i) { return camera_.MirvakImage_Crop(i, 10, 10, 50, 50); },
+        [&](void* i) { return camera_.MirvakImage_Resize(i, 120, 80, 1); },
+        [&](void* i) { return camera_.MirvakImage_Deskew(i, 15); },
+        [&](void* i) { return camera_.MirvakImage_DelBGColor(i); },
+        [&](void* i) { return camera_.MirvakImage_Threshold(i); },
+        [&](void* i) { return camera_.MirvakImage_EnhanceColor(i); },
+        [&](void* i) { return camera_.MirvakImage_WhitePaperSeal(i, 0); },
+        [&](void* i) { return camera_.MirvakImage_DocumentProcess(i); },
+        [&](void* i) {
+            return camera_.MirvakImage_Watermark(i, "text", {20, 20}, 30, 0xff0000, 0);
+        },
+    };
+    for (size_t first = 0; first < changes.size(); ++first) {
+        const Handle original = own(makeImageHandle(240, 160, {180, 170, 90}));
+        cv::circle(pixels(original), {120, 80}, 40, {30, 60, 200}, -1);
+        const cv::Mat before = pixels(original).clone();
+        const Handle copy = own(camera_.MirvakImage_Clone(original.get()));
+        ASSERT_EQ(changes[first](copy.get()), MIRVAK_OK) << first;
+        // The second change would write into what the first one left behind.
+        ASSERT_EQ(changes[(first + 1) % changes.size()](copy.get()), MIRVAK_OK) << first;
+        EXPECT_EQ(cv::norm(pixels(original), before, cv::NORM_INF), 0) << first;
+        const Handle other = own(camera_.MirvakImage_Clone(original.get()));
+        ASSERT_EQ(camera_.MirvakImage_Threshold(original.get()), MIRVAK_OK);
+        EXPECT_EQ(cv::norm(pixels(other), before, cv::NORM_INF), 0) << first;
+    }
 }
 
 TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)

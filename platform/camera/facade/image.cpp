@@ -48,10 +48,7 @@ void* MirvakCamera::MirvakImage_Clone(void* image)
 {
     Image* clone = nullptr;
     mirvak::onImage("MirvakImage_Clone", image, [&](Image& source) {
-        auto copy = impl_->pool.take(source.pixels.cols, source.pixels.rows);
-        source.pixels.copyTo(copy->pixels);
-        copy->dpi = source.dpi;
-        clone = copy.release();
+        clone = std::make_unique<Image>(mirvak::share(source)).release();
         return MIRVAK_OK;
     });
     return clone;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Image.h"
+#include "SharedPixels.h"
 #include "mirvakcamera.h"
 
 #include <opencv2/core.hpp>
@@ -37,13 +38,32 @@ template <class Call> int guarded(const char* name, Call&& call) noexcept
     }
 }
 
-/// The same for a call that works on one image in place.
+/// The same for a call that reads one image.
 template <class Call> int onImage(const char* name, void* handle, Call&& call) noexcept
 {
     Image* image = imageOf(handle);
     if (!image)
         return MIRVAK_BAD_HANDLE;
     return guarded(name, [&] { return call(*image); });
+}
+
+/// For a call that writes into the pixels where they are.
+template <class Call> int onOwnImage(const char* name, void* handle, Call&& call) noexcept
+{
+    return onImage(name, handle, [&](Image& image) {
+        makeOwn(image);
+        return call(image);
+    });
+}
+
+/// For a call that makes the picture anew in the spare buffer.
+template <class Call> int onRemadeImage(const char* name, void* handle, Call&& call) noexcept
+{
+    return onImage(name, handle, [&](Image& image) {
+        const int result = call(image);
+        dropSharedSpare(image);
+        return result;
+    });
 }
 
 } // namespace mirvak

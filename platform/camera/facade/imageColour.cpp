@@ -13,7 +13,7 @@ namespace {
 // All of these work in place and cannot fail on a picture that exists.
 template <class Process> int process(const char* name, void* handle, Process&& run)
 {
-    return mirvak::onImage(name, handle, [&](Image& image) {
+    return mirvak::onOwnImage(name, handle, [&](Image& image) {
         run(image);
         return MIRVAK_OK;
     });
@@ -38,7 +38,7 @@ int MirvakCamera::MirvakImage_EnhanceColor(void* image)
 
 int MirvakCamera::MirvakImage_WhitePaperSeal(void* image, int seal)
 {
-    return mirvak::onImage("MirvakImage_WhitePaperSeal", image, [&](Image& stamped) {
+    return mirvak::onOwnImage("MirvakImage_WhitePaperSeal", image, [&](Image& stamped) {
         if (seal != 0 && seal != 1)
             return MIRVAK_BAD_ARGUMENT;
         mirvak::strengthenSeal(stamped, seal == 0 ? mirvak::SealColour::red : mirvak::SealColour::blue);

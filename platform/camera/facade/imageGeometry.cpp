@@ -10,7 +10,7 @@ using mirvak::Image;
 
 int MirvakCamera::MirvakImage_Rotate(void* image, double degrees)
 {
-    return mirvak::onImage("MirvakImage_Rotate", image, [&](Image& turned) {
+    return mirvak::onRemadeImage("MirvakImage_Rotate", image, [&](Image& turned) {
         if (!std::isfinite(degrees))
             return MIRVAK_BAD_ARGUMENT;
         mirvak::rotate(turned, degrees);
@@ -20,14 +20,14 @@ int MirvakCamera::MirvakImage_Rotate(void* image, double degrees)
 
 int MirvakCamera::MirvakImage_Crop(void* image, int left, int top, int width, int height)
 {
-    return mirvak::onImage("MirvakImage_Crop", image, [&](Image& cut) {
+    return mirvak::onRemadeImage("MirvakImage_Crop", image, [&](Image& cut) {
         return mirvak::crop(cut, left, top, width, height) ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
     });
 }
 
 int MirvakCamera::MirvakImage_Resize(void* image, int width, int height, int mode)
 {
-    return mirvak::onImage("MirvakImage_Resize", image, [&](Image& scaled) {
+    return mirvak::onRemadeImage("MirvakImage_Resize", image, [&](Image& scaled) {
         if (mode < 0 || mode > 3)
             return MIRVAK_BAD_ARGUMENT;
         const bool done = mirvak::resize(scaled, width, height, static_cast<mirvak::Scaling>(mode));

@@ -12,7 +12,7 @@ using mirvak::Image;
 
 int MirvakCamera::MirvakImage_Deskew(void* image, int margin)
 {
-    return mirvak::onImage("MirvakImage_Deskew", image, [&](Image& page) {
+    return mirvak::onRemadeImage("MirvakImage_Deskew", image, [&](Image& page) {
         if (margin < 0)
             return MIRVAK_BAD_ARGUMENT;
         mirvak::deskew(page, margin);
@@ -52,7 +52,7 @@ int MirvakCamera::MirvakImage_Watermark(
     void* image, const char* text, MirvakPointF anchor, int fontSize, int colour, float angle)
 {
     constexpr int largestFont = 4000; // pixels; the library's coordinates end soon after
-    return mirvak::onImage("MirvakImage_Watermark", image, [&](Image& stamped) {
+    return mirvak::onOwnImage("MirvakImage_Watermark", image, [&](Image& stamped) {
         const bool finite = std::isfinite(anchor.x) && std::isfinite(anchor.y) && std::isfinite(angle);
         if (!text || !finite || fontSize < 1 || fontSize > largestFont)
             return MIRVAK_BAD_ARGUMENT;

@@ -1,17 +1,10 @@
 #include "ImagePool.h"
 
+#include "SharedPixels.h"
+
 #include <algorithm>
 
 namespace mirvak {
-
-namespace {
-
-bool isShared(const cv::Mat& pixels)
-{
-    return pixels.u && pixels.u->refcount > 1;
-}
-
-} // namespace
 
 std::unique_ptr<Image> ImagePool::take(int width, int height)
 {

@@ -42,11 +42,26 @@ bool liesOnBorder(const cv::Point2d& from, const cv::Point2d& to, const cv::Size
 
 struct OutlineFinder::Work
 {
+    using Planes = std::array<cv::Mat, 3>;
+
+    const Planes& look(const cv::Mat& rgb);
+
     Reduction reduction;
+    Planes smooth;
     EdgeField edges;
     LineFinder lines;
     QuadFinder quads;
 };
+
+/// The small picture, its noise smoothed; into planes of its own, as a filter in place copies its input
+/// first.
+const OutlineFinder::Work::Planes& OutlineFinder::Work::look(const cv::Mat& rgb)
+{
+    reduction.build(rgb, reducedSide);
+    for (size_t i = 0; i < smooth.size(); ++i)
+        cv::GaussianBlur(reduction.planes()[i], smooth[i], {3, 3}, 0);
+    return smooth;
+}
 
 OutlineFinder::OutlineFinder() : work_(std::make_unique<Work>()) {}
 
@@ -56,17 +71,14 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
 {
     if (std::min(rgb.cols, rgb.rows) < leastSize)
         return std::nullopt;
-    work_->reduction.build(rgb, reducedSide);
-    for (cv::Mat& plane : work_->reduction.planes())
-        cv::GaussianBlur(plane, plane, {3, 3}, 0);
-    work_->edges.build(work_->reduction.planes());
-    const auto& lines = work_->lines.find(work_->edges, work_->reduction.planes(), mostLines);
+    const Work::Planes& planes = work_->look(rgb);
+    work_->edges.build(planes);
+    const auto& lines = work_->lines.find(work_->edges, planes, mostLines);
     const auto& outlines = work_->quads.find(lines, work_->reduction.size());
     const auto page = std::find_if(outlines.begin(), outlines.end(), [&](const Outline& outline) {
-        return outline.confidence >= confident &&
-               paperReachesBorder(work_->reduction.planes(), outline.corners);
+        return outline.confidence >= confident && paperReachesBorder(planes, outline.corners);
     });
-    if (page == outlines.end() || isHalfOfSpread(work_->reduction.planes(), work_->edges, page->corners))
+    if (page == outlines.end() || isHalfOfSpread(planes, work_->edges, page->corners))
         return std::nullopt;
     std::optional<Outline> found = *page;
     found->corners = snapSides(work_->edges, found->corners);

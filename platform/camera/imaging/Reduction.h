@@ -21,7 +21,6 @@ public:
     int factor() const { return factor_; }
     /// CV_8UC1, red, green, blue; all of one size.
     const std::array<cv::Mat, 3>& planes() const { return planes_; }
-    std::array<cv::Mat, 3>& planes() { return planes_; }
     cv::Size size() const { return planes_[0].size(); }
 
     /// Coordinates count pixel centres: (0, 0) is the middle of the first pixel in both pictures.
