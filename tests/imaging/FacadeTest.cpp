@@ -71,7 +71,7 @@ TEST_F(ImageFacade, AChangeOfACopyLeavesTheOriginalAlone)
     const std::vector<Change> changes = {
         [&](void* i) { return camera_.MirvakImage_Rotate(i, 90); },
         [&](void* i) { return camera_.MirvakImage_Rotate(i, 180); },
-        [&](void* i) { return camera_.MirvakImage_Rotate(i, 180); },
+        [&](void* i) { return camera_.MirvakImage_Resize(i, 240, 160, 1); },
         [&](void* i) { return camera_.MirvakImage_Crop(i, 10, 10, 50, 50); },
         [&](void* i) { return camera_.MirvakImage_Resize(i, 120, 80, 1); },
         [&](void* i) { return camera_.MirvakImage_Deskew(i, 15); },
