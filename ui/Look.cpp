@@ -100,6 +100,14 @@ QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; lef
 )");
 }
 
+QString progressRules()
+{
+    return QStringLiteral(R"(
+QProgressBar { background-color: rgb(18, 74, 84); border: none; border-radius: 4px; }
+QProgressBar::chunk { background-color: rgb(107, 176, 205); border-radius: 4px; }
+)");
+}
+
 QString tickRules()
 {
     return QStringLiteral(R"(
@@ -131,7 +139,7 @@ void install(QApplication& application)
 
 void dress(QWidget& container)
 {
-    addRules(container, buttonRules() + fieldRules() + tickRules() + groupRules());
+    addRules(container, buttonRules() + fieldRules() + tickRules() + groupRules() + progressRules());
 }
 
 void dressFields(QWidget& container)

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
 <context>
+    <name>AutoScan</name>
+    <message>
+        <source>Pages taken:</source>
+        <translation>Pages taken:</translation>
+    </message>
+    <message>
+        <source>Lay the next page under the camera.</source>
+        <translation>Lay the next page under the camera.</translation>
+    </message>
+    <message>
+        <source>Pictures taken:</source>
+        <translation>Pictures taken:</translation>
+    </message>
+    <message>
+        <source>Seconds to the next picture:</source>
+        <translation>Seconds to the next picture:</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progress</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="en_US">
 <context>
+    <name>AutoScan</name>
+    <message>
+        <source>Pages taken:</source>
+        <translation>Снято страниц:</translation>
+    </message>
+    <message>
+        <source>Lay the next page under the camera.</source>
+        <translation>Положите следующую страницу под камеру.</translation>
+    </message>
+    <message>
+        <source>Pictures taken:</source>
+        <translation>Сделано снимков:</translation>
+    </message>
+    <message>
+        <source>Seconds to the next picture:</source>
+        <translation>Секунд до следующего снимка:</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Стоп</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Ход выполнения</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>

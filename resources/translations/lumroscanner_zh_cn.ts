@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>AutoScan</name>
+    <message>
+        <source>Pages taken:</source>
+        <translation>已拍页数：</translation>
+    </message>
+    <message>
+        <source>Lay the next page under the camera.</source>
+        <translation>请将下一页放在摄像头下方。</translation>
+    </message>
+    <message>
+        <source>Pictures taken:</source>
+        <translation>已拍张数：</translation>
+    </message>
+    <message>
+        <source>Seconds to the next picture:</source>
+        <translation>距下一次拍摄（秒）：</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
