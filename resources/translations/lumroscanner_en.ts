@@ -36,6 +36,21 @@
     </message>
 </context>
 <context>
+    <name>CardComposition</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read back. Please try again.</source>
+        <translation>The picture cannot be read back. Please try again.</translation>
+    </message>
+    <message>
+        <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
+        <translation>The first picture is taken. Lay the second side under the camera and press the button again.</translation>
+    </message>
+</context>
+<context>
     <name>ConfigSet</name>
     <message>
         <source>Setting</source>

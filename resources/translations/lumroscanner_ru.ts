@@ -36,6 +36,21 @@
     </message>
 </context>
 <context>
+    <name>CardComposition</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read back. Please try again.</source>
+        <translation>Не удалось прочитать сохранённый снимок. Повторите попытку.</translation>
+    </message>
+    <message>
+        <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
+        <translation>Первый снимок сделан. Положите под камеру вторую сторону и нажмите кнопку ещё раз.</translation>
+    </message>
+</context>
+<context>
     <name>ConfigSet</name>
     <message>
         <source>Setting</source>

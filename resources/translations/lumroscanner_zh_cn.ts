@@ -36,6 +36,21 @@
     </message>
 </context>
 <context>
+    <name>CardComposition</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read back. Please try again.</source>
+        <translation>无法读取刚保存的图片，请重试。</translation>
+    </message>
+    <message>
+        <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
+        <translation>第一张已拍好。请将第二面放在摄像头下方，然后再次点击按钮。</translation>
+    </message>
+</context>
+<context>
     <name>ConfigSet</name>
     <message>
         <source>Setting</source>
