@@ -184,6 +184,41 @@
     </message>
 </context>
 <context>
+    <name>ImageMerge</name>
+    <message>
+        <source>Image Merge</source>
+        <translation>Image Merge</translation>
+    </message>
+    <message>
+        <source>Left-Right Merge</source>
+        <translation>Left-Right Merge</translation>
+    </message>
+    <message>
+        <source>Up-Down Merge</source>
+        <translation>Up-Down Merge</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Space</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Merge Images failed!</source>
+        <translation>Merge Images failed!</translation>
+    </message>
+    <message>
+        <source>There is no picture to save.</source>
+        <translation>There is no picture to save.</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>

@@ -184,6 +184,41 @@
     </message>
 </context>
 <context>
+    <name>ImageMerge</name>
+    <message>
+        <source>Image Merge</source>
+        <translation>Объединение изображений</translation>
+    </message>
+    <message>
+        <source>Left-Right Merge</source>
+        <translation>Слева направо</translation>
+    </message>
+    <message>
+        <source>Up-Down Merge</source>
+        <translation>Сверху вниз</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Промежуток</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Merge Images failed!</source>
+        <translation>Не удалось объединить изображения!</translation>
+    </message>
+    <message>
+        <source>There is no picture to save.</source>
+        <translation>Нет изображения для сохранения.</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>

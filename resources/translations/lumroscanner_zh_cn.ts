@@ -184,6 +184,41 @@
     </message>
 </context>
 <context>
+    <name>ImageMerge</name>
+    <message>
+        <source>Image Merge</source>
+        <translation>图像合并</translation>
+    </message>
+    <message>
+        <source>Left-Right Merge</source>
+        <translation>左右合并</translation>
+    </message>
+    <message>
+        <source>Up-Down Merge</source>
+        <translation>上下合并</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>间距</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Merge Images failed!</source>
+        <translation>合并图像失败！</translation>
+    </message>
+    <message>
+        <source>There is no picture to save.</source>
+        <translation>没有可保存的图片。</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
