@@ -300,6 +300,10 @@ void VideoView::relayout()
     publishSelection();
     updateCursor();
     update();
+    if (announced_ == geometry_.displayed())
+        return;
+    announced_ = geometry_.displayed();
+    Q_EMIT pictureMoved(announced_);
 }
 
 void VideoView::updateCursor()

@@ -265,6 +265,20 @@
     </message>
 </context>
 <context>
+    <name>MoveVideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>Подождите…</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoWidget</name>
+    <message>
+        <source>Second camera</source>
+        <translation>Вторая камера</translation>
+    </message>
+</context>
+<context>
     <name>MsgBox</name>
     <message>
         <source>MsgBox</source>

@@ -265,6 +265,20 @@
     </message>
 </context>
 <context>
+    <name>MoveVideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>请稍候…</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoWidget</name>
+    <message>
+        <source>Second camera</source>
+        <translation>副摄像头</translation>
+    </message>
+</context>
+<context>
     <name>MsgBox</name>
     <message>
         <source>MsgBox</source>
