@@ -203,9 +203,14 @@ bool LumroScanner::isDialogOpen() const
     return more_->isVisible() || configSet_->isVisible();
 }
 
+bool LumroScanner::mayCompose()
+{
+    return !isDialogOpen() && session_.state() != CameraSession::Lost && session_.isOpen();
+}
+
 bool LumroScanner::mayCapture()
 {
-    if (isDialogOpen() || session_.state() == CameraSession::Lost || !session_.isOpen())
+    if (!mayCompose())
         return false;
     if (mergePending_)
         Dialogs::warn(this, tr("Please complete the image merge first!"));
@@ -219,11 +224,21 @@ FrameHandle LumroScanner::takeFrame(std::chrono::seconds timeout)
 
 QString LumroScanner::saveFrame(void* image, int colourMode)
 {
-    QString path = imageSave(image, delivery_.croppingMode(), colourMode);
+    return saveCropped(image, delivery_.croppingMode(), colourMode);
+}
+
+QString LumroScanner::saveCropped(void* image, int cropMode, int colourMode)
+{
+    QString path = imageSave(image, cropMode, colourMode);
     if (path.isEmpty())
         showNotice(tr("The picture could not be saved. Please check the folder %1.")
                        .arg(settings::savePath(settings_)));
     return path;
+}
+
+QString LumroScanner::freeImagePath() const
+{
+    return getImagePath();
 }
 
 void LumroScanner::addThumbnail(const QString& path)
@@ -235,6 +250,11 @@ void LumroScanner::addThumbnail(const QString& path)
 void LumroScanner::showNotice(const QString& text)
 {
     ui_->videoView->ShowNotice(text);
+}
+
+void LumroScanner::enableTools(bool enable)
+{
+    Q_EMIT setenabletoolssign(enable);
 }
 
 void LumroScanner::onScanner()

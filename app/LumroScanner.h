@@ -44,7 +44,7 @@ public:
     QString getImagePath() const;
 
     /// While a card composition waits for its second shot, other captures are refused.
-    void setMergePending(bool pending) { mergePending_ = pending; }
+    void setMergePending(bool pending) override { mergePending_ = pending; }
 
 Q_SIGNALS:
     void autopageScanSign();
@@ -94,10 +94,14 @@ protected:
 
 private:
     bool mayCapture() override;
+    bool mayCompose() override;
     FrameHandle takeFrame(std::chrono::seconds timeout) override;
     QString saveFrame(void* image, int colourMode) override;
+    QString saveCropped(void* image, int cropMode, int colourMode) override;
+    QString freeImagePath() const override;
     void addThumbnail(const QString& path) override;
     void showNotice(const QString& text) override;
+    void enableTools(bool enable) override;
 
     void makeParts();
     void connectTools();

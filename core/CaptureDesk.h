@@ -16,12 +16,23 @@ public:
     /// session blocks captures or while no camera is open. While a card composition waits for its second shot
     /// it says so to the user and answers false.
     virtual bool mayCapture() = 0;
+    /// The same, but a composition that waits for its second shot is no obstacle: for the one that completes
+    /// it.
+    virtual bool mayCompose() = 0;
     /// The next frame of the main camera, turned as the view is; null when none came in time.
     virtual FrameHandle takeFrame(std::chrono::seconds timeout) = 0;
     /// Saves a processed copy with the present cropping mode; the path, or empty (the user has been told).
     virtual QString saveFrame(void* image, int colourMode) = 0;
+    /// The same, cut as `cropMode` (one of cropping::) says.
+    virtual QString saveCropped(void* image, int cropMode, int colourMode) = 0;
+    /// Where the next file may go; empty when the folder cannot be made.
+    virtual QString freeImagePath() const = 0;
     /// Lists the file in the strip; an empty path is ignored.
     virtual void addThumbnail(const QString& path) = 0;
-    /// A note that needs no answer.
+    /// A note that needs no answer; an empty one takes the last one away.
     virtual void showNotice(const QString& text) = 0;
+    /// While a composition waits for its second shot, every other capture is refused.
+    virtual void setMergePending(bool pending) = 0;
+    /// The tools over the preview.
+    virtual void enableTools(bool enable) = 0;
 };

@@ -100,6 +100,14 @@ void BtnControl::connectButtons()
     connect(ui_->btnBookscan, &QPushButton::clicked, this, &BtnControl::btnBookscanClicked);
     connect(ui_->btnFace, &QPushButton::clicked, this, &BtnControl::btnFaceClicked);
     connect(ui_->btnLaohua, &QPushButton::clicked, this, &BtnControl::btnLaohuaClicked);
+    for (QPushButton* button : {ui_->btnPicCompose, ui_->btnCardCompose})
+        button->installEventFilter(this);
+}
+
+/// Each click on a composition button takes one of two sides: a double click would take the same side twice.
+bool BtnControl::eventFilter(QObject* watched, QEvent* event)
+{
+    return event->type() == QEvent::MouseButtonDblClick || QWidget::eventFilter(watched, event);
 }
 
 void BtnControl::SetButtonsStyle(const QString& folder1, const QString& folder2)

@@ -59,6 +59,7 @@ public Q_SLOTS:
     void onDisplayCheckBox(int index, bool checked); ///< nothing to do; the state's slot above does it
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 

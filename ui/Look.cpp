@@ -100,6 +100,28 @@ QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; lef
 )");
 }
 
+QString progressRules()
+{
+    return QStringLiteral(R"(
+QProgressBar { background-color: rgb(18, 74, 84); border: none; border-radius: 4px; }
+QProgressBar::chunk { background-color: rgb(107, 176, 205); border-radius: 4px; }
+)");
+}
+
+QString sliderRules()
+{
+    return QStringLiteral(R"(
+QSlider { border: 2px solid transparent; border-radius: 4px; min-height: 24px; }
+QSlider:focus { border-color: rgb(255, 213, 79); }
+QSlider::groove:horizontal { height: 6px; margin: 0 3px; border-radius: 3px; background-color: rgb(18, 74, 84); }
+QSlider::sub-page:horizontal { height: 6px; margin: 0 3px; border-radius: 3px;
+    background-color: rgb(107, 176, 205); }
+QSlider::handle:horizontal { width: 16px; margin: -5px -3px; border-radius: 8px;
+    background-color: rgb(255, 255, 255); }
+QSlider::handle:horizontal:hover { background-color: rgb(178, 235, 242); }
+)");
+}
+
 QString tickRules()
 {
     return QStringLiteral(R"(
@@ -131,7 +153,8 @@ void install(QApplication& application)
 
 void dress(QWidget& container)
 {
-    addRules(container, buttonRules() + fieldRules() + tickRules() + groupRules());
+    addRules(container,
+             buttonRules() + fieldRules() + tickRules() + groupRules() + progressRules() + sliderRules());
 }
 
 void dressFields(QWidget& container)

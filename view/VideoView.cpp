@@ -276,6 +276,10 @@ void VideoView::relayout()
     selection_.publish(geometry_);
     updateCursor();
     update();
+    if (announced_ == geometry_.displayed())
+        return;
+    announced_ = geometry_.displayed();
+    Q_EMIT pictureMoved(announced_);
 }
 
 void VideoView::updateCursor()

@@ -109,6 +109,8 @@ Q_SIGNALS:
     void clickFreezSign();
     void doubClickSign();
     void rectSelected(const QRect& rectangle); ///< in view coordinates; null when a click removed it
+    /// The shown picture lies here now, in view coordinates; null without a picture.
+    void pictureMoved(const QRect& displayed);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -135,6 +137,7 @@ private:
     QImage frame_; // the shown one
     FrameScaler scaler_;
     ViewGeometry geometry_;
+    QRect announced_; // by pictureMoved()
     QString info_;
     QString notice_;
     QTimer noticeTimer_{this};

@@ -2,10 +2,52 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
 <context>
+    <name>AutoScan</name>
+    <message>
+        <source>Pages taken:</source>
+        <translation>Pages taken:</translation>
+    </message>
+    <message>
+        <source>Lay the next page under the camera.</source>
+        <translation>Lay the next page under the camera.</translation>
+    </message>
+    <message>
+        <source>Pictures taken:</source>
+        <translation>Pictures taken:</translation>
+    </message>
+    <message>
+        <source>Seconds to the next picture:</source>
+        <translation>Seconds to the next picture:</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progress</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
         <translation>More functions</translation>
+    </message>
+</context>
+<context>
+    <name>CardComposition</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read back. Please try again.</source>
+        <translation>The picture cannot be read back. Please try again.</translation>
+    </message>
+    <message>
+        <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
+        <translation>The first picture is taken. Lay the second side under the camera and press the button again.</translation>
     </message>
 </context>
 <context>
@@ -142,6 +184,41 @@
     </message>
 </context>
 <context>
+    <name>ImageMerge</name>
+    <message>
+        <source>Image Merge</source>
+        <translation>Image Merge</translation>
+    </message>
+    <message>
+        <source>Left-Right Merge</source>
+        <translation>Left-Right Merge</translation>
+    </message>
+    <message>
+        <source>Up-Down Merge</source>
+        <translation>Up-Down Merge</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Space</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Merge Images failed!</source>
+        <translation>Merge Images failed!</translation>
+    </message>
+    <message>
+        <source>There is no picture to save.</source>
+        <translation>There is no picture to save.</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
@@ -185,6 +262,20 @@
     <message>
         <source>Select:</source>
         <translation>Select:</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>Please waiting...</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoWidget</name>
+    <message>
+        <source>Second camera</source>
+        <translation>Second camera</translation>
     </message>
 </context>
 <context>

@@ -2,10 +2,52 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="en_US">
 <context>
+    <name>AutoScan</name>
+    <message>
+        <source>Pages taken:</source>
+        <translation>Снято страниц:</translation>
+    </message>
+    <message>
+        <source>Lay the next page under the camera.</source>
+        <translation>Положите следующую страницу под камеру.</translation>
+    </message>
+    <message>
+        <source>Pictures taken:</source>
+        <translation>Сделано снимков:</translation>
+    </message>
+    <message>
+        <source>Seconds to the next picture:</source>
+        <translation>Секунд до следующего снимка:</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Стоп</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Ход выполнения</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
         <translation>Другие функции</translation>
+    </message>
+</context>
+<context>
+    <name>CardComposition</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read back. Please try again.</source>
+        <translation>Не удалось прочитать сохранённый снимок. Повторите попытку.</translation>
+    </message>
+    <message>
+        <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
+        <translation>Первый снимок сделан. Положите под камеру вторую сторону и нажмите кнопку ещё раз.</translation>
     </message>
 </context>
 <context>
@@ -142,6 +184,41 @@
     </message>
 </context>
 <context>
+    <name>ImageMerge</name>
+    <message>
+        <source>Image Merge</source>
+        <translation>Объединение изображений</translation>
+    </message>
+    <message>
+        <source>Left-Right Merge</source>
+        <translation>Слева направо</translation>
+    </message>
+    <message>
+        <source>Up-Down Merge</source>
+        <translation>Сверху вниз</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Промежуток</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Merge Images failed!</source>
+        <translation>Не удалось объединить изображения!</translation>
+    </message>
+    <message>
+        <source>There is no picture to save.</source>
+        <translation>Нет изображения для сохранения.</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
@@ -185,6 +262,20 @@
     <message>
         <source>Select:</source>
         <translation>Выбор:</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>Подождите…</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoWidget</name>
+    <message>
+        <source>Second camera</source>
+        <translation>Вторая камера</translation>
     </message>
 </context>
 <context>

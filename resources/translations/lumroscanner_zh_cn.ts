@@ -2,10 +2,52 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>AutoScan</name>
+    <message>
+        <source>Pages taken:</source>
+        <translation>已拍页数：</translation>
+    </message>
+    <message>
+        <source>Lay the next page under the camera.</source>
+        <translation>请将下一页放在摄像头下方。</translation>
+    </message>
+    <message>
+        <source>Pictures taken:</source>
+        <translation>已拍张数：</translation>
+    </message>
+    <message>
+        <source>Seconds to the next picture:</source>
+        <translation>距下一次拍摄（秒）：</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
         <translation>更多功能</translation>
+    </message>
+</context>
+<context>
+    <name>CardComposition</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read back. Please try again.</source>
+        <translation>无法读取刚保存的图片，请重试。</translation>
+    </message>
+    <message>
+        <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
+        <translation>第一张已拍好。请将第二面放在摄像头下方，然后再次点击按钮。</translation>
     </message>
 </context>
 <context>
@@ -142,6 +184,41 @@
     </message>
 </context>
 <context>
+    <name>ImageMerge</name>
+    <message>
+        <source>Image Merge</source>
+        <translation>图像合并</translation>
+    </message>
+    <message>
+        <source>Left-Right Merge</source>
+        <translation>左右合并</translation>
+    </message>
+    <message>
+        <source>Up-Down Merge</source>
+        <translation>上下合并</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>间距</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Merge Images failed!</source>
+        <translation>合并图像失败！</translation>
+    </message>
+    <message>
+        <source>There is no picture to save.</source>
+        <translation>没有可保存的图片。</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
@@ -185,6 +262,20 @@
     <message>
         <source>Select:</source>
         <translation>选择：</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoView</name>
+    <message>
+        <source>Please waiting...</source>
+        <translation>请稍候…</translation>
+    </message>
+</context>
+<context>
+    <name>MoveVideoWidget</name>
+    <message>
+        <source>Second camera</source>
+        <translation>副摄像头</translation>
     </message>
 </context>
 <context>

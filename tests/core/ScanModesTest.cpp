@@ -1,43 +1,16 @@
 #include "ScanModes.h"
 
-#include "CaptureDesk.h"
+#include "FakeDesk.h"
 #include "Settings.h"
-#include "TestImage.h"
-#include "mirvakcamera.h"
-
-#include <QStringList>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class FakeDesk : public CaptureDesk
-{
-public:
-    bool mayCapture() override { return allowed; }
-    FrameHandle takeFrame(std::chrono::seconds) override
-    {
-        return ownImage(camera, frameComes ? makeImageHandle(8, 8) : nullptr);
-    }
-    QString saveFrame(void*, int colourMode) override
-    {
-        colourModes << colourMode;
-        return QStringLiteral("/tmp/x.jpg");
-    }
-    void addThumbnail(const QString& path) override { thumbnails << path; }
-    void showNotice(const QString& text) override { notices << text; }
-
-    MirvakCamera camera;
-    bool allowed = true;
-    bool frameComes = true;
-    QList<int> colourModes;
-    QStringList thumbnails;
-    QStringList notices;
-};
-
 TEST(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommand)
 {
     FakeDesk desk;
+    desk.savesAs = QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")};
     ScanModes modes(desk);
     ConfigSettings store;
     settings::scanType.write(store, 2);
@@ -45,7 +18,7 @@ TEST(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommand)
     modes.scanDocument();
     store.GetSettings()->clear();
     EXPECT_EQ(desk.colourModes, (QList<int>{2, 5}));
-    EXPECT_EQ(desk.thumbnails.size(), 2);
+    EXPECT_EQ(desk.thumbnails, (QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")}));
     EXPECT_TRUE(desk.notices.isEmpty());
 }
 

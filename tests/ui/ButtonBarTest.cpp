@@ -122,6 +122,23 @@ TEST_F(ButtonBar, EveryButtonEmitsItsOwnSignal)
     }
 }
 
+TEST_F(ButtonBar, ADoubleClickTakesOneSideOfAComposition)
+{
+    BtnControl bar;
+    bar.show();
+    QSignalSpy picture(&bar, &BtnControl::btnPicComposeClicked);
+    QSignalSpy card(&bar, &BtnControl::btnCardComposeClicked);
+    for (const char* name : {"btnPicCompose", "btnCardCompose"}) {
+        auto* button = bar.findChild<QPushButton*>(QLatin1String(name));
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::mouseDClick(button, Qt::LeftButton); // the second press of a double click
+        QTest::mouseRelease(button, Qt::LeftButton);
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    EXPECT_EQ(picture.count(), 2);
+    EXPECT_EQ(card.count(), 2);
+}
+
 TEST_F(ButtonBar, TakesItsPicturesFromTheLanguageFolder)
 {
     settings::appLanguage.write(settings, 1);

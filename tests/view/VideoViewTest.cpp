@@ -1,5 +1,6 @@
 #include "VideoView.h"
 
+#include "MouseAndFrames.h"
 #include "ToolBar.h"
 
 #include <gtest/gtest.h>
@@ -20,28 +21,10 @@
 
 namespace {
 
-QImage plain(const QSize& size, const QColor& colour)
-{
-    QImage image(size, QImage::Format_RGB888);
-    image.fill(colour);
-    return image;
-}
-
 void wheel(QWidget& widget, const QPoint& angle)
 {
     const QPointF at = widget.rect().center();
     QWheelEvent event(at, at, QPoint(), angle, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&widget, &event);
-}
-
-void mouse(QWidget& widget, QEvent::Type type, const QPoint& at, Qt::MouseButton button = Qt::LeftButton)
-{
-    const bool isMove = type == QEvent::MouseMove;
-    QMouseEvent event(type,
-                      at,
-                      isMove ? Qt::NoButton : button,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button,
-                      Qt::NoModifier);
     QCoreApplication::sendEvent(&widget, &event);
 }
 

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "CaptureDesk.h"
+#include "TestImage.h"
+#include "mirvakcamera.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+
+/// A main window for features under test: answers as it is told and keeps what it was asked for.
+class FakeDesk : public CaptureDesk
+{
+public:
+    bool mayCapture() override { return allowed && !mergePending; }
+    bool mayCompose() override { return allowed; }
+    FrameHandle takeFrame(std::chrono::seconds) override
+    {
+        ++framesTaken;
+        if (whileTaking)
+            whileTaking();
+        return ownImage(camera, frameComes ? makeImageHandle(8, 8) : nullptr);
+    }
+    QString saveFrame(void* image, int colourMode) override { return saveCropped(image, 0, colourMode); }
+    QString saveCropped(void*, int cropMode, int colourMode) override
+    {
+        cropModes << cropMode;
+        colourModes << colourMode;
+        return savesAs.isEmpty() ? QString() : savesAs.takeFirst();
+    }
+    QString freeImagePath() const override { return QStringLiteral("/free/path.jpg"); }
+    void addThumbnail(const QString& path) override { thumbnails << path; }
+    void showNotice(const QString& text) override { notices << text; }
+    void setMergePending(bool pending) override { mergePending = pending; }
+    void enableTools(bool enable) override { toolsEnabled = enable; }
+
+    MirvakCamera camera;
+    bool allowed = true;
+    bool frameComes = true;
+    std::function<void()> whileTaking;
+    QStringList savesAs; ///< one a capture; then nothing can be saved
+    int framesTaken = 0;
+    QList<int> cropModes;
+    QList<int> colourModes;
+    QStringList thumbnails;
+    QStringList notices;
+    bool mergePending = false;
+    bool toolsEnabled = true;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "FrameMailbox.h"
+#include "FrameScaler.h"
+
+#include <QWidget>
+
+/// Paints the newest frame of the second camera, fitted. GUI thread only, except SetFrame().
+class MoveVideoView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit MoveVideoView(QWidget* parent = nullptr);
+
+    /// As VideoView::SetImageData(): the newest frame wins, a null one is ignored, the picture is shared and
+    /// not copied. Thread-safe; the calling thread must have stopped before the view is destroyed.
+    void SetFrame(const QImage& frame);
+    QSize frameSize() const { return frame_.size(); } ///< px; empty before the first frame
+
+Q_SIGNALS:
+    void frameSizeChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void customEvent(QEvent* event) override;
+
+private:
+    FrameMailbox mailbox_;
+    QImage frame_; // the shown one
+    FrameScaler scaler_;
+};
