@@ -1,5 +1,6 @@
 #include "DeviceControl.h"
 
+#include "CaptureDesk.h"
 #include "CaptureProcessor.h"
 #include "FrameDelivery.h"
 #include "Settings.h"
@@ -16,8 +17,8 @@ constexpr int silentTicksToTell = 3;
 } // namespace
 
 DeviceControl::DeviceControl(
-    CameraSession& session, FrameDelivery& delivery, VideoView& view, Tell tell, QObject* parent)
-    : QObject(parent), session_(session), delivery_(delivery), view_(view), tell_(std::move(tell))
+    CameraSession& session, FrameDelivery& delivery, VideoView& view, CaptureDesk& desk, QObject* parent)
+    : QObject(parent), session_(session), delivery_(delivery), view_(view), desk_(desk)
 {
     search_.setInterval(searchIntervalMs);
     watch_.setInterval(watchIntervalMs);
@@ -53,7 +54,7 @@ void DeviceControl::changeDevice(int index)
     if (result != CameraSession::OpenResult::Ok) {
         view_.ClearFrame();
         view_.SetShowInfo(tr("Device create failed!"));
-        tell_(tr("Waring"), tr("Device create failed!"));
+        desk_.tell(tr("Waring"), tr("Device create failed!"));
         return;
     }
     view_.SetAssistEnable(session_.isMainCamera(index));
@@ -96,7 +97,7 @@ bool DeviceControl::start(int resolutionIndex)
     const QString text = created ? tr("video create failed!") : tr("Device create failed!");
     view_.ClearFrame();
     view_.SetShowInfo(text);
-    tell_(created ? tr("Error") : tr("Waring"), text);
+    desk_.tell(created ? tr("Error") : tr("Waring"), text);
     return false;
 }
 

@@ -5,8 +5,7 @@
 #include <QObject>
 #include <QTimer>
 
-#include <functional>
-
+class CaptureDesk;
 class FrameDelivery;
 class VideoView;
 
@@ -17,12 +16,9 @@ class DeviceControl : public QObject
     Q_OBJECT
 
 public:
-    /// Tells the user, title and text.
-    using Tell = std::function<void(const QString& title, const QString& text)>;
-
     /// All are borrowed for the life of this object.
     DeviceControl(
-        CameraSession& session, FrameDelivery& delivery, VideoView& view, Tell tell, QObject* parent);
+        CameraSession& session, FrameDelivery& delivery, VideoView& view, CaptureDesk& desk, QObject* parent);
 
     /// Looks for cameras, fills the choosers and starts the default camera.
     void discover();
@@ -43,7 +39,7 @@ private:
     CameraSession& session_;
     FrameDelivery& delivery_;
     VideoView& view_;
-    Tell tell_;
+    CaptureDesk& desk_;
     QTimer search_; // runs while no camera is open
     QTimer watch_;  // runs while a camera streams
     QString lostUsbId_;

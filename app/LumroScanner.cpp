@@ -1,11 +1,17 @@
 #include "LumroScanner.h"
 
+#include "AssistControl.h"
+#include "AutoScan.h"
 #include "BtnControl.h"
+#include "CardComposition.h"
 #include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
+#include "ImageMerge.h"
 #include "LanguageFolder.h"
+#include "MainDesk.h"
 #include "More.h"
+#include "ScanModes.h"
 #include "Settings.h"
 #include "Thumbnail.h"
 #include "TitleBar.h"
@@ -16,7 +22,6 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOption>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -43,23 +48,18 @@ void fill(QWidget* container, QWidget* content)
 
 LumroScanner::LumroScanner(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui_LumroScanner>()),
-      delivery_(camera_, [this](const QImage& frame) { ui_->videoView->SetImageData(frame); })
+      delivery_(camera_, [this](const QImage& frame) { ui_->videoView->SetImageData(frame); }),
+      capture_(session_, delivery_, processor_, [this] { return ui_->videoView->getSelectedRect(); })
 {
     ui_->setupUi(this);
     setWindowFlags(Qt::FramelessWindowHint | Qt::Window);
     setWindowTitle(tr("Lumro TRVS"));
     makeParts();
+    makeFeatures();
     connectTools();
     connectButtons();
-    delivery_.onSecondFrame(
-        [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
-    delivery_.setPaperSizeCheck([this](void* image) { session_.checkPaperSize(image); });
-    devices_ = new DeviceControl(
-        session_,
-        delivery_,
-        *ui_->videoView,
-        [this](const QString& title, const QString& text) { tell(title, text); },
-        this);
+    connectSettings();
+    connectScans();
     devices_->discover();
     changelanguage(settings::appLanguage.read(settings_));
     startKeys();
@@ -69,7 +69,9 @@ LumroScanner::~LumroScanner()
 {
     if (keysListening_)
         camera_.MirvakHid_Deinit();
-    delivery_.channel().close();
+    delivery_.channel().close(); // a timed capture that waits for its frame is sent away
+    continuous_.finish();
+    assist_->stop();
     session_.shutDown();
 }
 
@@ -77,6 +79,8 @@ void LumroScanner::makeParts()
 {
     more_ = new More(this);
     configSet_ = new ConfigSet(this);
+    autoScan_ = new AutoScan(this);
+    imageMerge_ = new ImageMerge(this);
     buttons_ = new BtnControl(ui_->buttonContainer);
     fill(ui_->buttonContainer, buttons_);
     thumbnail_ = new Thumbnail(ui_->thumbnailContainer);
@@ -90,6 +94,27 @@ void LumroScanner::makeParts()
     ui_->setting->setAccessibleName(tr("Settings"));
 }
 
+void LumroScanner::makeFeatures()
+{
+    VideoView& view = *ui_->videoView;
+    desk_ =
+        std::make_unique<MainDesk>(MainDesk::Parts{*this, view, session_, delivery_, processor_, capture_});
+    for (const QWidget* dialog : std::initializer_list<QWidget*>{configSet_, autoScan_, imageMerge_, more_})
+        desk_->addBlocker(dialog);
+    assist_ = std::make_unique<AssistControl>(camera_, GetAssCameraData, this, session_, view, *desk_);
+    desk_->setAssist(assist_.get());
+    scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
+    composition_ = std::make_unique<CardComposition>(
+        *desk_, [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
+            ImgMerge(first, second, savePath);
+        });
+    devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
+    delivery_.onSecondFrame(
+        [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
+    delivery_.setPaperSizeCheck([this](void* image) { session_.checkPaperSize(image); });
+    delivery_.setPageCheck([this](void* image) { continuous_.checkautopage(image); });
+}
+
 void LumroScanner::connectTools()
 {
     VideoView* view = ui_->videoView;
@@ -101,7 +126,9 @@ void LumroScanner::connectTools()
     connect(view, &VideoView::clickRotateSign, this, &LumroScanner::onRotateChanged);
     connect(view, &VideoView::clickDeskewSign, this, &LumroScanner::onDeskewChanged);
     connect(view, &VideoView::doubClickSign, view, &VideoView::toggleFullscreen);
+    connect(desk_.get(), &MainDesk::toolsEnabled, this, &LumroScanner::setenabletoolssign);
     connect(this, &LumroScanner::setenabletoolssign, view, &VideoView::onGetEnableTools);
+    connect(desk_.get(), &MainDesk::captured, this, &LumroScanner::setthumdnailpath);
     connect(this, &LumroScanner::hidclickedsignel, this, &LumroScanner::onGetHidSignal, Qt::QueuedConnection);
     // Automatic, so that a capture on another thread reaches the strip through the event loop.
     connect(this, &LumroScanner::setthumdnailpath, thumbnail_, [this](const QString& path) {
@@ -136,11 +163,28 @@ void LumroScanner::connectButtons()
     for (const auto& [signal, slot] : table)
         connect(buttons_, signal, this, slot);
     connect(ui_->setting, &QPushButton::clicked, this, &LumroScanner::onSettings);
+    connect(more_, qOverload<int, bool>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayCheckBox);
+    connect(more_, qOverload<int, int>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayMoreCheck);
+}
+
+void LumroScanner::connectSettings()
+{
     connect(configSet_, &ConfigSet::booklineclicked, ui_->videoView, &VideoView::SetBooklineEnable);
     connect(configSet_, &ConfigSet::scansizechanged, &session_, &CameraSession::setScanSize);
     connect(configSet_, &ConfigSet::languageitemchanged, this, &LumroScanner::onLanguageChosen);
-    connect(more_, qOverload<int, bool>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayCheckBox);
-    connect(more_, qOverload<int, int>(&More::displayCheckBox), buttons_, &BtnControl::onDisplayMoreCheck);
+    connect(configSet_, &ConfigSet::currentmergepos, this, [this] { assist_->placeAgain(); });
+}
+
+void LumroScanner::connectScans()
+{
+    connect(autoScan_, &AutoScan::timerScanReady, this, &LumroScanner::onAutoScanTiemr);
+    connect(autoScan_, &AutoScan::autoscanStop, this, &LumroScanner::onStopAutoScan);
+    connect(&continuous_, &ContinuousScan::autopageScanSign, this, &LumroScanner::autopageScanSign);
+    connect(this, &LumroScanner::autopageScanSign, this, &LumroScanner::onPageFound, Qt::QueuedConnection);
+    // From the thread of a timed capture these come through the event loop.
+    connect(&continuous_, &ContinuousScan::pictureSaved, this, &LumroScanner::setthumdnailpath);
+    connect(&continuous_, &ContinuousScan::saveFailed, desk_.get(), &MainDesk::tellNotSaved);
+    connect(imageMerge_, &ImageMerge::postSynthesisPath, this, &LumroScanner::onGetSynthesisPath);
 }
 
 void LumroScanner::startKeys()
@@ -150,8 +194,7 @@ void LumroScanner::startKeys()
         camera_.MirvakHid_Deinit();
 }
 
-// --- threads of the camera library
-// ---------------------------------------------------------------------------
+// --- threads of the camera library ------------------------------------------------------------------------
 
 void LumroScanner::GetCameraData(void* image, void*, int, int width, int height, void* context)
 {
@@ -162,6 +205,11 @@ void LumroScanner::GetCameraData(void* image, void*, int, int width, int height,
     }
     self->delivery_.channel().interrupt(); // a capture that waits would only time out
     self->session_.noteStreamEnded();
+}
+
+void LumroScanner::GetAssCameraData(void* image, void*, int, int width, int height, void* context)
+{
+    static_cast<LumroScanner*>(context)->assist_->onFrame(image, width, height);
 }
 
 void LumroScanner::hidkeydevcallback(int key, void* self)
@@ -175,17 +223,21 @@ void LumroScanner::usbhidkeydevcallback(int key, void* self)
     hidkeydevcallback(key, self);
 }
 
-// --- captures
-// ------------------------------------------------------------------------------------------------
+// --- captures ---------------------------------------------------------------------------------------------
 
 FrameHandle LumroScanner::GetImageSync(std::chrono::seconds timeout)
 {
     return delivery_.channel().take(timeout);
 }
 
+FrameHandle LumroScanner::GetImageSyncAssdev(std::chrono::seconds timeout)
+{
+    return assist_->channel().take(timeout);
+}
+
 QString LumroScanner::imageSave(void* const& image, int cropMode, int colourMode)
 {
-    return processor_.imageSave(image, cropMode, colourMode, ui_->videoView->getSelectedRect());
+    return capture_.save(image, cropMode, colourMode);
 }
 
 QString LumroScanner::imageSave(const QImage& image, int mode)
@@ -198,101 +250,91 @@ QString LumroScanner::getImagePath() const
     return processor_.getImagePath();
 }
 
-bool LumroScanner::isDialogOpen() const
+void LumroScanner::setMergePending(bool pending)
 {
-    return more_->isVisible() || configSet_->isVisible();
-}
-
-bool LumroScanner::mayCompose()
-{
-    return !isDialogOpen() && session_.state() != CameraSession::Lost && session_.isOpen();
-}
-
-bool LumroScanner::mayCapture()
-{
-    if (!mayCompose())
-        return false;
-    if (mergePending_)
-        Dialogs::warn(this, tr("Please complete the image merge first!"));
-    return !mergePending_;
-}
-
-FrameHandle LumroScanner::takeFrame(std::chrono::seconds timeout)
-{
-    return GetImageSync(timeout);
-}
-
-QString LumroScanner::saveFrame(void* image, int colourMode)
-{
-    return saveCropped(image, delivery_.croppingMode(), colourMode);
-}
-
-QString LumroScanner::saveCropped(void* image, int cropMode, int colourMode)
-{
-    QString path = imageSave(image, cropMode, colourMode);
-    if (path.isEmpty())
-        showNotice(tr("The picture could not be saved. Please check the folder %1.")
-                       .arg(settings::savePath(settings_)));
-    return path;
-}
-
-QString LumroScanner::freeImagePath() const
-{
-    return getImagePath();
-}
-
-void LumroScanner::addThumbnail(const QString& path)
-{
-    if (!path.isEmpty())
-        Q_EMIT setthumdnailpath(path);
-}
-
-void LumroScanner::showNotice(const QString& text)
-{
-    ui_->videoView->ShowNotice(text);
-}
-
-void LumroScanner::enableTools(bool enable)
-{
-    Q_EMIT setenabletoolssign(enable);
+    desk_->setMergePending(pending);
 }
 
 void LumroScanner::onScanner()
 {
-    scanModes_.scan();
+    scanModes_->scan();
 }
 
 void LumroScanner::onDocument()
 {
-    scanModes_.scanDocument();
-}
-
-// --- functions of further windows
-// ----------------------------------------------------------------------------
-
-void LumroScanner::featureMissing()
-{
-    if (mayCapture())
-        showNotice(tr("This function is not part of this version."));
+    scanModes_->scanDocument();
 }
 
 void LumroScanner::onAutoScanner()
 {
-    featureMissing();
+    if (!desk_->mayCapture())
+        return;
+    const bool byPages = settings::autoScanType.read(settings_) == 0;
+    autoScan_->SetTitleName(byPages ? tr("Auto Scan") : tr("Timer Scan"));
+    autoScan_->show();
+    if (byPages) {
+        autoScan_->SetAutopageScan();
+        continuous_.startPages();
+    } else {
+        autoScan_->SetTimerScan(settings::autoScanDelay.read(settings_));
+    }
+    Q_EMIT setenabletoolssign(false);
 }
+
+void LumroScanner::onAutoScanTiemr()
+{
+    continuous_.onAutoScanTiemr();
+}
+
+void LumroScanner::onPageFound()
+{
+    // A page that was found just before the user pressed "Stop" is told of afterwards.
+    if (continuous_.watchesPages() && continuous_.scannerimage())
+        autoScan_->SetAutoPageNum();
+}
+
+void LumroScanner::onStopAutoScan()
+{
+    autoScan_->hide();
+    continuous_.stop();
+    Q_EMIT setenabletoolssign(true);
+}
+
+void LumroScanner::onPicCompose()
+{
+    composition_->takeShot();
+}
+
+void LumroScanner::onCardCompose()
+{
+    composition_->takeShot();
+}
+
+void LumroScanner::ImgMerge(QPixmap first, QPixmap second, const QString& savePath)
+{
+    imageMerge_->close();
+    imageMerge_->setMergeImage(first, second, savePath);
+    imageMerge_->show();
+}
+
+void LumroScanner::onGetSynthesisPath(const QString& path)
+{
+    thumbnail_->AddImage(path, -1);
+}
+
+// --- functions of further windows -------------------------------------------------------------------------
+
+void LumroScanner::featureMissing()
+{
+    if (desk_->mayCapture())
+        desk_->showNotice(tr("This function is not part of this version."));
+}
+
 void LumroScanner::onBarcode()
 {
     featureMissing();
 }
 void LumroScanner::onOcr()
-{
-    featureMissing();
-}
-void LumroScanner::onPicCompose()
-{
-    featureMissing();
-}
-void LumroScanner::onCardCompose()
 {
     featureMissing();
 }
@@ -335,15 +377,14 @@ void LumroScanner::onFingerPrint()
 
 void LumroScanner::onSign()
 {
-    mayCapture(); // the signature is taken by another program; only the guard speaks here
+    desk_->mayCapture(); // the signature is taken by another program; only the guard speaks here
 }
 
-// --- window and tools
-// ----------------------------------------------------------------------------------------
+// --- window and tools -------------------------------------------------------------------------------------
 
 void LumroScanner::onMore()
 {
-    if (isDialogOpen())
+    if (desk_->isDialogOpen())
         return;
     more_->move(frameGeometry().center() - more_->rect().center());
     // Its window type alone would let a click on this window cover it while it blocks this window.
@@ -354,7 +395,7 @@ void LumroScanner::onMore()
 
 void LumroScanner::onSettings()
 {
-    if (more_->isVisible())
+    if (desk_->isDialogOpen() && !configSet_->isVisible())
         return;
     configSet_->setVisible(!configSet_->isVisible());
 }
@@ -368,7 +409,7 @@ void LumroScanner::onLanguageChosen(int row)
 
 void LumroScanner::onDeviceChanged(int index)
 {
-    if (!isDialogOpen())
+    if (!desk_->isDialogOpen())
         devices_->changeDevice(index);
 }
 
@@ -376,22 +417,20 @@ void LumroScanner::onModelChanged(int) {}
 
 void LumroScanner::onResolutionChanged(int index)
 {
-    if (!isDialogOpen())
+    if (!desk_->isDialogOpen())
         devices_->changeResolution(index);
 }
 
 void LumroScanner::onAssistCheacked(bool checked)
 {
-    if (!checked)
-        return;
-    ui_->videoView->SetAssistChecked(false);
-    featureMissing();
+    if (!desk_->isDialogOpen())
+        assist_->onAssistCheacked(checked);
 }
 
 void LumroScanner::onDeskewChanged(int option, bool checked)
 {
     const bool needsDevice = option == 0;
-    if (isDialogOpen() || option < 0 || option > 2 || (needsDevice && !session_.isOpen()))
+    if (desk_->isDialogOpen() || option < 0 || option > 2 || (needsDevice && !session_.isOpen()))
         return;
     const int mode = checked ? option + 1 : cropping::none;
     delivery_.setCroppingMode(mode);
@@ -425,25 +464,18 @@ void LumroScanner::changelanguage(int)
     ui_->setting->setStyleSheet(settingsButtonStyle.arg(folder, folder, QStringLiteral("setting")));
 }
 
-void LumroScanner::tell(const QString& title, const QString& text)
-{
-    if (isVisible()) {
-        Dialogs::inform(this, title, text);
-        return;
-    }
-    // Before the window is there a message would stand alone on an empty screen.
-    QTimer::singleShot(0, this, [this, title, text] { Dialogs::inform(this, title, text); });
-}
-
 void LumroScanner::onCloseApp()
 {
+    assist_->stop();
     session_.shutDown();
     close();
 }
 
 void LumroScanner::closeEvent(QCloseEvent* event)
 {
+    assist_->stop();
     session_.closeCamera();
+    delivery_.channel().interrupt(); // no frame will come
     event->accept();
 }
 

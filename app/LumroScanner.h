@@ -1,28 +1,35 @@
 #pragma once
 
 #include "CameraSession.h"
-#include "CaptureDesk.h"
 #include "CaptureProcessor.h"
 #include "ConfigSettings.h"
+#include "ContinuousScan.h"
 #include "FrameDelivery.h"
-#include "ScanModes.h"
+#include "StillCapture.h"
 #include "mirvakcamera.h"
 
 #include <QWidget>
 
 #include <memory>
 
+class AssistControl;
+class AutoScan;
 class BtnControl;
+class CardComposition;
 class ConfigSet;
 class DeviceControl;
+class ImageMerge;
+class MainDesk;
 class More;
+class QPixmap;
+class ScanModes;
 class Thumbnail;
 class TitleBar;
 class Ui_LumroScanner;
 
 /// The main window. It builds the parts, connects them and forwards; the work is done in a class per feature.
 /// GUI thread only, except GetCameraData() and the key callbacks.
-class LumroScanner : public QWidget, private CaptureDesk
+class LumroScanner : public QWidget
 {
     Q_OBJECT
 
@@ -33,18 +40,24 @@ public:
     /// Frame callback of the main camera, on its capture thread; `context` is the window.
     static void
     GetCameraData(void* image, void* userData, int byteSize, int width, int height, void* context);
+    /// The same for the second camera.
+    static void
+    GetAssCameraData(void* image, void* userData, int byteSize, int width, int height, void* context);
     /// Key callbacks, on the key listener's thread; `self` is the window.
     static void hidkeydevcallback(int key, void* self);
     static void usbhidkeydevcallback(int key, void* self);
 
     /// The next frame of the main camera, or null after `timeout`.
     FrameHandle GetImageSync(std::chrono::seconds timeout);
+    FrameHandle GetImageSyncAssdev(std::chrono::seconds timeout);
     QString imageSave(void* const& image, int cropMode, int colourMode);
     QString imageSave(const QImage& image, int mode);
     QString getImagePath() const;
 
     /// While a card composition waits for its second shot, other captures are refused.
-    void setMergePending(bool pending) override { mergePending_ = pending; }
+    void setMergePending(bool pending);
+    /// Shows the dialog that joins two pictures; the result may go to `savePath`.
+    void ImgMerge(QPixmap first, QPixmap second, const QString& savePath);
 
 Q_SIGNALS:
     void autopageScanSign();
@@ -59,6 +72,8 @@ public Q_SLOTS:
     void onScanner();
     void onDocument();
     void onAutoScanner();
+    void onAutoScanTiemr();
+    void onStopAutoScan();
     void onBarcode();
     void onOcr();
     void onPicCompose();
@@ -87,30 +102,23 @@ public Q_SLOTS:
     /// Restyles what follows the language while the program runs; its texts change after a restart.
     void changelanguage(int row);
     void onLanguageChosen(int row);
+    void onGetSynthesisPath(const QString& path);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool mayCapture() override;
-    bool mayCompose() override;
-    FrameHandle takeFrame(std::chrono::seconds timeout) override;
-    QString saveFrame(void* image, int colourMode) override;
-    QString saveCropped(void* image, int cropMode, int colourMode) override;
-    QString freeImagePath() const override;
-    void addThumbnail(const QString& path) override;
-    void showNotice(const QString& text) override;
-    void enableTools(bool enable) override;
-
     void makeParts();
+    void makeFeatures();
     void connectTools();
     void connectButtons();
+    void connectSettings();
+    void connectScans();
+    void onPageFound();
     void startKeys();
     void readBookLine();
-    bool isDialogOpen() const;
     void featureMissing();
-    void tell(const QString& title, const QString& text);
 
     std::unique_ptr<Ui_LumroScanner> ui_;
     ConfigSettings settings_;
@@ -120,13 +128,20 @@ private:
     More* more_ = nullptr;
     ConfigSet* configSet_ = nullptr;
 
+    AutoScan* autoScan_ = nullptr;
+    ImageMerge* imageMerge_ = nullptr;
+
     // The session is declared after everything that its callback touches: it stops first.
     MirvakCamera camera_;
     CaptureProcessor processor_{camera_};
     FrameDelivery delivery_;
-    ScanModes scanModes_{*this};
+    StillCapture capture_;
+    ContinuousScan continuous_{camera_, capture_};
     CameraSession session_{camera_, GetCameraData, this};
+    std::unique_ptr<MainDesk> desk_;
+    std::unique_ptr<AssistControl> assist_;
+    std::unique_ptr<ScanModes> scanModes_;
+    std::unique_ptr<CardComposition> composition_;
     DeviceControl* devices_ = nullptr;
-    bool mergePending_ = false;
     bool keysListening_ = false;
 };

@@ -55,7 +55,7 @@ public:
     openCamera(void* device, int subtype, int resolutionIndex, int frameMode, MirvakFrameCallback callback);
 
     bool isOpen() const { return device_ != nullptr; }
-    State state() const { return state_; }
+    State state() const { return state_; } ///< thread-safe
     int currentIndex() const { return index_; }
     QString currentUsbId() const;
     QSize size() const { return size_; } ///< pixels, as the chosen resolution text says
@@ -90,7 +90,7 @@ private:
     void* device_ = nullptr;
     int index_ = -1;
     QSize size_;
-    State state_ = Closed;
+    std::atomic<State> state_{Closed};
     unsigned streamNumber_ = 0;              // tells a late message of an old stream from one of this stream
     std::atomic<unsigned> runningStream_{0}; // the same, for the capture thread
     std::atomic<bool> checkPaperSize_{false};

@@ -27,8 +27,16 @@ public:
     virtual QString saveCropped(void* image, int cropMode, int colourMode) = 0;
     /// Where the next file may go; empty when the folder cannot be made.
     virtual QString freeImagePath() const = 0;
+    /// One of cropping::, as the preview's tools say.
+    virtual int croppingMode() const = 0;
+    /// Whether the second camera's picture lies over the preview.
+    virtual bool showsSecondCamera() const = 0;
+    /// The next frame of the second camera; null when none came in time.
+    virtual FrameHandle takeSecondFrame(std::chrono::seconds timeout) = 0;
     /// Lists the file in the strip; an empty path is ignored.
     virtual void addThumbnail(const QString& path) = 0;
+    /// Tells the user and waits until it has been read.
+    virtual void tell(const QString& title, const QString& text) = 0;
     /// A note that needs no answer; an empty one takes the last one away.
     virtual void showNotice(const QString& text) = 0;
     /// While a composition waits for its second shot, every other capture is refused.

@@ -7,6 +7,7 @@ namespace {
 
 constexpr int outlineWidth = 5;           // pixels of the frame
 constexpr unsigned paperSizeInterval = 3; // frames; the check costs a page detection
+constexpr unsigned pageInterval = 5;      // frames
 
 } // namespace
 
@@ -17,6 +18,8 @@ void FrameDelivery::onFrame(void* image, int width, int height)
     if (frameCount_ == 1 && secondFrame_)
         secondFrame_();
     rotate(image, width, height);
+    if (pageCheck_ && frameCount_ % pageInterval == 0)
+        pageCheck_(image);
     const QImage picture = toPicture(image, width, height);
     channel_.offer(image);
     show_(picture);

@@ -24,9 +24,10 @@ public:
     {
     }
 
-    /// Both are set before the first frame arrives.
+    /// All are set before the first frame arrives.
     void onSecondFrame(std::function<void()> call) { secondFrame_ = std::move(call); }
     void setPaperSizeCheck(Inspect check) { paperSizeCheck_ = std::move(check); }
+    void setPageCheck(Inspect check) { pageCheck_ = std::move(check); }
 
     /// Capture thread. `image` is turned in place; a null image is ignored.
     void onFrame(void* image, int width, int height);
@@ -55,6 +56,7 @@ private:
     Show show_;
     std::function<void()> secondFrame_;
     Inspect paperSizeCheck_;
+    Inspect pageCheck_;
     PreviewBuffers buffers_;
     std::atomic<int> rotation_{0};
     std::atomic<int> croppingMode_{0};

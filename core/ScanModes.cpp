@@ -12,8 +12,13 @@ constexpr int documentColourMode = 5;
 
 void ScanModes::scan()
 {
-    if (desk_.mayCapture())
-        capture(settings::scanType.read());
+    if (!desk_.mayCapture())
+        return;
+    const int colourMode = settings::scanType.read();
+    if (composite_.isWanted())
+        composite_.take(colourMode);
+    else
+        capture(colourMode);
 }
 
 void ScanModes::scanDocument()

@@ -11,7 +11,7 @@ TEST(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommand)
 {
     FakeDesk desk;
     desk.savesAs = QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")};
-    ScanModes modes(desk);
+    ScanModes modes(desk, desk.camera);
     ConfigSettings store;
     settings::scanType.write(store, 2);
     modes.scan();
@@ -25,7 +25,7 @@ TEST(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommand)
 TEST(ScanModesTest, WithoutLeaveOrFrameNothingIsSaved)
 {
     FakeDesk desk;
-    ScanModes modes(desk);
+    ScanModes modes(desk, desk.camera);
     desk.frameComes = false;
     modes.scan();
     EXPECT_EQ(desk.notices.size(), 1);

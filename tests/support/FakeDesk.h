@@ -29,6 +29,13 @@ public:
         colourModes << colourMode;
         return savesAs.isEmpty() ? QString() : savesAs.takeFirst();
     }
+    int croppingMode() const override { return cropping; }
+    bool showsSecondCamera() const override { return secondShown; }
+    FrameHandle takeSecondFrame(std::chrono::seconds) override
+    {
+        return ownImage(camera, secondComes ? makeImageHandle(12, 9, {250, 0, 0}) : nullptr);
+    }
+    void tell(const QString& title, const QString& text) override { told << title << text; }
     QString freeImagePath() const override { return QStringLiteral("/free/path.jpg"); }
     void addThumbnail(const QString& path) override { thumbnails << path; }
     void showNotice(const QString& text) override { notices << text; }
@@ -38,6 +45,10 @@ public:
     MirvakCamera camera;
     bool allowed = true;
     bool frameComes = true;
+    int cropping = 0;
+    bool secondShown = false;
+    bool secondComes = true;
+    QStringList told;
     std::function<void()> whileTaking;
     QStringList savesAs; ///< one a capture; then nothing can be saved
     int framesTaken = 0;

@@ -1,0 +1,99 @@
+#include "MainDesk.h"
+
+#include "AssistControl.h"
+#include "CameraSession.h"
+#include "Dialogs.h"
+#include "FrameDelivery.h"
+#include "Settings.h"
+#include "StillCapture.h"
+#include "VideoView.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+bool MainDesk::isDialogOpen() const
+{
+    return std::any_of(
+        blockers_.begin(), blockers_.end(), [](const QWidget* dialog) { return dialog->isVisible(); });
+}
+
+bool MainDesk::mayCompose()
+{
+    return !isDialogOpen() && parts_.session.state() != CameraSession::Lost && parts_.session.isOpen();
+}
+
+bool MainDesk::mayCapture()
+{
+    if (!mayCompose())
+        return false;
+    if (mergePending_)
+        Dialogs::warn(&parts_.window, tr("Please complete the image merge first!"));
+    return !mergePending_;
+}
+
+FrameHandle MainDesk::takeFrame(std::chrono::seconds timeout)
+{
+    return parts_.capture.take(timeout);
+}
+
+FrameHandle MainDesk::takeSecondFrame(std::chrono::seconds timeout)
+{
+    return assist_ ? assist_->channel().take(timeout) : FrameHandle();
+}
+
+bool MainDesk::showsSecondCamera() const
+{
+    return assist_ && assist_->isShown();
+}
+
+QString MainDesk::saveFrame(void* image, int colourMode)
+{
+    return saveCropped(image, croppingMode(), colourMode);
+}
+
+QString MainDesk::saveCropped(void* image, int cropMode, int colourMode)
+{
+    QString path = parts_.capture.save(image, cropMode, colourMode);
+    if (path.isEmpty())
+        tellNotSaved();
+    return path;
+}
+
+void MainDesk::tellNotSaved()
+{
+    showNotice(
+        tr("The picture could not be saved. Please check the folder %1.").arg(settings::savePath(settings_)));
+}
+
+QString MainDesk::freeImagePath() const
+{
+    return parts_.processor.getImagePath();
+}
+
+int MainDesk::croppingMode() const
+{
+    return parts_.delivery.croppingMode();
+}
+
+void MainDesk::addThumbnail(const QString& path)
+{
+    if (!path.isEmpty())
+        Q_EMIT captured(path);
+}
+
+void MainDesk::tell(const QString& title, const QString& text)
+{
+    QWidget* window = &parts_.window;
+    if (window->isVisible()) {
+        Dialogs::inform(window, title, text);
+        return;
+    }
+    // Before the window is there a message would stand alone on an empty screen.
+    QTimer::singleShot(0, window, [=] { Dialogs::inform(window, title, text); });
+}
+
+void MainDesk::showNotice(const QString& text)
+{
+    parts_.view.ShowNotice(text);
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "CaptureDesk.h"
+#include "ConfigSettings.h"
+
+#include <QObject>
+#include <QVector>
+
+#include <functional>
+
+class AssistControl;
+class CameraSession;
+class CaptureProcessor;
+class FrameDelivery;
+class QWidget;
+class StillCapture;
+class VideoView;
+
+/// What the features ask of the main window: leave to capture, frames, files, messages. GUI thread only.
+class MainDesk : public QObject, public CaptureDesk
+{
+    Q_OBJECT
+
+public:
+    /// All are borrowed for the life of this object. `window` is what messages stand over.
+    struct Parts
+    {
+        QWidget& window;
+        VideoView& view;
+        const CameraSession& session;
+        FrameDelivery& delivery;
+        CaptureProcessor& processor;
+        StillCapture& capture;
+    };
+    explicit MainDesk(const Parts& parts) : parts_(parts) {}
+
+    /// While this window shows, nothing is captured and no device is changed.
+    void addBlocker(const QWidget* dialog) { blockers_ << dialog; }
+    bool isDialogOpen() const;
+    /// Where the second camera's picture comes from; without it there is none.
+    void setAssist(AssistControl* assist) { assist_ = assist; }
+    /// The camera delivered a picture that could not be saved.
+    void tellNotSaved();
+
+    bool mayCapture() override;
+    bool mayCompose() override;
+    FrameHandle takeFrame(std::chrono::seconds timeout) override;
+    QString saveFrame(void* image, int colourMode) override;
+    QString saveCropped(void* image, int cropMode, int colourMode) override;
+    QString freeImagePath() const override;
+    int croppingMode() const override;
+    bool showsSecondCamera() const override;
+    FrameHandle takeSecondFrame(std::chrono::seconds timeout) override;
+    void addThumbnail(const QString& path) override;
+    void tell(const QString& title, const QString& text) override;
+    void showNotice(const QString& text) override;
+    void setMergePending(bool pending) override { mergePending_ = pending; }
+    void enableTools(bool enable) override { Q_EMIT toolsEnabled(enable); }
+
+Q_SIGNALS:
+    void captured(const QString& path);
+    void toolsEnabled(bool enable);
+
+private:
+    Parts parts_;
+    QVector<const QWidget*> blockers_;
+    AssistControl* assist_ = nullptr;
+    ConfigSettings settings_;
+    bool mergePending_ = false;
+};

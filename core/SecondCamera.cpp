@@ -1,0 +1,94 @@
+#include "SecondCamera.h"
+
+namespace {
+
+constexpr int rawFormat = 1;
+constexpr int compressedFormat = 2;
+constexpr int firstResolution = 0;
+constexpr int framesThatMayWait = 4;
+
+} // namespace
+
+SecondCamera::SecondCamera(
+    MirvakCamera& camera, MirvakFrameCallback callback, void* context, Show show, QObject* parent)
+    : QObject(parent), camera_(camera), callback_(callback), context_(context), show_(std::move(show)),
+      channel_(camera)
+{
+}
+
+SecondCamera::~SecondCamera()
+{
+    stop();
+}
+
+int SecondCamera::find(int mainIndex) const
+{
+    const int count = camera_.MirvakDevice_GetDevCount();
+    for (int index = 0; index < count; ++index) {
+        const int type = camera_.MirvakDevice_GetCameraType(index);
+        if (index != mainIndex && (type == 2 || type == 3))
+            return index;
+    }
+    return -1;
+}
+
+SecondCamera::OpenResult SecondCamera::start(int mainIndex)
+{
+    stop();
+    const int index = find(mainIndex);
+    if (index < 0)
+        return OpenResult::NoneFound;
+    device_ = camera_.MirvakDevice_Create(index);
+    if (!device_)
+        return OpenResult::CreateFailed;
+    const bool isRaw = camera_.MirvakDevice_GetSubtype(device_) == rawFormat;
+    ++streamNumber_;
+    if (camera_.MirvakDevice_StartPreview(device_,
+                                          isRaw ? rawFormat : compressedFormat,
+                                          firstResolution,
+                                          framesThatMayWait,
+                                          callback_,
+                                          context_) == MIRVAK_OK)
+        return OpenResult::Ok;
+    stop();
+    return OpenResult::StartFailed;
+}
+
+void SecondCamera::stop()
+{
+    ++streamNumber_;
+    channel_.interrupt();
+    if (!device_)
+        return;
+    camera_.MirvakDevice_StopPreview(device_);
+    camera_.MirvakDevice_Release(device_);
+    device_ = nullptr;
+}
+
+void SecondCamera::onFrame(void* image, int width, int height)
+{
+    if (!image) {
+        noteStreamEnded();
+        return;
+    }
+    auto buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
+    camera_.MirvakImage_GetImageRGBData(image, buffer->pixels.data());
+    show_(PreviewBuffers::wrap(std::move(buffer), width, height));
+    channel_.offer(image);
+}
+
+void SecondCamera::noteStreamEnded()
+{
+    channel_.interrupt(); // a capture that waits would only time out
+    const unsigned stream = streamNumber_;
+    // The device is closed on the GUI thread: a capture thread cannot wait for its own end.
+    QMetaObject::invokeMethod(
+        this,
+        [this, stream] {
+            if (stream != streamNumber_)
+                return;
+            stop();
+            Q_EMIT lost();
+        },
+        Qt::QueuedConnection);
+}

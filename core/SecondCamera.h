@@ -1,0 +1,61 @@
+#pragma once
+
+#include "ImageChannel.h"
+#include "PreviewBuffers.h"
+#include "mirvakcamera.h"
+
+#include <QImage>
+#include <QObject>
+
+#include <atomic>
+#include <functional>
+
+/// The second camera beside the main one: its live picture and single frames of it. GUI thread only, except
+/// where noted.
+class SecondCamera : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class OpenResult { Ok, NoneFound, CreateFailed, StartFailed };
+    /// Receives each frame as 24-bit RGB on the capture thread; a copy of the picture keeps its pixels.
+    using Show = std::function<void(const QImage&)>;
+
+    /// `callback` gets every frame on the capture thread, with `context`, and passes it to onFrame().
+    /// `camera` is borrowed; whatever `show` touches outlives the open camera.
+    SecondCamera(MirvakCamera& camera,
+                 MirvakFrameCallback callback,
+                 void* context,
+                 Show show,
+                 QObject* parent = nullptr);
+    ~SecondCamera() override;
+
+    /// Opens the first colour or infrared camera that is neither a main document camera nor device
+    /// `mainIndex`, and starts it. Only that one is tried.
+    OpenResult start(int mainIndex);
+    /// Stops the stream and releases the device. Returns after the last frame.
+    void stop();
+    bool isOpen() const { return device_ != nullptr; }
+
+    /// Capture thread. A null image says that the stream has ended by itself.
+    void onFrame(void* image, int width, int height);
+
+    ImageChannel& channel() { return channel_; }
+
+Q_SIGNALS:
+    /// The open device is gone; it has been closed.
+    void lost();
+
+private:
+    int find(int mainIndex) const;
+    void noteStreamEnded();
+
+    MirvakCamera& camera_;
+    MirvakFrameCallback callback_;
+    void* context_;
+    Show show_;
+    ImageChannel channel_;
+    PreviewBuffers buffers_;
+    void* device_ = nullptr;
+    std::atomic<unsigned> streamNumber_{0}; // tells a late message of an old stream from one of this stream
+};
