@@ -534,6 +534,10 @@
         <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
         <translation>Отмеченный текст не является сочетанием клавиш. Пример записи: Ctrl+S или Ctrl+Shift+F5.</translation>
     </message>
+    <message>
+        <source>A marked combination belongs to a function above it already.</source>
+        <translation>Отмеченное сочетание уже назначено одной из функций выше.</translation>
+    </message>
 </context>
 <context>
     <name>Thumbnail</name>

@@ -534,6 +534,10 @@
         <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
         <translation>标出的文字不是快捷键，请按 Ctrl+S 或 Ctrl+Shift+F5 的形式填写。</translation>
     </message>
+    <message>
+        <source>A marked combination belongs to a function above it already.</source>
+        <translation>标出的快捷键已被上方的功能占用。</translation>
+    </message>
 </context>
 <context>
     <name>Thumbnail</name>

@@ -326,6 +326,7 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcut)
     }
     scanner->clear();
     EXPECT_FALSE(isMarked("editScanner"));
+    EXPECT_TRUE(scanner->accessibleDescription().isEmpty());
     EXPECT_EQ(stored("Shortcut_Scanner"), QVariant(QString()));
     scanner->setText(QString(60, QLatin1Char('x')));
     EXPECT_EQ(stored("Shortcut_Scanner").toString().size(), 40);
@@ -334,6 +335,33 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcut)
     QTest::keyClicks(control<QLineEdit>(page, "editBook"), QStringLiteral("x"));
     EXPECT_EQ(stored("Shortcut_Document"), QStringLiteral("rubbish"));
     EXPECT_FALSE(stored("Shortcut_Book").isValid());
+}
+
+TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
+{
+    store("Shortcut_Document", QStringLiteral("Ctrl+D"));
+    store("Shortcut_Book", QStringLiteral("F5"));
+    SetShortcut page;
+    const QSignalSpy changed(&page, &SetShortcut::shortcutschanged);
+    const auto marks = [&page] {
+        QStringList marked;
+        for (const QLineEdit* edit : page.findChildren<QLineEdit*>())
+            if (edit->property("unusable").toBool())
+                marked << edit->objectName();
+        return marked;
+    };
+    const auto* why = control<QLabel>(page, "labelTaken");
+    EXPECT_TRUE(marks().isEmpty());
+    EXPECT_TRUE(why->isHidden());
+    auto* scanner = control<QLineEdit>(page, "editScanner");
+    scanner->setText(QStringLiteral("f5"));
+    EXPECT_EQ(marks(), QStringList{QStringLiteral("editBook")});
+    EXPECT_FALSE(why->isHidden());
+    EXPECT_TRUE(control<QLabel>(page, "labelHint")->isHidden());
+    EXPECT_EQ(control<QLineEdit>(page, "editBook")->accessibleDescription(), why->text());
+    scanner->setText(QStringLiteral("Ctrl+D, Ctrl+E"));
+    EXPECT_EQ(marks(), QStringList{QStringLiteral("editDocument")}) << "its key is the first of two";
+    EXPECT_EQ(changed.count(), 2);
 }
 
 TEST_F(SettingsPages, NameTheProgramAndItsVersion)

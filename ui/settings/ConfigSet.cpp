@@ -61,6 +61,7 @@ void ConfigSet::numberPages()
 void ConfigSet::relayPages()
 {
     connect(ui_->pageGlobal, &SetGlobal::languageitemchanged, this, &ConfigSet::languageitemchanged);
+    connect(ui_->pageShortcut, &SetShortcut::shortcutschanged, this, &ConfigSet::shortcutschanged);
     const SetImage* image = ui_->pageImage;
     connect(image, &SetImage::booklineclicked, this, &ConfigSet::booklineclicked);
     connect(image, &SetImage::scansizechanged, this, &ConfigSet::scansizechanged);

@@ -10,11 +10,6 @@
 
 namespace {
 
-bool isUnusable(const QString& text)
-{
-    return !text.isEmpty() && ShortcutText::sequence(text).isEmpty();
-}
-
 void setMarked(QLineEdit& edit, bool marked)
 {
     edit.setProperty("unusable", marked);
@@ -31,7 +26,11 @@ SetShortcut::SetShortcut(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
     SettingBinding::tie(*ui_->editScanner, settings::shortcutScanner, settings_);
     ui_->editDocument->setText(settings::shortcutDocument.read(settings_));
     ui_->editBook->setText(settings::shortcutBook.read(settings_));
-    connect(ui_->editScanner, &QLineEdit::textChanged, this, &SetShortcut::markUnusable);
+    // After the tie, which writes: who hears of the change finds it in the store.
+    connect(ui_->editScanner, &QLineEdit::textChanged, this, [this] {
+        markUnusable();
+        Q_EMIT shortcutschanged();
+    });
     markUnusable();
 }
 
@@ -39,14 +38,19 @@ SetShortcut::~SetShortcut() = default;
 
 void SetShortcut::markUnusable()
 {
-    bool anyMarked = false;
-    for (QLineEdit* edit : {ui_->editScanner, ui_->editDocument, ui_->editBook}) {
-        const bool unusable = isUnusable(edit->text());
-        anyMarked = anyMarked || unusable;
-        if (edit->property("unusable").toBool() == unusable)
-            continue;
-        setMarked(*edit, unusable);
-        edit->setAccessibleDescription(unusable ? ui_->labelHint->text() : QString());
+    using ShortcutText::Use;
+    const QVector<QLineEdit*> edits{ui_->editScanner, ui_->editDocument, ui_->editBook};
+    QStringList texts;
+    for (const QLineEdit* edit : edits)
+        texts.append(edit->text());
+    const QVector<Use> uses = ShortcutText::uses(texts);
+    for (int i = 0; i < edits.size(); ++i) {
+        const bool isMarked = uses[i] == Use::Unreadable || uses[i] == Use::Taken;
+        if (edits[i]->property("unusable").toBool() != isMarked)
+            setMarked(*edits[i], isMarked);
+        const QLabel* why = uses[i] == Use::Taken ? ui_->labelTaken : ui_->labelHint;
+        edits[i]->setAccessibleDescription(isMarked ? why->text() : QString());
     }
-    ui_->labelHint->setVisible(anyMarked);
+    ui_->labelHint->setVisible(uses.contains(Use::Unreadable));
+    ui_->labelTaken->setVisible(uses.contains(Use::Taken));
 }

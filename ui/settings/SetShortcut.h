@@ -18,6 +18,10 @@ public:
     explicit SetShortcut(QWidget* parent = nullptr);
     ~SetShortcut() override;
 
+Q_SIGNALS:
+    /// A combination was changed and is stored.
+    void shortcutschanged();
+
 private:
     void markUnusable();
 

@@ -2,11 +2,23 @@
 
 #include <QKeySequence>
 #include <QString>
+#include <QStringList>
+#include <QVector>
 
 /// Key combinations as they stand in the settings: in English, as in "Ctrl+Shift+S" or "F5".
 namespace ShortcutText {
 
 /// The combination that `text` names; empty for an empty text and for one that names none.
 QKeySequence sequence(const QString& text);
+
+enum class Use {
+    None,       ///< the text is empty
+    Bound,      ///< works
+    Unreadable, ///< names no key combination
+    Taken,      ///< an earlier text has it, or the keys that it begins with
+};
+
+/// What becomes of each text when their combinations shall work side by side.
+QVector<Use> uses(const QStringList& texts);
 
 } // namespace ShortcutText
