@@ -13,6 +13,7 @@
 #include "More.h"
 #include "ScanModes.h"
 #include "Settings.h"
+#include "Shortcuts.h"
 #include "Thumbnail.h"
 #include "TitleBar.h"
 #include "VideoView.h"
@@ -172,6 +173,11 @@ void LumroScanner::connectSettings()
     connect(configSet_, &ConfigSet::booklineclicked, ui_->videoView, &VideoView::SetBooklineEnable);
     connect(configSet_, &ConfigSet::scansizechanged, &session_, &CameraSession::setScanSize);
     connect(configSet_, &ConfigSet::languageitemchanged, this, &LumroScanner::onLanguageChosen);
+    auto* shortcuts = new Shortcuts(*ui_->videoView);
+    connect(configSet_, &ConfigSet::shortcutschanged, shortcuts, &Shortcuts::rebind);
+    connect(shortcuts, &Shortcuts::scannerPressed, this, &LumroScanner::onScanner);
+    connect(shortcuts, &Shortcuts::documentPressed, this, &LumroScanner::onDocument);
+    connect(shortcuts, &Shortcuts::bookPressed, this, &LumroScanner::onBookFlat);
     connect(configSet_, &ConfigSet::currentmergepos, this, [this] { assist_->placeAgain(); });
 }
 

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
 <context>
+    <name>AssistControl</name>
+    <message>
+        <source>The second camera was disconnected.</source>
+        <translation>The second camera was disconnected.</translation>
+    </message>
+    <message>
+        <source>Tips</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>Please turn off the deskew function before using it again!</source>
+        <translation>Please turn off the deskew function before using it again!</translation>
+    </message>
+    <message>
+        <source>There is no second camera.</source>
+        <translation>There is no second camera.</translation>
+    </message>
+    <message>
+        <source>The second camera cannot be opened.</source>
+        <translation>The second camera cannot be opened.</translation>
+    </message>
+</context>
+<context>
     <name>AutoScan</name>
     <message>
         <source>Pages taken:</source>
@@ -48,6 +71,21 @@
     <message>
         <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
         <translation>The first picture is taken. Lay the second side under the camera and press the button again.</translation>
+    </message>
+</context>
+<context>
+    <name>CompositeCapture</name>
+    <message>
+        <source>Tips</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>Please turn off deskew before using composite photo feature again</source>
+        <translation>Please turn off deskew before using composite photo feature again</translation>
+    </message>
+    <message>
+        <source>One of the cameras delivers no picture.</source>
+        <translation>One of the cameras delivers no picture.</translation>
     </message>
 </context>
 <context>
@@ -233,14 +271,6 @@
         <translation>Settings</translation>
     </message>
     <message>
-        <source>Please complete the image merge first!</source>
-        <translation>Please complete the image merge first!</translation>
-    </message>
-    <message>
-        <source>The picture could not be saved. Please check the folder %1.</source>
-        <translation>The picture could not be saved. Please check the folder %1.</translation>
-    </message>
-    <message>
         <source>This function is not part of this version.</source>
         <translation>This function is not part of this version.</translation>
     </message>
@@ -251,6 +281,25 @@
     <message>
         <source>Restart the software to take effect!</source>
         <translation>Restart the software to take effect!</translation>
+    </message>
+    <message>
+        <source>Auto Scan</source>
+        <translation>Auto Scan</translation>
+    </message>
+    <message>
+        <source>Timer Scan</source>
+        <translation>Timer Scan</translation>
+    </message>
+</context>
+<context>
+    <name>MainDesk</name>
+    <message>
+        <source>Please complete the image merge first!</source>
+        <translation>Please complete the image merge first!</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>The picture could not be saved. Please check the folder %1.</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="en_US">
 <context>
+    <name>AssistControl</name>
+    <message>
+        <source>The second camera was disconnected.</source>
+        <translation>Вторая камера отключена.</translation>
+    </message>
+    <message>
+        <source>Tips</source>
+        <translation>Подсказка</translation>
+    </message>
+    <message>
+        <source>Please turn off the deskew function before using it again!</source>
+        <translation>Сначала отключите выравнивание, затем повторите попытку!</translation>
+    </message>
+    <message>
+        <source>There is no second camera.</source>
+        <translation>Вторая камера не найдена.</translation>
+    </message>
+    <message>
+        <source>The second camera cannot be opened.</source>
+        <translation>Не удалось открыть вторую камеру.</translation>
+    </message>
+</context>
+<context>
     <name>AutoScan</name>
     <message>
         <source>Pages taken:</source>
@@ -48,6 +71,21 @@
     <message>
         <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
         <translation>Первый снимок сделан. Положите под камеру вторую сторону и нажмите кнопку ещё раз.</translation>
+    </message>
+</context>
+<context>
+    <name>CompositeCapture</name>
+    <message>
+        <source>Tips</source>
+        <translation>Подсказка</translation>
+    </message>
+    <message>
+        <source>Please turn off deskew before using composite photo feature again</source>
+        <translation>Отключите выравнивание, прежде чем снова использовать составную съёмку</translation>
+    </message>
+    <message>
+        <source>One of the cameras delivers no picture.</source>
+        <translation>Одна из камер не передаёт изображение.</translation>
     </message>
 </context>
 <context>
@@ -233,14 +271,6 @@
         <translation>Настройки</translation>
     </message>
     <message>
-        <source>Please complete the image merge first!</source>
-        <translation>Сначала завершите объединение изображений!</translation>
-    </message>
-    <message>
-        <source>The picture could not be saved. Please check the folder %1.</source>
-        <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
-    </message>
-    <message>
         <source>This function is not part of this version.</source>
         <translation>В этой версии такой функции нет.</translation>
     </message>
@@ -251,6 +281,25 @@
     <message>
         <source>Restart the software to take effect!</source>
         <translation>Перезапустите программу, чтобы изменения вступили в силу!</translation>
+    </message>
+    <message>
+        <source>Auto Scan</source>
+        <translation>Автосканирование</translation>
+    </message>
+    <message>
+        <source>Timer Scan</source>
+        <translation>Сканирование по таймеру</translation>
+    </message>
+</context>
+<context>
+    <name>MainDesk</name>
+    <message>
+        <source>Please complete the image merge first!</source>
+        <translation>Сначала завершите объединение изображений!</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>AssistControl</name>
+    <message>
+        <source>The second camera was disconnected.</source>
+        <translation>副摄像头已断开。</translation>
+    </message>
+    <message>
+        <source>Tips</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Please turn off the deskew function before using it again!</source>
+        <translation>请先关闭纠偏功能，再使用此功能！</translation>
+    </message>
+    <message>
+        <source>There is no second camera.</source>
+        <translation>没有副摄像头。</translation>
+    </message>
+    <message>
+        <source>The second camera cannot be opened.</source>
+        <translation>无法打开副摄像头。</translation>
+    </message>
+</context>
+<context>
     <name>AutoScan</name>
     <message>
         <source>Pages taken:</source>
@@ -48,6 +71,21 @@
     <message>
         <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
         <translation>第一张已拍好。请将第二面放在摄像头下方，然后再次点击按钮。</translation>
+    </message>
+</context>
+<context>
+    <name>CompositeCapture</name>
+    <message>
+        <source>Tips</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Please turn off deskew before using composite photo feature again</source>
+        <translation>请先关闭纠偏，再使用合成拍照功能</translation>
+    </message>
+    <message>
+        <source>One of the cameras delivers no picture.</source>
+        <translation>其中一个摄像头没有画面。</translation>
     </message>
 </context>
 <context>
@@ -233,14 +271,6 @@
         <translation>设置</translation>
     </message>
     <message>
-        <source>Please complete the image merge first!</source>
-        <translation>请先完成图像合并！</translation>
-    </message>
-    <message>
-        <source>The picture could not be saved. Please check the folder %1.</source>
-        <translation>图片无法保存，请检查文件夹 %1。</translation>
-    </message>
-    <message>
         <source>This function is not part of this version.</source>
         <translation>此版本不包含该功能。</translation>
     </message>
@@ -251,6 +281,25 @@
     <message>
         <source>Restart the software to take effect!</source>
         <translation>重启软件后生效！</translation>
+    </message>
+    <message>
+        <source>Auto Scan</source>
+        <translation>自动扫描</translation>
+    </message>
+    <message>
+        <source>Timer Scan</source>
+        <translation>定时扫描</translation>
+    </message>
+</context>
+<context>
+    <name>MainDesk</name>
+    <message>
+        <source>Please complete the image merge first!</source>
+        <translation>请先完成图像合并！</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>图片无法保存，请检查文件夹 %1。</translation>
     </message>
 </context>
 <context>

@@ -20,11 +20,14 @@ public:
         ++framesTaken;
         if (whileTaking)
             whileTaking();
-        return ownImage(camera, frameComes ? makeImageHandle(8, 8) : nullptr);
+        return ownImage(camera,
+                        frameComes ? makeImageHandle(frameSize.width(), frameSize.height()) : nullptr);
     }
     QString saveFrame(void* image, int colourMode) override { return saveCropped(image, 0, colourMode); }
-    QString saveCropped(void*, int cropMode, int colourMode) override
+    QString saveCropped(void* image, int cropMode, int colourMode) override
     {
+        if (whileSaving)
+            whileSaving(image);
         cropModes << cropMode;
         colourModes << colourMode;
         return savesAs.isEmpty() ? QString() : savesAs.takeFirst();
@@ -50,6 +53,8 @@ public:
     bool secondComes = true;
     QStringList told;
     std::function<void()> whileTaking;
+    std::function<void(void* image)> whileSaving;
+    QSize frameSize{8, 8};
     QStringList savesAs; ///< one a capture; then nothing can be saved
     int framesTaken = 0;
     QList<int> cropModes;

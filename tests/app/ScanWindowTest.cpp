@@ -1,0 +1,194 @@
+// Continuous scanning, the second camera and composition, as the window's user meets them.
+#include "WindowFixture.h"
+
+#include "AutoScan.h"
+#include "ImageMerge.h"
+#include "MoveVideoWidget.h"
+#include "ToolBar.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
+
+namespace {
+
+class ScanWindowTest : public LumroScannerTest
+{
+protected:
+    ScanWindowTest()
+    {
+        Dialogs::instance().information = [this](QWidget*, const QString&, const QString& text, auto) {
+            messages_ << text;
+            return QMessageBox::Yes;
+        };
+    }
+    static std::string second(const std::string& more = "") { return camera(more, 2, "0bda5801"); }
+    bool filesBecome(int count)
+    {
+        return QTest::qWaitFor([=] { return files().size() >= count; }, 15000);
+    }
+    AutoScan& scanDialog() const { return *window_->findChild<AutoScan*>(); }
+    bool toolsEnabled() const { return view().findChild<ToolBar*>()->isEnabled(); }
+    MoveVideoWidget* overlay() const { return window_->findChild<MoveVideoWidget*>(); }
+    void tick(bool on) const
+    {
+        auto* box = window_->findChild<QCheckBox*>(QStringLiteral("checkAssist"));
+        if (box->isChecked() != on)
+            box->click();
+    }
+};
+
+TEST_F(ScanWindowTest, TheTimerTakesPicturesUntilItIsStopped)
+{
+    settings::autoScanDelay.write(store_, 1);
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnAutoScanner");
+    ASSERT_TRUE(scanDialog().isVisible());
+    EXPECT_EQ(scanDialog().windowTitle(), QStringLiteral("Timer Scan"));
+    EXPECT_FALSE(toolsEnabled());
+    window_->onScanner(); // refused while the dialog shows
+    EXPECT_TRUE(files().isEmpty());
+    ASSERT_TRUE(filesBecome(2));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return strip().Count() >= 2; }));
+
+    QTest::mouseClick(scanDialog().findChild<QPushButton*>(QStringLiteral("buttonStop")), Qt::LeftButton);
+    EXPECT_FALSE(scanDialog().isVisible());
+    EXPECT_TRUE(toolsEnabled());
+    const int taken = int(files().size());
+    QTest::qWait(1300);
+    EXPECT_EQ(files().size(), taken);
+}
+
+TEST_F(ScanWindowTest, ANewPageIsTakenOnceAndCounted)
+{
+    settings::autoScanType.write(store_, 0);
+    QImage page = solid(640, 480, Qt::darkGray);
+    for (int y = 60; y < 420; ++y) {
+        for (int x = 160; x < 480; ++x)
+            page.setPixel(x, y, y % 24 < 8 && x > 190 && x < 450 ? qRgb(20, 20, 20) : qRgb(245, 245, 245));
+    }
+    useDesk(camera(), page);
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnAutoScanner");
+    EXPECT_EQ(scanDialog().windowTitle(), QStringLiteral("Auto Scan"));
+    ASSERT_TRUE(filesBecome(1));
+    const auto* count = scanDialog().findChild<QLabel*>(QStringLiteral("labelPageCount"));
+    EXPECT_TRUE(QTest::qWaitFor([=] { return count->text() == QStringLiteral("1"); }));
+    QTest::qWait(1200);
+    EXPECT_EQ(files().size(), 1);
+    QTest::keyClick(&scanDialog(), Qt::Key_Escape);
+    EXPECT_TRUE(toolsEnabled());
+}
+
+TEST_F(ScanWindowTest, TheWindowClosesWhileTimedCapturesWait)
+{
+    settings::autoScanDelay.write(store_, 1);
+    useDesk(camera("stall_after = 0.5;"));
+    for (int i = 0; i < 3; ++i) {
+        show();
+        ASSERT_TRUE(waitForPicture());
+        QTest::qWait(600);
+        for (int k = 0; k < 3; ++k)
+            window_->onAutoScanTiemr();
+        if (i == 1)
+            QTest::qWait(50);
+        window_->close();
+        window_.reset();
+    }
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(ScanWindowTest, TheSecondCameraLiesOverThePreviewAndInTheCompositePicture)
+{
+    settings::cameraSynthesis.write(store_, true);
+    settings::mergePos.write(store_, 3);
+    useDesk(camera() + ", " + second());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    tick(true);
+    ASSERT_TRUE(overlay() && overlay()->isVisible());
+    const QRect main(view().GetImageCurrentPoint(), view().GetImageCurrentSize());
+    EXPECT_EQ(overlay()->pos(),
+              QPoint(main.left() + main.width() - overlay()->width() / 2 + 50,
+                     main.top() + main.height() - overlay()->height() / 2));
+    settings::mergePos.write(store_, 0);
+    window_->onResolutionChanged(1); // the tools of the main camera go on working
+    ASSERT_TRUE(waitForPicture());
+
+    window_->onScanner();
+    ASSERT_EQ(files().size(), 1);
+    tick(false);
+    EXPECT_FALSE(overlay() && overlay()->isVisible());
+    window_->onScanner();
+    EXPECT_EQ(files().size(), 2);
+}
+
+TEST_F(ScanWindowTest, TheSecondCameraIsRefusedWithDeskewAndGoesWhenItIsUnplugged)
+{
+    settings::deskew.write(store_, 1);
+    useDesk(camera() + ", " + second("unplug_after = 0.8;"));
+    show();
+    ASSERT_TRUE(waitForPicture());
+    tick(true);
+    EXPECT_TRUE(
+        messages_.contains(QStringLiteral("Please turn off the deskew function before using it again!")));
+    EXPECT_FALSE(overlay());
+    settings::deskew.write(store_, 0);
+    tick(true);
+    ASSERT_TRUE(overlay());
+    const auto* box = window_->findChild<QCheckBox*>(QStringLiteral("checkAssist"));
+    EXPECT_TRUE(QTest::qWaitFor([=] { return !overlay() && !box->isChecked(); }, 10000));
+    window_->onScanner();
+    EXPECT_EQ(files().size(), 1) << "the main camera goes on";
+    tick(true);
+    EXPECT_FALSE(box->isChecked()) << "there is none any more";
+}
+
+TEST_F(ScanWindowTest, TheMainCameraComesBackAlthoughTheSecondOneWasOpen)
+{
+    useDesk(camera("unplug_after = 1.5;") + ", " + second());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    tick(true);
+    ASSERT_TRUE(overlay());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 10000));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return hasPicture(); }, 10000));
+}
+
+TEST_F(ScanWindowTest, TwoClicksJoinTwoSidesOfACard)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnCardCompose");
+    EXPECT_EQ(files().size(), 1);
+    EXPECT_FALSE(toolsEnabled());
+    window_->onScanner();
+    EXPECT_TRUE(messages_.contains(QStringLiteral("Please complete the image merge first!")));
+    click("btnPicCompose");
+    auto* merge = window_->findChild<ImageMerge*>();
+    ASSERT_TRUE(merge->isVisible());
+    EXPECT_TRUE(toolsEnabled());
+    window_->onScanner(); // refused while the dialog shows
+    EXPECT_EQ(files().size(), 2);
+    merge->findChild<QRadioButton*>(QStringLiteral("radioUpDown"))->click();
+    merge->findChild<QPushButton*>(QStringLiteral("buttonSave"))->click();
+    ASSERT_EQ(files().size(), 3);
+    EXPECT_EQ(QImage(pictures() + QStringLiteral("/IMAGE_002.jpg")).width(), 640);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 3; }));
+}
+
+TEST_F(ScanWindowTest, AShortcutOfTheSettingsCaptures)
+{
+    settings::shortcutDocument.write(store_, QStringLiteral("Ctrl+D"));
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    window_->activateWindow();
+    QTest::keyClick(window_.get(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_TRUE(filesBecome(1));
+}
+
+} // namespace

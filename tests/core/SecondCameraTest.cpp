@@ -1,0 +1,92 @@
+#include "SecondCamera.h"
+
+#include "DeskFixture.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+#include <mutex>
+
+namespace {
+
+class SecondCameraTest : public DeskTest
+{
+protected:
+    static void onFrame(void* image, void*, int, int width, int height, void* context)
+    {
+        static_cast<SecondCameraTest*>(context)->second_.onFrame(image, width, height);
+    }
+    void show(const QImage& frame)
+    {
+        const std::lock_guard lock(mutex_);
+        shown_ = frame.size();
+        ++frames_;
+    }
+    bool framesCome(const QSize& size)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                const std::lock_guard lock(mutex_);
+                return shown_ == size;
+            },
+            10000);
+    }
+
+    MirvakCamera camera_;
+    std::mutex mutex_;
+    QSize shown_;
+    std::atomic<int> frames_{0};
+    SecondCamera second_{camera_, onFrame, this, [this](const QImage& frame) { show(frame); }};
+};
+
+TEST_F(SecondCameraTest, TheFirstOneThatIsNoDocumentCameraAndNotTheMainOneIsShown)
+{
+    const std::string small = "{ name = \"Small\"; type = 2; usb = \"0bda5801\"; source = \"page.jpg\"; "
+                              "resolutions = [ \"160x120\" ]; }";
+    useDesk(camera() + ", " + camera() + ", " + camera("", 3) + ", " + small);
+    camera_.MirvakDevs_Init();
+    ASSERT_EQ(second_.start(0), SecondCamera::OpenResult::Ok);
+    EXPECT_TRUE(framesCome({640, 480}));
+    ASSERT_EQ(second_.start(2), SecondCamera::OpenResult::Ok) << "the infrared camera is the main one now";
+    EXPECT_TRUE(framesCome({160, 120}));
+    const FrameHandle frame = second_.channel().take(std::chrono::seconds(10));
+    EXPECT_EQ(camera_.MirvakImage_GetWidth(frame.get()), 160);
+    second_.stop();
+    const int before = frames_;
+    QTest::qWait(200);
+    EXPECT_EQ(frames_, before);
+}
+
+TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)
+{
+    for (const auto& [desk, result] :
+         {std::pair{camera() + ", " + camera(), SecondCamera::OpenResult::NoneFound},
+          std::pair{camera() + ", " + camera("fail_create = true;", 2) + ", " + camera("", 2),
+                    SecondCamera::OpenResult::CreateFailed},
+          std::pair{camera() + ", " + camera("fail_start = true;", 3),
+                    SecondCamera::OpenResult::StartFailed}}) {
+        useDesk(desk);
+        ASSERT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK) << "a device is still open";
+        EXPECT_EQ(second_.start(0), result);
+        EXPECT_FALSE(second_.isOpen());
+    }
+}
+
+TEST_F(SecondCameraTest, UnpluggingClosesItAndSendsTheWaitingCaptureAway)
+{
+    useDesk(camera() + ", " + camera("stall_after = 0.2; unplug_after = 0.6;", 2));
+    camera_.MirvakDevs_Init();
+    QSignalSpy lost(&second_, &SecondCamera::lost);
+    ASSERT_EQ(second_.start(0), SecondCamera::OpenResult::Ok);
+    ASSERT_TRUE(framesCome({640, 480}));
+    QTest::qWait(300); // it stalls
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(second_.channel().take(std::chrono::seconds(30)), nullptr);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr().find("timeout"), std::string::npos);
+    ASSERT_TRUE(lost.count() == 1 || lost.wait());
+    EXPECT_FALSE(second_.isOpen());
+    EXPECT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK);
+}
+
+} // namespace
