@@ -14,6 +14,7 @@
 #include "ScanModes.h"
 #include "Settings.h"
 #include "Shortcuts.h"
+#include "ShutterSound.h"
 #include "Thumbnail.h"
 #include "TitleBar.h"
 #include "VideoView.h"
@@ -190,6 +191,7 @@ void LumroScanner::connectScans()
     // From the thread of a timed capture these come through the event loop.
     connect(&continuous_, &ContinuousScan::pictureSaved, this, &LumroScanner::setthumdnailpath);
     connect(&continuous_, &ContinuousScan::saveFailed, desk_.get(), &MainDesk::tellNotSaved);
+    connect(this, &LumroScanner::setthumdnailpath, new ShutterSound(this), &ShutterSound::play);
     connect(imageMerge_, &ImageMerge::postSynthesisPath, this, &LumroScanner::onGetSynthesisPath);
 }
 

@@ -121,6 +121,8 @@ strip_and_choices() {
     await "the choice's end" is_gone More
 }
 
+. scripts/lib/tour-scans.sh
+
 start
 pages
 drawn_crop
@@ -129,4 +131,5 @@ full_screen
 resolutions
 strip_and_choices
 close_program
+scans
 say "Screenshots and files: $shots"

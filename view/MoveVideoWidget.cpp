@@ -15,6 +15,7 @@ constexpr int border = 2; // px, which keep the two pictures apart
 
 MoveVideoWidget::MoveVideoWidget(QWidget* parent) : QWidget(parent), view_(new MoveVideoView(this))
 {
+    setObjectName(QStringLiteral("MoveVideoWidget"));
     hide(); // a child that is made while its parent is shown waits for its place
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::OpenHandCursor);
