@@ -13,6 +13,8 @@ namespace {
 constexpr double leastEnergy = 120; // of slopes: 4 % of contrast between a pixel's two neighbours
 constexpr double overNoise = 5;     // times its energy: what can be compared at all
 constexpr double alike = 0.45; // the same block stays above, other words in the same lines below
+constexpr int leastApart = 3; // pixels: two movements, not one and its rounding
+constexpr size_t adjacent = 9; // of them
 constexpr double mostBreath = 0.03;
 constexpr int fewBlocks = 4;
 constexpr int searchRowStep = 2; // the slopes are smooth: every other row tells as much in half the time
@@ -41,10 +43,13 @@ void LookMatch::compare(const PageLook& now, const PageLook& then, double noise,
 {
     takeFloors(now, noise);
     lookAtRest(now, then);
-    if (followMovement)
+    if (followMovement) {
         follow(now, then);
-    else
+        spread(now, then);
+        findSeams(now.grid());
+    } else {
         breathe(now, then);
+    }
     sumUp(now);
 }
 
@@ -131,23 +136,77 @@ int LookMatch::search(const PageLook& now, const PageLook& then, const Sway& swa
 {
     int found = 0;
     for (int i = 0; i < now.grid().area(); ++i) {
-        Block& block = blocks_[static_cast<size_t>(i)];
-        if (block != Block::changed)
+        if (blocks_[static_cast<size_t>(i)] != Block::changed)
             continue;
-        const cv::Rect area = now.block(i);
-        const cv::Point2d way = sway.at(middleOf(area));
-        for (const cv::Point& step : nearby) {
-            const cv::Point shift = cv::Point(cvRound(way.x), cvRound(way.y)) + step;
-            const SlopeSums sums = slopeSums(now.levels()[0], then.levels()[0], area, shift, searchRowStep);
-            if (sums.likeness(floors_[static_cast<size_t>(i)] / 2) < alike)
-                continue;
-            block = Block::same;
-            shifts_[static_cast<size_t>(i)] = shift;
-            ++found;
-            break;
-        }
+        const cv::Point2d way = sway.at(middleOf(now.block(i)));
+        found += searchBlock(now, then, i, {cvRound(way.x), cvRound(way.y)}, nearby.size()) ? 1 : 0;
     }
     return found;
+}
+
+bool LookMatch::searchBlock(
+    const PageLook& now, const PageLook& then, int block, cv::Point around, size_t steps)
+{
+    const auto at = static_cast<size_t>(block);
+    for (size_t i = 0; i < steps; ++i) {
+        const cv::Point shift = around + nearby[i];
+        const SlopeSums sums =
+            slopeSums(now.levels()[0], then.levels()[0], now.block(block), shift, searchRowStep);
+        if (sums.likeness(floors_[at] / 2) < alike)
+            continue;
+        blocks_[at] = Block::same;
+        shifts_[at] = shift;
+        return true;
+    }
+    return false;
+}
+
+// What no movement of the whole explains may still have moved as the blocks around it did: paper bends.
+void LookMatch::spread(const PageLook& now, const PageLook& then)
+{
+    bool found = true;
+    for (int round = 0; found && round < 6; ++round) {
+        found = false;
+        for (int i = 0; i < now.grid().area(); ++i) {
+            if (blocks_[static_cast<size_t>(i)] != Block::changed)
+                continue;
+            takeShiftsAround(i, now.grid());
+            found = std::any_of(shiftsAround_.begin(), shiftsAround_.end(), [&](const cv::Point& shift) {
+                        return searchBlock(now, then, i, shift, adjacent);
+                    }) || found;
+        }
+    }
+}
+
+// The movements of the blocks around that are the same, each once.
+void LookMatch::takeShiftsAround(int block, cv::Size grid)
+{
+    shiftsAround_.clear();
+    const int x = block % grid.width, y = block / grid.width;
+    for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, grid.height - 1); ++ny) {
+        for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, grid.width - 1); ++nx) {
+            const auto at = static_cast<size_t>(ny * grid.width + nx);
+            if (blocks_[at] == Block::same &&
+                std::find(shiftsAround_.begin(), shiftsAround_.end(), shifts_[at]) == shiftsAround_.end())
+                shiftsAround_.push_back(shifts_[at]);
+        }
+    }
+}
+
+void LookMatch::findSeams(cv::Size grid)
+{
+    for (int i = 0; i < grid.area(); ++i) {
+        if (blocks_[static_cast<size_t>(i)] != Block::changed)
+            continue;
+        takeShiftsAround(i, grid);
+        cv::Point least(1000, 1000), most(-1000, -1000);
+        for (const cv::Point& shift : shiftsAround_) {
+            least = {std::min(least.x, shift.x), std::min(least.y, shift.y)};
+            most = {std::max(most.x, shift.x), std::max(most.y, shift.y)};
+        }
+        if (std::max(most.x - least.x, most.y - least.y) >= leastApart)
+            blocks_[static_cast<size_t>(i)] = Block::seam;
+    }
 }
 
 void LookMatch::sumUp(const PageLook& now)

@@ -16,6 +16,7 @@ public:
     enum class Block : unsigned char {
         blank, ///< nothing to see in either look
         same,
+        seam, ///< between two things that moved differently: the edge of a nudged page, uncovered desk
         changed
     };
 
@@ -40,13 +41,18 @@ private:
     void breathe(const PageLook& now, const PageLook& then);
     void follow(const PageLook& now, const PageLook& then);
     int search(const PageLook& now, const PageLook& then, const Sway& sway);
+    bool searchBlock(const PageLook& now, const PageLook& then, int block, cv::Point around, size_t steps);
+    void spread(const PageLook& now, const PageLook& then);
+    void takeShiftsAround(int block, cv::Size grid);
+    void findSeams(cv::Size grid);
     void sumUp(const PageLook& now);
 
     std::vector<Block> blocks_;
-    std::vector<cv::Point2d> shifts_; ///< of the blocks that are the same
+    std::vector<cv::Point> shifts_; ///< of the blocks that are the same
     std::vector<double> brightness_;  ///< of each block, 0 to 1
     std::vector<double> floors_;      ///< energy below which a block shows nothing
     std::vector<SwayStep> steps_;
+    std::vector<cv::Point> shiftsAround_;
     std::vector<unsigned char> moved_;
     std::vector<double> noises_, ratios_;
     double changedShare_ = 0, energyRatio_ = 1, sharpness_ = 1, noise_ = 0;

@@ -19,7 +19,8 @@ constexpr double mostNoise = 60;        // energy: what is more is movement
 constexpr double contentEnergy = 120;   // of slopes: 4 % of contrast between a pixel's two neighbours
 constexpr double leastContent = 0.02;   // of the picture
 constexpr double boundary = 0.02;       // of the picture showing something new: difference 0.32
-constexpr double unchangedShare = 0.004;
+constexpr milliseconds settled{1000}; // then a slightly other look is what the page looks like now
+constexpr double settledShare = 0.85 * boundary;
 
 // Steep about the boundary and between 0 and 1: half of the boundary gives 0.11, double 0.65.
 double differenceOf(double share)
@@ -56,12 +57,18 @@ PageCheck::Result PageCheck::check(const cv::Mat& rgb, double threshold, Time no
 
 bool PageCheck::isStill(Time now)
 {
-    if (before_.size() != now_.size() || now - beforeTaken_ > lostTrack)
+    if (before_.size() != now_.size() || now - beforeTaken_ > lostTrack) {
+        judged_ = false;
         return false;
+    }
     sinceBefore_.compare(now_, before_, noise_, false);
     noise_ = std::min(sinceBefore_.noise(), mostNoise);
+    if (sinceBefore_.changedShare() >= movingShare) {
+        judged_ = false;
+        return false;
+    }
     const double focus = sinceBefore_.energyRatio();
-    return sinceBefore_.changedShare() < movingShare && focus > steadyFocus && focus < 1 / steadyFocus;
+    return focus > steadyFocus && focus < 1 / steadyFocus;
 }
 
 // Called for a picture in which nothing has moved since the last one.
@@ -84,9 +91,13 @@ bool PageCheck::isNew(double threshold, Time now)
     handInSight_ = scene.hand;
     if (!rested || (scene.hand && now - handSince_ < handPatience) || sincePage_.sharpness() < outOfFocus)
         return false;
-    const bool isNew = difference_ >= threshold;
-    if (isNew || (!scene.hand && sincePage_.changedShare() < unchangedShare))
-        remember(); // light and paper change little by little
+    // Once judged, a page stays what it is until something moves, however the lens may hunt.
+    const bool isNew = difference_ >= threshold && !judged_;
+    judged_ = true;
+    // Light and paper change little by little, and a nudge leaves traces along the page's edges.
+    const bool drifted = now - restSince_ >= settled && sincePage_.changedShare() < settledShare;
+    if (isNew || (drifted && !scene.hand))
+        remember();
     return isNew;
 }
 
@@ -102,6 +113,7 @@ bool PageCheck::showsSomething() const
 void PageCheck::remember()
 {
     page_.copyFrom(now_);
+    judged_ = true;
 }
 
 } // namespace mirvak

@@ -45,6 +45,7 @@ private:
     double difference_ = 1;
     Time beforeTaken_{}, restSince_{}, handSince_{};
     bool handInSight_ = false;
+    bool judged_ = false; ///< what lies there has been compared with the last page since it moved
 };
 
 } // namespace mirvak

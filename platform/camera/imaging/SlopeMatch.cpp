@@ -31,21 +31,16 @@ double correlation(const long long* sums)
 
 double SlopeSums::noise() const
 {
-    const long long sum = across[0] + across[1] - 2 * across[2] + down[0] + down[1] - 2 * down[2];
-    return pixels > 0 ? static_cast<double>(sum) / (2.0 * pixels) : 0;
+    const long long apart = across[0] + across[1] - 2 * across[2] + down[0] + down[1] - 2 * down[2];
+    return pixels > 0 ? static_cast<double>(apart) / (2.0 * pixels) : 0;
 }
 
 double SlopeSums::likeness(double floor) const
 {
-    const double energyAcross = static_cast<double>(std::max(across[0], across[1])),
-                 energyDown = static_cast<double>(std::max(down[0], down[1]));
+    const auto energyAcross = static_cast<double>(std::max(across[0], across[1])),
+               energyDown = static_cast<double>(std::max(down[0], down[1]));
     const double least = std::max(floor * pixels, 0.1 * (energyAcross + energyDown));
-    double worst = 1;
-    if (energyAcross > least)
-        worst = std::min(worst, correlation(across));
-    if (energyDown > least)
-        worst = std::min(worst, correlation(down));
-    return worst;
+    return std::min(energyAcross > least ? correlation(across) : 1, energyDown > least ? correlation(down) : 1);
 }
 
 SlopeSums slopeSums(

@@ -12,6 +12,7 @@ namespace {
 constexpr int side = 16;             // pixels of a block at its own level
 constexpr double leastEnergy = 25;   // of the coarse slopes, 2 % of contrast
 constexpr double leastLikeness = 0.6;
+constexpr double repetition = 0.003; // likeness a pixel: of two equals, as in checked cloth, the nearer one
 
 bool liesInMoved(const PageLook& look, const std::vector<unsigned char>& moved, cv::Point2d at)
 {
@@ -33,7 +34,7 @@ class Search
 public:
     Search(const PageLook& now, const PageLook& then, size_t level, int reach)
         : now_(now.levels()[level]), then_(then.levels()[level]), reach_(reach), across_(2 * reach + 1),
-          scores_(static_cast<size_t>(across_ * across_))
+          farther_(repetition * now.levels()[level].scale), scores_(static_cast<size_t>(across_ * across_))
     {
     }
     /// @return the likeness of the best shift, written to `best` with its fraction; pixels of the level
@@ -41,7 +42,7 @@ public:
     {
         for (int dy = -reach_; dy <= reach_; ++dy)
             for (int dx = -reach_; dx <= reach_; ++dx)
-                score(dx, dy) = alike(area, around + cv::Point(dx, dy));
+                score(dx, dy) = alike(area, around + cv::Point(dx, dy)) - farther_ * std::hypot(dx, dy);
         const size_t top = static_cast<size_t>(std::max_element(scores_.begin(), scores_.end()) - scores_.begin());
         const int x = static_cast<int>(top) % across_ - reach_, y = static_cast<int>(top) / across_ - reach_;
         best = around + cv::Point(x, y);
@@ -70,6 +71,7 @@ private:
     const PageLook::Level& now_;
     const PageLook::Level& then_;
     int reach_, across_;
+    double farther_;
     std::vector<double> scores_;
 };
 
