@@ -161,6 +161,46 @@ Moment stormy(Moment moment, double t)
     return moment;
 }
 
+/// Lays the sheet on the desk or takes it away, from the side that `hand` comes from.
+struct Errand
+{
+    const cv::Mat* sheet;
+    Moment::Lying place;
+    Visit brings, takes;
+};
+
+Moment errands(double t, const std::vector<Errand>& all)
+{
+    Moment moment;
+    for (const Errand& errand : all) {
+        const double there = ease((t - errand.brings.in - 0.1) / 0.6), gone = ease((t - errand.takes.in - 0.6) / 0.6);
+        if (t > errand.brings.in && t < errand.takes.out)
+            moment.sheets.push_back(there < 1 ? carried(errand.place, errand.brings, 1 - there)
+                                              : carried(errand.place, errand.takes, gone));
+        errand.brings.show(t, moment);
+        errand.takes.show(t, moment);
+    }
+    return moment;
+}
+
+TEST(PageFilm, TheBareDeskIsNoPageAndThePagePutBackNoNewOne)
+{
+    const cv::Mat english = made::deskPage("03-english-text"), receipt = made::deskPage("08-receipt"),
+                  front = made::deskPage("09-card-front"), back = made::deskPage("10-card-back");
+    const auto bring = [](double t, double degrees) { return Visit{t, t + 1.4, {215, 190}, degrees}; };
+    const auto film = [&](double t) {
+        return errands(t,
+                       {{&english, {&english, {205, 157}, 0.5}, bring(1.5, 20), bring(5, 40)},
+                        {&english, {&english, {209, 154}, 1.7}, bring(8, 160), bring(11, 80)},
+                        {&receipt, {&receipt, {215, 150}, -3}, bring(14, 30), bring(17, 270)},
+                        {&front, {&front, {210, 140}, 2}, bring(19, 30), bring(22, 100)},
+                        {&back, {&back, {210, 140}, 2}, bring(24, 200), bring(27, 40)}});
+    };
+    for (const Desk desk : {Desk::wood, Desk::light, Desk::dark, Desk::coloured, Desk::noisy})
+        for (const int rate : {30, 15})
+            expectReports("errands " , film, 30, {2.9, 15.4, 20.4, 25.4}, {{640, 480}, rate, desk});
+}
+
 TEST(PageFilm, EveryPageOfAPileIsReportedOnceSoonAfterItLiesStill)
 {
     const cv::Mat english = made::deskPage("03-english-text"), russian = made::deskPage("05-russian-text"),

@@ -199,6 +199,9 @@ void LookMatch::findSeams(cv::Size grid)
         if (blocks_[static_cast<size_t>(i)] != Block::changed)
             continue;
         takeShiftsAround(i, grid);
+        const int x = i % grid.width, y = i / grid.width;
+        if (x == 0 || y == 0 || x == grid.width - 1 || y == grid.height - 1)
+            shiftsAround_.emplace_back(); // the picture's own edge, which stays where it is
         cv::Point least(1000, 1000), most(-1000, -1000);
         for (const cv::Point& shift : shiftsAround_) {
             least = {std::min(least.x, shift.x), std::min(least.y, shift.y)};

@@ -18,7 +18,7 @@ constexpr double outOfFocus = 0.3;      // energy of what has stayed the same
 constexpr double mostNoise = 60;        // energy: what is more is movement
 constexpr double contentEnergy = 120;   // of slopes: 4 % of contrast between a pixel's two neighbours
 constexpr double leastContent = 0.02;   // of the picture
-constexpr double boundary = 0.02;       // of the picture showing something new: difference 0.32
+constexpr double boundary = 0.015;      // of the picture showing something new: difference 0.32
 constexpr milliseconds settled{1000}; // then a slightly other look is what the page looks like now
 constexpr double settledShare = 0.85 * boundary;
 

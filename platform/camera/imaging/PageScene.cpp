@@ -38,9 +38,10 @@ float nth(std::vector<float>& values, double share)
 
 PageScene::Judgement PageScene::judge(const PageLook& now, const PageLook& page, const LookMatch& match)
 {
-    takeGain(now, page);
-    findDesk(match);
+    takeGain(now, page, match);
+    findDesk(match, now.grid());
     findSkin(now);
+    dropThinSkin(now.grid());
     growFromSkin(now.grid());
 
     const size_t count = now_.size();
@@ -62,8 +63,9 @@ PageScene::Judgement PageScene::judge(const PageLook& now, const PageLook& page,
     return judgement;
 }
 
-// The camera's exposure and white balance: the middle one of all blocks' changes of colour.
-void PageScene::takeGain(const PageLook& now, const PageLook& page)
+// The camera's exposure and white balance: the middle one of the changes of colour where
+// nothing else has changed.
+void PageScene::takeGain(const PageLook& now, const PageLook& page, const LookMatch& match)
 {
     const size_t count = now.colours().size();
     now_.resize(count);
@@ -76,8 +78,9 @@ void PageScene::takeGain(const PageLook& now, const PageLook& page)
     for (int c = 0; c < 3; ++c) {
         values_.clear();
         for (size_t i = 0; i < count; ++i)
-            values_.push_back(now_[i].tone[c] - page_[i].tone[c]);
-        gain[c] = nth(values_, 0.5);
+            if (match.blocks()[i] == LookMatch::Block::same || match.blocks()[i] == LookMatch::Block::blank)
+                values_.push_back(now_[i].tone[c] - page_[i].tone[c]);
+        gain[c] = values_.empty() ? 0 : nth(values_, 0.5);
     }
     for (Sight& sight : now_)
         sight.tone -= gain;
@@ -85,7 +88,7 @@ void PageScene::takeGain(const PageLook& now, const PageLook& page)
 
 // A changed block is the bare desk when it looks like a part of the picture that has not changed, and not
 // like what lay there.
-void PageScene::findDesk(const LookMatch& match)
+void PageScene::findDesk(const LookMatch& match, cv::Size grid)
 {
     const auto sameSight = [](const Sight& a, const Sight& b) {
         const float high = std::max(a.energy, b.energy), low = std::min(a.energy, b.energy);
@@ -94,12 +97,10 @@ void PageScene::findDesk(const LookMatch& match)
     const size_t count = now_.size();
     foreign_.assign(count, 0);
     desk_.assign(count, 0);
-    outside_.clear();
     for (size_t i = 0; i < count; ++i) {
         foreign_[i] = match.blocks()[i] == LookMatch::Block::changed || !alike(now_[i].tone, page_[i].tone);
-        if (!foreign_[i])
-            outside_.push_back(i);
     }
+    takeOutside(grid);
     for (size_t i = 0; i < count; ++i) {
         if (!foreign_[i] || sameSight(now_[i], page_[i]))
             continue;
@@ -108,6 +109,30 @@ void PageScene::findDesk(const LookMatch& match)
         });
         foreign_[i] = desk_[i] ? 0 : 1;
     }
+}
+
+// What has not changed, nor lies next to what has: that may be an edge of the same page.
+void PageScene::takeOutside(cv::Size grid)
+{
+    outside_.clear();
+    const auto keep = [&](bool nextTo) {
+        for (int i = 0; i < grid.area(); ++i)
+            if (!foreign_[static_cast<size_t>(i)] && !(nextTo && touchesForeign(i, grid)))
+                outside_.push_back(static_cast<size_t>(i));
+    };
+    keep(true);
+    if (outside_.empty())
+        keep(false);
+}
+
+bool PageScene::touchesForeign(int block, cv::Size grid) const
+{
+    const int x = block % grid.width, y = block / grid.width;
+    for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, grid.height - 1); ++ny)
+        for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, grid.width - 1); ++nx)
+            if (foreign_[static_cast<size_t>(ny * grid.width + nx)])
+                return true;
+    return false;
 }
 
 // Against the lightest thing in sight, which is paper, skin of every kind is darker, redder and less blue.
@@ -129,13 +154,31 @@ void PageScene::findSkin(const PageLook& now)
     }
 }
 
+// The edge of paper on wood has the colour of skin, too, where both share a block; but a hand is more than one
+// block wide.
+void PageScene::dropThinSkin(cv::Size grid)
+{
+    wide_.assign(skin_.size(), 0);
+    for (int i = 0; i + grid.width + 1 < grid.area(); ++i) {
+        if (i % grid.width == grid.width - 1)
+            continue;
+        const std::array<size_t, 4> square{static_cast<size_t>(i),
+                                           static_cast<size_t>(i + 1),
+                                           static_cast<size_t>(i + grid.width),
+                                           static_cast<size_t>(i + grid.width + 1)};
+        if (std::all_of(square.begin(), square.end(), [&](size_t at) { return skin_[at] != 0; }))
+            for (const size_t at : square)
+                wide_[at] = 1;
+    }
+    std::swap(skin_, wide_);
+}
+
 // Whatever is foreign and hangs together with skin, if it comes in over the picture's border.
 void PageScene::growFromSkin(cv::Size grid)
 {
     reach_.assign(now_.size(), 0);
-    std::vector<unsigned char>& seen = desk_.size() == now_.size() ? reach_ : reach_;
     for (int start = 0; start < grid.area(); ++start) {
-        if (!skin_[static_cast<size_t>(start)] || seen[static_cast<size_t>(start)])
+        if (!skin_[static_cast<size_t>(start)] || reach_[static_cast<size_t>(start)])
             continue;
         queue_.assign(1, start);
         reach_[static_cast<size_t>(start)] = 1;

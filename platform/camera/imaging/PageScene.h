@@ -21,10 +21,12 @@ public:
     Judgement judge(const PageLook& now, const PageLook& page, const LookMatch& match);
 
 private:
-    void takeGain(const PageLook& now, const PageLook& page);
-    bool sameSight(size_t a, size_t b) const;
-    void findDesk(const LookMatch& match);
+    void takeGain(const PageLook& now, const PageLook& page, const LookMatch& match);
+    void findDesk(const LookMatch& match, cv::Size grid);
+    void takeOutside(cv::Size grid);
+    bool touchesForeign(int block, cv::Size grid) const;
     void findSkin(const PageLook& now);
+    void dropThinSkin(cv::Size grid);
     void growFromSkin(cv::Size grid);
 
     /// One block: its colour, freed of the change of exposure and white balance, and what there is to see.
@@ -35,7 +37,7 @@ private:
     };
     std::vector<Sight> now_, page_;
     std::vector<unsigned char> foreign_; ///< other content or colour than on the page, and not the desk
-    std::vector<unsigned char> desk_, skin_, reach_;
+    std::vector<unsigned char> desk_, skin_, wide_, reach_;
     std::vector<size_t> outside_;
     std::vector<int> queue_;
     std::vector<float> values_;
