@@ -96,6 +96,7 @@ bool FramePump::takeFrame(FrameDecoder& decoder)
 void FramePump::deliver(const RawFrame& frame, FrameDecoder& decoder)
 {
     std::unique_ptr<Image> image = pool_.take(frame.width, frame.height);
+    image->taken = std::chrono::steady_clock::now();
     const bool whole = decoder.decode(frame, share_, *image);
     device_.giveBack(); // before the sink, so that the driver can go on filling
     if (!whole)

@@ -41,7 +41,8 @@ int MirvakCamera::MirvakImage_CheckPage(void* image, bool& flag, double& value, 
     return mirvak::onImage("MirvakImage_CheckPage", image, [&](const Image& source) {
         if (reset)
             impl_->pageCheck.reset();
-        const mirvak::PageCheck::Result result = impl_->pageCheck.check(source.pixels, threshold);
+        const auto taken = source.taken.value_or(std::chrono::steady_clock::now());
+        const mirvak::PageCheck::Result result = impl_->pageCheck.check(source.pixels, threshold, taken);
         flag = !result.newPage;
         value = result.difference;
         return MIRVAK_OK;

@@ -2,6 +2,9 @@
 
 #include <opencv2/core.hpp>
 
+#include <chrono>
+#include <optional>
+
 namespace mirvak {
 
 /// The resolution that the cameras' pictures carry: 8464 dots per metre, an A4 page filling an 8-megapixel
@@ -13,6 +16,7 @@ struct Image
 {
     cv::Mat pixels;         ///< CV_8UC3, red green blue, continuous
     double dpi = cameraDpi; ///< dots per inch, both axes
+    std::optional<std::chrono::steady_clock::time_point> taken; ///< when the camera delivered it
     cv::Mat spare;          ///< second buffer of the same bytes for operations that cannot work in place
 };
 

@@ -27,6 +27,7 @@ std::unique_ptr<Image> ImagePool::take(int width, int height)
         std::swap(image->pixels, image->spare);
     image->pixels.create(height, width, CV_8UC3);
     image->dpi = cameraDpi;
+    image->taken.reset();
     return image;
 }
 

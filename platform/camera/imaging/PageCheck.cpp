@@ -1,113 +1,119 @@
 #include "PageCheck.h"
 
-#include <opencv2/imgproc.hpp>
-
 #include <algorithm>
-#include <cmath>
 
 namespace mirvak {
 
 namespace {
 
-constexpr int reducedSide = 320;     // lines of text on an A4 page stay apart
-constexpr int surroundings = 25;     // pixels
-constexpr int restingChecks = 3;     // in a row without movement: half a second at six checks a second
-constexpr double moving = 0.12;      // difference between two checks
-constexpr double noiseEnergy = 6e-4; // of contrast that noise leaves, squared; the measure of "nothing there"
-constexpr float clearContrast = 0.12F;
-constexpr double leastContent = 0.008; // of the picture, in clear contrast: the edge of a blank page
-constexpr int alignReach = 3;          // pixels: the same page nudged by 4 mm is no new page
+using std::chrono::milliseconds;
+
+constexpr int reducedSide = 640; // words on an A4 page that fills the picture stay apart
+constexpr milliseconds restTime{300};  // between the first and the last of the looks that are alike
+constexpr milliseconds lostTrack{3000}; // two looks farther apart say nothing about what happened between
+constexpr milliseconds handPatience{3000};
+constexpr double movingShare = 0.006;   // of the picture: two blocks
+constexpr double steadyFocus = 0.75;    // energy from look to look
+constexpr double outOfFocus = 0.3;      // energy of what has stayed the same
+constexpr double mostNoise = 60;        // energy: what is more is movement
+constexpr double contentEnergy = 120;   // of slopes: 4 % of contrast between a pixel's two neighbours
+constexpr double leastContent = 0.02;   // of the picture
+constexpr double boundary = 0.015;      // of the picture showing something new: difference 0.32
+constexpr milliseconds settled{1000}; // then a slightly other look is what the page looks like now
+constexpr double settledShare = 0.85 * boundary;
+
+// Steep about the boundary and between 0 and 1: half of the boundary gives 0.11, double 0.65.
+double differenceOf(double share)
+{
+    const double square = (share / boundary) * (share / boundary);
+    return square / (square + 0.68 / 0.32);
+}
 
 } // namespace
 
 void PageCheck::reset()
 {
-    page_.release();
-    before_.release();
-    stillChecks_ = 0;
+    page_.clear();
+    before_.clear();
+    difference_ = 1;
 }
 
-PageCheck::Result PageCheck::check(const cv::Mat& rgb, double threshold)
+PageCheck::Result PageCheck::check(const cv::Mat& rgb, double threshold, Time now)
 {
-    look(rgb);
-    const bool comparable = before_.size() == now_.size();
-    const bool still = comparable && differenceTo(before_, 0) < moving;
-    stillChecks_ = still ? stillChecks_ + 1 : 0;
-    now_.copyTo(before_);
-
+    reduction_.build(rgb, reducedSide);
+    now_.build(reduction_);
     Result result;
-    const bool known = page_.size() == now_.size();
-    result.difference = known ? differenceTo(page_, 0) : 1;
-    if (known && result.difference >= threshold && stillChecks_ >= restingChecks)
-        result.difference = differenceTo(page_, alignReach);
-    result.newPage = stillChecks_ >= restingChecks && result.difference >= threshold && showsSomething();
-    if (result.newPage)
-        now_.copyTo(page_);
+    if (!isStill(now)) {
+        restSince_ = now;
+        handInSight_ = false;
+    } else {
+        result.newPage = isNew(threshold, now);
+    }
+    result.difference = difference_;
+    std::swap(before_, now_);
+    beforeTaken_ = now;
     return result;
 }
 
-void PageCheck::look(const cv::Mat& rgb)
+bool PageCheck::isStill(Time now)
 {
-    reduction_.build(rgb, reducedSide);
-    const auto& planes = reduction_.planes();
-    grey_.create(reduction_.size(), CV_32FC1);
-    for (int y = 0; y < grey_.rows; ++y) {
-        float* out = grey_.ptr<float>(y);
-        const unsigned char* r = planes[0].ptr(y);
-        const unsigned char* g = planes[1].ptr(y);
-        const unsigned char* b = planes[2].ptr(y);
-        for (int x = 0; x < grey_.cols; ++x)
-            out[x] = static_cast<float>(r[x] + 2 * g[x] + b[x]);
+    if (before_.size() != now_.size() || now - beforeTaken_ > lostTrack) {
+        judged_ = false;
+        return false;
     }
-    cv::boxFilter(grey_, mean_, CV_32F, {surroundings, surroundings}, {-1, -1}, true, cv::BORDER_REFLECT);
-    cv::boxFilter(grey_, grey_, CV_32F, {3, 3}, {-1, -1}, true, cv::BORDER_REFLECT);
-    now_.create(grey_.size(), CV_32FC1);
-    for (int y = 0; y < grey_.rows; ++y) {
-        const float* g = grey_.ptr<float>(y);
-        const float* m = mean_.ptr<float>(y);
-        float* out = now_.ptr<float>(y);
-        for (int x = 0; x < grey_.cols; ++x)
-            out[x] = (g[x] - m[x]) / (m[x] + 40.0F); // 10 levels: darkness is not divided up into contrast
+    sinceBefore_.compare(now_, before_, noise_, false);
+    noise_ = std::min(sinceBefore_.noise(), mostNoise);
+    if (sinceBefore_.changedShare() >= movingShare) {
+        judged_ = false;
+        return false;
     }
+    const double focus = sinceBefore_.energyRatio();
+    return focus > steadyFocus && focus < 1 / steadyFocus;
+}
+
+// Called for a picture in which nothing has moved since the last one.
+bool PageCheck::isNew(double threshold, Time now)
+{
+    const bool rested = now - restSince_ >= restTime;
+    if (page_.size() != now_.size()) {
+        difference_ = 1;
+        if (!rested)
+            return false;
+        const bool something = showsSomething();
+        remember(); // an empty desk, too: the first page will differ from it
+        return something && difference_ >= threshold;
+    }
+    sincePage_.compare(now_, page_, noise_, true);
+    const PageScene::Judgement scene = scene_.judge(now_, page_, sincePage_);
+    difference_ = differenceOf(scene.newShare);
+    if (scene.hand && !handInSight_)
+        handSince_ = now;
+    handInSight_ = scene.hand;
+    if (!rested || (scene.hand && now - handSince_ < handPatience) || sincePage_.sharpness() < outOfFocus)
+        return false;
+    // Once judged, a page stays what it is until something moves, however the lens may hunt.
+    const bool isNew = difference_ >= threshold && !judged_;
+    judged_ = true;
+    // Light and paper change little by little, and a nudge leaves traces along the page's edges.
+    const bool drifted = now - restSince_ >= settled && sincePage_.changedShare() < settledShare;
+    if (isNew || (drifted && !scene.hand))
+        remember();
+    return isNew;
 }
 
 bool PageCheck::showsSomething() const
 {
-    int clear = 0;
-    for (int y = 0; y < now_.rows; ++y) {
-        const float* row = now_.ptr<float>(y);
-        for (int x = 0; x < now_.cols; ++x)
-            clear += std::abs(row[x]) > clearContrast ? 1 : 0;
-    }
-    return clear >= leastContent * static_cast<double>(now_.total());
+    double area = 0;
+    for (int i = 0; i < now_.grid().area(); ++i)
+        if (now_.energies()[static_cast<size_t>(i)] > contentEnergy)
+            area += now_.block(i).area();
+    return area >= leastContent * now_.size().area();
 }
 
-// Energy of the difference over the energy of both: 0 for the same picture, 1 for two that have nothing in
-// common. The least over all small shifts within reach.
-double PageCheck::differenceTo(const cv::Mat& other, int reach) const
+void PageCheck::remember()
 {
-    const int w = now_.cols - 2 * reach, h = now_.rows - 2 * reach;
-    if (w <= 0 || h <= 0)
-        return 1;
-    double least = 1;
-    for (int dy = -reach; dy <= reach; ++dy) {
-        for (int dx = -reach; dx <= reach; ++dx) {
-            float apart = 0, energy = 0;
-            for (int y = 0; y < h; ++y) {
-                const float* a = now_.ptr<float>(y + reach) + reach;
-                const float* b = other.ptr<float>(y + reach + dy) + reach + dx;
-                float rowApart = 0, rowEnergy = 0;
-                for (int x = 0; x < w; ++x) {
-                    rowApart += (a[x] - b[x]) * (a[x] - b[x]);
-                    rowEnergy += a[x] * a[x] + b[x] * b[x];
-                }
-                apart += rowApart;
-                energy += rowEnergy;
-            }
-            least = std::min(least, apart / (energy + noiseEnergy * w * h));
-        }
-    }
-    return std::clamp(least, 0.0, 1.0);
+    page_.copyFrom(now_);
+    judged_ = true;
 }
 
 } // namespace mirvak

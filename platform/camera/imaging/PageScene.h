@@ -1,0 +1,46 @@
+#pragma once
+
+#include "LookMatch.h"
+#include "PageLook.h"
+
+#include <vector>
+
+namespace mirvak {
+
+/// Judges by colour what the changed blocks of a look show: something new, the bare desk, or a hand. Keeps
+/// its buffers. One thread at a time.
+class PageScene
+{
+public:
+    struct Judgement
+    {
+        double newShare = 0; ///< of the picture: changed and neither desk nor the hand that alone changed it
+        bool hand = false;   ///< reaches into the picture
+    };
+    /// `match` compares `now` with `page`, the look that is remembered.
+    Judgement judge(const PageLook& now, const PageLook& page, const LookMatch& match);
+
+private:
+    void takeGain(const PageLook& now, const PageLook& page, const LookMatch& match);
+    void findDesk(const LookMatch& match, cv::Size grid);
+    void takeOutside(cv::Size grid);
+    bool touchesForeign(int block, cv::Size grid) const;
+    void findSkin(const PageLook& now);
+    void dropThinSkin(cv::Size grid);
+    void growFromSkin(cv::Size grid);
+
+    /// One block: its colour, freed of the change of exposure and white balance, and what there is to see.
+    struct Sight
+    {
+        cv::Vec3f tone; ///< logarithm of the channels
+        float energy = 0;
+    };
+    std::vector<Sight> now_, page_;
+    std::vector<unsigned char> foreign_; ///< other content or colour than on the page, and not the desk
+    std::vector<unsigned char> desk_, skin_, wide_, reach_;
+    std::vector<size_t> outside_;
+    std::vector<int> queue_;
+    std::vector<float> values_;
+};
+
+} // namespace mirvak

@@ -1,0 +1,170 @@
+#include "Sway.h"
+
+#include "SlopeMatch.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirvak {
+
+namespace {
+
+constexpr int side = 16;             // pixels of a block at its own level
+constexpr double leastEnergy = 25;   // of the coarse slopes, 2 % of contrast
+constexpr double leastLikeness = 0.6;
+constexpr double repetition = 0.003; // likeness a pixel: of two equals, as in checked cloth, the nearer one
+
+bool liesInMoved(const PageLook& look, const std::vector<unsigned char>& moved, cv::Point2d at)
+{
+    const cv::Size grid = look.grid();
+    const int column = std::min(static_cast<int>(at.x) / PageLook::blockSide, grid.width - 1),
+              row = std::min(static_cast<int>(at.y) / PageLook::blockSide, grid.height - 1);
+    return moved[static_cast<size_t>(row * grid.width + column)] != 0;
+}
+
+// Where the least of a parabola through three values lies, -0.5 to 0.5.
+double peak(double before, double here, double after)
+{
+    const double bend = before - 2 * here + after;
+    return bend < 0 ? std::clamp(0.5 * (before - after) / bend, -0.5, 0.5) : 0;
+}
+
+class Search
+{
+public:
+    Search(const PageLook& now, const PageLook& then, size_t level, int reach)
+        : now_(now.levels()[level]), then_(then.levels()[level]), reach_(reach), across_(2 * reach + 1),
+          farther_(repetition * now.levels()[level].scale), scores_(static_cast<size_t>(across_ * across_))
+    {
+    }
+    /// @return the likeness of the best shift, written to `best` with its fraction; pixels of the level
+    double run(cv::Rect area, cv::Point around, cv::Point2d& best)
+    {
+        for (int dy = -reach_; dy <= reach_; ++dy)
+            for (int dx = -reach_; dx <= reach_; ++dx)
+                score(dx, dy) = alike(area, around + cv::Point(dx, dy)) - farther_ * std::hypot(dx, dy);
+        const size_t top = static_cast<size_t>(std::max_element(scores_.begin(), scores_.end()) - scores_.begin());
+        const int x = static_cast<int>(top) % across_ - reach_, y = static_cast<int>(top) / across_ - reach_;
+        best = around + cv::Point(x, y);
+        if (std::abs(x) < reach_)
+            best.x += peak(score(x - 1, y), score(x, y), score(x + 1, y));
+        if (std::abs(y) < reach_)
+            best.y += peak(score(x, y - 1), score(x, y), score(x, y + 1));
+        return scores_[top];
+    }
+
+private:
+    double& score(int dx, int dy)
+    {
+        return scores_[static_cast<size_t>((dy + reach_) * across_ + dx + reach_)];
+    }
+    double alike(cv::Rect area, cv::Point shift) const
+    {
+        const SlopeSums sums = slopeSums(now_, then_, area, shift);
+        if (sums.pixels * 2 < area.area() || sums.first() < leastEnergy || sums.second() < leastEnergy)
+            return 0;
+        // Both directions in one: here the lines of a text help.
+        const double product = static_cast<double>(sums.across[2] + sums.down[2]);
+        return product / (sums.pixels * std::sqrt(sums.first() * sums.second()));
+    }
+
+    const PageLook::Level& now_;
+    const PageLook::Level& then_;
+    int reach_, across_;
+    double farther_;
+    std::vector<double> scores_;
+};
+
+double middleOf(std::vector<double>& values)
+{
+    const auto middle = values.begin() + static_cast<long>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+void fit(const std::vector<SwayStep>& steps, Sway& sway)
+{
+    double all = 0;
+    cv::Point2d at, shift;
+    for (const SwayStep& step : steps) {
+        all += step.weight;
+        at += step.weight * step.at;
+        shift += step.weight * step.shift;
+    }
+    if (all <= 0)
+        return;
+    at /= all;
+    shift /= all;
+    // A little stiffness: few blocks close together say nothing about turn and size.
+    double square = 2.0 * 60 * 60, outwards = 0, round = 0;
+    for (const SwayStep& step : steps) {
+        const cv::Point2d p = step.at - at, d = step.shift - shift;
+        square += step.weight * p.dot(p);
+        outwards += step.weight * p.dot(d);
+        round += step.weight * p.cross(d);
+    }
+    sway.growth = outwards / square;
+    sway.turn = round / square;
+    sway.shift = {};
+    sway.shift = shift - sway.at(at);
+}
+
+} // namespace
+
+Sway atRest(const PageLook& look)
+{
+    Sway sway;
+    sway.middle = {look.size().width / 2.0, look.size().height / 2.0};
+    return sway;
+}
+
+void fitSway(const std::vector<SwayStep>& steps, double tolerance, Sway& sway)
+{
+    if (steps.empty())
+        return;
+    std::vector<double> xs, ys;
+    for (const SwayStep& step : steps) {
+        const cv::Point2d miss = step.shift - sway.at(step.at);
+        xs.push_back(miss.x);
+        ys.push_back(miss.y);
+    }
+    sway.shift += cv::Point2d(middleOf(xs), middleOf(ys));
+    std::vector<SwayStep> weighted = steps;
+    for (int round = 0; round < 6; ++round) {
+        for (size_t i = 0; i < steps.size(); ++i) {
+            const cv::Point2d miss = steps[i].shift - sway.at(steps[i].at);
+            const double share = 1 + miss.dot(miss) / (tolerance * tolerance);
+            weighted[i].weight = steps[i].weight / (share * share);
+        }
+        fit(weighted, sway);
+    }
+}
+
+Sway findSway(const PageLook& now, const PageLook& then, const std::vector<unsigned char>& moved)
+{
+    Sway sway = atRest(now);
+    std::vector<SwayStep> steps;
+    for (const size_t level : {2U, 1U}) {
+        const PageLook::Level& slopes = now.levels()[level];
+        const double scale = slopes.scale;
+        Search search(now, then, level, level == 2 ? 5 : 2);
+        steps.clear();
+        for (int y = 0; y + side <= slopes.across.rows; y += side / 2) {
+            for (int x = 0; x + side <= slopes.across.cols; x += side / 2) {
+                const cv::Point2d centre = cv::Point2d(x + side / 2.0, y + side / 2.0) * scale;
+                if (!liesInMoved(now, moved, centre))
+                    continue;
+                const cv::Point2d guess = sway.at(centre) / scale;
+                cv::Point2d best;
+                const double likeness =
+                    search.run({x, y, side, side}, {cvRound(guess.x), cvRound(guess.y)}, best);
+                if (likeness >= leastLikeness)
+                    steps.push_back({centre, best * scale, likeness * likeness});
+            }
+        }
+        fitSway(steps, 1.5 * scale, sway);
+    }
+    return sway;
+}
+
+} // namespace mirvak
