@@ -14,6 +14,7 @@ cameras = (
     resolutions = [ "1600x1200" ]; },
   { name = "Portrait camera"; type = 2; usb = "0bda5801"; source = "$made_pictures/portrait"; fps = 15;
     resolutions = [ "640x480" ]; } );
+keys = { camera = 0; fifo = "keys"; };
 END
     export LUMRO_DESK=$work/cards/desk.cfg
 }
@@ -90,6 +91,16 @@ shortcut() {
     await_pictures 1 "$before"
 }
 
+camera_keys() {
+    local before
+    before=$(pictures_taken)
+    echo 2 >"$work/cards/keys"
+    await_pictures 1 "$before"
+    changing_view zoom_by_key 8
+    changing_view zoom_by_key 9
+}
+zoom_by_key() { echo "$1" >"$work/cards/keys"; }
+
 timed_scan() {
     local before
     before=$(pictures_taken)
@@ -119,13 +130,25 @@ two_cameras() {
     await "the end of the second camera's picture" is_gone MoveVideoWidget
 }
 
+# The page in the preview, without the notice below it.
+page_looks() {
+    local at
+    at=$(line_of videoView)
+    set -- $at
+    import -window root -crop "$4x$(($5 / 2))+$2+$(($3 + 60))" rgb:- | md5sum
+}
+other_page_lies_there() { [ "$(page_looks)" != "$1" ]; }
+
 both_sides() {
-    local before
+    local before side
     before=$(pictures_taken)
+    side=$(page_looks)
+    await "a side that has just been laid down" other_page_lies_there "$side"
+    side=$(page_looks)
     click btnPicCompose
     await_pictures 1 "$before"
     shoot first-side
-    sleep 3 # until the other side lies there
+    await "the other side" other_page_lies_there "$side"
     click btnPicCompose
     await "the dialog that joins two pictures" is_there ImageMerge
     click radioUpDown
@@ -159,6 +182,7 @@ scans() {
     start_over
     settings_pages
     shortcut
+    camera_keys
     timed_scan
     two_cameras
     both_sides

@@ -100,6 +100,36 @@ TEST_F(ScanWindowTest, TheWindowClosesWhileTimedCapturesWait)
     EXPECT_TRUE(files().isEmpty());
 }
 
+TEST_F(ScanWindowTest, DevicesMayChangeWhileTimedCapturesRun)
+{
+    useDesk(camera() + ", " + camera() + ", " + second());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    for (int i = 0; i < 24; ++i) {
+        window_->onAutoScanTiemr();
+        switch (i % 4) {
+        case 0:
+            window_->onResolutionChanged(i / 4 % 2);
+            break;
+        case 1:
+            window_->onDeviceChanged(i / 4 % 2);
+            break;
+        case 2:
+            tick(i % 8 < 4);
+            break;
+        default:
+            window_->onRotateChanged(i % 3);
+            break;
+        }
+        QTest::qWait(15);
+    }
+    ASSERT_TRUE(filesBecome(1));
+    window_.reset();
+    EXPECT_EQ(
+        QDir(pictures()).entryList(QStringList{QStringLiteral(".*")}, QDir::Files | QDir::Hidden).size(), 0)
+        << "half a file";
+}
+
 TEST_F(ScanWindowTest, TheSecondCameraLiesOverThePreviewAndInTheCompositePicture)
 {
     settings::cameraSynthesis.write(store_, true);
