@@ -11,7 +11,7 @@ using std::chrono::milliseconds;
 constexpr int reducedSide = 640; // words on an A4 page that fills the picture stay apart
 constexpr milliseconds restTime{300};  // between the first and the last of the looks that are alike
 constexpr milliseconds lostTrack{3000}; // two looks farther apart say nothing about what happened between
-constexpr milliseconds handPatience{3000};
+constexpr milliseconds handPatience{2000};
 constexpr double movingShare = 0.006;   // of the picture: two blocks
 constexpr double steadyFocus = 0.75;    // energy from look to look
 constexpr double outOfFocus = 0.3;      // energy of what has stayed the same

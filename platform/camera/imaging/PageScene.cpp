@@ -14,6 +14,7 @@ constexpr float plainEnergy = 120;   // of slopes; below there is nothing to see
 constexpr float sameEnergy = 3;      // factor between two blocks of one material
 constexpr double leastContent = 0.02; // of the picture: a card
 constexpr double fewAliens = 0.02;    // of the blocks
+constexpr int borderBlocks = 2;
 constexpr int leastSkin = 3;         // blocks
 constexpr double mostSkin = 0.3;     // of the picture: a larger thing is no hand
 constexpr double skinOfArm = 0.2;    // the rest is sleeve and shadow
@@ -141,18 +142,23 @@ void PageScene::findDesk(const LookMatch& match, cv::Size grid)
     }
 }
 
-// What has not changed, nor lies next to what has: that may be an edge of the same page.
+// The desk shows along the picture's border. What lies next to what has changed is left out: that may be an
+// edge of the same page.
 void PageScene::takeOutside(cv::Size grid)
 {
     outside_.clear();
-    const auto keep = [&](bool nextTo) {
+    const auto keep = [&](auto wanted) {
         for (int i = 0; i < grid.area(); ++i)
-            if (!foreign_[static_cast<size_t>(i)] && !(nextTo && touchesForeign(i, grid)))
+            if (!foreign_[static_cast<size_t>(i)] && wanted(i))
                 outside_.push_back(static_cast<size_t>(i));
     };
-    keep(true);
+    keep([&](int i) {
+        const int x = i % grid.width, y = i / grid.width;
+        const int in = std::min({x, y, grid.width - 1 - x, grid.height - 1 - y});
+        return in < borderBlocks && !touchesForeign(i, grid);
+    });
     if (outside_.empty())
-        keep(false);
+        keep([](int) { return true; });
 }
 
 bool PageScene::touchesForeign(int block, cv::Size grid) const
