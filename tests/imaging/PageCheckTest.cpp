@@ -201,6 +201,23 @@ TEST(PageFilm, TheBareDeskIsNoPageAndThePagePutBackNoNewOne)
             expectReports("errands " , film, 30, {2.9, 15.4, 20.4, 25.4}, {{640, 480}, rate, desk});
 }
 
+TEST(PageFilm, HandX)
+{
+    const cv::Mat english = made::deskPage("03-english-text"), other = made::otherWords(english);
+    int n=0,bad=0;
+    for (const Desk desk : {Desk::wood, Desk::light, Desk::dark, Desk::coloured, Desk::checked, Desk::noisy})
+     for (const cv::Scalar& skin : {cv::Scalar{214, 160, 132}, cv::Scalar{236,190,165}, cv::Scalar{120, 80, 60}, cv::Scalar{168,112,82}})
+      for (const cv::Scalar& cloth : {cv::Scalar{52, 64, 92}, cv::Scalar{230,230,232}, cv::Scalar{150,40,40}})
+       for (double from : {20., 100., 200., 290.}) {
+        const auto film = [&](double t) {
+          Moment m; m.sheets={{&english,{210,157},0.5}}; Visit v{1.5,5,{210+80*std::cos(from*.01745),157+70*std::sin(from*.01745)},from}; v.show(t,m);
+          if(m.arm){m.arm->skin=skin;m.arm->cloth=cloth;} return m; };
+        made::PageFilm camera({640,480}, desk, 2);
+        auto r=reports(film,6,30,camera); ++n; if(r.size()!=1) { ++bad; printf("desk %d skin %.0f cloth %.0f from %.0f: %zu\n",(int)desk,skin[0],cloth[0],from,r.size()); }
+       }
+    printf("%d of %d\n",bad,n);
+}
+
 TEST(PageFilm, EveryPageOfAPileIsReportedOnceSoonAfterItLiesStill)
 {
     const cv::Mat english = made::deskPage("03-english-text"), russian = made::deskPage("05-russian-text"),

@@ -18,8 +18,6 @@ namespace {
 
 constexpr double deskWidthMm = 420;
 constexpr double sheetPerMm = 4;
-const cv::Scalar skin(214, 160, 132), cloth(52, 64, 92);
-
 // Fingers and thumb from the palm's middle, along and across the arm, millimetres.
 constexpr std::array<std::array<double, 4>, 5> fingers{
     {{-35, -28, -95, -34}, {-40, -9, -112, -11}, {-38, 10, -105, 14}, {-32, 28, -82, 38}, {5, 32, -30, 66}}};
@@ -99,8 +97,8 @@ void PageFilm::drawArm(const Moment::Arm& arm, cv::Mat& picture) const
     shade.convertTo(shade, CV_32F, -0.45 / 255, 1);
     cv::cvtColor(shade, shade, cv::COLOR_GRAY2RGB);
     cv::multiply(picture, shade, picture, 1, CV_8U);
-    picture.setTo(skin, shape > 127);
-    picture.setTo(cloth, sleeve > 127);
+    picture.setTo(arm.skin, shape > 127);
+    picture.setTo(arm.cloth, sleeve > 127);
 }
 
 void PageFilm::shineOn(const Moment& moment, cv::Mat& picture)

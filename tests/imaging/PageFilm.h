@@ -28,6 +28,7 @@ struct Moment
     {
         cv::Point2d tips;
         double fromDegrees = 0; ///< where it comes from: 0 right, 90 below
+        cv::Scalar skin{214, 160, 132}, cloth{52, 64, 92};
     };
     std::vector<Lying> sheets; ///< the lowest first
     std::optional<Arm> arm;

@@ -11,13 +11,11 @@ using std::chrono::milliseconds;
 constexpr int reducedSide = 640; // words on an A4 page that fills the picture stay apart
 constexpr milliseconds restTime{300};  // between the first and the last of the looks that are alike
 constexpr milliseconds lostTrack{3000}; // two looks farther apart say nothing about what happened between
-constexpr milliseconds handPatience{3000};
+constexpr milliseconds handPatience{2000};
 constexpr double movingShare = 0.006;   // of the picture: two blocks
 constexpr double steadyFocus = 0.75;    // energy from look to look
 constexpr double outOfFocus = 0.3;      // energy of what has stayed the same
 constexpr double mostNoise = 60;        // energy: what is more is movement
-constexpr double contentEnergy = 120;   // of slopes: 4 % of contrast between a pixel's two neighbours
-constexpr double leastContent = 0.02;   // of the picture
 constexpr double boundary = 0.015;      // of the picture showing something new: difference 0.32
 constexpr milliseconds settled{1000}; // then a slightly other look is what the page looks like now
 constexpr double settledShare = 0.85 * boundary;
@@ -79,7 +77,7 @@ bool PageCheck::isNew(double threshold, Time now)
         difference_ = 1;
         if (!rested)
             return false;
-        const bool something = showsSomething();
+        const bool something = scene_.showsSomething(now_);
         remember(); // an empty desk, too: the first page will differ from it
         return something && difference_ >= threshold;
     }
@@ -99,15 +97,6 @@ bool PageCheck::isNew(double threshold, Time now)
     if (isNew || (drifted && !scene.hand))
         remember();
     return isNew;
-}
-
-bool PageCheck::showsSomething() const
-{
-    double area = 0;
-    for (int i = 0; i < now_.grid().area(); ++i)
-        if (now_.energies()[static_cast<size_t>(i)] > contentEnergy)
-            area += now_.block(i).area();
-    return area >= leastContent * now_.size().area();
 }
 
 void PageCheck::remember()

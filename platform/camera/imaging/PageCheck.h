@@ -34,7 +34,6 @@ public:
 private:
     bool isStill(Time now);
     bool isNew(double threshold, Time now);
-    bool showsSomething() const;
     void remember();
 
     Reduction reduction_;

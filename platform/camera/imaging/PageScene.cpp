@@ -12,6 +12,9 @@ constexpr float darkness = 10;       // levels, added: the colour of the dark is
 constexpr float sameTone = 0.13F;    // 13 % in each channel: uneven light over a desk
 constexpr float plainEnergy = 120;   // of slopes; below there is nothing to see
 constexpr float sameEnergy = 3;      // factor between two blocks of one material
+constexpr double leastContent = 0.02; // of the picture: a card
+constexpr double fewAliens = 0.02;    // of the blocks
+constexpr int borderBlocks = 2;
 constexpr int leastSkin = 3;         // blocks
 constexpr double mostSkin = 0.3;     // of the picture: a larger thing is no hand
 constexpr double skinOfArm = 0.2;    // the rest is sleeve and shadow
@@ -35,6 +38,38 @@ float nth(std::vector<float>& values, double share)
 }
 
 } // namespace
+
+bool PageScene::showsSomething(const PageLook& look)
+{
+    const size_t count = look.colours().size();
+    now_.resize(count);
+    double area = 0;
+    for (size_t i = 0; i < count; ++i) {
+        now_[i] = {toneOf(look.colours()[i]), look.energies()[i]};
+        area += now_[i].energy < plainEnergy ? 0 : look.block(static_cast<int>(i)).area();
+    }
+    return area >= leastContent * look.size().area() && !isOneMaterial();
+}
+
+bool PageScene::isOneMaterial()
+{
+    Sight middle;
+    for (int c = 0; c < 4; ++c) {
+        values_.clear();
+        for (const Sight& sight : now_)
+            values_.push_back(c < 3 ? sight.tone[c] : sight.energy);
+        (c < 3 ? middle.tone[c] : middle.energy) = nth(values_, 0.5);
+    }
+    const auto alien = std::count_if(
+        now_.begin(), now_.end(), [&](const Sight& sight) { return !sameSight(sight, middle); });
+    return alien < fewAliens * static_cast<double>(now_.size());
+}
+
+bool PageScene::sameSight(const Sight& a, const Sight& b)
+{
+    const float high = std::max(a.energy, b.energy), low = std::min(a.energy, b.energy);
+    return alike(a.tone, b.tone) && (high < plainEnergy || high < sameEnergy * low);
+}
 
 PageScene::Judgement PageScene::judge(const PageLook& now, const PageLook& page, const LookMatch& match)
 {
@@ -90,10 +125,6 @@ void PageScene::takeGain(const PageLook& now, const PageLook& page, const LookMa
 // like what lay there.
 void PageScene::findDesk(const LookMatch& match, cv::Size grid)
 {
-    const auto sameSight = [](const Sight& a, const Sight& b) {
-        const float high = std::max(a.energy, b.energy), low = std::min(a.energy, b.energy);
-        return alike(a.tone, b.tone) && (high < plainEnergy || high < sameEnergy * low);
-    };
     const size_t count = now_.size();
     foreign_.assign(count, 0);
     desk_.assign(count, 0);
@@ -111,18 +142,23 @@ void PageScene::findDesk(const LookMatch& match, cv::Size grid)
     }
 }
 
-// What has not changed, nor lies next to what has: that may be an edge of the same page.
+// The desk shows along the picture's border. What lies next to what has changed is left out: that may be an
+// edge of the same page.
 void PageScene::takeOutside(cv::Size grid)
 {
     outside_.clear();
-    const auto keep = [&](bool nextTo) {
+    const auto keep = [&](auto wanted) {
         for (int i = 0; i < grid.area(); ++i)
-            if (!foreign_[static_cast<size_t>(i)] && !(nextTo && touchesForeign(i, grid)))
+            if (!foreign_[static_cast<size_t>(i)] && wanted(i))
                 outside_.push_back(static_cast<size_t>(i));
     };
-    keep(true);
+    keep([&](int i) {
+        const int x = i % grid.width, y = i / grid.width;
+        const int in = std::min({x, y, grid.width - 1 - x, grid.height - 1 - y});
+        return in < borderBlocks && !touchesForeign(i, grid);
+    });
     if (outside_.empty())
-        keep(false);
+        keep([](int) { return true; });
 }
 
 bool PageScene::touchesForeign(int block, cv::Size grid) const

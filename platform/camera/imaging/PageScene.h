@@ -17,6 +17,9 @@ public:
         double newShare = 0; ///< of the picture: changed and neither desk nor the hand that alone changed it
         bool hand = false;   ///< reaches into the picture
     };
+    /// Whether anything lies there, for a look with nothing to compare it with: something is to be seen, and
+    /// not the same all over, as on bare cloth.
+    bool showsSomething(const PageLook& look);
     /// `match` compares `now` with `page`, the look that is remembered.
     Judgement judge(const PageLook& now, const PageLook& page, const LookMatch& match);
 
@@ -35,6 +38,9 @@ private:
         cv::Vec3f tone; ///< logarithm of the channels
         float energy = 0;
     };
+    static bool sameSight(const Sight& a, const Sight& b);
+    bool isOneMaterial();
+
     std::vector<Sight> now_, page_;
     std::vector<unsigned char> foreign_; ///< other content or colour than on the page, and not the desk
     std::vector<unsigned char> desk_, skin_, wide_, reach_;
