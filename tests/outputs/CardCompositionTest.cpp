@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+
 namespace {
 
 class CardCompositionTest : public ::testing::Test

@@ -1,4 +1,5 @@
 // Every control says its name to a screen reader, and every picture button to the eye.
+#include "AutoScan.h"
 #include "BtnControl.h"
 #include "FreshSettings.h"
 #include "More.h"
@@ -66,6 +67,8 @@ TEST_F(Accessibility, EveryControlHasAName)
     expectNamed(box);
     Thumbnail strip;
     expectNamed(strip);
+    AutoScan scan;
+    expectNamed(scan);
 }
 
 TEST_F(Accessibility, TheKeyboardIsSeen)
