@@ -5,7 +5,6 @@
 #include "camera/Sensor.h"
 #include "film/TurnFilm.h"
 
-
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>

@@ -106,8 +106,8 @@ public:
     int MirvakDevice_JudgeCameraSize(void* device, void* image, int& size, double low, double high);
 
     // --- Image ------------------------------------------------------------------------------------------
-    /// A copy; null for a null handle or without memory. Costs next to nothing: the pixels are copied when one
-    /// of the two is changed. The two may be used on different threads.
+    /// A copy; null for a null handle or without memory. Costs next to nothing: the pixels are copied when
+    /// one of the two is changed. The two may be used on different threads.
     void* MirvakImage_Clone(void* image);
     int MirvakImage_Release(void* image);
     int MirvakImage_GetWidth(void* image);  ///< pixels; 0 for null
