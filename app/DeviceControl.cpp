@@ -84,6 +84,7 @@ void DeviceControl::changeResolution(int index)
 
 bool DeviceControl::start(int resolutionIndex)
 {
+    delivery_.channel().resume();
     const CameraSession::OpenResult result =
         session_.start(resolutionIndex, view_.GetResolutionCurrentText(resolutionIndex));
     if (result == CameraSession::OpenResult::Ok) {

@@ -1,16 +1,15 @@
 #include "LumroScanner.h"
 
 #include "AssistControl.h"
-#include "AutoScan.h"
 #include "BtnControl.h"
-#include "CardComposition.h"
 #include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
-#include "ImageMerge.h"
 #include "LanguageFolder.h"
 #include "MainDesk.h"
 #include "More.h"
+#include "OutputControl.h"
+#include "ScanControl.h"
 #include "ScanModes.h"
 #include "Settings.h"
 #include "Shortcuts.h"
@@ -61,7 +60,6 @@ LumroScanner::LumroScanner(QWidget* parent)
     connectTools();
     connectButtons();
     connectSettings();
-    connectScans();
     devices_->discover();
     changelanguage(settings::appLanguage.read(settings_));
     startKeys();
@@ -72,7 +70,7 @@ LumroScanner::~LumroScanner()
     if (keysListening_)
         camera_.MirvakHid_Deinit();
     delivery_.channel().close(); // a timed capture that waits for its frame is sent away
-    continuous_.finish();
+    scans_->finish();
     assist_->stop();
     session_.shutDown();
 }
@@ -81,8 +79,6 @@ void LumroScanner::makeParts()
 {
     more_ = new More(this);
     configSet_ = new ConfigSet(this);
-    autoScan_ = new AutoScan(this);
-    imageMerge_ = new ImageMerge(this);
     buttons_ = new BtnControl(ui_->buttonContainer);
     fill(ui_->buttonContainer, buttons_);
     thumbnail_ = new Thumbnail(ui_->thumbnailContainer);
@@ -101,20 +97,18 @@ void LumroScanner::makeFeatures()
     VideoView& view = *ui_->videoView;
     desk_ =
         std::make_unique<MainDesk>(MainDesk::Parts{*this, view, session_, delivery_, processor_, capture_});
-    for (const QWidget* dialog : std::initializer_list<QWidget*>{configSet_, autoScan_, imageMerge_, more_})
+    for (const QWidget* dialog : std::initializer_list<QWidget*>{configSet_, more_})
         desk_->addBlocker(dialog);
     assist_ = std::make_unique<AssistControl>(camera_, GetAssCameraData, this, session_, view, *desk_);
     desk_->setAssist(assist_.get());
     scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
-    composition_ = std::make_unique<CardComposition>(
-        *desk_, [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
-            ImgMerge(first, second, savePath);
-        });
+    scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
+    outputs_ = std::make_unique<OutputControl>(*desk_, *thumbnail_, *this);
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
     delivery_.setPaperSizeCheck([this](void* image) { session_.checkPaperSize(image); });
-    delivery_.setPageCheck([this](void* image) { continuous_.checkautopage(image); });
+    delivery_.setPageCheck([this](void* image) { scans_->checkautopage(image); });
 }
 
 void LumroScanner::connectTools()
@@ -136,6 +130,9 @@ void LumroScanner::connectTools()
     connect(this, &LumroScanner::setthumdnailpath, thumbnail_, [this](const QString& path) {
         thumbnail_->AddImage(path, -1);
     });
+    connect(this, &LumroScanner::setthumdnailpath, new ShutterSound(this), &ShutterSound::play);
+    connect(scans_.get(), &ScanControl::autopageScanSign, this, &LumroScanner::autopageScanSign);
+    connect(scans_.get(), &ScanControl::pictureSaved, this, &LumroScanner::setthumdnailpath);
 }
 
 void LumroScanner::connectButtons()
@@ -180,19 +177,6 @@ void LumroScanner::connectSettings()
     connect(shortcuts, &Shortcuts::documentPressed, this, &LumroScanner::onDocument);
     connect(shortcuts, &Shortcuts::bookPressed, this, &LumroScanner::onBookFlat);
     connect(configSet_, &ConfigSet::currentmergepos, this, [this] { assist_->placeAgain(); });
-}
-
-void LumroScanner::connectScans()
-{
-    connect(autoScan_, &AutoScan::timerScanReady, this, &LumroScanner::onAutoScanTiemr);
-    connect(autoScan_, &AutoScan::autoscanStop, this, &LumroScanner::onStopAutoScan);
-    connect(&continuous_, &ContinuousScan::autopageScanSign, this, &LumroScanner::autopageScanSign);
-    connect(this, &LumroScanner::autopageScanSign, this, &LumroScanner::onPageFound, Qt::QueuedConnection);
-    // From the thread of a timed capture these come through the event loop.
-    connect(&continuous_, &ContinuousScan::pictureSaved, this, &LumroScanner::setthumdnailpath);
-    connect(&continuous_, &ContinuousScan::saveFailed, desk_.get(), &MainDesk::tellNotSaved);
-    connect(this, &LumroScanner::setthumdnailpath, new ShutterSound(this), &ShutterSound::play);
-    connect(imageMerge_, &ImageMerge::postSynthesisPath, this, &LumroScanner::onGetSynthesisPath);
 }
 
 void LumroScanner::startKeys()
@@ -275,59 +259,37 @@ void LumroScanner::onDocument()
 
 void LumroScanner::onAutoScanner()
 {
-    if (!desk_->mayCapture())
-        return;
-    const bool byPages = settings::autoScanType.read(settings_) == 0;
-    autoScan_->SetTitleName(byPages ? tr("Auto Scan") : tr("Timer Scan"));
-    autoScan_->show();
-    if (byPages) {
-        autoScan_->SetAutopageScan();
-        continuous_.startPages();
-    } else {
-        autoScan_->SetTimerScan(settings::autoScanDelay.read(settings_));
-    }
-    Q_EMIT setenabletoolssign(false);
+    scans_->onAutoScanner();
 }
 
 void LumroScanner::onAutoScanTiemr()
 {
-    continuous_.onAutoScanTiemr();
-}
-
-void LumroScanner::onPageFound()
-{
-    // A page that was found just before the user pressed "Stop" is told of afterwards.
-    if (continuous_.watchesPages() && continuous_.scannerimage())
-        autoScan_->SetAutoPageNum();
+    scans_->onAutoScanTiemr();
 }
 
 void LumroScanner::onStopAutoScan()
 {
-    autoScan_->hide();
-    continuous_.stop();
-    Q_EMIT setenabletoolssign(true);
+    scans_->onStopAutoScan();
 }
 
 void LumroScanner::onPicCompose()
 {
-    composition_->takeShot();
+    outputs_->onPicCompose();
 }
 
 void LumroScanner::onCardCompose()
 {
-    composition_->takeShot();
+    outputs_->onPicCompose();
 }
 
-void LumroScanner::ImgMerge(QPixmap first, QPixmap second, const QString& savePath)
+void LumroScanner::ImgMerge(const QPixmap& first, const QPixmap& second, const QString& savePath)
 {
-    imageMerge_->close();
-    imageMerge_->setMergeImage(first, second, savePath);
-    imageMerge_->show();
+    outputs_->ImgMerge(first, second, savePath);
 }
 
 void LumroScanner::onGetSynthesisPath(const QString& path)
 {
-    thumbnail_->AddImage(path, -1);
+    outputs_->onGetSynthesisPath(path);
 }
 
 // --- functions of further windows -------------------------------------------------------------------------

@@ -3,7 +3,6 @@
 #include "CameraSession.h"
 #include "CaptureProcessor.h"
 #include "ConfigSettings.h"
-#include "ContinuousScan.h"
 #include "FrameDelivery.h"
 #include "StillCapture.h"
 #include "mirvakcamera.h"
@@ -13,15 +12,14 @@
 #include <memory>
 
 class AssistControl;
-class AutoScan;
 class BtnControl;
-class CardComposition;
 class ConfigSet;
 class DeviceControl;
-class ImageMerge;
 class MainDesk;
 class More;
+class OutputControl;
 class QPixmap;
+class ScanControl;
 class ScanModes;
 class Thumbnail;
 class TitleBar;
@@ -57,7 +55,7 @@ public:
     /// While a card composition waits for its second shot, other captures are refused.
     void setMergePending(bool pending);
     /// Shows the dialog that joins two pictures; the result may go to `savePath`.
-    void ImgMerge(QPixmap first, QPixmap second, const QString& savePath);
+    void ImgMerge(const QPixmap& first, const QPixmap& second, const QString& savePath);
 
 Q_SIGNALS:
     void autopageScanSign();
@@ -114,8 +112,6 @@ private:
     void connectTools();
     void connectButtons();
     void connectSettings();
-    void connectScans();
-    void onPageFound();
     void startKeys();
     void readBookLine();
     void featureMissing();
@@ -128,20 +124,17 @@ private:
     More* more_ = nullptr;
     ConfigSet* configSet_ = nullptr;
 
-    AutoScan* autoScan_ = nullptr;
-    ImageMerge* imageMerge_ = nullptr;
-
     // The session is declared after everything that its callback touches: it stops first.
     MirvakCamera camera_;
     CaptureProcessor processor_{camera_};
     FrameDelivery delivery_;
     StillCapture capture_;
-    ContinuousScan continuous_{camera_, capture_};
     CameraSession session_{camera_, GetCameraData, this};
     std::unique_ptr<MainDesk> desk_;
     std::unique_ptr<AssistControl> assist_;
     std::unique_ptr<ScanModes> scanModes_;
-    std::unique_ptr<CardComposition> composition_;
+    std::unique_ptr<ScanControl> scans_;
+    std::unique_ptr<OutputControl> outputs_;
     DeviceControl* devices_ = nullptr;
     bool keysListening_ = false;
 };

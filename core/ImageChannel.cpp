@@ -8,6 +8,7 @@
 void ImageChannel::offer(void* image)
 {
     const std::lock_guard lock(mutex_);
+    ended_ = false;
     if (!requested_ || closed_)
         return;
     const auto wanted = static_cast<size_t>(waiting_);
@@ -30,14 +31,13 @@ FrameHandle ImageChannel::take(std::chrono::milliseconds timeout)
         frames_.clear(); // a frame that answered an older request shows an older page
     requested_ = true;
     ++waiting_;
-    const unsigned interruptions = interruptions_;
-    while (frames_.empty() && !closed_ && interruptions == interruptions_) {
+    while (frames_.empty() && !closed_ && !ended_) {
         if (arrived_.wait_until(lock, deadline) == std::cv_status::timeout && frames_.empty())
             break;
     }
     --waiting_;
     if (frames_.empty()) {
-        if (!closed_ && interruptions == interruptions_)
+        if (!closed_ && !ended_)
             std::fputs("Get image timeout!\n", stderr);
         return ownImage(camera_, nullptr);
     }
@@ -53,8 +53,14 @@ FrameHandle ImageChannel::take(std::chrono::milliseconds timeout)
 void ImageChannel::interrupt()
 {
     const std::lock_guard lock(mutex_);
-    ++interruptions_;
+    ended_ = true;
     arrived_.notify_all();
+}
+
+void ImageChannel::resume()
+{
+    const std::lock_guard lock(mutex_);
+    ended_ = false;
 }
 
 void ImageChannel::close()

@@ -25,8 +25,10 @@ public:
     /// own.
     FrameHandle take(std::chrono::milliseconds timeout);
 
-    /// Sends those who wait now away without a frame: none will come.
+    /// The stream has ended: those who wait, and those who come before it runs again, are sent away without a
+    /// frame. It runs again with the next frame offered, or from resume().
     void interrupt();
+    void resume();
 
     /// Wakes every waiting consumer; from now on take() answers null at once. Final.
     void close();
@@ -40,7 +42,7 @@ private:
     std::condition_variable arrived_;
     std::deque<FrameHandle> frames_;
     int waiting_ = 0;
-    unsigned interruptions_ = 0;
+    bool ended_ = false;
     bool requested_ = false;
     bool closed_ = false;
 };

@@ -43,6 +43,7 @@ SecondCamera::OpenResult SecondCamera::start(int mainIndex)
         return OpenResult::CreateFailed;
     const bool isRaw = camera_.MirvakDevice_GetSubtype(device_) == rawFormat;
     ++streamNumber_;
+    channel_.resume();
     if (camera_.MirvakDevice_StartPreview(device_,
                                           isRaw ? rawFormat : compressedFormat,
                                           firstResolution,
@@ -57,12 +58,12 @@ SecondCamera::OpenResult SecondCamera::start(int mainIndex)
 void SecondCamera::stop()
 {
     ++streamNumber_;
-    channel_.interrupt();
-    if (!device_)
-        return;
-    camera_.MirvakDevice_StopPreview(device_);
-    camera_.MirvakDevice_Release(device_);
-    device_ = nullptr;
+    if (device_) {
+        camera_.MirvakDevice_StopPreview(device_);
+        camera_.MirvakDevice_Release(device_);
+        device_ = nullptr;
+    }
+    channel_.interrupt(); // after the last frame, which would say that the stream runs
 }
 
 void SecondCamera::onFrame(void* image, int width, int height)

@@ -282,14 +282,6 @@
         <source>Restart the software to take effect!</source>
         <translation>Restart the software to take effect!</translation>
     </message>
-    <message>
-        <source>Auto Scan</source>
-        <translation>Auto Scan</translation>
-    </message>
-    <message>
-        <source>Timer Scan</source>
-        <translation>Timer Scan</translation>
-    </message>
 </context>
 <context>
     <name>MainDesk</name>
@@ -348,6 +340,17 @@
     <message>
         <source>error</source>
         <translation>error</translation>
+    </message>
+</context>
+<context>
+    <name>ScanControl</name>
+    <message>
+        <source>Auto Scan</source>
+        <translation>Auto Scan</translation>
+    </message>
+    <message>
+        <source>Timer Scan</source>
+        <translation>Timer Scan</translation>
     </message>
 </context>
 <context>

@@ -282,14 +282,6 @@
         <source>Restart the software to take effect!</source>
         <translation>Перезапустите программу, чтобы изменения вступили в силу!</translation>
     </message>
-    <message>
-        <source>Auto Scan</source>
-        <translation>Автосканирование</translation>
-    </message>
-    <message>
-        <source>Timer Scan</source>
-        <translation>Сканирование по таймеру</translation>
-    </message>
 </context>
 <context>
     <name>MainDesk</name>
@@ -348,6 +340,17 @@
     <message>
         <source>error</source>
         <translation>Ошибка</translation>
+    </message>
+</context>
+<context>
+    <name>ScanControl</name>
+    <message>
+        <source>Auto Scan</source>
+        <translation>Автосканирование</translation>
+    </message>
+    <message>
+        <source>Timer Scan</source>
+        <translation>Сканирование по таймеру</translation>
     </message>
 </context>
 <context>

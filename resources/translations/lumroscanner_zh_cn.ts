@@ -282,14 +282,6 @@
         <source>Restart the software to take effect!</source>
         <translation>重启软件后生效！</translation>
     </message>
-    <message>
-        <source>Auto Scan</source>
-        <translation>自动扫描</translation>
-    </message>
-    <message>
-        <source>Timer Scan</source>
-        <translation>定时扫描</translation>
-    </message>
 </context>
 <context>
     <name>MainDesk</name>
@@ -348,6 +340,17 @@
     <message>
         <source>error</source>
         <translation>错误</translation>
+    </message>
+</context>
+<context>
+    <name>ScanControl</name>
+    <message>
+        <source>Auto Scan</source>
+        <translation>自动扫描</translation>
+    </message>
+    <message>
+        <source>Timer Scan</source>
+        <translation>定时扫描</translation>
     </message>
 </context>
 <context>

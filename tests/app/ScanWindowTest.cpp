@@ -60,6 +60,31 @@ TEST_F(ScanWindowTest, TheTimerTakesPicturesUntilItIsStopped)
     EXPECT_EQ(files().size(), taken);
 }
 
+TEST_F(ScanWindowTest, SettingsOfTheWrongKindCountAsNotSet)
+{
+    useDesk(camera() + ", " + second());
+    for (const QVariant& value : {QVariant(QStringLiteral("abc")), QVariant(-7), QVariant(99)}) {
+        for (const char* key : {"Scan_Type",
+                                "AutoScan_Type",
+                                "AutoScan_Delay",
+                                "Merge_Pos",
+                                "Deskew",
+                                "Camera_Synthesis",
+                                "Camera_Resolution",
+                                "Watermark_Pos"})
+            store_.GetSettings()->setValue(QLatin1String(key), value);
+        const int before = int(files().size());
+        show();
+        ASSERT_TRUE(waitForPicture());
+        window_->onScanner();
+        EXPECT_EQ(files().size(), before + 1) << qPrintable(value.toString());
+        window_->onAutoScanner();
+        EXPECT_EQ(scanDialog().windowTitle(), QStringLiteral("Timer Scan"));
+        QTest::keyClick(&scanDialog(), Qt::Key_Escape);
+        window_.reset();
+    }
+}
+
 TEST_F(ScanWindowTest, ANewPageIsTakenOnceAndCounted)
 {
     settings::autoScanType.write(store_, 0);

@@ -87,12 +87,14 @@ TEST_F(ImageChannelTest, EveryOneOfManyConsumersGetsAFrameOfItsOwn)
     source.join();
 }
 
-TEST_F(ImageChannelTest, AnInterruptionSendsTheWaitingAwayAndNobodyElse)
+TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRunsAgain)
 {
     auto taken = std::async(std::launch::async, [&] { return channel_.take(60s); });
     waitForRequest();
     channel_.interrupt();
     EXPECT_EQ(taken.get(), nullptr);
+    EXPECT_EQ(channel_.take(60s), nullptr) << "a capture that comes just too late";
+    channel_.resume();
     auto next = std::async(std::launch::async, [&] { return channel_.take(60s); });
     while (next.wait_for(1ms) != std::future_status::ready)
         channel_.offer(frame(7).get());
