@@ -19,6 +19,9 @@ int main(int argc, char** argv)
     reporter.compare("frame path / bare JPEG decoding", "FramePath", {"BareJpegDecode"}, 1.4);
     reporter.compare(
         "frame path with outline / bare JPEG decoding", "FramePathWithOutline", {"BareJpegDecode"}, 1.8);
+    reporter.compare("page check / bare JPEG decoding (or 4 ms)", "PageCheckAtRest", {"BareJpegDecode"}, 0.1);
+    reporter.compare(
+        "page check, another page each second (or 4 ms)", "PageCheckTurning", {"BareJpegDecode"}, 0.1);
     reporter.compare("single shot, cropped / warp and JPEG encoding",
                      "CaptureInMemory",
                      {"BareWarp", "BareJpegEncode"},

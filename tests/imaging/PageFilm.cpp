@@ -118,8 +118,8 @@ void PageFilm::shineOn(const Moment& moment, cv::Mat& picture)
         const cv::Vec3f* noise = grain.ptr<cv::Vec3f>(y);
         for (int x = 0; x < picture.cols; ++x)
             for (int c = 0; c < 3; ++c)
-                pixels[x][c] =
-                    cv::saturate_cast<uchar>(pixels[x][c] * gain[c] * shade[static_cast<size_t>(x)] + noise[x][c]);
+                pixels[x][c] = cv::saturate_cast<uchar>(
+                    pixels[x][c] * gain[c] * shade[static_cast<size_t>(x)] + noise[x][c]);
     }
 }
 
@@ -174,6 +174,21 @@ cv::Mat otherWords(const cv::Mat& page)
         from.colRange(from.cols - by, from.cols).copyTo(to.colRange(0, by));
         top = -1;
     }
+    return result;
+}
+
+cv::Mat otherEntries(const cv::Mat& form)
+{
+    constexpr int rows = 8;
+    constexpr double topMm = 88, rowMm = 9, fromMm = 30.5, toMm = 121.5, clear = 0.8; // of the rules
+    const auto row = [&](int index) {
+        const cv::Point2d from(fromMm, topMm + index * rowMm + clear),
+            to(toMm, topMm + (index + 1) * rowMm - clear);
+        return cv::Rect(cv::Point(from * sheetPerMm), cv::Point(to * sheetPerMm));
+    };
+    cv::Mat result = form.clone();
+    for (int i = 0; i < rows; ++i) // every other row is tinted
+        form(row((i + 2) % rows)).copyTo(cv::Mat(result, row(i)));
     return result;
 }
 

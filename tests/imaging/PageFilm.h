@@ -66,5 +66,7 @@ private:
 cv::Mat deskPage(const char* name);
 /// The same lines with other words in the same places: each line is turned round and round by another piece.
 cv::Mat otherWords(const cv::Mat& page);
+/// The page "02-form" with the rows of its table filled in otherwise; all that is printed stays.
+cv::Mat otherEntries(const cv::Mat& form);
 
 } // namespace made

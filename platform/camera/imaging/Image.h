@@ -14,10 +14,10 @@ constexpr double cameraDpi = 8464 * 0.0254;
 /// What an image handle points at.
 struct Image
 {
-    cv::Mat pixels;         ///< CV_8UC3, red green blue, continuous
-    double dpi = cameraDpi; ///< dots per inch, both axes
+    cv::Mat pixels;                                             ///< CV_8UC3, red green blue, continuous
+    double dpi = cameraDpi;                                     ///< dots per inch, both axes
     std::optional<std::chrono::steady_clock::time_point> taken; ///< when the camera delivered it
-    cv::Mat spare;          ///< second buffer of the same bytes for operations that cannot work in place
+    cv::Mat spare; ///< second buffer of the same bytes for operations that cannot work in place
 };
 
 } // namespace mirvak

@@ -1,5 +1,6 @@
 #include "LookMatch.h"
 
+#include "BlockGrid.h"
 #include "SlopeMatch.h"
 
 #include <algorithm>
@@ -10,20 +11,19 @@ namespace mirvak {
 
 namespace {
 
-constexpr double leastEnergy = 120; // of slopes: 4 % of contrast between a pixel's two neighbours
-constexpr double overNoise = 5;     // times its energy: what can be compared at all
-constexpr double alike = 0.45; // the same block stays above, other words in the same lines below
-constexpr int leastApart = 3; // pixels: two movements, not one and its rounding
-constexpr size_t adjacent = 9; // of them
+constexpr double overNoise = 5; // times its energy: what can be compared at all
+constexpr double alike = 0.45;  // the same block stays above, other words in the same lines below
+constexpr int leastApart = 3;   // pixels: two movements, not one and its rounding
+constexpr size_t adjacent = 9;  // of them
 constexpr double mostBreath = 0.03;
 constexpr int fewBlocks = 4;
 constexpr int searchRowStep = 2; // the slopes are smooth: every other row tells as much in half the time
 
 // From the middle outwards.
-const std::array<cv::Point, 25> nearby{{{0, 0},   {1, 0},   {-1, 0},  {0, 1},   {0, -1},  {1, 1},   {-1, 1},
-                                        {1, -1},  {-1, -1}, {2, 0},   {-2, 0},  {0, 2},   {0, -2},  {2, 1},
-                                        {2, -1},  {-2, 1},  {-2, -1}, {1, 2},   {-1, 2},  {1, -2},  {-1, -2},
-                                        {2, 2},   {-2, 2},  {2, -2},  {-2, -2}}};
+const std::array<cv::Point, 25> nearby{{{0, 0},  {1, 0},   {-1, 0},  {0, 1},  {0, -1}, {1, 1},  {-1, 1},
+                                        {1, -1}, {-1, -1}, {2, 0},   {-2, 0}, {0, 2},  {0, -2}, {2, 1},
+                                        {2, -1}, {-2, 1},  {-2, -1}, {1, 2},  {-1, 2}, {1, -2}, {-1, -2},
+                                        {2, 2},  {-2, 2},  {2, -2},  {-2, -2}}};
 
 cv::Point2d middleOf(const cv::Rect& area)
 {
@@ -44,8 +44,8 @@ void LookMatch::compare(const PageLook& now, const PageLook& then, double noise,
     takeFloors(now, noise);
     lookAtRest(now, then);
     if (followMovement) {
-        follow(now, then);
-        spread(now, then);
+        if (follow(now, then))
+            spread(now, then);
         findSeams(now.grid());
     } else {
         breathe(now, then);
@@ -60,7 +60,8 @@ void LookMatch::takeFloors(const PageLook& now, double noise)
     brightness_.clear();
     for (const PageLook::Colour& colour : now.colours()) {
         brightness_.push_back((colour[0] + 2 * colour[1] + colour[2]) / (4 * 255.0) + 0.04);
-        floors_.push_back(std::max(leastEnergy, overNoise * noise / (brightness_.back() * brightness_.back())));
+        floors_.push_back(std::max<double>(PageLook::plainEnergy,
+                                           overNoise * noise / (brightness_.back() * brightness_.back())));
     }
 }
 
@@ -68,7 +69,7 @@ void LookMatch::takeFloors(const PageLook& now, double noise)
 // in the corners.
 void LookMatch::breathe(const PageLook& now, const PageLook& then)
 {
-    Sway sway = mirvak::atRest(now);
+    Sway sway = noSway(now);
     for (int round = 0; round < 3 && std::abs(sway.growth) <= mostBreath; ++round) {
         if (search(now, then, sway) < fewBlocks)
             return;
@@ -81,7 +82,8 @@ void LookMatch::breathe(const PageLook& now, const PageLook& then)
 }
 
 // Page and desk may have moved apart, so a second movement is looked for in what the first does not explain.
-void LookMatch::follow(const PageLook& now, const PageLook& then)
+// @return whether that explains a good part of the change: else it is another page
+bool LookMatch::follow(const PageLook& now, const PageLook& then)
 {
     for (int movement = 0; movement < 2; ++movement) {
         moved_.resize(blocks_.size());
@@ -89,7 +91,7 @@ void LookMatch::follow(const PageLook& now, const PageLook& then)
             moved_[i] = blocks_[i] == Block::changed ? 1 : 0;
         const auto changed = static_cast<int>(std::count(moved_.begin(), moved_.end(), 1));
         if (changed == 0)
-            return;
+            return true;
         Sway sway = findSway(now, then, moved_);
         int found = search(now, then, sway);
         if (found < changed && found >= fewBlocks) { // now that the fine level has its say
@@ -101,8 +103,9 @@ void LookMatch::follow(const PageLook& now, const PageLook& then)
             found += search(now, then, sway);
         }
         if (found * 4 < changed)
-            return;
+            return movement > 0;
     }
+    return true;
 }
 
 void LookMatch::lookAtRest(const PageLook& now, const PageLook& then)
@@ -131,17 +134,27 @@ void LookMatch::lookAtRest(const PageLook& now, const PageLook& then)
     noise_ = nth(noises_, 0.1);
 }
 
+// A quarter of the blocks, spread over all, shows whether the sway is worth trying on the rest.
 // @return how many of the changed blocks lie unchanged where the sway says, or next to it
 int LookMatch::search(const PageLook& now, const PageLook& then, const Sway& sway)
 {
-    int found = 0;
-    for (int i = 0; i < now.grid().area(); ++i) {
-        if (blocks_[static_cast<size_t>(i)] != Block::changed)
-            continue;
-        const cv::Point2d way = sway.at(middleOf(now.block(i)));
-        found += searchBlock(now, then, i, {cvRound(way.x), cvRound(way.y)}, nearby.size()) ? 1 : 0;
+    constexpr size_t turns = 4;
+    constexpr size_t worthWhile = 20; // one in so many
+    changed_.clear();
+    for (size_t i = 0; i < blocks_.size(); ++i)
+        if (blocks_[i] == Block::changed)
+            changed_.push_back(static_cast<int>(i));
+    size_t found = 0, tried = 0;
+    for (size_t turn = 0; turn < turns; ++turn) {
+        for (size_t i = turn; i < changed_.size(); i += turns, ++tried) {
+            const cv::Point2d way = sway.at(middleOf(now.block(changed_[i])));
+            found +=
+                searchBlock(now, then, changed_[i], {cvRound(way.x), cvRound(way.y)}, nearby.size()) ? 1 : 0;
+        }
+        if (tried > turns && found * worthWhile < tried)
+            break;
     }
-    return found;
+    return static_cast<int>(found);
 }
 
 bool LookMatch::searchBlock(
@@ -171,9 +184,11 @@ void LookMatch::spread(const PageLook& now, const PageLook& then)
             if (blocks_[static_cast<size_t>(i)] != Block::changed)
                 continue;
             takeShiftsAround(i, now.grid());
-            found = std::any_of(shiftsAround_.begin(), shiftsAround_.end(), [&](const cv::Point& shift) {
-                        return searchBlock(now, then, i, shift, adjacent);
-                    }) || found;
+            found = std::any_of(
+                        shiftsAround_.begin(),
+                        shiftsAround_.end(),
+                        [&](const cv::Point& shift) { return searchBlock(now, then, i, shift, adjacent); }) ||
+                    found;
         }
     }
 }
@@ -182,15 +197,11 @@ void LookMatch::spread(const PageLook& now, const PageLook& then)
 void LookMatch::takeShiftsAround(int block, cv::Size grid)
 {
     shiftsAround_.clear();
-    const int x = block % grid.width, y = block / grid.width;
-    for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, grid.height - 1); ++ny) {
-        for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, grid.width - 1); ++nx) {
-            const auto at = static_cast<size_t>(ny * grid.width + nx);
-            if (blocks_[at] == Block::same &&
-                std::find(shiftsAround_.begin(), shiftsAround_.end(), shifts_[at]) == shiftsAround_.end())
-                shiftsAround_.push_back(shifts_[at]);
-        }
-    }
+    forEachAround(block, grid, [&](size_t at) {
+        if (blocks_[at] == Block::same &&
+            std::find(shiftsAround_.begin(), shiftsAround_.end(), shifts_[at]) == shiftsAround_.end())
+            shiftsAround_.push_back(shifts_[at]);
+    });
 }
 
 void LookMatch::findSeams(cv::Size grid)
@@ -199,8 +210,7 @@ void LookMatch::findSeams(cv::Size grid)
         if (blocks_[static_cast<size_t>(i)] != Block::changed)
             continue;
         takeShiftsAround(i, grid);
-        const int x = i % grid.width, y = i / grid.width;
-        if (x == 0 || y == 0 || x == grid.width - 1 || y == grid.height - 1)
+        if (distanceToBorder(i, grid) == 0)
             shiftsAround_.emplace_back(); // the picture's own edge, which stays where it is
         cv::Point least(1000, 1000), most(-1000, -1000);
         for (const cv::Point& shift : shiftsAround_) {

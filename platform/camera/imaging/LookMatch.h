@@ -20,8 +20,8 @@ public:
         changed
     };
 
-    /// Looks of one size. `noise` is the energy that the sensor's noise gives the slopes. With `follow` things
-    /// may have moved by up to 40 pixels of the finest level and turned a little, else by 2.
+    /// Looks of one size. `noise` is the energy that the sensor's noise gives the slopes. With `follow`
+    /// things may have moved by up to 40 pixels of the finest level and turned a little, else by 2.
     void compare(const PageLook& now, const PageLook& then, double noise, bool follow);
 
     const std::vector<Block>& blocks() const { return blocks_; }
@@ -39,7 +39,7 @@ private:
     void takeFloors(const PageLook& now, double noise);
     void lookAtRest(const PageLook& now, const PageLook& then);
     void breathe(const PageLook& now, const PageLook& then);
-    void follow(const PageLook& now, const PageLook& then);
+    bool follow(const PageLook& now, const PageLook& then);
     int search(const PageLook& now, const PageLook& then, const Sway& sway);
     bool searchBlock(const PageLook& now, const PageLook& then, int block, cv::Point around, size_t steps);
     void spread(const PageLook& now, const PageLook& then);
@@ -48,12 +48,13 @@ private:
     void sumUp(const PageLook& now);
 
     std::vector<Block> blocks_;
-    std::vector<cv::Point> shifts_; ///< of the blocks that are the same
-    std::vector<double> brightness_;  ///< of each block, 0 to 1
-    std::vector<double> floors_;      ///< energy below which a block shows nothing
+    std::vector<cv::Point> shifts_;  ///< of the blocks that are the same
+    std::vector<double> brightness_; ///< of each block, 0 to 1
+    std::vector<double> floors_;     ///< energy below which a block shows nothing
     std::vector<SwayStep> steps_;
     std::vector<cv::Point> shiftsAround_;
     std::vector<unsigned char> moved_;
+    std::vector<int> changed_;
     std::vector<double> noises_, ratios_;
     double changedShare_ = 0, energyRatio_ = 1, sharpness_ = 1, noise_ = 0;
 };

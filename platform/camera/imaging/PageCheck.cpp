@@ -8,16 +8,17 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int reducedSide = 640; // words on an A4 page that fills the picture stay apart
-constexpr milliseconds restTime{300};  // between the first and the last of the looks that are alike
-constexpr milliseconds lostTrack{3000}; // two looks farther apart say nothing about what happened between
-constexpr milliseconds handPatience{2000};
-constexpr double movingShare = 0.006;   // of the picture: two blocks
-constexpr double steadyFocus = 0.75;    // energy from look to look
-constexpr double outOfFocus = 0.3;      // energy of what has stayed the same
-constexpr double mostNoise = 60;        // energy: what is more is movement
-constexpr double boundary = 0.015;      // of the picture showing something new: difference 0.32
-constexpr milliseconds settled{1000}; // then a slightly other look is what the page looks like now
+constexpr int reducedSide = 640;            // words on an A4 page that fills the picture stay apart
+constexpr milliseconds restTime{300};       // between the first and the last of the looks that are alike
+constexpr milliseconds lostTrack{3000};     // two looks farther apart say nothing about what happened between
+constexpr milliseconds handPatience{2000};  // then what looks like a hand on a new page belongs to the page
+constexpr milliseconds focusPatience{2000}; // then the lens has found no better
+constexpr double movingShare = 0.006;       // of the picture: two blocks
+constexpr double steadyFocus = 0.6;         // energy from look to look
+constexpr double outOfFocus = 0.3;          // energy of what has stayed the same
+constexpr double mostNoise = 60;            // energy: what is more is movement
+constexpr double boundary = 0.015;          // of the picture showing something new: difference 0.32
+constexpr milliseconds settled{1000};       // then a slightly other look is what the page looks like now
 constexpr double settledShare = 0.85 * boundary;
 
 // Steep about the boundary and between 0 and 1: half of the boundary gives 0.11, double 0.65.
@@ -72,11 +73,11 @@ bool PageCheck::isStill(Time now)
 // Called for a picture in which nothing has moved since the last one.
 bool PageCheck::isNew(double threshold, Time now)
 {
-    const bool rested = now - restSince_ >= restTime;
-    if (page_.size() != now_.size()) {
+    if (page_.size() != now_.size())
         difference_ = 1;
-        if (!rested)
-            return false;
+    if (now - restSince_ < restTime)
+        return false;
+    if (page_.size() != now_.size()) {
         const bool something = scene_.showsSomething(now_);
         remember(); // an empty desk, too: the first page will differ from it
         return something && difference_ >= threshold;
@@ -87,7 +88,8 @@ bool PageCheck::isNew(double threshold, Time now)
     if (scene.hand && !handInSight_)
         handSince_ = now;
     handInSight_ = scene.hand;
-    if (!rested || (scene.hand && now - handSince_ < handPatience) || sincePage_.sharpness() < outOfFocus)
+    const bool blurred = sincePage_.sharpness() < outOfFocus;
+    if ((scene.hand && now - handSince_ < handPatience) || (blurred && now - restSince_ < focusPatience))
         return false;
     // Once judged, a page stays what it is until something moves, however the lens may hunt.
     const bool isNew = difference_ >= threshold && !judged_;

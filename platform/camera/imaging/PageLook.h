@@ -16,6 +16,10 @@ class PageLook
 public:
     static constexpr int blockSide = 32; ///< pixels of the finest level: 15 to 20 mm on the paper
 
+    /// Energy of slopes, a pixel, below which there is nothing to see: 4 % of contrast between the two
+    /// neighbours of a pixel.
+    static constexpr float plainEnergy = 120;
+
     /// Slopes at one size of the picture. CV_16SC1, both of one size.
     struct Level
     {

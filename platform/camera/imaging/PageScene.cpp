@@ -1,5 +1,7 @@
 #include "PageScene.h"
 
+#include "BlockGrid.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -8,21 +10,30 @@ namespace mirvak {
 
 namespace {
 
-constexpr float darkness = 10;       // levels, added: the colour of the dark is noise
-constexpr float sameTone = 0.13F;    // 13 % in each channel: uneven light over a desk
-constexpr float plainEnergy = 120;   // of slopes; below there is nothing to see
-constexpr float sameEnergy = 3;      // factor between two blocks of one material
+constexpr float darkness = 10;        // levels, added: the colour of the dark is noise
+constexpr float sameTone = 0.13F;     // 13 % in each channel: uneven light over a desk
+constexpr float sameHue = 0.08F;      // 8 % between two channels
+constexpr float otherLight = 0.4F;    // 65 % lighter
+constexpr float sameEnergy = 3;       // factor between two blocks of one material
 constexpr double leastContent = 0.02; // of the picture: a card
 constexpr double fewAliens = 0.02;    // of the blocks
-constexpr int borderBlocks = 2;
-constexpr int leastSkin = 3;         // blocks
-constexpr double mostSkin = 0.3;     // of the picture: a larger thing is no hand
-constexpr double skinOfArm = 0.2;    // the rest is sleeve and shadow
+constexpr int borderBlocks = 2;       // 40 mm of an A3 field
+constexpr int leastSkin = 3;          // blocks
+constexpr double mostSkin = 0.3;      // of the picture: a larger thing is no hand
+constexpr double skinOfArm = 0.2;     // the rest is sleeve and shadow
+constexpr double mostArm = 0.4;       // of the picture
 
 bool alike(const cv::Vec3f& a, const cv::Vec3f& b)
 {
     return std::abs(a[0] - b[0]) < sameTone && std::abs(a[1] - b[1]) < sameTone &&
            std::abs(a[2] - b[2]) < sameTone;
+}
+
+// Another colour, or far lighter or darker than flicker and a passing shadow make it.
+bool recoloured(const cv::Vec3f& a, const cv::Vec3f& b)
+{
+    const cv::Vec3f d = a - b;
+    return std::abs(d[0] - d[1]) > sameHue || std::abs(d[1] - d[2]) > sameHue || std::abs(d[1]) > otherLight;
 }
 
 cv::Vec3f toneOf(const cv::Vec3f& colour)
@@ -46,7 +57,7 @@ bool PageScene::showsSomething(const PageLook& look)
     double area = 0;
     for (size_t i = 0; i < count; ++i) {
         now_[i] = {toneOf(look.colours()[i]), look.energies()[i]};
-        area += now_[i].energy < plainEnergy ? 0 : look.block(static_cast<int>(i)).area();
+        area += now_[i].energy < PageLook::plainEnergy ? 0 : look.block(static_cast<int>(i)).area();
     }
     return area >= leastContent * look.size().area() && !isOneMaterial();
 }
@@ -68,7 +79,7 @@ bool PageScene::isOneMaterial()
 bool PageScene::sameSight(const Sight& a, const Sight& b)
 {
     const float high = std::max(a.energy, b.energy), low = std::min(a.energy, b.energy);
-    return alike(a.tone, b.tone) && (high < plainEnergy || high < sameEnergy * low);
+    return alike(a.tone, b.tone) && (high < PageLook::plainEnergy || high < sameEnergy * low);
 }
 
 PageScene::Judgement PageScene::judge(const PageLook& now, const PageLook& page, const LookMatch& match)
@@ -85,7 +96,8 @@ PageScene::Judgement PageScene::judge(const PageLook& now, const PageLook& page,
     for (size_t i = 0; i < count; ++i) {
         skin += reach_[i] && skin_[i] ? 1 : 0;
         arm += reach_[i];
-        if (match.blocks()[i] != LookMatch::Block::changed || desk_[i] || now_[i].energy < plainEnergy)
+        if (match.blocks()[i] != LookMatch::Block::changed || desk_[i] ||
+            now_[i].energy < PageLook::plainEnergy)
             continue;
         const double area = now.block(static_cast<int>(i)).area();
         newArea += area;
@@ -93,13 +105,14 @@ PageScene::Judgement PageScene::judge(const PageLook& now, const PageLook& page,
     }
     Judgement judgement;
     judgement.hand = skin >= leastSkin && skin < mostSkin * static_cast<double>(count);
-    const bool handAlone = judgement.hand && skin >= skinOfArm * arm;
+    const bool handAlone =
+        judgement.hand && skin >= skinOfArm * arm && arm < mostArm * static_cast<double>(count);
     judgement.newShare = (handAlone ? beyondHand : newArea) / std::max(now.size().area(), 1);
     return judgement;
 }
 
-// The camera's exposure and white balance: the middle one of the changes of colour where
-// nothing else has changed.
+// The camera's exposure and white balance: the middle one of the changes of colour where nothing else has
+// changed.
 void PageScene::takeGain(const PageLook& now, const PageLook& page, const LookMatch& match)
 {
     const size_t count = now.colours().size();
@@ -126,19 +139,16 @@ void PageScene::takeGain(const PageLook& now, const PageLook& page, const LookMa
 void PageScene::findDesk(const LookMatch& match, cv::Size grid)
 {
     const size_t count = now_.size();
-    foreign_.assign(count, 0);
+    other_.assign(count, 0);
     desk_.assign(count, 0);
-    for (size_t i = 0; i < count; ++i) {
-        foreign_[i] = match.blocks()[i] == LookMatch::Block::changed || !alike(now_[i].tone, page_[i].tone);
-    }
+    for (size_t i = 0; i < count; ++i)
+        other_[i] = match.blocks()[i] == LookMatch::Block::changed || recoloured(now_[i].tone, page_[i].tone);
     takeOutside(grid);
     for (size_t i = 0; i < count; ++i) {
-        if (!foreign_[i] || sameSight(now_[i], page_[i]))
+        if (!other_[i] || sameSight(now_[i], page_[i]))
             continue;
-        desk_[i] = std::any_of(outside_.begin(), outside_.end(), [&](size_t other) {
-            return sameSight(now_[i], now_[other]);
-        });
-        foreign_[i] = desk_[i] ? 0 : 1;
+        desk_[i] = std::any_of(
+            outside_.begin(), outside_.end(), [&](size_t other) { return sameSight(now_[i], now_[other]); });
     }
 }
 
@@ -149,26 +159,19 @@ void PageScene::takeOutside(cv::Size grid)
     outside_.clear();
     const auto keep = [&](auto wanted) {
         for (int i = 0; i < grid.area(); ++i)
-            if (!foreign_[static_cast<size_t>(i)] && wanted(i))
+            if (!other_[static_cast<size_t>(i)] && wanted(i))
                 outside_.push_back(static_cast<size_t>(i));
     };
-    keep([&](int i) {
-        const int x = i % grid.width, y = i / grid.width;
-        const int in = std::min({x, y, grid.width - 1 - x, grid.height - 1 - y});
-        return in < borderBlocks && !touchesForeign(i, grid);
-    });
+    keep([&](int i) { return distanceToBorder(i, grid) < borderBlocks && !touchesOther(i, grid); });
     if (outside_.empty())
         keep([](int) { return true; });
 }
 
-bool PageScene::touchesForeign(int block, cv::Size grid) const
+bool PageScene::touchesOther(int block, cv::Size grid) const
 {
-    const int x = block % grid.width, y = block / grid.width;
-    for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, grid.height - 1); ++ny)
-        for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, grid.width - 1); ++nx)
-            if (foreign_[static_cast<size_t>(ny * grid.width + nx)])
-                return true;
-    return false;
+    bool touches = false;
+    forEachAround(block, grid, [&](size_t at) { touches = touches || other_[at]; });
+    return touches;
 }
 
 // Against the lightest thing in sight, which is paper, skin of every kind is darker, redder and less blue.
@@ -185,13 +188,14 @@ void PageScene::findSkin(const PageLook& now)
     for (size_t i = 0; i < now_.size(); ++i) {
         const PageLook::Colour& colour = now.colours()[i];
         const float r = colour[0] / white[0], g = colour[1] / white[1], b = colour[2] / white[2];
-        skin_[i] = foreign_[i] && !alike(now_[i].tone, page_[i].tone) && r > 0.15F && r > 1.1F * g &&
-                   r < 2.2F * g && g > 0.98F * b && r > 1.2F * b && g < 0.9F;
+        const bool like =
+            r > 0.15F && g < 0.9F && r > 1.1F * g && r < 2.2F * g && g > 0.98F * b && r > 1.2F * b;
+        skin_[i] = like && !desk_[i] && recoloured(now_[i].tone, page_[i].tone);
     }
 }
 
-// The edge of paper on wood has the colour of skin, too, where both share a block; but a hand is more than one
-// block wide.
+// The edge of paper on wood has the colour of skin, too, where both share a block; but a hand is more than
+// one block wide.
 void PageScene::dropThinSkin(cv::Size grid)
 {
     wide_.assign(skin_.size(), 0);
@@ -209,33 +213,29 @@ void PageScene::dropThinSkin(cv::Size grid)
     std::swap(skin_, wide_);
 }
 
-// Whatever is foreign and hangs together with skin, if it comes in over the picture's border.
+// Whatever looks other than before and hangs together with skin, if it comes in over the picture's border.
 void PageScene::growFromSkin(cv::Size grid)
 {
     reach_.assign(now_.size(), 0);
     for (int start = 0; start < grid.area(); ++start) {
         if (!skin_[static_cast<size_t>(start)] || reach_[static_cast<size_t>(start)])
             continue;
-        queue_.assign(1, start);
+        queue_.assign(1, static_cast<size_t>(start));
         reach_[static_cast<size_t>(start)] = 1;
         bool border = false;
         for (size_t next = 0; next < queue_.size(); ++next) {
-            const int x = queue_[next] % grid.width, y = queue_[next] / grid.width;
-            border = border || x == 0 || y == 0 || x == grid.width - 1 || y == grid.height - 1;
-            for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, grid.height - 1); ++ny) {
-                for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, grid.width - 1); ++nx) {
-                    const int neighbour = ny * grid.width + nx;
-                    const auto n = static_cast<size_t>(neighbour);
-                    if (!foreign_[n] || reach_[n])
-                        continue;
-                    reach_[n] = 1;
-                    queue_.push_back(neighbour);
-                }
-            }
+            const auto block = static_cast<int>(queue_[next]);
+            border = border || distanceToBorder(block, grid) == 0;
+            forEachAround(block, grid, [&](size_t at) {
+                if (!other_[at] || reach_[at])
+                    return;
+                reach_[at] = 1;
+                queue_.push_back(at);
+            });
         }
         if (!border)
-            for (const int i : queue_)
-                reach_[static_cast<size_t>(i)] = 0;
+            for (const size_t at : queue_)
+                reach_[at] = 0;
     }
 }
 

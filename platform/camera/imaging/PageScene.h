@@ -27,7 +27,7 @@ private:
     void takeGain(const PageLook& now, const PageLook& page, const LookMatch& match);
     void findDesk(const LookMatch& match, cv::Size grid);
     void takeOutside(cv::Size grid);
-    bool touchesForeign(int block, cv::Size grid) const;
+    bool touchesOther(int block, cv::Size grid) const;
     void findSkin(const PageLook& now);
     void dropThinSkin(cv::Size grid);
     void growFromSkin(cv::Size grid);
@@ -42,10 +42,11 @@ private:
     bool isOneMaterial();
 
     std::vector<Sight> now_, page_;
-    std::vector<unsigned char> foreign_; ///< other content or colour than on the page, and not the desk
-    std::vector<unsigned char> desk_, skin_, wide_, reach_;
-    std::vector<size_t> outside_;
-    std::vector<int> queue_;
+    std::vector<unsigned char> other_; ///< blocks with another content or colour than on the page
+    std::vector<unsigned char> desk_, skin_, wide_;
+    std::vector<unsigned char> reach_; ///< a hand and all that hangs together with it
+    std::vector<size_t> outside_;      ///< blocks that show what the desk looks like
+    std::vector<size_t> queue_;
     std::vector<float> values_;
 };
 

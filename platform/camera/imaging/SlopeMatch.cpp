@@ -40,7 +40,8 @@ double SlopeSums::likeness(double floor) const
     const auto energyAcross = static_cast<double>(std::max(across[0], across[1])),
                energyDown = static_cast<double>(std::max(down[0], down[1]));
     const double least = std::max(floor * pixels, 0.1 * (energyAcross + energyDown));
-    return std::min(energyAcross > least ? correlation(across) : 1, energyDown > least ? correlation(down) : 1);
+    return std::min(energyAcross > least ? correlation(across) : 1,
+                    energyDown > least ? correlation(down) : 1);
 }
 
 SlopeSums slopeSums(

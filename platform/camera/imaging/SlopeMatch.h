@@ -23,10 +23,7 @@ struct SlopeSums
 };
 
 /// Adds up over the part of `area` that lies in both pictures; over every `rowStep`-th row of it.
-SlopeSums slopeSums(const PageLook::Level& now,
-                    const PageLook::Level& then,
-                    cv::Rect area,
-                    cv::Point shift,
-                    int rowStep = 1);
+SlopeSums slopeSums(
+    const PageLook::Level& now, const PageLook::Level& then, cv::Rect area, cv::Point shift, int rowStep = 1);
 
 } // namespace mirvak

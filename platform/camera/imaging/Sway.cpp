@@ -9,8 +9,8 @@ namespace mirvak {
 
 namespace {
 
-constexpr int side = 16;             // pixels of a block at its own level
-constexpr double leastEnergy = 25;   // of the coarse slopes, 2 % of contrast
+constexpr int side = 16;           // pixels of a block at its own level
+constexpr double leastEnergy = 25; // of the coarse slopes, 2 % of contrast
 constexpr double leastLikeness = 0.6;
 constexpr double repetition = 0.003; // likeness a pixel: of two equals, as in checked cloth, the nearer one
 
@@ -43,7 +43,8 @@ public:
         for (int dy = -reach_; dy <= reach_; ++dy)
             for (int dx = -reach_; dx <= reach_; ++dx)
                 score(dx, dy) = alike(area, around + cv::Point(dx, dy)) - farther_ * std::hypot(dx, dy);
-        const size_t top = static_cast<size_t>(std::max_element(scores_.begin(), scores_.end()) - scores_.begin());
+        const size_t top =
+            static_cast<size_t>(std::max_element(scores_.begin(), scores_.end()) - scores_.begin());
         const int x = static_cast<int>(top) % across_ - reach_, y = static_cast<int>(top) / across_ - reach_;
         best = around + cv::Point(x, y);
         if (std::abs(x) < reach_)
@@ -82,6 +83,40 @@ double middleOf(std::vector<double>& values)
     return *middle;
 }
 
+struct Scan
+{
+    size_t level;
+    int reach;  ///< pixels of the level, each way
+    int stride; ///< from block to block
+};
+
+// What the moved blocks of a level say, searched for about where the sway already puts them.
+void takeSteps(const PageLook& now,
+               const PageLook& then,
+               const std::vector<unsigned char>& moved,
+               const Scan& scan,
+               const Sway& sway,
+               std::vector<SwayStep>& steps)
+{
+    const PageLook::Level& slopes = now.levels()[scan.level];
+    const double scale = slopes.scale;
+    Search search(now, then, scan.level, scan.reach);
+    steps.clear();
+    for (int y = 0; y + side <= slopes.across.rows; y += scan.stride) {
+        for (int x = 0; x + side <= slopes.across.cols; x += scan.stride) {
+            const cv::Point2d centre = cv::Point2d(x + side / 2.0, y + side / 2.0) * scale;
+            if (!liesInMoved(now, moved, centre))
+                continue;
+            const cv::Point2d guess = sway.at(centre) / scale;
+            cv::Point2d best;
+            const double likeness =
+                search.run({x, y, side, side}, {cvRound(guess.x), cvRound(guess.y)}, best);
+            if (likeness >= leastLikeness)
+                steps.push_back({centre, best * scale, likeness * likeness});
+        }
+    }
+}
+
 void fit(const std::vector<SwayStep>& steps, Sway& sway)
 {
     double all = 0;
@@ -111,7 +146,7 @@ void fit(const std::vector<SwayStep>& steps, Sway& sway)
 
 } // namespace
 
-Sway atRest(const PageLook& look)
+Sway noSway(const PageLook& look)
 {
     Sway sway;
     sway.middle = {look.size().width / 2.0, look.size().height / 2.0};
@@ -142,28 +177,14 @@ void fitSway(const std::vector<SwayStep>& steps, double tolerance, Sway& sway)
 
 Sway findSway(const PageLook& now, const PageLook& then, const std::vector<unsigned char>& moved)
 {
-    Sway sway = atRest(now);
+    Sway sway = noSway(now);
     std::vector<SwayStep> steps;
-    for (const size_t level : {2U, 1U}) {
-        const PageLook::Level& slopes = now.levels()[level];
-        const double scale = slopes.scale;
-        Search search(now, then, level, level == 2 ? 5 : 2);
-        steps.clear();
-        for (int y = 0; y + side <= slopes.across.rows; y += side / 2) {
-            for (int x = 0; x + side <= slopes.across.cols; x += side / 2) {
-                const cv::Point2d centre = cv::Point2d(x + side / 2.0, y + side / 2.0) * scale;
-                if (!liesInMoved(now, moved, centre))
-                    continue;
-                const cv::Point2d guess = sway.at(centre) / scale;
-                cv::Point2d best;
-                const double likeness =
-                    search.run({x, y, side, side}, {cvRound(guess.x), cvRound(guess.y)}, best);
-                if (likeness >= leastLikeness)
-                    steps.push_back({centre, best * scale, likeness * likeness});
-            }
-        }
-        fitSway(steps, 1.5 * scale, sway);
-    }
+    takeSteps(now, then, moved, {2, 5, side / 2}, sway, steps); // of the few coarse blocks every half one
+    fitSway(steps, 1.5 * now.levels()[2].scale, sway);
+    if (steps.empty())
+        return sway;
+    takeSteps(now, then, moved, {1, 2, side}, sway, steps);
+    fitSway(steps, 1.5 * now.levels()[1].scale, sway);
     return sway;
 }
 

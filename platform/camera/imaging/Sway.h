@@ -32,7 +32,7 @@ struct SwayStep
 };
 
 /// No movement of these looks.
-Sway atRest(const PageLook& look);
+Sway noSway(const PageLook& look);
 /// Least squares with weights that fall with the residual (Geman and McClure), because blocks of mere lines
 /// slide along them. `sway` is where to begin; `tolerance` is the residual that halves a block's say twice.
 void fitSway(const std::vector<SwayStep>& steps, double tolerance, Sway& sway);
