@@ -212,6 +212,9 @@ TEST_F(PdfFile, EveryKindOfPngKeepsItsPixels)
     expectPage("RGB, 16 bits", odd::png(fields(), {2, 16}), fields());
     EXPECT_EQ(add(file("a.png", odd::png(fields(), {2, 16, true}))), MIRVAK_BAD_ARGUMENT)
         << "not readable whole";
+    cv::Mat noise(24, 32, CV_8UC3);
+    cv::randu(noise, 0, 256);
+    expectPage("many chunks", odd::png(noise, {2, 8}), noise);
     for (const bool interlaced : {false, true}) {
         expectPage("1 bit", odd::png(halves, {0, 1, interlaced}), halves);
         expectPage("4 bits", odd::png(nibbles, {0, 4, interlaced}), nibbles);
