@@ -52,6 +52,7 @@ public:
     bool showsSecondCamera() const override;
     FrameHandle takeSecondFrame(std::chrono::seconds timeout) override;
     void addThumbnail(const QString& path) override;
+    void addDocument(const QString& path, const QPixmap& icon) override { Q_EMIT documentMade(path, icon); }
     void tell(const QString& title, const QString& text) override;
     void showNotice(const QString& text) override;
     void setMergePending(bool pending) override { mergePending_ = pending; }
@@ -59,6 +60,7 @@ public:
 
 Q_SIGNALS:
     void captured(const QString& path);
+    void documentMade(const QString& path, const QPixmap& icon);
     void toolsEnabled(bool enable);
 
 private:

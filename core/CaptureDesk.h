@@ -2,6 +2,7 @@
 
 #include "FrameHandle.h"
 
+#include <QPixmap>
 #include <QString>
 
 #include <chrono>
@@ -35,6 +36,8 @@ public:
     virtual FrameHandle takeSecondFrame(std::chrono::seconds timeout) = 0;
     /// Lists the file in the strip; an empty path is ignored.
     virtual void addThumbnail(const QString& path) = 0;
+    /// Lists a file that is no picture, under a picture that stands for its kind.
+    virtual void addDocument(const QString& path, const QPixmap& icon) = 0;
     /// Tells the user and waits until it has been read.
     virtual void tell(const QString& title, const QString& text) = 0;
     /// A note that needs no answer; an empty one takes the last one away.

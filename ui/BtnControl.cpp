@@ -8,6 +8,7 @@
 
 #include "ui_BtnControl.h"
 
+#include <QAction>
 #include <QDebug>
 #include <QMouseEvent>
 
@@ -66,6 +67,7 @@ BtnControl::BtnControl(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     for (QPushButton* button : findChildren<QPushButton*>())
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     nameButtons();
+    makePdfMenu();
     ReadButton();
     connectButtons();
 }
@@ -78,6 +80,16 @@ void BtnControl::nameButtons()
         buttons_[i]->setAccessibleName(functionButtons::caption(i));
         buttons_[i]->setToolTip(functionButtons::caption(i));
     }
+}
+
+void BtnControl::makePdfMenu()
+{
+    const QString hint = tr("Hold down or right-click: PDF of picture files");
+    ui_->btnPdf->setToolTip(ui_->btnPdf->toolTip() + QLatin1Char('\n') + hint);
+    ui_->btnPdf->setAccessibleDescription(hint);
+    auto* synthesize = new QAction(tr("PDF of picture files..."), this);
+    connect(synthesize, &QAction::triggered, this, &BtnControl::synthesizePdfClicked);
+    ui_->btnPdf->addAction(synthesize);
 }
 
 void BtnControl::connectButtons()

@@ -51,6 +51,8 @@ Q_SIGNALS:
     void btnBookscanClicked();
     void btnFaceClicked();
     void btnLaohuaClicked();
+    /// The choice in the PDF button's own menu: a PDF of picture files.
+    void synthesizePdfClicked();
 
 public Q_SLOTS:
     void onMore();
@@ -66,6 +68,7 @@ protected:
 private:
     void connectButtons();
     void nameButtons();
+    void makePdfMenu();
 
     std::unique_ptr<Ui_BtnControl> ui_;
     QVector<QPushButton*> buttons_; ///< by bit of the mask

@@ -22,6 +22,7 @@ Dialogs Dialogs::real()
         [](QWidget* parent, const QString& title, const QString& text, QMessageBox::StandardButtons buttons) {
             return QMessageBox::information(parent, title, text, buttons);
         };
+    dialogs.ask = [](QMessageBox& box) { return QMessageBox::StandardButton(box.exec()); };
     dialogs.chooseFiles = [](QFileDialog& dialog) {
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
     };

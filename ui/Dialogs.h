@@ -22,6 +22,8 @@ struct Dialogs
     std::function<QMessageBox::StandardButton(
         QWidget* parent, const QString& title, const QString& text, QMessageBox::StandardButtons buttons)>
         information;
+    /// Runs the prepared box modally. @return the standard button that was pressed
+    std::function<QMessageBox::StandardButton(QMessageBox& box)> ask;
     /// Runs the prepared dialog modally. @return the chosen files or folder; empty when cancelled
     std::function<QStringList(QFileDialog& dialog)> chooseFiles;
     /// Opens a file or a folder with the desktop's own program. @return false when nothing could open it

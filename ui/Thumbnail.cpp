@@ -4,13 +4,13 @@
 #include "ImagePrint.h"
 #include "Settings.h"
 #include "ThumbnailDelegate.h"
+#include "ThumbnailLoader.h"
 
 #include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QGestureEvent>
-#include <QImageReader>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -61,7 +61,7 @@ void openOnDesktop(const QString& path)
 
 Thumbnail::Thumbnail(QWidget* parent)
     : QWidget(parent), title_(new QLabel(tr("Thumbnail"), this)), list_(new QListWidget(this)),
-      menu_(new QMenu(this)), watcher_(new QFileSystemWatcher(this))
+      menu_(new QMenu(this)), watcher_(new QFileSystemWatcher(this)), loader_(new ThumbnailLoader(this))
 {
     title_->setObjectName(QStringLiteral("LabelThumbnailTitle"));
     title_->setAlignment(Qt::AlignCenter);
@@ -81,6 +81,7 @@ Thumbnail::Thumbnail(QWidget* parent)
     connect(list_, &QWidget::customContextMenuRequested, this, &Thumbnail::onPopupCustomMenu);
     connect(list_, &QListWidget::itemDoubleClicked, this, &Thumbnail::onItemDoubleClicked);
     connect(watcher_, &QFileSystemWatcher::fileChanged, this, &Thumbnail::onFileChanged);
+    connect(loader_, &ThumbnailLoader::loaded, this, &Thumbnail::showPicture);
 }
 
 Thumbnail::~Thumbnail() = default;
@@ -124,10 +125,32 @@ void Thumbnail::setUpGestures()
 
 void Thumbnail::AddImage(const QString& path, int index)
 {
-    QPixmap picture = readPicture(path);
-    if (picture.isNull())
+    if (GetIndex(path) >= 0)
+        return;
+    const QSize size = ThumbnailLoader::sizeOf(path);
+    if (size.isEmpty()) {
         std::fprintf(stderr, "no readable picture in %s\n", qPrintable(path));
-    AddImage(picture, path, index);
+        return;
+    }
+    QPixmap blank(size.scaled(pictureRoom(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    blank.fill(QColor(255, 255, 255, 40));
+    AddImage(blank, path, index);
+    loader_->load(path, pictureRoom());
+}
+
+void Thumbnail::showPicture(const QString& path, const QImage& picture)
+{
+    const int row = GetFilePaths().indexOf(path);
+    if (row < 0)
+        return;
+    if (!picture.isNull()) {
+        QPixmap pixmap = QPixmap::fromImage(picture);
+        pixmap.setDevicePixelRatio(devicePixelRatioF());
+        list_->item(row)->setIcon(iconOf(pixmap));
+        return;
+    }
+    std::fprintf(stderr, "no readable picture in %s\n", qPrintable(path));
+    RemoveItem(row, false);
 }
 
 void Thumbnail::AddImage(QPixmap& picture, const QString& path, int index)
@@ -148,23 +171,16 @@ void Thumbnail::AddImage(QPixmap& picture, const QString& path, int index)
     Q_EMIT updateui();
 }
 
-/// Decodes no more of a large photograph than the strip can show.
-QPixmap Thumbnail::readPicture(const QString& path) const
+/// Of an entry's picture, in px of the display.
+QSize Thumbnail::pictureRoom() const
 {
-    QImageReader reader(path);
-    const QSize room = (QSizeF(iconSize_.width(), iconSize_.height() - nameHeight) * 2).toSize();
-    const QSize size = reader.size();
-    if (size.width() > room.width() || size.height() > room.height())
-        reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
-    return QPixmap::fromImage(reader.read());
+    return (QSizeF(iconSize_.width(), iconSize_.height() - nameHeight) * devicePixelRatioF()).toSize();
 }
 
 QPixmap Thumbnail::scaledToEntry(const QPixmap& picture) const
 {
-    const qreal ratio = devicePixelRatioF();
-    const QSize room = (QSizeF(iconSize_.width(), iconSize_.height() - nameHeight) * ratio).toSize();
-    QPixmap scaled = picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    scaled.setDevicePixelRatio(ratio);
+    QPixmap scaled = picture.scaled(pictureRoom(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(devicePixelRatioF());
     return scaled;
 }
 
@@ -204,6 +220,7 @@ void Thumbnail::RemoveItem(int index, bool deleteFile)
 
 void Thumbnail::clearthumbnail(bool deleteFiles)
 {
+    loader_->dropWaiting();
     while (list_->count() > 0)
         RemoveItem(list_->count() - 1, deleteFiles);
 }
@@ -217,6 +234,22 @@ void Thumbnail::SetIconSize(int width, int height)
 {
     iconSize_ = QSize(width, height);
     list_->setIconSize(iconSize_);
+}
+
+void Thumbnail::becomePageList()
+{
+    keepsFiles_ = true;
+    // Only a list in rows lets its entries be dragged between others; the flow makes it look the same.
+    list_->setViewMode(QListView::ListMode);
+    list_->setFlow(QListView::LeftToRight);
+    list_->setWrapping(true);
+    list_->setSpacing(2);
+    list_->setIconSize(iconSize_);
+    list_->setDragDropMode(QAbstractItemView::InternalMove);
+    list_->setDefaultDropAction(Qt::MoveAction);
+    // A pressed mouse drags an entry now, a finger still scrolls.
+    QScroller::ungrabGesture(list_);
+    QScroller::grabGesture(list_, QScroller::TouchGesture);
 }
 
 void Thumbnail::onPopupCustomMenu(const QPoint&)
@@ -271,12 +304,12 @@ void Thumbnail::onDelete()
 {
     const QList<QListWidgetItem*> selected = list_->selectedItems();
     for (const QListWidgetItem* item : selected)
-        RemoveItem(list_->row(item), true);
+        RemoveItem(list_->row(item), !keepsFiles_);
 }
 
 void Thumbnail::onClear()
 {
-    clearthumbnail(true);
+    clearthumbnail(!keepsFiles_);
 }
 
 void Thumbnail::onAddImage()
@@ -339,9 +372,8 @@ void Thumbnail::onFileChanged(const QString& path)
         return;
     }
     watcher_->addPath(path); // a file that was replaced has dropped out of the watch
-    const QPixmap picture = readPicture(path);
-    if (!picture.isNull())
-        list_->item(row)->setIcon(iconOf(scaledToEntry(picture)));
+    if (!ThumbnailLoader::sizeOf(path).isEmpty())
+        loader_->load(path, pictureRoom());
 }
 
 void Thumbnail::onLongClicked(int, QListWidgetItem*, QPoint* pos)
@@ -366,12 +398,23 @@ bool Thumbnail::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
+void Thumbnail::takeOutSelected()
+{
+    onDelete();
+    if (QListWidgetItem* next = list_->currentItem())
+        next->setSelected(true);
+}
+
 void Thumbnail::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         onOpen();
+        break;
+    case Qt::Key_Delete:
+        if (keepsFiles_)
+            takeOutSelected();
         break;
     case Qt::Key_Up:
     case Qt::Key_Down:

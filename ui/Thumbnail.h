@@ -11,6 +11,7 @@ class QLabel;
 class QListWidget;
 class QListWidgetItem;
 class QMenu;
+class ThumbnailLoader;
 
 /// The strip that lists every file produced since the start, as a picture with its name. An entry is its
 /// file's full path; it goes when the file goes. GUI thread only.
@@ -26,7 +27,8 @@ public:
     /// it current. A null picture and a path that is listed already (in any letter case) change nothing.
     void AddImage(QPixmap& picture, const QString& path, int index);
     /// The same with the picture in the file itself; a file without a readable picture is not listed (one
-    /// line on standard error).
+    /// line on standard error). The picture is made on another thread: a blank of its shape stands for it at
+    /// first, and an entry whose picture turns out to be broken goes again.
     void AddImage(const QString& path, int index);
 
     int GetIndex(const QString& path) const; ///< row, letter case ignored; -1 when not listed
@@ -36,6 +38,9 @@ public:
     void clearthumbnail(bool deleteFiles);
     void onClear(bool deleteFiles);
     void SetIconSize(int width, int height); ///< px of one entry, its name included
+    /// Makes the strip a list of pages to be put together: entries are dragged into another order, taking one
+    /// out (Delete, the menu) leaves its file on the disk.
+    void becomePageList();
 
 Q_SIGNALS:
     void updateui(); ///< an entry was inserted
@@ -44,8 +49,8 @@ public Q_SLOTS:
     void onPopupCustomMenu(const QPoint& pos);
     void onOpen();
     void onOpenDir();
-    void onDelete(); ///< removes the selected entries and their files
-    void onClear();  ///< removes all entries and their files
+    void onDelete(); ///< removes the selected entries and, except in a page list, their files
+    void onClear();  ///< removes all entries and, except in a page list, their files
     void onAddImage();
     void onMoveUp();
     void onMoveDown();
@@ -66,14 +71,18 @@ private:
     void setUpGestures();
     void fillMenu();
     void moveCurrent(int step);
+    void takeOutSelected();
+    QSize pictureRoom() const;
     QPixmap scaledToEntry(const QPixmap& picture) const;
-    QPixmap readPicture(const QString& path) const;
+    void showPicture(const QString& path, const QImage& picture);
 
     QLabel* title_;
     QListWidget* list_;
     QMenu* menu_;
     QFileSystemWatcher* watcher_;
+    ThumbnailLoader* loader_;
     QSize iconSize_{180, 150};
+    bool keepsFiles_ = false;
     bool rightPressed_ = false; ///< by the last press of a mouse button
     ConfigSettings settings_;
 };

@@ -1,4 +1,6 @@
 #include "Codec.h"
+#include "DiskFullAt.h"
+#include "PictureBytes.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
@@ -6,11 +8,8 @@
 
 #include <opencv2/core.hpp>
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <array>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -45,49 +44,6 @@ std::vector<std::string> filesIn(const std::string& folder)
     for (const auto& entry : std::filesystem::directory_iterator(folder))
         names.push_back(entry.path().filename().string());
     return names;
-}
-
-// Files larger than the limit cannot be written while it lives, as on a full disk.
-class DiskFullAt
-{
-public:
-    explicit DiskFullAt(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit limit = before_;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~DiskFullAt()
-    {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    DiskFullAt(const DiskFullAt&) = delete;
-    DiskFullAt& operator=(const DiskFullAt&) = delete;
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
-
-Bytes bytesOf(std::initializer_list<int> values)
-{
-    Bytes bytes;
-    for (const int value : values)
-        bytes.push_back(static_cast<std::uint8_t>(value));
-    return bytes;
-}
-
-// An Exif segment that holds nothing but the orientation, put behind the start-of-image marker.
-Bytes withOrientation(const Bytes& jpeg, int orientation)
-{
-    Bytes segment = bytesOf({0xff, 0xe1, 0, 34, 'E', 'x', 'i', 'f', 0, 0, 'M', 'M', 0, 42, 0, 0, 0, 8, 0, 1});
-    const Bytes entry = bytesOf({0x01, 0x12, 0, 3, 0, 0, 0, 1, 0, orientation, 0, 0, 0, 0, 0, 0});
-    segment.insert(segment.end(), entry.begin(), entry.end());
-    Bytes result = jpeg;
-    result.insert(result.begin() + 2, segment.begin(), segment.end());
-    return result;
 }
 
 size_t find(const Bytes& bytes, std::initializer_list<int> pattern)

@@ -41,6 +41,11 @@ public:
     void tell(const QString& title, const QString& text) override { told << title << text; }
     QString freeImagePath() const override { return QStringLiteral("/free/path.jpg"); }
     void addThumbnail(const QString& path) override { thumbnails << path; }
+    void addDocument(const QString& path, const QPixmap& icon) override
+    {
+        documents << path;
+        documentIcons << icon;
+    }
     void showNotice(const QString& text) override { notices << text; }
     void setMergePending(bool pending) override { mergePending = pending; }
     void enableTools(bool enable) override { toolsEnabled = enable; }
@@ -60,6 +65,8 @@ public:
     QList<int> cropModes;
     QList<int> colourModes;
     QStringList thumbnails;
+    QStringList documents;
+    QList<QPixmap> documentIcons;
     QStringList notices;
     bool mergePending = false;
     bool toolsEnabled = true;

@@ -18,6 +18,10 @@ public:
             messages.append(box.findChild<QLabel*>(QStringLiteral("labelMessage"))->text());
             return int(QDialog::Accepted);
         };
+        dialogs.ask = [this](QMessageBox& box) {
+            messages.append(box.text() + QLatin1Char('|') + box.informativeText());
+            return pressedButton;
+        };
         dialogs.openUrl = [this](const QUrl& url) {
             opened.append(url.toLocalFile());
             return true;
@@ -32,4 +36,5 @@ public:
     QStringList messages;
     QStringList opened;
     QStringList chosenFiles;
+    QMessageBox::StandardButton pressedButton = QMessageBox::Ok;
 };

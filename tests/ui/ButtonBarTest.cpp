@@ -7,7 +7,9 @@
 #include "Settings.h"
 
 #include <QCheckBox>
+#include <QContextMenuEvent>
 #include <QFile>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -175,6 +177,38 @@ TEST_F(ButtonBar, FlowsIntoRowsWithoutOverlap)
         QCoreApplication::processEvents();
         EXPECT_TRUE(placedApart(bar, buttons)) << width;
     }
+}
+
+TEST_F(ButtonBar, ThePdfButtonHasAMenuByRightClickKeyAndHold)
+{
+    BtnControl bar;
+    bar.resize(800, bar.heightForWidth(800));
+    bar.show();
+    auto* button = bar.findChild<QPushButton*>(QStringLiteral("btnPdf"));
+    QSignalSpy clicks(&bar, &BtnControl::btnPdfClicked);
+    QSignalSpy choices(&bar, &BtnControl::synthesizePdfClicked);
+    const auto chooseFromMenu = [&](const char* what) {
+        auto* menu = button->findChild<QMenu*>();
+        ASSERT_TRUE(menu && menu->isVisible()) << what;
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    const QPoint middle = button->rect().center();
+    for (const auto reason : {QContextMenuEvent::Mouse, QContextMenuEvent::Keyboard}) {
+        QContextMenuEvent event(reason, middle, button->mapToGlobal(middle));
+        QCoreApplication::sendEvent(button, &event);
+        chooseFromMenu(reason == QContextMenuEvent::Mouse ? "right click" : "key");
+    }
+    QTest::mousePress(button, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return button->findChild<QMenu*>() != nullptr; }));
+    QTest::mouseRelease(button, Qt::LeftButton);
+    chooseFromMenu("hold");
+    EXPECT_EQ(choices.count(), 3);
+    EXPECT_EQ(clicks.count(), 0) << "a hold is no click";
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(clicks.count(), 1);
+    EXPECT_TRUE(button->toolTip().contains(button->accessibleDescription()));
 }
 
 TEST(LanguageFolder, FollowsTheSettingThenTheLocale)

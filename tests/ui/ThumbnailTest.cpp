@@ -114,7 +114,8 @@ TEST_F(ThumbnailStrip, ListsAFileOnceWithItsPictureAndName)
     EXPECT_EQ(list->item(0)->text(), QStringLiteral("Page.png"));
     EXPECT_EQ(strip.GetIndex(path.toUpper()), 0);
     EXPECT_EQ(strip.GetIndex(path + QLatin1Char('x')), -1);
-    EXPECT_EQ(colourOf(0), QColor(Qt::green));
+    EXPECT_EQ(list->item(0)->icon().actualSize(QSize(500, 500)), QSize(133, 100)) << "a blank of its shape";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colourOf(0) == QColor(Qt::green); }));
     EXPECT_EQ(list->item(0)->icon().actualSize(QSize(500, 500)), QSize(133, 100)) << "4:3 in 180 x 100";
 }
 
@@ -143,6 +144,10 @@ TEST_F(ThumbnailStrip, RefusesWhatIsNoPicture)
     QPixmap none;
     strip.AddImage(none, file("x.pdf"), -1);
     EXPECT_EQ(strip.Count(), 0);
+    save("cut.png", Qt::red, QSize(400, 300));
+    ASSERT_TRUE(QFile::resize(file("cut.png"), 60)); // no more than the header
+    strip.AddImage(file("cut.png"), -1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return strip.Count() == 0; })) << "broken behind its header";
 }
 
 TEST_F(ThumbnailStrip, NamesAPathOfAnotherSystemByItsLastPart)
@@ -184,7 +189,8 @@ TEST_F(ThumbnailStrip, MovesAnEntryStepByStep)
     list->setCurrentRow(0);
     strip.onMoveUp();
     EXPECT_EQ(names(strip), words("a.png b.png c.png"));
-    EXPECT_EQ(colourOf(2), QColor(Qt::red)) << "an entry keeps its picture";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colourOf(2) == QColor(Qt::red); }))
+        << "an entry keeps its picture";
 }
 
 TEST_F(ThumbnailStrip, DeletesTheSelectedFilesOnly)
@@ -210,6 +216,48 @@ TEST_F(ThumbnailStrip, ClearsWithOrWithoutTheFiles)
     choose("Clear");
     EXPECT_EQ(strip.Count(), 0);
     EXPECT_FALSE(QFile::exists(file("a.png")) || QFile::exists(file("b.png")));
+}
+
+TEST_F(ThumbnailStrip, APageListKeepsTheFiles)
+{
+    strip.becomePageList();
+    add("a.png b.png c.png d.png");
+    choose("Delete");
+    strip.show();
+    QTest::keyClick(&strip, Qt::Key_Home);
+    QTest::keyClick(&strip, Qt::Key_Delete);
+    EXPECT_EQ(names(strip), words("b.png c.png"));
+    EXPECT_TRUE(list->item(0)->isSelected()) << "the key can be pressed again";
+    list->setCurrentRow(1);
+    choose("Move up");
+    EXPECT_EQ(names(strip), words("c.png b.png"));
+    choose("Clear");
+    EXPECT_EQ(strip.Count(), 0);
+    for (const char* name : {"a.png", "b.png", "c.png", "d.png"})
+        EXPECT_TRUE(QFile::exists(file(name))) << name;
+}
+
+TEST_F(ThumbnailStrip, TheDeleteKeyDeletesNoProducedFile)
+{
+    add("a.png");
+    strip.show();
+    QTest::keyClick(&strip, Qt::Key_Delete);
+    EXPECT_EQ(strip.Count(), 1);
+    EXPECT_TRUE(QFile::exists(file("a.png")));
+}
+
+TEST_F(ThumbnailStrip, GoesWhilePicturesAreBeingMade)
+{
+    const QString large = save("large.png", Qt::red, QSize(3000, 2000));
+    for (int i = 0; i < 5; ++i) {
+        Thumbnail other;
+        other.AddImage(large, -1);
+        for (const char* name : {"a.png", "b.png"})
+            other.AddImage(save(name), -1);
+        if (i % 2)
+            other.clearthumbnail(false);
+    }
+    QCoreApplication::processEvents();
 }
 
 TEST_F(ThumbnailStrip, FollowsItsFiles)

@@ -5,6 +5,7 @@
 #include "ImagePool.h"
 #include "KeyListener.h"
 #include "PageCheck.h"
+#include "PdfPages.h"
 #include "mirvakcamera.h"
 
 /// What one MirvakCamera owns. The pool is declared first: devices and images give their buffers back to it.
@@ -12,6 +13,7 @@ struct MirvakCamera::Impl
 {
     mirvak::ImagePool pool;
     mirvak::PageCheck pageCheck;    ///< what MirvakImage_CheckPage remembers
+    mirvak::PdfPages pdf;           ///< the pages that MirvakPDF_Save will write
     std::optional<DeskConfig> desk; ///< as read by the last MirvakDevs_Init
     mirvak::CameraManager cameras{pool};
     mirvak::KeyListener keys;

@@ -18,6 +18,7 @@ public:
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
 
+    bool failed() const { return failed_; } ///< and has printed its line
     bool write(const void* data, size_t bytes);
     /// @return true when the file stands complete, synced, under its name.
     bool commit();

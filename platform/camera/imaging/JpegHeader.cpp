@@ -44,14 +44,22 @@ double rational(const ByteReader& tiff, size_t at)
     return denominator > 0 ? tiff.number(at, 4) / denominator : 0;
 }
 
+/// What decides how three components are meant, by the rules of the IJG's decoder.
+struct ColourMarks
+{
+    bool jfif = false;
+    int adobeTransform = -1; // -1: no such segment
+    bool idsAreRgb = false;
+};
+
 void readJfif(const ByteReader& segment, JpegHeader& header)
 {
     const std::uint32_t unit = segment.number(7, 1);
-    const double density = segment.number(8, 2);
-    if (unit == 1)
-        header.dpi = density;
-    else if (unit == 2)
-        header.dpi = density * inchPerCentimetre;
+    if (unit != 1 && unit != 2)
+        return;
+    const double perInch = unit == 2 ? inchPerCentimetre : 1;
+    header.dpi = segment.number(8, 2) * perInch;
+    header.dpiDown = segment.number(10, 2) * perInch;
 }
 
 void readExif(const ByteReader& segment, JpegHeader& header)
@@ -60,7 +68,7 @@ void readExif(const ByteReader& segment, JpegHeader& header)
     tiff.setLittleEndian(tiff.startsWith("II", 2));
     const size_t directory = tiff.number(4, 4);
     const std::uint32_t entries = tiff.number(directory, 2);
-    double density = 0;
+    double across = 0, down = 0;
     std::uint32_t unit = 2; // inches unless said otherwise
     for (std::uint32_t i = 0; i < entries; ++i) {
         const size_t entry = directory + 2 + 12UL * i;
@@ -69,7 +77,10 @@ void readExif(const ByteReader& segment, JpegHeader& header)
             header.orientation = static_cast<int>(tiff.number(entry + 8, 2));
             break;
         case 0x011a:
-            density = rational(tiff, tiff.number(entry + 8, 4));
+            across = rational(tiff, tiff.number(entry + 8, 4));
+            break;
+        case 0x011b:
+            down = rational(tiff, tiff.number(entry + 8, 4));
             break;
         case 0x0128:
             unit = tiff.number(entry + 8, 2);
@@ -78,8 +89,42 @@ void readExif(const ByteReader& segment, JpegHeader& header)
             break;
         }
     }
-    if (header.dpi == 0)
-        header.dpi = unit == 3 ? density * inchPerCentimetre : density;
+    if (header.dpi != 0)
+        return;
+    header.dpi = unit == 3 ? across * inchPerCentimetre : across;
+    header.dpiDown = unit == 3 ? down * inchPerCentimetre : down;
+}
+
+void readFrame(const ByteReader& segment, std::uint32_t marker, JpegHeader& header, ColourMarks& marks)
+{
+    header.coding = static_cast<int>(marker & 0x0fU);
+    header.bits = static_cast<int>(segment.number(0, 1));
+    header.height = static_cast<int>(segment.number(1, 2));
+    header.width = static_cast<int>(segment.number(3, 2));
+    header.components = static_cast<int>(segment.number(5, 1));
+    marks.idsAreRgb =
+        segment.number(6, 1) == 'R' && segment.number(9, 1) == 'G' && segment.number(12, 1) == 'B';
+}
+
+bool isFrame(std::uint32_t marker)
+{
+    // In between stand the tables of codes, a reserved marker and the arithmetic coder's conditions.
+    return marker >= 0xc0 && marker <= 0xcf && marker != 0xc4 && marker != 0xc8 && marker != 0xcc;
+}
+
+void readSegment(const ByteReader& segment, std::uint32_t marker, JpegHeader& header, ColourMarks& marks)
+{
+    if (isFrame(marker))
+        return readFrame(segment, marker, header, marks);
+    if (marker == 0xe0 && segment.startsWith("JFIF", 5)) {
+        readJfif(segment, header);
+        marks.jfif = true;
+    } else if (marker == 0xe1 && segment.startsWith("Exif", 5)) {
+        readExif(segment, header);
+    } else if (marker == 0xee && segment.startsWith("Adobe", 5)) {
+        header.adobe = true;
+        marks.adobeTransform = static_cast<int>(segment.number(11, 1));
+    }
 }
 
 } // namespace
@@ -87,22 +132,27 @@ void readExif(const ByteReader& segment, JpegHeader& header)
 JpegHeader readJpegHeader(const Bytes& bytes)
 {
     JpegHeader header;
+    ColourMarks marks;
     const ByteReader file(bytes.data(), bytes.size());
     size_t at = 2; // behind the start-of-image marker
     while (file.number(at, 1) == 0xff) {
         const std::uint32_t marker = file.number(at + 1, 1);
+        if (marker == 0xff) { // padding
+            ++at;
+            continue;
+        }
         const size_t length = file.number(at + 2, 2);
-        if (marker == 0xda || length < 2 || at + 2 + length > bytes.size())
+        if (length < 2 || at + 2 + length > bytes.size())
             break;
-        const ByteReader segment(bytes.data() + at + 4, length - 2);
-        if (marker == 0xe0 && segment.startsWith("JFIF", 5))
-            readJfif(segment, header);
-        else if (marker == 0xe1 && segment.startsWith("Exif", 5))
-            readExif(segment, header);
-        else if (marker == 0xee && segment.startsWith("Adobe", 5))
-            header.adobe = true;
+        if (marker == 0xda) {
+            header.scanAt = at;
+            break;
+        }
+        readSegment(ByteReader(bytes.data() + at + 4, length - 2), marker, header, marks);
         at += 2 + length;
     }
+    const bool saysRgb = marks.adobeTransform >= 0 ? marks.adobeTransform == 0 : marks.idsAreRgb;
+    header.isPlainRgb = header.components == 3 && !marks.jfif && saysRgb;
     return header;
 }
 

@@ -1,40 +1,16 @@
 #include "PngCodec.h"
 
+#include "PngHeader.h"
 #include "PngWriter.h"
 
 #include <png.h>
-
-#include <cstring>
 
 namespace mirvak {
 
 namespace {
 
-constexpr double metrePerInch = 0.0254;
 // Deflate reaches 1032 to 1 at most, so a larger picture cannot be in the file.
 constexpr std::int64_t maxExpansion = 1032;
-
-std::uint32_t bigEndian(const Bytes& bytes, size_t at)
-{
-    return static_cast<std::uint32_t>(bytes[at]) << 24 | static_cast<std::uint32_t>(bytes[at + 1]) << 16 |
-           static_cast<std::uint32_t>(bytes[at + 2]) << 8 | bytes[at + 3];
-}
-
-// The simple reading interface of the library does not tell the resolution (chunk pHYs).
-double readDpi(const Bytes& bytes)
-{
-    size_t at = 8; // behind the signature; a chunk is length, name, data, checksum
-    while (at + 12 <= bytes.size()) {
-        const std::uint32_t length = bigEndian(bytes, at);
-        const char* name = reinterpret_cast<const char*>(bytes.data() + at + 4);
-        if (std::memcmp(name, "pHYs", 4) == 0 && length == 9 && at + 21 <= bytes.size())
-            return bytes[at + 16] == 1 ? bigEndian(bytes, at + 8) * metrePerInch : 0; // 1: pixels a metre
-        if (std::memcmp(name, "IDAT", 4) == 0)
-            break;
-        at += 12ULL + length;
-    }
-    return 0;
-}
 
 struct PngImage
 {
@@ -54,6 +30,11 @@ bool looksLikePng(const Bytes& bytes)
 
 std::optional<Image> decodePng(const Bytes& bytes)
 {
+    const PngHeader header = readPngHeader(bytes);
+    // The library's reader (1.6.39) repeats rows of interlaced pictures with 16 bits: no picture is better
+    // than a wrong one.
+    if (header.isInterlaced && header.bits == 16)
+        return std::nullopt;
     PngImage png;
     if (!png_image_begin_read_from_memory(&png.image, bytes.data(), bytes.size()))
         return std::nullopt;
@@ -62,15 +43,17 @@ std::optional<Image> decodePng(const Bytes& bytes)
     if (area > maxPixels || area > static_cast<std::int64_t>(bytes.size()) * maxExpansion * 8)
         return std::nullopt;
     png.image.format = PNG_FORMAT_RGB;
+    // Without a word about it the library takes 16 bits for linear light; scanners and editors mean sRGB.
+    png.image.flags |= PNG_IMAGE_FLAG_16BIT_sRGB;
     Image image;
     image.pixels.create(static_cast<int>(png.image.height), static_cast<int>(png.image.width), CV_8UC3);
     const png_color white{255, 255, 255};
     if (!png_image_finish_read(
             &png.image, &white, image.pixels.data, static_cast<png_int_32>(image.pixels.step), nullptr))
         return std::nullopt;
-    const double dpi = readDpi(bytes);
-    if (plausibleDpi(dpi))
-        image.dpi = dpi;
+    // The simple reading interface of the library does not tell the resolution.
+    if (plausibleDpi(header.dpi))
+        image.dpi = header.dpi;
     return image;
 }
 

@@ -1,4 +1,4 @@
-// The camera library: devices, live frames, image operations, hardware keys, colours.
+// The camera library: devices, live frames, image operations, PDF files, hardware keys, colours.
 //
 // One MirvakCamera per process. No call throws. Integer results are 0 for success and one of MirvakResult
 // otherwise, unless a count or a type is meant. All texts are UTF-8.
@@ -11,7 +11,8 @@
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
 // image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
-// at a time. Devs, Device and Hid calls are made by one thread (the GUI thread), except where noted.
+// at a time; so are the PDF calls, which keep the pages. Devs, Device and Hid calls are made by one thread
+// (the GUI thread), except where noted.
 #pragma once
 
 #include <memory>
@@ -158,6 +159,22 @@ public:
     /// to 100) holds for JPEG, `mode` is not used. The resolution goes into the file. The file appears under
     /// its name only when it is complete and synced.
     int MirvakImage_Save(const char* path, void* image, int quality, int mode);
+
+    // --- PDF: pictures become the pages of one file -----------------------------------------------------
+    // Called by one thread at a time, any thread.
+    /// Looks at a JPEG, PNG or BMP file, told by its first bytes, and remembers it as the next page; the
+    /// pixels are read at Save, and the file must stay as it is until then. The page has the picture's size
+    /// at its own resolution (215 dots per inch where it names none), or that of the paper it matches within
+    /// 2 %, and the picture stands upright on it. Results: MIRVAK_BAD_ARGUMENT for a null or empty path and
+    /// for a file that is no such picture, broken or cut short, or has over 200 million pixels;
+    /// MIRVAK_IO_ERROR when it cannot be read. The pages before it stay in every case.
+    int MirvakPDF_AddPage(const char* imagePath);
+    /// Writes the remembered pages and forgets them, whatever the result. A JPEG goes in byte for byte, every
+    /// other picture without loss; parts that are transparent become white. No more than one picture is in
+    /// memory at a time. The file appears under its name only when it is complete and synced. Results:
+    /// MIRVAK_BAD_ARGUMENT without a page or a path; MIRVAK_IO_ERROR when a picture has vanished or changed,
+    /// or the file cannot be written.
+    int MirvakPDF_Save(const char* pdfPath);
 
     // --- Hid: the camera's own keys ---------------------------------------------------------------------
     /// Starts listening to the keys of all document cameras; `key` reports those of the virtual desk,

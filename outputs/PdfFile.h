@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QPixmap>
+#include <QStringList>
+
+class MirvakCamera;
+
+/// PDF files made by the camera library. Thread-safe: the library collects the pages of one file at a time.
+namespace pdfFile {
+
+struct Result
+{
+    int pages = 0; ///< pictures that became pages
+    int code = 0;  ///< of the saving, one of MirvakResult
+};
+
+/// Writes the pictures, one a page, to `path`. A picture that the library refuses is left out. With at least
+/// `minimumPages` of them the file is written, otherwise nothing is. Trouble is told in a line each on
+/// standard error.
+Result write(MirvakCamera& camera, const QStringList& pictures, const QString& path, int minimumPages);
+
+/// `folder` and the present time: two files made within one second have the same name.
+QString pathIn(const QString& folder);
+
+/// What stands for a PDF in the thumbnail strip. GUI thread only.
+QPixmap icon();
+
+} // namespace pdfFile

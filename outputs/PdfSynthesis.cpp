@@ -1,0 +1,162 @@
+#include "PdfSynthesis.h"
+
+#include "CaptureDesk.h"
+#include "Dialogs.h"
+#include "FileNaming.h"
+#include "PdfFile.h"
+#include "PictureCoding.h"
+#include "Settings.h"
+
+#include <QApplication>
+#include <QDate>
+#include <QFileDialog>
+#include <QImageReader>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QUrl>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int dotsPerInch = 300;
+constexpr int margin = 30; // points, the writer's own unit
+
+QString folderOf(const QString& path)
+{
+    return path.left(path.lastIndexOf(QLatin1Char('/')));
+}
+
+struct WaitCursor
+{
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+/// Upright, as the camera that took it was held; null when it cannot be read.
+QImage read(const QString& path)
+{
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    QImage picture = reader.read();
+    if (picture.isNull())
+        std::fprintf(stderr, "PDF page: %s: %s\n", qPrintable(path), qPrintable(reader.errorString()));
+    return picture;
+}
+
+} // namespace
+
+PdfSynthesis::PdfSynthesis(CaptureDesk& desk, QWidget& window, QObject* parent)
+    : QObject(parent), desk_(desk), window_(window)
+{
+}
+
+void PdfSynthesis::SynthesizePdf()
+{
+    ConfigSettings store;
+    const QString folder = FileNaming(store).targetDirectory();
+    if (folder.isEmpty())
+        return;
+    const QStringList pictures = choosePictures(folder);
+    if (pictures.isEmpty() || !drawImageToPDF(pictures))
+        return;
+    offerFolder();
+    desk_.addDocument(lastPath_, pdfFile::icon());
+}
+
+QStringList PdfSynthesis::choosePictures(const QString& folder)
+{
+    QFileDialog dialog(&window_);
+    dialog.resize(window_.width() / 2, window_.height() / 2);
+    dialog.setNameFilter(tr("Image files(*.jpg *.png *.bmp)"));
+    // Where a folder a day is made this names it twice; the dialog then opens where it finds itself best.
+    dialog.setDirectory(folder + QLatin1Char('/') +
+                        QDate::currentDate().toString(QStringLiteral("yyyyMMdd")));
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setViewMode(QFileDialog::List);
+    return Dialogs::instance().chooseFiles(dialog);
+}
+
+QString PdfSynthesis::chooseTarget()
+{
+    QFileDialog dialog(&window_, tr("Save PDF path"), QString(), tr("PDF(*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    return Dialogs::instance().chooseFiles(dialog).value(0);
+}
+
+bool PdfSynthesis::drawImageToPDF(const QStringList& images)
+{
+    const QString path = chooseTarget();
+    if (path.isEmpty())
+        return false;
+    const WaitCursor wait;
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true); // a folder without leave to write, a file with it
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    const bool isWhole = isOpen && drawPages(file, images);
+    if (!isOpen || !file.commit()) {
+        std::fprintf(stderr, "PDF: %s: %s\n", qPrintable(path), qPrintable(file.errorString()));
+        desk_.showNotice(tr("The PDF could not be written."));
+        return false;
+    }
+    if (!isWhole) {
+        desk_.showNotice(tr("A picture could not be read. The PDF holds the pages before it."));
+        return false;
+    }
+    lastPath_ = path;
+    return true;
+}
+
+bool PdfSynthesis::drawPages(QIODevice& file, const QStringList& images)
+{
+    QPdfWriter writer(&file);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setResolution(dotsPerInch);
+    writer.setPageMargins(QMarginsF(margin, margin, margin, margin));
+    writer.setPageOrientation(QPageLayout::Landscape);
+    QPainter painter(&writer);
+    const QRect area = painter.viewport();
+    for (int i = 0; i < images.size(); ++i) {
+        const QImage picture = read(images[i]);
+        if (picture.isNull())
+            return false;
+        if (i > 0)
+            writer.newPage();
+        drawPage(painter, area, picture);
+        // The preview and the windows go on between the pages; clicks wait.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    return painter.end();
+}
+
+void PdfSynthesis::drawPage(QPainter& painter, const QRect& area, const QImage& image)
+{
+    painter.setRenderHint(QPainter::LosslessImageRendering, !pictureCoding::survivesJpeg(image));
+    const QPixmap picture = QPixmap::fromImage(image);
+    const QSize size = picture.size().scaled(area.size(), Qt::KeepAspectRatio);
+    painter.setViewport(area.x(), area.y(), size.width(), size.height());
+    painter.setWindow(picture.rect());
+    painter.drawPixmap(0, 0, picture);
+}
+
+void PdfSynthesis::offerFolder()
+{
+    QMessageBox box;
+    box.setWindowTitle(tr("Tip"));
+    box.setText(tr("PDF"));
+    box.setInformativeText(tr("Do you want to open the PDF directory?"));
+    box.setStandardButtons(QMessageBox::Open | QMessageBox::Ok);
+    box.button(QMessageBox::Open)->setText(tr("Open PDF directory"));
+    box.button(QMessageBox::Ok)->setText(tr("Finish"));
+    box.setDefaultButton(QMessageBox::Ok);
+    if (Dialogs::instance().ask(box) == QMessageBox::Open && !lastPath_.isEmpty() &&
+        !Dialogs::instance().openUrl(QUrl::fromLocalFile(folderOf(lastPath_))))
+        std::fprintf(stderr, "nothing opens %s\n", qPrintable(folderOf(lastPath_)));
+}

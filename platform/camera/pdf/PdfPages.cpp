@@ -1,0 +1,46 @@
+#include "PdfPages.h"
+
+#include "AtomicFile.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+namespace mirvak {
+
+PdfPages::Result PdfPages::add(const std::string& path)
+try {
+    const PictureFile file = PictureFile::read(path);
+    std::optional<PdfPicture> picture = PdfPicture::examine(file.bytes);
+    if (!picture) {
+        std::fprintf(stderr, "PDF page: %s: no JPEG, PNG or BMP picture, or a broken one\n", path.c_str());
+        return Result::badPicture;
+    }
+    pages_.push_back({path, file.state, std::move(*picture)});
+    return Result::ok;
+} catch (const std::runtime_error& error) {
+    std::fprintf(stderr, "PDF page: %s\n", error.what());
+    return Result::ioError;
+}
+
+PdfPages::Result PdfPages::save(const std::string& path)
+{
+    const std::vector<PdfPage> pages = std::exchange(pages_, {});
+    if (pages.empty()) {
+        std::fprintf(stderr, "PDF: %s: there are no pages\n", path.c_str());
+        return Result::noPages;
+    }
+    AtomicFile file(path);
+    if (file.failed())
+        return Result::ioError;
+    try {
+        writePdf(pages, file);
+    } catch (const std::runtime_error& error) {
+        if (!file.failed()) // it has told its own trouble
+            std::fprintf(stderr, "PDF: %s was not written: %s\n", path.c_str(), error.what());
+        return Result::ioError;
+    }
+    return file.commit() ? Result::ok : Result::ioError;
+}
+
+} // namespace mirvak

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "PdfDocument.h"
+
+namespace mirvak {
+
+/// Collects pictures and writes them as one PDF. What goes wrong is said in one line on standard error. One
+/// thread at a time.
+class PdfPages
+{
+public:
+    enum class Result {
+        ok,
+        badPicture, ///< no JPEG, PNG or BMP, broken, cut short or too large; nothing was added
+        ioError,    ///< a file cannot be read, is not as it was when it was added, or cannot be written
+        noPages,
+    };
+
+    /// Looks at the picture and remembers it as the next page. `path` in UTF-8.
+    Result add(const std::string& path);
+    /// Writes the remembered pages and forgets them, whatever comes of it. The file appears under its name
+    /// only when it is complete and synced.
+    Result save(const std::string& path);
+
+private:
+    std::vector<PdfPage> pages_;
+};
+
+} // namespace mirvak

@@ -1,0 +1,211 @@
+#include "PdfSynthesis.h"
+
+#include "../pdf/PdfTools.h"
+#include "../ui/AnsweredDialogs.h"
+#include "FakeDesk.h"
+#include "PictureCoding.h"
+#include "Settings.h"
+#include "TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFileDialog>
+#include <QPainter>
+#include <QRandomGenerator>
+
+#include <cmath>
+
+namespace {
+
+/// Coloured letters and lines on paper, with as much noise as asked: levels up and down.
+QImage page(const QSize& size, int noise)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(QColor(250, 248, 240));
+    QPainter painter(&image);
+    for (int i = 0; i < size.height(); i += 14) {
+        painter.setPen(QPen(QColor::fromHsv(i * 7 % 360, 255, 200), 2));
+        painter.drawLine(10, i, size.width() - 10 - i % 50, i + 5);
+    }
+    painter.end();
+    QRandomGenerator random(1);
+    for (int y = 0; y < image.height() && noise > 0; ++y) {
+        auto* bytes = image.scanLine(y);
+        for (int i = 0; i < image.width() * 4; ++i)
+            bytes[i] = uchar(qBound(0, bytes[i] + random.bounded(-noise, noise + 1), 255));
+    }
+    return image;
+}
+
+double decibels(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return 0;
+    const QImage one = a.convertToFormat(QImage::Format_RGB888);
+    const QImage other = b.convertToFormat(QImage::Format_RGB888);
+    double sum = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int i = 0; i < a.width() * 3; ++i) {
+            const int apart = one.constScanLine(y)[i] - other.constScanLine(y)[i];
+            sum += apart * apart;
+        }
+    }
+    return sum == 0 ? 99 : 10 * std::log10(255 * 255 * 3.0 * a.width() * a.height() / sum);
+}
+
+class PdfSynthesisTest : public ::testing::Test
+{
+protected:
+    PdfSynthesisTest()
+    {
+        ConfigSettings store;
+        settings::setSavePath(store, path("scans"));
+        Dialogs::instance().chooseFiles = [this](QFileDialog& dialog) {
+            if (dialog.acceptMode() == QFileDialog::AcceptSave) {
+                saveCaption = dialog.windowTitle();
+                return target.isEmpty() ? QStringList() : QStringList{target};
+            }
+            ++timesAsked;
+            filters = dialog.nameFilters();
+            dialogSize = dialog.size();
+            return pictures;
+        };
+        window.resize(901, 700);
+    }
+    ~PdfSynthesisTest() override { ConfigSettings().GetSettings()->clear(); }
+
+    QString path(const char* name) const { return QString::fromStdString(folder.file(name)); }
+    QString save(const char* name, const QImage& image, int quality = -1) const
+    {
+        EXPECT_TRUE(image.save(path(name), nullptr, quality));
+        return path(name);
+    }
+    std::string written() const { return target.toStdString(); }
+
+    const TempDir folder;
+    AnsweredDialogs answers;
+    QStringList pictures;
+    QString target = path("合同.pdf");
+    int timesAsked = 0;
+    QStringList filters;
+    QSize dialogSize;
+    QString saveCaption;
+    FakeDesk desk;
+    QWidget window;
+    PdfSynthesis synthesis{desk, window};
+};
+
+} // namespace
+
+TEST_F(PdfSynthesisTest, AsksWritesListsAndOffersTheFolder)
+{
+    pictures = QStringList{save("a.jpg", page({800, 400}, 0)), save("b.bmp", page({300, 500}, 0))};
+    answers.pressedButton = QMessageBox::Open;
+    synthesis.SynthesizePdf();
+    EXPECT_EQ(filters, QStringList{QStringLiteral("Image files(*.jpg *.png *.bmp)")});
+    EXPECT_EQ(dialogSize, QSize(450, 350));
+    EXPECT_EQ(saveCaption, QStringLiteral("Save PDF path"));
+    EXPECT_EQ(answers.messages, QStringList{QStringLiteral("PDF|Do you want to open the PDF directory?")});
+    EXPECT_EQ(answers.opened, QStringList{QString::fromStdString(folder.path())});
+    EXPECT_EQ(desk.documents, QStringList{target});
+    EXPECT_EQ(synthesis.lastPath(), target);
+    if (!tools::areInstalled())
+        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    EXPECT_EQ(tools::complaints(written()), "");
+    EXPECT_EQ(tools::pageSizes(written()), (std::vector<std::string>{"842 x 595", "842 x 595"}))
+        << "lying A4, no empty page behind the last";
+}
+
+TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFits)
+{
+    if (!tools::areInstalled())
+        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    QImage red(400, 400, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    ASSERT_TRUE(synthesis.drawImageToPDF({save("red.png", red)}));
+    const cv::Mat seen = tools::rendered(written());
+    ASSERT_EQ(seen.size(), cv::Size(842, 595));
+    // Margins of 30 points; the printable height is 535.
+    const auto isRed = [&](int x, int y) {
+        const auto pixel = seen.at<cv::Vec3b>(y, x);
+        return pixel[0] > 200 && pixel[1] < 60;
+    };
+    EXPECT_TRUE(isRed(32, 32) && isRed(562, 562) && isRed(562, 32));
+    EXPECT_FALSE(isRed(28, 300) || isRed(300, 28) || isRed(568, 300) || isRed(300, 568));
+}
+
+TEST_F(PdfSynthesisTest, WhatIsTakenOutAgainLooksAsWhatWentIn)
+{
+    if (!tools::areInstalled())
+        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    const QStringList files{save("drawn.png", page({900, 800}, 0)),
+                            save("noisy.png", page({700, 500}, 25)),
+                            save("camera.jpg", page({1100, 700}, 3), 95)};
+    ASSERT_TRUE(synthesis.drawImageToPDF(files));
+    const TempDir taken;
+    tools::run("pdfimages -png '" + written() + "' '" + taken.file("p") + "'");
+    for (int i = 0; i < files.size(); ++i) {
+        const QImage out(QString::fromStdString(taken.file("p-00" + std::to_string(i) + ".png")));
+        EXPECT_GE(decibels(QImage(files[i]), out), 42) << qPrintable(files[i]);
+    }
+}
+
+TEST(PictureCoding, TellsWhatTheWritersJpegWouldSpoil)
+{
+    EXPECT_FALSE(pictureCoding::survivesJpeg(page({1900, 1700}, 25)));
+    QImage grey(3000, 200, QImage::Format_RGB32);
+    for (int y = 0; y < grey.height(); ++y)
+        for (int x = 0; x < grey.width(); ++x)
+            grey.setPixel(x, y, qRgb(x / 12, x / 12, x / 12));
+    EXPECT_TRUE(pictureCoding::survivesJpeg(grey));
+}
+
+TEST_F(PdfSynthesisTest, CancellingLeavesEverythingAsItWas)
+{
+    synthesis.SynthesizePdf();
+    EXPECT_EQ(timesAsked, 1);
+    pictures = QStringList{save("a.png", page({30, 20}, 0))};
+    target.clear();
+    synthesis.SynthesizePdf();
+    EXPECT_EQ(timesAsked, 2);
+    EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty() && desk.notices.isEmpty());
+}
+
+TEST_F(PdfSynthesisTest, MakesTheFolderOneLevelDeepOrDoesNothing)
+{
+    ConfigSettings store;
+    settings::createDirByDate.write(store, true);
+    synthesis.SynthesizePdf();
+    EXPECT_EQ(timesAsked, 0) << "scans/DATE would need two levels";
+    settings::createDirByDate.write(store, false);
+    synthesis.SynthesizePdf();
+    EXPECT_EQ(timesAsked, 1);
+    settings::createDirByDate.write(store, true);
+    synthesis.SynthesizePdf();
+    EXPECT_EQ(timesAsked, 2);
+    EXPECT_TRUE(QDir(path("scans") + QDate::currentDate().toString(QStringLiteral("/yyyyMMdd"))).exists());
+}
+
+TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
+{
+    const QString good = save("good.png", page({30, 20}, 0));
+    folder.write("broken.png", "no picture");
+    pictures = QStringList{good, good, path("broken.png"), good};
+    synthesis.SynthesizePdf();
+    EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty());
+    EXPECT_EQ(desk.notices.size(), 1);
+    EXPECT_TRUE(synthesis.lastPath().isEmpty());
+    if (!tools::areInstalled())
+        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    EXPECT_EQ(tools::complaints(written()), "");
+    EXPECT_EQ(tools::pageSizes(written()).size(), 2U);
+}
+
+TEST_F(PdfSynthesisTest, AFileThatCannotBeWrittenIsSaid)
+{
+    target = path("no folder/a.pdf");
+    EXPECT_FALSE(synthesis.drawImageToPDF({save("a.png", page({30, 20}, 0))}));
+    EXPECT_EQ(desk.notices.size(), 1);
+    EXPECT_TRUE(synthesis.lastPath().isEmpty());
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Codec.h"
+
+#include <opencv2/core.hpp>
+
+#include <string>
+#include <vector>
+
+/// What other programs make of a PDF file.
+namespace tools {
+
+bool areInstalled(); ///< qpdf and the poppler utilities
+
+/// Runs a command line of the shell. @return what it prints, also as an error, with its exit code when not 0
+std::string run(const std::string& command);
+
+/// Empty when the checker of the qpdf package has nothing to say against the file.
+std::string complaints(const std::string& pdf);
+
+/// The page as seen, RGB, one pixel a point.
+cv::Mat rendered(const std::string& pdf, int page = 1);
+
+/// "WIDTH x HEIGHT" in points of each page.
+std::vector<std::string> pageSizes(const std::string& pdf);
+
+/// The JPEG streams of the file as they lie in it, in page order.
+std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf, const std::string& emptyFolder);
+
+mirvak::Bytes contents(const std::string& path);
+void write(const std::string& path, const mirvak::Bytes& bytes);
+
+} // namespace tools

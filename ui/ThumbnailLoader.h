@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+/// Makes small pictures of picture files on a thread of its own, one after the other in the order they were
+/// asked for. A JPEG is decoded at no more than the size it takes. GUI thread only.
+class ThumbnailLoader : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ThumbnailLoader(QObject* parent = nullptr) : QObject(parent) {}
+    /// Waits for the picture that is being made and drops the rest.
+    ~ThumbnailLoader() override;
+
+    /// What is known without decoding the picture: its size in px, upright; empty when the file is no
+    /// picture.
+    static QSize sizeOf(const QString& path);
+    /// Asks for the picture of the file, upright and fitted into `room` px.
+    void load(const QString& path, const QSize& room);
+    /// Forgets what has not been begun.
+    void dropWaiting();
+
+Q_SIGNALS:
+    /// `picture` is null when the file turned out to be unreadable.
+    void loaded(const QString& path, const QImage& picture);
+
+private:
+    struct Job
+    {
+        QString path;
+        QSize room;
+    };
+    void work();
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::deque<Job> waiting_; // guarded by mutex_
+    bool isEnding_ = false;   // guarded by mutex_
+    std::thread worker_;      // from the first job on
+};
