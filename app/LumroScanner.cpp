@@ -103,7 +103,7 @@ void LumroScanner::makeFeatures()
     desk_->setAssist(assist_.get());
     scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
-    outputs_ = std::make_unique<OutputControl>(*desk_, *thumbnail_, *this);
+    outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, *this);
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
@@ -150,6 +150,7 @@ void LumroScanner::connectButtons()
         {&BtnControl::btnCardComposeClicked, &LumroScanner::onCardCompose},
         {&BtnControl::btnRecordClicked, &LumroScanner::onRecord},
         {&BtnControl::btnPdfClicked, &LumroScanner::onPdf},
+        {&BtnControl::synthesizePdfClicked, &LumroScanner::SynthesizePdf},
         {&BtnControl::btnPdfExClicked, &LumroScanner::onPdfEx},
         {&BtnControl::btnBookscanClicked, &LumroScanner::onBookFlat},
         {&BtnControl::btnLaohuaClicked, &LumroScanner::onFactoryTesting},
@@ -287,6 +288,21 @@ void LumroScanner::ImgMerge(const QPixmap& first, const QPixmap& second, const Q
     outputs_->ImgMerge(first, second, savePath);
 }
 
+void LumroScanner::onPdf()
+{
+    outputs_->onPdf();
+}
+
+void LumroScanner::SynthesizePdf()
+{
+    outputs_->SynthesizePdf();
+}
+
+bool LumroScanner::drawImageToPDF(const QStringList& images)
+{
+    return outputs_->drawImageToPDF(images);
+}
+
 void LumroScanner::onGetSynthesisPath(const QString& path)
 {
     outputs_->onGetSynthesisPath(path);
@@ -309,10 +325,6 @@ void LumroScanner::onOcr()
     featureMissing();
 }
 void LumroScanner::onRecord()
-{
-    featureMissing();
-}
-void LumroScanner::onPdf()
 {
     featureMissing();
 }

@@ -56,6 +56,8 @@ public:
     void setMergePending(bool pending);
     /// Shows the dialog that joins two pictures; the result may go to `savePath`.
     void ImgMerge(const QPixmap& first, const QPixmap& second, const QString& savePath);
+    /// Asks for a file and writes the pictures into it as a PDF. @return true when it holds all of them
+    bool drawImageToPDF(const QStringList& images);
 
 Q_SIGNALS:
     void autopageScanSign();
@@ -78,6 +80,7 @@ public Q_SLOTS:
     void onCardCompose();
     void onRecord();
     void onPdf();
+    void SynthesizePdf();
     void onPdfEx();
     void onBookFlat();
     void onFactoryTesting();

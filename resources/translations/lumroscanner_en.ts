@@ -57,6 +57,14 @@
         <source>More functions</source>
         <translation>More functions</translation>
     </message>
+    <message>
+        <source>Hold down or right-click: PDF of picture files</source>
+        <translation>Hold down or right-click: PDF of picture files</translation>
+    </message>
+    <message>
+        <source>PDF of picture files...</source>
+        <translation>PDF of picture files...</translation>
+    </message>
 </context>
 <context>
     <name>CardComposition</name>
@@ -343,14 +351,68 @@
     </message>
 </context>
 <context>
+    <name>PdfScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>The PDF could not be made. The picture itself is saved.</source>
+        <translation>The PDF could not be made. The picture itself is saved.</translation>
+    </message>
+</context>
+<context>
+    <name>PdfSynthesis</name>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>Image files(*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>Save PDF path</source>
+        <translation>Save PDF path</translation>
+    </message>
+    <message>
+        <source>PDF(*.pdf)</source>
+        <translation>PDF(*.pdf)</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written.</source>
+        <translation>The PDF could not be written.</translation>
+    </message>
+    <message>
+        <source>A picture could not be read. The PDF holds the pages before it.</source>
+        <translation>A picture could not be read. The PDF holds the pages before it.</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>Tip</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>Do you want to open the PDF directory?</source>
+        <translation>Do you want to open the PDF directory?</translation>
+    </message>
+    <message>
+        <source>Open PDF directory</source>
+        <translation>Open PDF directory</translation>
+    </message>
+    <message>
+        <source>Finish</source>
+        <translation>Finish</translation>
+    </message>
+</context>
+<context>
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation>Auto Scan</translation>
+        <translation type="unfinished">Auto Scan</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation>Timer Scan</translation>
+        <translation type="unfinished">Timer Scan</translation>
     </message>
 </context>
 <context>

@@ -57,6 +57,14 @@
         <source>More functions</source>
         <translation>Другие функции</translation>
     </message>
+    <message>
+        <source>Hold down or right-click: PDF of picture files</source>
+        <translation>Удерживайте или щёлкните правой кнопкой: PDF из файлов изображений</translation>
+    </message>
+    <message>
+        <source>PDF of picture files...</source>
+        <translation>PDF из файлов изображений...</translation>
+    </message>
 </context>
 <context>
     <name>CardComposition</name>
@@ -343,14 +351,68 @@
     </message>
 </context>
 <context>
+    <name>PdfScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>The PDF could not be made. The picture itself is saved.</source>
+        <translation>Не удалось создать PDF. Сам снимок сохранён.</translation>
+    </message>
+</context>
+<context>
+    <name>PdfSynthesis</name>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>Файлы изображений (*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>Save PDF path</source>
+        <translation>Сохранить PDF</translation>
+    </message>
+    <message>
+        <source>PDF(*.pdf)</source>
+        <translation>PDF(*.pdf)</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written.</source>
+        <translation>Не удалось записать PDF.</translation>
+    </message>
+    <message>
+        <source>A picture could not be read. The PDF holds the pages before it.</source>
+        <translation>Одно из изображений не удалось прочитать. PDF содержит страницы до него.</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>Подсказка</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>Do you want to open the PDF directory?</source>
+        <translation>Открыть папку с PDF?</translation>
+    </message>
+    <message>
+        <source>Open PDF directory</source>
+        <translation>Открыть папку с PDF</translation>
+    </message>
+    <message>
+        <source>Finish</source>
+        <translation>Готово</translation>
+    </message>
+</context>
+<context>
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation>Автосканирование</translation>
+        <translation type="unfinished">Автосканирование</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation>Сканирование по таймеру</translation>
+        <translation type="unfinished">Сканирование по таймеру</translation>
     </message>
 </context>
 <context>

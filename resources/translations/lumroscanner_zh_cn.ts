@@ -57,6 +57,14 @@
         <source>More functions</source>
         <translation>更多功能</translation>
     </message>
+    <message>
+        <source>Hold down or right-click: PDF of picture files</source>
+        <translation>长按或右键单击：将图片文件合成为 PDF</translation>
+    </message>
+    <message>
+        <source>PDF of picture files...</source>
+        <translation>将图片文件合成为 PDF...</translation>
+    </message>
 </context>
 <context>
     <name>CardComposition</name>
@@ -343,14 +351,68 @@
     </message>
 </context>
 <context>
+    <name>PdfScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>The PDF could not be made. The picture itself is saved.</source>
+        <translation>无法生成 PDF。图片本身已保存。</translation>
+    </message>
+</context>
+<context>
+    <name>PdfSynthesis</name>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>图片文件 (*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>Save PDF path</source>
+        <translation>PDF 保存路径</translation>
+    </message>
+    <message>
+        <source>PDF(*.pdf)</source>
+        <translation>PDF(*.pdf)</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written.</source>
+        <translation>无法写入 PDF。</translation>
+    </message>
+    <message>
+        <source>A picture could not be read. The PDF holds the pages before it.</source>
+        <translation>有一张图片无法读取。PDF 仅包含它之前的页面。</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>Do you want to open the PDF directory?</source>
+        <translation>是否打开 PDF 所在目录？</translation>
+    </message>
+    <message>
+        <source>Open PDF directory</source>
+        <translation>打开 PDF 目录</translation>
+    </message>
+    <message>
+        <source>Finish</source>
+        <translation>完成</translation>
+    </message>
+</context>
+<context>
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation>自动扫描</translation>
+        <translation type="unfinished">自动扫描</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation>定时扫描</translation>
+        <translation type="unfinished">定时扫描</translation>
     </message>
 </context>
 <context>
