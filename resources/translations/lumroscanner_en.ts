@@ -408,11 +408,11 @@
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation type="unfinished">Auto Scan</translation>
+        <translation>Auto Scan</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation type="unfinished">Timer Scan</translation>
+        <translation>Timer Scan</translation>
     </message>
 </context>
 <context>

@@ -408,11 +408,11 @@
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation type="unfinished">Автосканирование</translation>
+        <translation>Автосканирование</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation type="unfinished">Сканирование по таймеру</translation>
+        <translation>Сканирование по таймеру</translation>
     </message>
 </context>
 <context>

@@ -408,11 +408,11 @@
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation type="unfinished">自动扫描</translation>
+        <translation>自动扫描</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation type="unfinished">定时扫描</translation>
+        <translation>定时扫描</translation>
     </message>
 </context>
 <context>
