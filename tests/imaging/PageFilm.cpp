@@ -30,6 +30,17 @@ cv::Mat sensorGrain(cv::Size size, double noise)
     return grain;
 }
 
+// The shadow of a shape, `depth` of the light, moved aside and softened.
+void shadeBeside(const cv::Mat& shape, cv::Point2d aside, double soft, double depth, cv::Mat& picture)
+{
+    cv::Mat shade, colours;
+    cv::warpAffine(shape, shade, cv::Matx23d(1, 0, aside.x, 0, 1, aside.y), shape.size());
+    cv::GaussianBlur(shade, shade, {}, soft);
+    shade.convertTo(shade, CV_8U, -depth, 255);
+    cv::cvtColor(shade, colours, cv::COLOR_GRAY2RGB);
+    cv::multiply(picture, colours, picture, 1.0 / 255);
+}
+
 } // namespace
 
 PageFilm::PageFilm(cv::Size frame, Desk kind, double noise)
@@ -68,10 +79,18 @@ void PageFilm::layOut(const std::vector<Moment::Lying>& sheets)
 {
     desk_.copyTo(ground_);
     for (const Moment::Lying& lying : sheets) {
-        const cv::Size2d size = cv::Size2d(lying.sheet->size()) * (perMm_ / sheetPerMm);
-        cv::Mat small;
-        cv::resize(*lying.sheet, small, size, 0, 0, cv::INTER_AREA);
-        lay(ground_, small, placed(lying.middle * perMm_, size, lying.degrees), 0.8);
+        cv::Mat& small = small_[lying.sheet];
+        if (small.empty())
+            cv::resize(*lying.sheet, small, {}, perMm_ / sheetPerMm, perMm_ / sheetPerMm, cv::INTER_AREA);
+        const cv::Point2d middle = lying.middle * perMm_;
+        cv::Mat onto = cv::getRotationMatrix2D({small.cols / 2.0F, small.rows / 2.0F}, -lying.degrees, 1);
+        onto.at<double>(0, 2) += middle.x - small.cols / 2.0;
+        onto.at<double>(1, 2) += middle.y - small.rows / 2.0;
+        cv::Mat paper, shape;
+        cv::warpAffine(small, paper, onto, ground_.size(), cv::INTER_LINEAR, cv::BORDER_REPLICATE);
+        cv::warpAffine(cv::Mat(small.size(), CV_8UC1, cv::Scalar(255)), shape, onto, ground_.size());
+        shadeBeside(shape, {2 * perMm_, 2 * perMm_}, 1.4 * perMm_, 0.2, ground_);
+        paper.copyTo(ground_, shape > 127);
     }
     laidOut_ = sheets;
 }
@@ -90,13 +109,7 @@ void PageFilm::drawArm(const Moment::Arm& arm, cv::Mat& picture) const
     for (const auto& f : fingers)
         cv::line(shape, at(f[0], f[1]), at(f[2], f[3]), 255, thick(17), cv::LINE_AA);
     cv::line(sleeve, at(105, 0), at(700, 0), 255, thick(88), cv::LINE_AA);
-    cv::Mat shade = cv::max(shape, sleeve);
-    const cv::Matx23d aside(1, 0, 9 * perMm_, 0, 1, 7 * perMm_);
-    cv::warpAffine(shade, shade, aside, shade.size());
-    cv::GaussianBlur(shade, shade, {}, 6 * perMm_);
-    shade.convertTo(shade, CV_32F, -0.45 / 255, 1);
-    cv::cvtColor(shade, shade, cv::COLOR_GRAY2RGB);
-    cv::multiply(picture, shade, picture, 1, CV_8U);
+    shadeBeside(cv::max(shape, sleeve), {9 * perMm_, 7 * perMm_}, 6 * perMm_, 0.45, picture);
     picture.setTo(arm.skin, shape > 127);
     picture.setTo(arm.cloth, sleeve > 127);
 }

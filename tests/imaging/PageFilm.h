@@ -5,6 +5,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -58,6 +59,7 @@ private:
 
     double perMm_;
     cv::Mat desk_, ground_, grain_;
+    std::map<const cv::Mat*, cv::Mat> small_; ///< the sheets at the film's scale
     std::vector<Moment::Lying> laidOut_;
     cv::RNG random_{7};
 };

@@ -11,7 +11,7 @@ using std::chrono::milliseconds;
 constexpr int reducedSide = 640;            // words on an A4 page that fills the picture stay apart
 constexpr milliseconds restTime{300};       // between the first and the last of the looks that are alike
 constexpr milliseconds lostTrack{3000};     // two looks farther apart say nothing about what happened between
-constexpr milliseconds handPatience{2000};  // then what looks like a hand on a new page belongs to the page
+constexpr milliseconds handPatience{1500};  // then what looks like a hand on a new page belongs to the page
 constexpr milliseconds focusPatience{2000}; // then the lens has found no better
 constexpr double movingShare = 0.006;       // of the picture: two blocks
 constexpr double steadyFocus = 0.6;         // energy from look to look
