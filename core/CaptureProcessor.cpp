@@ -2,13 +2,12 @@
 
 #include "FileNaming.h"
 #include "FrameHandle.h"
+#include "SavePicture.h"
 #include "Settings.h"
 #include "mirvakcamera.h"
 
 #include <QDateTime>
 #include <QImage>
-#include <QImageWriter>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -19,7 +18,6 @@ constexpr int jpegQuality = 95;
 constexpr int saveMode = 3;
 constexpr int watermarkFontSize = 20;
 constexpr int watermarkColour = 0xff0000;
-constexpr int dotsPerMetre = 8464;
 
 QString watermarkText(ConfigSettings& store)
 {
@@ -127,18 +125,10 @@ QString CaptureProcessor::imageSave(const QImage& image, int mode)
     const bool written = mode == 0 || mode == 1 || mode == 3; // the other modes only go through the motions
     if (path.isEmpty() || !written)
         return QString();
-    QImage copy = settings::deskew.read() == 1
-                      ? image.copy(deskewMargin, deskewMargin, image.width() - 16, image.height() - 16)
-                      : image.copy();
-    copy.setDotsPerMeterX(dotsPerMetre);
-    copy.setDotsPerMeterY(dotsPerMetre);
-    QSaveFile file(path);
-    const QByteArray format = path.section(QLatin1Char('.'), -1).toLatin1();
-    if (file.open(QIODevice::WriteOnly) && QImageWriter(&file, format).write(copy) && file.commit())
-        return path;
-    std::fprintf(
-        stderr, "capture: %s was not saved (%s)\n", qUtf8Printable(path), qUtf8Printable(file.errorString()));
-    return QString();
+    const QImage cut = settings::deskew.read() == 1
+                           ? image.copy(deskewMargin, deskewMargin, image.width() - 16, image.height() - 16)
+                           : image;
+    return savePicture(cut, path) ? path : QString();
 }
 
 QString CaptureProcessor::getImagePath() const

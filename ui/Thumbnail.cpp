@@ -164,6 +164,8 @@ void Thumbnail::AddImage(QPixmap& picture, const QString& path, int index)
     item->setTextAlignment(Qt::AlignCenter);
     item->setData(Qt::UserRole, path);
     item->setToolTip(path);
+    item->setFlags(item->flags() &
+                   ~Qt::ItemIsDropEnabled); // a dragged one falls between others, not onto one
     const int row = index >= 0 && index <= list_->count() ? index : list_->count();
     list_->insertItem(row, item);
     list_->setCurrentRow(row);
@@ -239,10 +241,10 @@ void Thumbnail::SetIconSize(int width, int height)
 void Thumbnail::becomePageList()
 {
     keepsFiles_ = true;
-    // Only a list in rows lets its entries be dragged between others; the flow makes it look the same.
+    // One below the other: only then can an entry be dragged between two others, above or below.
     list_->setViewMode(QListView::ListMode);
-    list_->setFlow(QListView::LeftToRight);
-    list_->setWrapping(true);
+    list_->setFlow(QListView::TopToBottom);
+    list_->setWrapping(false);
     list_->setSpacing(2);
     list_->setIconSize(iconSize_);
     list_->setDragDropMode(QAbstractItemView::InternalMove);

@@ -30,6 +30,13 @@ void MoveVideoView::SetFrame(const QImage& frame)
         QCoreApplication::postEvent(this, new QEvent(wakeUp()));
 }
 
+void MoveVideoView::ClearFrame()
+{
+    mailbox_.take();
+    frame_ = QImage();
+    update();
+}
+
 void MoveVideoView::customEvent(QEvent* event)
 {
     const QImage newest = event->type() == wakeUp() ? mailbox_.take() : QImage();

@@ -16,6 +16,8 @@ public:
     /// As VideoView::SetImageData(): the newest frame wins, a null one is ignored, the picture is shared and
     /// not copied. Thread-safe; the calling thread must have stopped before the view is destroyed.
     void SetFrame(const QImage& frame);
+    /// Drops the picture, so that the info text shows again. GUI thread only, when no frame comes any more.
+    void ClearFrame();
     QSize frameSize() const { return frame_.size(); } ///< px; empty before the first frame
 
 Q_SIGNALS:

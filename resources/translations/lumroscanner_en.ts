@@ -351,6 +351,60 @@
     </message>
 </context>
 <context>
+    <name>PdfEx</name>
+    <message>
+        <source>PDFEX</source>
+        <translation>PDFEX</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>Manual</translation>
+    </message>
+    <message>
+        <source>AddImages</source>
+        <translation>AddImages</translation>
+    </message>
+    <message>
+        <source>Scanner</source>
+        <translation>Scanner</translation>
+    </message>
+    <message>
+        <source>Open-path</source>
+        <translation>Open-path</translation>
+    </message>
+    <message>
+        <source>Pdf</source>
+        <translation>Pdf</translation>
+    </message>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>Image files(*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>There are no pages yet.</source>
+        <translation>There are no pages yet.</translation>
+    </message>
+    <message>
+        <source>The PDF is being written...</source>
+        <translation>The PDF is being written...</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written. The pictures of its pages are kept.</source>
+        <translation>The PDF could not be written. The pictures of its pages are kept.</translation>
+    </message>
+</context>
+<context>
+    <name>PdfExControl</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved.</source>
+        <translation>The picture could not be saved.</translation>
+    </message>
+</context>
+<context>
     <name>PdfScan</name>
     <message>
         <source>The camera delivers no picture.</source>

@@ -351,6 +351,60 @@
     </message>
 </context>
 <context>
+    <name>PdfEx</name>
+    <message>
+        <source>PDFEX</source>
+        <translation>Многостраничный PDF</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>Вручную</translation>
+    </message>
+    <message>
+        <source>AddImages</source>
+        <translation>Добавить</translation>
+    </message>
+    <message>
+        <source>Scanner</source>
+        <translation>Сканировать</translation>
+    </message>
+    <message>
+        <source>Open-path</source>
+        <translation>Открыть папку</translation>
+    </message>
+    <message>
+        <source>Pdf</source>
+        <translation>Создать PDF</translation>
+    </message>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>Файлы изображений (*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>There are no pages yet.</source>
+        <translation>Страниц пока нет.</translation>
+    </message>
+    <message>
+        <source>The PDF is being written...</source>
+        <translation>Выполняется запись PDF...</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written. The pictures of its pages are kept.</source>
+        <translation>Не удалось записать PDF. Изображения его страниц сохранены.</translation>
+    </message>
+</context>
+<context>
+    <name>PdfExControl</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved.</source>
+        <translation>Не удалось сохранить снимок.</translation>
+    </message>
+</context>
+<context>
     <name>PdfScan</name>
     <message>
         <source>The camera delivers no picture.</source>

@@ -351,6 +351,60 @@
     </message>
 </context>
 <context>
+    <name>PdfEx</name>
+    <message>
+        <source>PDFEX</source>
+        <translation>多页 PDF</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>手动</translation>
+    </message>
+    <message>
+        <source>AddImages</source>
+        <translation>添加图片</translation>
+    </message>
+    <message>
+        <source>Scanner</source>
+        <translation>扫描</translation>
+    </message>
+    <message>
+        <source>Open-path</source>
+        <translation>打开目录</translation>
+    </message>
+    <message>
+        <source>Pdf</source>
+        <translation>生成 PDF</translation>
+    </message>
+    <message>
+        <source>Image files(*.jpg *.png *.bmp)</source>
+        <translation>图片文件 (*.jpg *.png *.bmp)</translation>
+    </message>
+    <message>
+        <source>There are no pages yet.</source>
+        <translation>还没有页面。</translation>
+    </message>
+    <message>
+        <source>The PDF is being written...</source>
+        <translation>正在写入 PDF...</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written. The pictures of its pages are kept.</source>
+        <translation>无法写入 PDF。各页的图片已保留。</translation>
+    </message>
+</context>
+<context>
+    <name>PdfExControl</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved.</source>
+        <translation>无法保存图片。</translation>
+    </message>
+</context>
+<context>
     <name>PdfScan</name>
     <message>
         <source>The camera delivers no picture.</source>

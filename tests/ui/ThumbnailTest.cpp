@@ -222,6 +222,7 @@ TEST_F(ThumbnailStrip, APageListKeepsTheFiles)
 {
     strip.becomePageList();
     add("a.png b.png c.png d.png");
+    EXPECT_FALSE(list->item(0)->flags() & Qt::ItemIsDropEnabled) << "a drop would replace that page";
     choose("Delete");
     strip.show();
     QTest::keyClick(&strip, Qt::Key_Home);

@@ -1,0 +1,283 @@
+#include "PdfEx.h"
+
+#include "Dialogs.h"
+#include "FileNaming.h"
+#include "Look.h"
+#include "PdfFile.h"
+#include "PdfWriting.h"
+#include "SavePicture.h"
+#include "Settings.h"
+#include "mirvakcamera.h"
+
+#include "ui_PdfEx.h"
+
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QUrl>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <limits>
+
+namespace {
+
+const QString buttonStyle = QStringLiteral("background-color: rgb(8, 115, 140);\ncolor: rgb(85, 0, 0);");
+constexpr int narrowestButton = 100; // px
+constexpr int cutAtEdges = 15;       // px
+constexpr int listingAtOnce = 15;    // milliseconds of the window's time for listing chosen files
+
+/// The last three characters, as they are: other spellings and kinds are left out.
+bool canBePage(const QString& path)
+{
+    const QString end = path.right(3);
+    return end == QLatin1String("png") || end == QLatin1String("jpg") || end == QLatin1String("peg");
+}
+
+} // namespace
+
+PdfEx::PdfEx(QWidget* parent, MirvakCamera& camera)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), writing_(new PdfWriting(camera, this))
+{
+    setObjectName(QStringLiteral("PdfEx"));
+    setWindowTitle(tr("PDFEX"));
+    connect(writing_, &PdfWriting::done, this, &PdfEx::onWritten);
+    connect(&listTimer_, &QTimer::timeout, this, [this] { listWaiting(listingAtOnce); });
+}
+
+PdfEx::~PdfEx() = default;
+
+void PdfEx::build()
+{
+    if (ui_)
+        return;
+    ui_ = std::make_unique<Ui_PdfEx>();
+    ui_->setupUi(this);
+    dressButtons();
+    ui_->pages->becomePageList();
+    ui_->titleBar->SetTitle(windowTitle());
+    ui_->titleBar->ShowSkinButton(false);
+    ui_->titleBar->ShowMinimizeButton(false);
+    connect(ui_->titleBar, &TitleBar::clickedclosesign, this, &PdfEx::onClosePdf);
+    connect(ui_->AddImages, &QPushButton::clicked, this, &PdfEx::onAddImages);
+    connect(ui_->Scanner, &QPushButton::clicked, this, &PdfEx::onScannerImg);
+    connect(ui_->Pdf, &QPushButton::clicked, this, &PdfEx::onPdfEx);
+    connect(ui_->OpenPath, &QPushButton::clicked, this, &PdfEx::onOpenPath);
+}
+
+void PdfEx::dressButtons()
+{
+    ui_->OpenPath->setObjectName(QStringLiteral("Open-path"));
+    for (PlateButton* button : {ui_->AddImages, ui_->Scanner, ui_->Pdf, ui_->OpenPath}) {
+        button->setStyleSheet(buttonStyle);
+        button->setMinimumWidth(std::max(button->sizeHint().width(), narrowestButton));
+    }
+}
+
+void PdfEx::ShowPdf(void* device, int width, int height, int rotation, int resolutionIndex)
+{
+    device_ = device;
+    width_ = width;
+    height_ = height;
+    rotation_ = rotation;
+    resolutionIndex_ = resolutionIndex;
+    show();
+    raise();
+    activateWindow();
+}
+
+void PdfEx::SetPdfDataframe(const QImage& frame)
+{
+    if (takesFrames_) // and so the preview has been made
+        ui_->preview->SetImageData(frame);
+}
+
+void PdfEx::onGetFramedata(const QImage& frame)
+{
+    SetPdfDataframe(frame);
+}
+
+void PdfEx::SetScannerImage(const QString& path)
+{
+    build();
+    listWaiting(std::numeric_limits<int>::max()); // what was chosen before comes before it
+    ui_->pages->AddImage(path, -1);
+}
+
+void PdfEx::ShowNote(const QString& text)
+{
+    build();
+    ui_->labelNote->setText(text);
+}
+
+QStringList PdfEx::pages() const
+{
+    return ui_ ? ui_->pages->GetFilePaths() + waiting_ : QStringList();
+}
+
+void PdfEx::onScannerImg()
+{
+    ShowNote({});
+    if (device_)
+        Q_EMIT pdfexscannered();
+}
+
+void PdfEx::onAddImages()
+{
+    build();
+    ShowNote({});
+    ConfigSettings store;
+    QFileDialog dialog(this);
+    dialog.resize(width() / 2, height() / 2);
+    dialog.setNameFilter(tr("Image files(*.jpg *.png *.bmp)"));
+    dialog.setDirectory(settings::savePath(store));
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setViewMode(QFileDialog::List);
+    const QStringList chosen = Dialogs::instance().chooseFiles(dialog);
+    std::copy_if(chosen.begin(), chosen.end(), std::back_inserter(waiting_), canBePage);
+    listWaiting(listingAtOnce);
+}
+
+/// Lists chosen files for that long; the rest follows when the window has seen to other things.
+void PdfEx::listWaiting(int milliseconds)
+{
+    QElapsedTimer time;
+    time.start();
+    while (!waiting_.isEmpty() && time.elapsed() < milliseconds)
+        ui_->pages->AddImage(waiting_.takeFirst(), -1);
+    if (waiting_.isEmpty())
+        listTimer_.stop();
+    else if (!listTimer_.isActive())
+        listTimer_.start(0);
+}
+
+void PdfEx::onPdfEx()
+{
+    build();
+    listWaiting(std::numeric_limits<int>::max());
+    QStringList pictures = ui_->pages->GetFilePaths();
+    if (pictures.isEmpty())
+        return ShowNote(tr("There are no pages yet."));
+    if (writing_->isRunning())
+        return;
+    pictures.erase(std::remove_if(pictures.begin(), pictures.end(), std::not_fn(canBePage)), pictures.end());
+    setBusy(true);
+    ConfigSettings store;
+    writing_->start(pictures, pdfFile::pathIn(settings::savePath(store)));
+}
+
+void PdfEx::setBusy(bool isBusy)
+{
+    ui_->panel->setDisabled(isBusy);
+    ui_->pages->setDisabled(isBusy);
+    ShowNote(isBusy ? tr("The PDF is being written...") : QString());
+}
+
+void PdfEx::onWritten(const QString& path, int code)
+{
+    setBusy(false);
+    if (code != MIRVAK_OK)
+        Dialogs::warn(this, tr("The PDF could not be written. The pictures of its pages are kept."));
+    QPixmap icon = pdfFile::icon();
+    Q_EMIT setpdfexthumbnail(icon, path);
+    close();
+}
+
+void PdfEx::onOpenPath()
+{
+    ConfigSettings store;
+    const QString folder = settings::savePath(store);
+    if (!folder.isEmpty() && !Dialogs::instance().openUrl(QUrl::fromLocalFile(folder)))
+        std::fprintf(stderr, "nothing opens %s\n", qPrintable(folder));
+}
+
+void PdfEx::onClosePdf()
+{
+    close();
+}
+
+QString PdfEx::imageSave(const QImage& image, int kind)
+{
+    QString path = image.isNull() ? QString() : getImagePath();
+    const bool isWritten = kind == 0 || kind == 1 || kind == 3;
+    if (path.isEmpty() || !isWritten)
+        return path;
+    const QRect inside = image.rect().adjusted(cutAtEdges, cutAtEdges, -cutAtEdges, -cutAtEdges);
+    const bool isCut = settings::deskew.read() == 1;
+    return savePicture(isCut ? image.copy(inside) : image, path) ? path : QString();
+}
+
+QString PdfEx::getImagePath() const
+{
+    ConfigSettings store;
+    return FileNaming(store).getImagePath();
+}
+
+QString PdfEx::getNameFormat() const
+{
+    ConfigSettings store;
+    return FileNaming(store).getNameFormat();
+}
+
+int PdfEx::getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const
+{
+    return FileNaming::getNameIndex(directory, prefix, extension);
+}
+
+void PdfEx::finish()
+{
+    writing_->finish();
+}
+
+void PdfEx::setVisible(bool visible)
+{
+    if (visible)
+        build();
+    QWidget::setVisible(visible);
+}
+
+void PdfEx::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    takesFrames_ = true;
+    if (event->spontaneous() || !parentWidget() || isMaximized())
+        return;
+    const QWidget* host = parentWidget()->window();
+    resize((host->size() * 4 / 5).expandedTo(minimumSizeHint()));
+    move(host->geometry().center() - rect().center());
+}
+
+void PdfEx::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        takesFrames_ = false;
+}
+
+void PdfEx::closeEvent(QCloseEvent* event)
+{
+    if (writing_->isRunning())
+        return event->ignore();
+    device_ = nullptr;
+    width_ = height_ = rotation_ = 0;
+    takesFrames_ = false;
+    Q_EMIT setpdfquitsignal();
+    if (ui_)
+        forgetPages();
+    QWidget::closeEvent(event);
+}
+
+void PdfEx::forgetPages()
+{
+    waiting_.clear();
+    listTimer_.stop();
+    ui_->pages->clearthumbnail(false);
+    ui_->preview->ClearFrame();
+    ShowNote({});
+}
+
+void PdfEx::paintEvent(QPaintEvent*)
+{
+    Look::paintBackground(*this);
+}

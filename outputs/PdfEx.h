@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QStringList>
+#include <QTimer>
+#include <QWidget>
+
+#include <atomic>
+#include <memory>
+
+class MirvakCamera;
+class PdfView;
+class PdfWriting;
+class Ui_PdfEx;
+
+/// Collects pages for one PDF: scans of what its own preview shows and picture files. The pages can be put
+/// into another order and taken out; their files stay on the disk. The contents are made on first use.
+///
+/// GUI thread only, except SetPdfDataframe() and takesFrames().
+class PdfEx : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `camera` is borrowed until finish() or the end of this object.
+    PdfEx(QWidget* parent, MirvakCamera& camera);
+    ~PdfEx() override;
+
+    /// Opens the dialog for the open camera `device`. Nominal size of a recording in px, quarter turns
+    /// clockwise, row of the chosen resolution.
+    void ShowPdf(void* device, int width, int height, int rotation, int resolutionIndex);
+    /// Whether the live frames belong here: while the dialog shows. Thread-safe.
+    bool takesFrames() const { return takesFrames_; }
+    /// Hands over the newest frame; as VideoView::SetImageData(). Ignored while the dialog is hidden.
+    /// Thread-safe; the calling thread must have stopped before the dialog is destroyed.
+    void SetPdfDataframe(const QImage& frame);
+    /// Appends a page; a file without a readable picture is left out.
+    void SetScannerImage(const QString& path);
+    /// A line for the user beside the buttons, until the next one.
+    void ShowNote(const QString& text);
+    QStringList pages() const; ///< paths, in order
+
+    /// Saves a picture under the next free name, cut by 15 px a side where automatic cropping is chosen. Only
+    /// kinds 0, 1 and 3 write. @return its path, also when nothing had to be written; empty on failure
+    QString imageSave(const QImage& image, int kind);
+    QString getImagePath() const;  ///< as FileNaming
+    QString getNameFormat() const; ///< as FileNaming
+    int getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const;
+
+    /// Waits for a PDF that is being written. Call it before the camera library's object goes.
+    void finish();
+    void setVisible(bool visible) override;
+
+Q_SIGNALS:
+    void pdfexscannered();   ///< the user wants a scan of the present picture as the next page
+    void setpdfquitsignal(); ///< the dialog has closed
+    void setpdfexthumbnail(QPixmap& icon, const QString& path); ///< a PDF was made
+
+public Q_SLOTS:
+    void onGetFramedata(const QImage& frame); ///< as SetPdfDataframe()
+    void onScannerImg();
+    void onAddImages();
+    void onPdfEx(); ///< writes the PDF and closes the dialog when it is done
+    void onOpenPath();
+    void onClosePdf();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void build();
+    void dressButtons();
+    void listWaiting(int milliseconds);
+    void setBusy(bool isBusy);
+    void forgetPages();
+    void onWritten(const QString& path, int code);
+
+    std::unique_ptr<Ui_PdfEx> ui_; ///< null until first used
+    PdfWriting* writing_;
+    void* device_ = nullptr;
+    int width_ = 0;
+    int height_ = 0;
+    int rotation_ = 0;
+    int resolutionIndex_ = 0;
+    QStringList waiting_; ///< chosen files on their way into the list
+    QTimer listTimer_;
+    std::atomic<bool> takesFrames_{false};
+};

@@ -1,0 +1,40 @@
+#include "PdfExControl.h"
+
+#include "CaptureDesk.h"
+#include "PdfEx.h"
+#include "Settings.h"
+
+namespace {
+
+constexpr std::chrono::seconds frameTimeout(10);
+
+} // namespace
+
+PdfExControl::PdfExControl(CaptureDesk& desk, PdfEx& dialog, QObject* parent)
+    : QObject(parent), desk_(desk), dialog_(dialog)
+{
+    connect(&dialog, &PdfEx::pdfexscannered, this, &PdfExControl::scan);
+    connect(&dialog, &PdfEx::setpdfquitsignal, this, [this] { desk_.enableTools(true); });
+    connect(&dialog, &PdfEx::setpdfexthumbnail, this, [this](const QPixmap& icon, const QString& path) {
+        desk_.addDocument(path, icon);
+    });
+}
+
+void PdfExControl::open(void* device, int width, int height, int rotation, int resolutionIndex)
+{
+    if (!desk_.mayCapture() || dialog_.isVisible())
+        return;
+    dialog_.ShowPdf(device, width, height, rotation, resolutionIndex);
+    desk_.enableTools(false);
+}
+
+void PdfExControl::scan()
+{
+    const FrameHandle frame = desk_.takeFrame(frameTimeout);
+    if (!frame)
+        return dialog_.ShowNote(tr("The camera delivers no picture."));
+    const QString path = desk_.saveFrame(frame.get(), settings::scanType.read());
+    if (path.isEmpty())
+        return dialog_.ShowNote(tr("The picture could not be saved."));
+    dialog_.SetScannerImage(path);
+}

@@ -1,0 +1,19 @@
+#include "PdfWriting.h"
+
+void PdfWriting::start(const QStringList& pictures, const QString& path)
+{
+    worker_ = std::thread([this, pictures, path] {
+        const pdfFile::Result result = pdfFile::write(camera_, pictures, path, 0);
+        const auto report = [this, path, code = result.code] {
+            finish();
+            Q_EMIT done(path, code);
+        };
+        QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
+    });
+}
+
+void PdfWriting::finish()
+{
+    if (worker_.joinable())
+        worker_.join();
+}
