@@ -49,7 +49,7 @@ void fill(QWidget* container, QWidget* content)
 
 LumroScanner::LumroScanner(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui_LumroScanner>()),
-      delivery_(camera_, [this](const QImage& frame) { ui_->videoView->SetImageData(frame); }),
+      delivery_(camera_, [this](const QImage& frame) { showFrame(frame); }),
       capture_(session_, delivery_, processor_, [this] { return ui_->videoView->getSelectedRect(); })
 {
     ui_->setupUi(this);
@@ -73,6 +73,7 @@ LumroScanner::~LumroScanner()
     scans_->finish();
     assist_->stop();
     session_.shutDown();
+    outputs_->finish();
 }
 
 void LumroScanner::makeParts()
@@ -130,6 +131,13 @@ void LumroScanner::connectTools()
     connect(this, &LumroScanner::setthumdnailpath, thumbnail_, [this](const QString& path) {
         thumbnail_->AddImage(path, -1);
     });
+    // On the capture thread: queued frames would pile up.
+    connect(
+        this,
+        &LumroScanner::setpdfexframedata,
+        this,
+        [this](const QImage& frame) { outputs_->setpdfexframedata(frame); },
+        Qt::DirectConnection);
     connect(this, &LumroScanner::setthumdnailpath, new ShutterSound(this), &ShutterSound::play);
     connect(scans_.get(), &ScanControl::autopageScanSign, this, &LumroScanner::autopageScanSign);
     connect(scans_.get(), &ScanControl::pictureSaved, this, &LumroScanner::setthumdnailpath);
@@ -198,6 +206,14 @@ void LumroScanner::GetCameraData(void* image, void*, int, int width, int height,
     }
     self->delivery_.channel().interrupt(); // a capture that waits would only time out
     self->session_.noteStreamEnded();
+}
+
+void LumroScanner::showFrame(const QImage& frame)
+{
+    if (outputs_->takesFrames())
+        Q_EMIT setpdfexframedata(frame);
+    else
+        ui_->videoView->SetImageData(frame);
 }
 
 void LumroScanner::GetAssCameraData(void* image, void*, int, int width, int height, void* context)
@@ -293,6 +309,11 @@ void LumroScanner::onPdf()
     outputs_->onPdf();
 }
 
+void LumroScanner::onPdfEx()
+{
+    outputs_->onPdfEx(session_, *ui_->videoView, delivery_.rotation());
+}
+
 void LumroScanner::SynthesizePdf()
 {
     outputs_->SynthesizePdf();
@@ -325,10 +346,6 @@ void LumroScanner::onOcr()
     featureMissing();
 }
 void LumroScanner::onRecord()
-{
-    featureMissing();
-}
-void LumroScanner::onPdfEx()
 {
     featureMissing();
 }

@@ -116,6 +116,7 @@ private:
     void connectButtons();
     void connectSettings();
     void startKeys();
+    void showFrame(const QImage& frame);
     void readBookLine();
     void featureMissing();
 

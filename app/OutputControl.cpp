@@ -1,16 +1,19 @@
 #include "OutputControl.h"
 
+#include "CameraSession.h"
 #include "ImageMerge.h"
 #include "MainDesk.h"
+#include "PdfEx.h"
 #include "Thumbnail.h"
+#include "VideoView.h"
 
 OutputControl::OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, QWidget& window)
-    : strip_(strip), imageMerge_(new ImageMerge(&window)),
+    : strip_(strip), imageMerge_(new ImageMerge(&window)), pdfEx_(new PdfEx(&window, camera)),
       composition_(desk,
                    [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
                        ImgMerge(first, second, savePath);
                    }),
-      pdfScan_(desk, camera), pdfSynthesis_(desk, window)
+      pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window)
 {
     connect(&desk, &MainDesk::documentMade, this, [this](const QString& path, QPixmap icon) {
         strip_.AddImage(icon, path, -1);
@@ -29,4 +32,26 @@ void OutputControl::ImgMerge(const QPixmap& first, const QPixmap& second, const 
 void OutputControl::onGetSynthesisPath(const QString& path)
 {
     strip_.AddImage(path, -1);
+}
+
+void OutputControl::onPdfEx(const CameraSession& session, const VideoView& view, int rotation)
+{
+    const QSize size = session.size();
+    pdfExControl_.open(
+        session.device(), size.width(), size.height(), rotation, view.GetResolutionCurrentIndex());
+}
+
+bool OutputControl::takesFrames() const
+{
+    return pdfEx_->takesFrames();
+}
+
+void OutputControl::setpdfexframedata(const QImage& frame)
+{
+    pdfEx_->SetPdfDataframe(frame);
+}
+
+void OutputControl::finish()
+{
+    pdfEx_->finish();
 }

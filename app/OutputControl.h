@@ -1,16 +1,21 @@
 #pragma once
 
 #include "CardComposition.h"
+#include "PdfExControl.h"
 #include "PdfScan.h"
 #include "PdfSynthesis.h"
 
 #include <QObject>
 
+class CameraSession;
 class ImageMerge;
 class MainDesk;
 class MirvakCamera;
+class PdfEx;
+class QImage;
 class QWidget;
 class Thumbnail;
+class VideoView;
 
 /// The functions that make other documents of captures, with their windows. GUI thread only.
 class OutputControl : public QObject
@@ -27,13 +32,21 @@ public:
     void ImgMerge(const QPixmap& first, const QPixmap& second, const QString& savePath);
     void onGetSynthesisPath(const QString& path);
     void onPdf() { pdfScan_.scan(); }
+    void onPdfEx(const CameraSession& session, const VideoView& view, int rotation);
     void SynthesizePdf() { pdfSynthesis_.SynthesizePdf(); }
     bool drawImageToPDF(const QStringList& images) { return pdfSynthesis_.drawImageToPDF(images); }
+    /// Whether the live frames go to the multi-page dialog. Thread-safe, as is setpdfexframedata().
+    bool takesFrames() const;
+    void setpdfexframedata(const QImage& frame);
+    /// Waits for what is being written; for the end of the program.
+    void finish();
 
 private:
     Thumbnail& strip_;
     ImageMerge* imageMerge_;
+    PdfEx* pdfEx_;
     CardComposition composition_;
+    PdfExControl pdfExControl_;
     PdfScan pdfScan_;
     PdfSynthesis pdfSynthesis_;
 };

@@ -55,7 +55,8 @@ public:
     openCamera(void* device, int subtype, int resolutionIndex, int frameMode, MirvakFrameCallback callback);
 
     bool isOpen() const { return device_ != nullptr; }
-    State state() const { return state_; } ///< thread-safe
+    void* device() const { return device_; } ///< null while closed; stays the session's
+    State state() const { return state_; }   ///< thread-safe
     int currentIndex() const { return index_; }
     QString currentUsbId() const;
     QSize size() const { return size_; } ///< pixels, as the chosen resolution text says
