@@ -1,0 +1,62 @@
+// Documents made of captures, as the window's user meets them.
+#include "WindowFixture.h"
+
+#include "PdfEx.h"
+#include "ToolBar.h"
+
+namespace {
+
+class OutputWindowTest : public LumroScannerTest
+{
+protected:
+    QStringList pdfs() const { return QDir(pictures()).entryList(QStringList{QStringLiteral("*.pdf")}); }
+    QByteArray head(const QString& name) const
+    {
+        QFile file(pictures() + QLatin1Char('/') + name);
+        return file.open(QIODevice::ReadOnly) ? file.read(5) : QByteArray();
+    }
+};
+
+TEST_F(OutputWindowTest, ThePdfButtonMakesAPictureAndAPdfOfIt)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnPdf");
+    ASSERT_EQ(pdfs().size(), 1);
+    EXPECT_EQ(head(pdfs().first()), "%PDF-");
+    EXPECT_EQ(files().size(), 2);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 2; }));
+    window_->setMergePending(true);
+    click("btnPdf");
+    EXPECT_TRUE(messages_.contains(QStringLiteral("Please complete the image merge first!")));
+    EXPECT_EQ(files().size(), 2);
+}
+
+TEST_F(OutputWindowTest, TheMultiPageDialogHasTheLivePictureAndTheTools)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnPdfEx");
+    auto* dialog = window_->findChild<PdfEx*>();
+    ASSERT_TRUE(dialog->isVisible());
+    auto* tools = view().findChild<ToolBar*>();
+    EXPECT_FALSE(tools->isEnabled());
+    for (int page = 1; page <= 2; ++page) {
+        dialog->onScannerImg();
+        EXPECT_TRUE(QTest::qWaitFor([=] { return dialog->pages().size() == page; }, 10000));
+    }
+    dialog->onPdfEx();
+    ASSERT_TRUE(QTest::qWaitFor([=] { return !dialog->isVisible(); }, 10000));
+    EXPECT_EQ(pdfs().size(), 1);
+    EXPECT_TRUE(tools->isEnabled());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 1; })) << "the PDF, not its pages";
+
+    click("btnPdfEx");
+    EXPECT_TRUE(dialog->pages().isEmpty());
+    window_->close(); // with the dialog open
+    window_.reset();
+}
+
+} // namespace
