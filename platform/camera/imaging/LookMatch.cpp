@@ -71,7 +71,7 @@ void LookMatch::breathe(const PageLook& now, const PageLook& then)
 {
     Sway sway = noSway(now);
     for (int round = 0; round < 3 && std::abs(sway.growth) <= mostBreath; ++round) {
-        if (search(now, then, sway) < fewBlocks)
+        if (search(now, then, sway, 20) < fewBlocks)
             return;
         steps_.clear();
         for (size_t i = 0; i < blocks_.size(); ++i)
@@ -93,14 +93,14 @@ bool LookMatch::follow(const PageLook& now, const PageLook& then)
         if (changed == 0)
             return true;
         Sway sway = findSway(now, then, moved_);
-        int found = search(now, then, sway);
+        int found = search(now, then, sway, 6);
         if (found < changed && found >= fewBlocks) { // now that the fine level has its say
             steps_.clear();
             for (size_t i = 0; i < blocks_.size(); ++i)
                 if (moved_[i] != 0 && blocks_[i] == Block::same)
                     steps_.push_back({middleOf(now.block(static_cast<int>(i))), shifts_[i]});
             fitSway(steps_, 1, sway);
-            found += search(now, then, sway);
+            found += search(now, then, sway, 6);
         }
         if (found * 4 < changed)
             return movement > 0;
@@ -134,12 +134,12 @@ void LookMatch::lookAtRest(const PageLook& now, const PageLook& then)
     noise_ = nth(noises_, 0.1);
 }
 
-// A quarter of the blocks, spread over all, shows whether the sway is worth trying on the rest.
+// A quarter of the blocks, spread over all, shows whether the sway is worth trying on the rest: whether one
+// in so many is found.
 // @return how many of the changed blocks lie unchanged where the sway says, or next to it
-int LookMatch::search(const PageLook& now, const PageLook& then, const Sway& sway)
+int LookMatch::search(const PageLook& now, const PageLook& then, const Sway& sway, size_t oneIn)
 {
     constexpr size_t turns = 4;
-    constexpr size_t worthWhile = 20; // one in so many
     changed_.clear();
     for (size_t i = 0; i < blocks_.size(); ++i)
         if (blocks_[i] == Block::changed)
@@ -151,7 +151,7 @@ int LookMatch::search(const PageLook& now, const PageLook& then, const Sway& swa
             found +=
                 searchBlock(now, then, changed_[i], {cvRound(way.x), cvRound(way.y)}, nearby.size()) ? 1 : 0;
         }
-        if (tried > turns && found * worthWhile < tried)
+        if (tried > turns && found * oneIn < tried)
             break;
     }
     return static_cast<int>(found);

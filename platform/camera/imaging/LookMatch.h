@@ -40,7 +40,7 @@ private:
     void lookAtRest(const PageLook& now, const PageLook& then);
     void breathe(const PageLook& now, const PageLook& then);
     bool follow(const PageLook& now, const PageLook& then);
-    int search(const PageLook& now, const PageLook& then, const Sway& sway);
+    int search(const PageLook& now, const PageLook& then, const Sway& sway, size_t oneIn);
     bool searchBlock(const PageLook& now, const PageLook& then, int block, cv::Point around, size_t steps);
     void spread(const PageLook& now, const PageLook& then);
     void takeShiftsAround(int block, cv::Size grid);

@@ -22,9 +22,13 @@ bool liesInMoved(const PageLook& look, const std::vector<unsigned char>& moved, 
     return moved[static_cast<size_t>(row * grid.width + column)] != 0;
 }
 
-// Where the least of a parabola through three values lies, -0.5 to 0.5.
+constexpr double unknown = -9; // lower than any likeness
+
+// Where the top of a parabola through three values lies, -0.5 to 0.5.
 double peak(double before, double here, double after)
 {
+    if (before <= unknown || after <= unknown)
+        return 0;
     const double bend = before - 2 * here + after;
     return bend < 0 ? std::clamp(0.5 * (before - after) / bend, -0.5, 0.5) : 0;
 }
@@ -33,31 +37,36 @@ class Search
 {
 public:
     Search(const PageLook& now, const PageLook& then, size_t level, int reach)
-        : now_(now.levels()[level]), then_(then.levels()[level]), reach_(reach), across_(2 * reach + 1),
+        : now_(now.levels()[level]), then_(then.levels()[level]), reach_(reach), across_(2 * reach + 3),
           farther_(repetition * now.levels()[level].scale), scores_(static_cast<size_t>(across_ * across_))
     {
     }
     /// @return the likeness of the best shift, written to `best` with its fraction; pixels of the level
     double run(cv::Rect area, cv::Point around, cv::Point2d& best)
     {
-        for (int dy = -reach_; dy <= reach_; ++dy)
-            for (int dx = -reach_; dx <= reach_; ++dx)
-                score(dx, dy) = alike(area, around + cv::Point(dx, dy)) - farther_ * std::hypot(dx, dy);
-        const size_t top =
-            static_cast<size_t>(std::max_element(scores_.begin(), scores_.end()) - scores_.begin());
-        const int x = static_cast<int>(top) % across_ - reach_, y = static_cast<int>(top) / across_ - reach_;
-        best = around + cv::Point(x, y);
-        if (std::abs(x) < reach_)
-            best.x += peak(score(x - 1, y), score(x, y), score(x + 1, y));
-        if (std::abs(y) < reach_)
-            best.y += peak(score(x, y - 1), score(x, y), score(x, y + 1));
-        return scores_[top];
+        if (slopeSums(now_, now_, area, {}).first() < leastEnergy)
+            return 0;
+        std::fill(scores_.begin(), scores_.end(), unknown);
+        cv::Point top;
+        for (int dy = -reach_; dy <= reach_; ++dy) {
+            for (int dx = -reach_; dx <= reach_; ++dx) {
+                const cv::Point shift(dx, dy);
+                score(shift) = alike(area, around + shift) - farther_ * std::hypot(dx, dy);
+                if (score(shift) > score(top))
+                    top = shift;
+            }
+        }
+        best = around + top;
+        best.x += peak(score(top - cv::Point(1, 0)), score(top), score(top + cv::Point(1, 0)));
+        best.y += peak(score(top - cv::Point(0, 1)), score(top), score(top + cv::Point(0, 1)));
+        return score(top);
     }
 
 private:
-    double& score(int dx, int dy)
+    // With a margin of one around what is searched.
+    double& score(cv::Point shift)
     {
-        return scores_[static_cast<size_t>((dy + reach_) * across_ + dx + reach_)];
+        return scores_[static_cast<size_t>((shift.y + reach_ + 1) * across_ + shift.x + reach_ + 1)];
     }
     double alike(cv::Rect area, cv::Point shift) const
     {
