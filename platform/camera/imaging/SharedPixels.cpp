@@ -16,6 +16,7 @@ Image share(const Image& image)
     Image copy;
     copy.pixels = image.pixels.u ? image.pixels : image.pixels.clone(); // without a counter: a loan
     copy.dpi = image.dpi;
+    copy.taken = image.taken;
     return copy;
 }
 
