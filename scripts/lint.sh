@@ -64,7 +64,7 @@ else
 fi
 rm -rf "$lint"
 mkdir -p "$lint"
-[ $# -gt 0 ] || set -- 'app/*.cpp' 'core/*.cpp' 'ui/*.cpp' 'view/*.cpp' 'platform/*.cpp' 'tools/*.cpp'
+[ $# -gt 0 ] || set -- 'app/*.cpp' 'outputs/*.cpp' 'core/*.cpp' 'ui/*.cpp' 'view/*.cpp' 'platform/*.cpp' 'sound/*.cpp' 'tools/*.cpp'
 mapfile -t files < <(sources "$@")
 batches "${files[@]}" | xargs -P "$(nproc)" -L 1 "$0" --batch "$build_folder" || die "Lint: see above."
 say "Lint: ${#files[@]} files are clean."
