@@ -19,7 +19,7 @@ QImage makePicture(const QString& path, const QSize& room)
     const QSize size = reader.size();
     if (size.width() > enough.width() || size.height() > enough.height())
         reader.setScaledSize(size.scaled(enough, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
-    const QImage picture = reader.read();
+    QImage picture = reader.read();
     if (picture.isNull())
         return picture;
     const QSize fitted = picture.size().scaled(room, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
