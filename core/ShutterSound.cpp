@@ -43,7 +43,7 @@ void ShutterSound::click()
         return;
     if (!player_ || player_->state() == QProcess::NotRunning)
         start();
-    if (!isGivenUp_ && player_->bytesToWrite() < unheardAtMost)
+    if (!isGivenUp_ && player_->isWritable() && player_->bytesToWrite() < unheardAtMost)
         player_->write("\n", 1);
 }
 

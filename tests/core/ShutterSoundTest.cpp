@@ -68,7 +68,8 @@ TEST_F(ShutterSoundTest, AFailureIsSaidOnceAndLeftAtThat)
                 QTest::qWait(5);
             }
         }
-        EXPECT_EQ(linesIn(testing::internal::GetCapturedStderr()), 1) << qPrintable(program);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(linesIn(said), 1) << said;
     }
     EXPECT_EQ(starts().size(), 1);
 }
