@@ -37,12 +37,25 @@ QFont fitting(QFont font, const QString& text, int width)
 
 } // namespace
 
-More::More(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_More>())
+More::More(QWidget* parent) : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
 {
-    ui_->setupUi(this);
-    setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     setWindowModality(Qt::WindowModal);
     setFixedSize(800, 600);
+}
+
+void More::setVisible(bool visible)
+{
+    if (visible)
+        build();
+    QWidget::setVisible(visible);
+}
+
+void More::build()
+{
+    if (ui_)
+        return;
+    ui_ = std::make_unique<Ui_More>();
+    ui_->setupUi(this);
     makeTitleBar();
     boxes_ = {ui_->checkCapture,
               ui_->checkDocument,

@@ -9,7 +9,8 @@ class QCheckBox;
 class TitleBar;
 class Ui_More;
 
-/// The window in which the user ticks the function buttons to be shown. GUI thread only.
+/// The window in which the user ticks the function buttons to be shown. The contents are made when it is
+/// first shown, so that the start of the program does not wait for them, and kept. GUI thread only.
 class More : public QWidget
 {
     Q_OBJECT
@@ -17,6 +18,8 @@ class More : public QWidget
 public:
     explicit More(QWidget* parent = nullptr);
     ~More() override;
+
+    void setVisible(bool visible) override;
 
 Q_SIGNALS:
     void displayCheckBox(int index, bool checked); ///< a box was clicked
@@ -27,11 +30,12 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    void build();
     void makeTitleBar();
     void prepareBox(int index);
     void captionBoxes();
 
-    std::unique_ptr<Ui_More> ui_;
+    std::unique_ptr<Ui_More> ui_; ///< null until first shown
     TitleBar* titleBar_ = nullptr;
     QVector<QCheckBox*> boxes_; ///< by bit of the mask
 };

@@ -61,6 +61,7 @@ TEST_F(Accessibility, EveryControlHasAName)
         bar.onDisplayMoreCheck(i, Qt::Checked);
     expectNamed(bar);
     More more;
+    more.show();
     expectNamed(more);
     MsgBox box;
     box.Warnning(QStringLiteral("text"));

@@ -232,7 +232,8 @@ TEST_F(MoreWindow, StartsWithTheDefaultTicksAndChinesePictures)
 {
     settings::buttonId.write(settings, 0);
     settings::appLanguage.write(settings, 1);
-    const More more;
+    More more;
+    more.show();
     const QList<QCheckBox*> boxes = more.findChildren<QCheckBox*>();
     ASSERT_EQ(boxes.size(), functionButtons::count);
     for (int i = 0; i < boxes.size(); ++i) {
