@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CameraManager.h"
+#include "CodeReader.h"
 #include "DeskConfig.h"
 #include "ImagePool.h"
 #include "KeyListener.h"
@@ -12,9 +13,10 @@
 struct MirvakCamera::Impl
 {
     mirvak::ImagePool pool;
-    mirvak::PageCheck pageCheck;    ///< what MirvakImage_CheckPage remembers
-    mirvak::PdfPages pdf;           ///< the pages that MirvakPDF_Save will write
-    std::optional<DeskConfig> desk; ///< as read by the last MirvakDevs_Init
+    mirvak::PageCheck pageCheck;     ///< what MirvakImage_CheckPage remembers
+    mirvak::PdfPages pdf;            ///< the pages that MirvakPDF_Save will write
+    std::vector<mirvak::Code> codes; ///< what MirvakZBarcode_Discern found last
+    std::optional<DeskConfig> desk;  ///< as read by the last MirvakDevs_Init
     mirvak::CameraManager cameras{pool};
     mirvak::KeyListener keys;
 };

@@ -1,4 +1,4 @@
-// The camera library: devices, live frames, image operations, PDF files, hardware keys, colours.
+// The camera library: devices, live frames, image operations, PDF files, codes, hardware keys, colours.
 //
 // One MirvakCamera per process. No call throws. Integer results are 0 for success and one of MirvakResult
 // otherwise, unless a count or a type is meant. All texts are UTF-8.
@@ -11,8 +11,8 @@
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
 // image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
-// at a time; so are the PDF calls, which keep the pages. Devs, Device and Hid calls are made by one thread
-// (the GUI thread), except where noted.
+// at a time; so are the PDF calls, which keep the pages, and the ZBarcode calls, which keep what was read.
+// Devs, Device and Hid calls are made by one thread (the GUI thread), except where noted.
 #pragma once
 
 #include <memory>
@@ -179,6 +179,20 @@ public:
     /// MIRVAK_BAD_ARGUMENT without a page or a path; MIRVAK_IO_ERROR when a picture has vanished or changed,
     /// or the file cannot be written.
     int MirvakPDF_Save(const char* pdfPath);
+
+    // --- ZBarcode: bar and matrix codes ------------------------------------------------------------------
+    /// Reads all codes of the picture, whichever way they are turned, light on dark too: EAN, UPC, Code 39,
+    /// 93 and 128, Interleaved 2 of 5, Codabar, DataBar; QR and Micro QR, Data Matrix, Aztec, PDF417,
+    /// MaxiCode.
+    ///  their number, 0 for none; MIRVAK_BAD_HANDLE, MIRVAK_NO_MEMORY. Takes up to a second and more.
+    /// Decoding runs in the program "mirvakcodes" beside this library; where it is missing nothing is found,
+    /// with a line on standard error.
+    int MirvakZBarcode_Discern(void* image);
+    /// The text of one code of the last Discern, from 0: top to bottom, side by side from left to right.
+    /// Valid UTF-8: bytes that are not are taken for Chinese, Japanese or Western European, and a NUL becomes
+    /// its sign (U+2400), so that nothing cuts the text there; other control characters stay. Empty for an
+    /// index outside.
+    std::string MirvakZBarcode_GetData(int index);
 
     // --- Hid: the camera's own keys ---------------------------------------------------------------------
     /// Starts listening to the keys of all document cameras; `key` reports those of the virtual desk,

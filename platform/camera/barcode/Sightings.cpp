@@ -1,0 +1,132 @@
+#include "Sightings.h"
+
+#include "CodeRules.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+
+namespace mirvak {
+
+namespace {
+
+// Decoders tell of bars only where scan lines met them, which may be a spot: it counts as part of what lies
+// in the same candidate.
+bool isSpotOf(const Sighting& a, const Sighting& b)
+{
+    const float smaller = std::min(a.box.area(), b.box.area()), larger = std::max(a.box.area(), b.box.area());
+    return smaller < 0.25F * larger &&
+           std::find_first_of(a.homes.begin(), a.homes.end(), b.homes.begin(), b.homes.end()) !=
+               a.homes.end();
+}
+
+bool isSameCode(const Sighting& a, const Sighting& b)
+{
+    return a.symbology == b.symbology && a.bytes == b.bytes && ((a.box & b.box).area() > 0 || isSpotOf(a, b));
+}
+
+// Two of five is read out of the middle of a longer number, too; where it lies is then known roughly.
+bool isPieceOf(const SeenCode& longer, const SeenCode& shorter)
+{
+    if (shorter.best.symbology != Symbology::itf || longer.best.symbology != Symbology::itf ||
+        longer.best.bytes.size() <= shorter.best.bytes.size() ||
+        longer.best.bytes.find(shorter.best.bytes) == std::string::npos)
+        return false;
+    cv::Rect2f around = longer.best.box;
+    const float margin = std::max(around.width, around.height) / 2;
+    around += cv::Size2f(2 * margin, 2 * margin);
+    around -= cv::Point2f(margin, margin);
+    return (around & shorter.best.box).area() > 0;
+}
+
+// Whether b lies on much of a's place, so that both cannot be there.
+bool contradict(const SeenCode& a, const SeenCode& b)
+{
+    const float common = (a.best.box & b.best.box).area();
+    return common > 0.3F * std::min(a.best.box.area(), b.best.box.area());
+}
+
+// How well founded a code is: what corrects its own errors before bars, then by the number of readings.
+auto weight(const SeenCode& code)
+{
+    return std::make_tuple(
+        !isLinear(code.best.symbology), code.passes.size(), code.lines, code.best.bytes.size());
+}
+
+// Boxes that have grown may meet.
+void joinTouching(std::vector<SeenCode>& codes)
+{
+    for (size_t i = 0; i < codes.size(); ++i) {
+        for (size_t j = codes.size() - 1; j > i; --j) {
+            if (!isSameCode(codes[i].best, codes[j].best))
+                continue;
+            codes[i].passes.insert(codes[j].passes.begin(), codes[j].passes.end());
+            codes[i].lines = std::max(codes[i].lines, codes[j].lines);
+            codes.erase(codes.begin() + static_cast<std::ptrdiff_t>(j));
+        }
+    }
+}
+
+} // namespace
+
+bool SeenCode::isCredible() const
+{
+    return isPlausible(best.symbology, best.bytes) &&
+           (lines >= linesNeeded(best.symbology) ||
+            static_cast<int>(passes.size()) > passesNeeded(best.symbology)) &&
+           static_cast<int>(passes.size()) >= passesNeeded(best.symbology);
+}
+
+std::vector<SeenCode> Sightings::codes() const
+{
+    // Those of parts first: a reading of the whole frame may stretch over two labels with the same text, and
+    // then speaks for both.
+    std::vector<Sighting> ordered = all_;
+    std::stable_partition(ordered.begin(), ordered.end(), [](const Sighting& seen) { return seen.ofPart; });
+    std::vector<SeenCode> result;
+    for (const Sighting& sighting : ordered) {
+        bool isKnown = false;
+        for (SeenCode& code : result) {
+            if (!isSameCode(code.best, sighting))
+                continue;
+            isKnown = true;
+            code.passes.insert(sighting.pass);
+            code.lines = std::max(code.lines, sighting.lines);
+            if (sighting.ofPart)
+                code.best.box |= sighting.box;
+        }
+        if (!isKnown)
+            result.push_back({sighting, {sighting.pass}, sighting.lines});
+    }
+    joinTouching(result);
+    return result;
+}
+
+std::vector<SeenCode> Sightings::credible() const
+{
+    std::vector<SeenCode> seen = codes();
+    seen.erase(
+        std::remove_if(seen.begin(), seen.end(), [](const SeenCode& code) { return !code.isCredible(); }),
+        seen.end());
+    const std::vector<SeenCode> all = seen;
+    seen.erase(std::remove_if(seen.begin(),
+                              seen.end(),
+                              [&](const SeenCode& code) {
+                                  return std::any_of(all.begin(), all.end(), [&](const SeenCode& longer) {
+                                      return isPieceOf(longer, code);
+                                  });
+                              }),
+               seen.end());
+    std::stable_sort(
+        seen.begin(), seen.end(), [](const SeenCode& a, const SeenCode& b) { return weight(a) > weight(b); });
+    std::vector<SeenCode> result;
+    for (const SeenCode& code : seen) {
+        if (std::none_of(result.begin(), result.end(), [&](const SeenCode& better) {
+                return contradict(better, code);
+            }))
+            result.push_back(code);
+    }
+    return result;
+}
+
+} // namespace mirvak

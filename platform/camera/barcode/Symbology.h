@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+
+namespace mirvak {
+
+/// The kinds of codes that are read.
+enum class Symbology : std::uint8_t {
+    ean13,
+    ean8,
+    upca,
+    upce,
+    code39,
+    code93,
+    code128,
+    itf,
+    codabar,
+    dataBar,
+    dataBarExpanded,
+    qr,
+    microQr,
+    dataMatrix,
+    aztec,
+    pdf417,
+    maxiCode,
+};
+constexpr auto lastSymbology = Symbology::maxiCode;
+
+/// Bars in one direction; the others are made of squares, dots or stacked rows and correct their own errors.
+constexpr bool isLinear(Symbology symbology)
+{
+    return symbology <= Symbology::dataBarExpanded;
+}
+
+} // namespace mirvak
