@@ -1,0 +1,153 @@
+#include "CodeRules.h"
+#include "PayloadText.h"
+#include "ReadingOrder.h"
+#include "Sightings.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using mirvak::Code;
+using mirvak::payloadText;
+using mirvak::Sighting;
+using mirvak::Sightings;
+using mirvak::Symbology;
+using testing::ElementsAre;
+
+namespace {
+
+TEST(PayloadText, GuessesTheCharacterSet)
+{
+    EXPECT_EQ(payloadText("plain", false), "plain");
+    EXPECT_EQ(payloadText("造纸坊", false), "造纸坊") << "UTF-8";
+    EXPECT_EQ(payloadText("Gr\xF6\xDF"
+                          "e",
+                          false),
+              "Größe")
+        << "Latin-1, though the two letters are a Chinese character too";
+    EXPECT_EQ(payloadText("\xCA\xE9\xBC\xDC", false), "书架") << "GB 2312";
+    EXPECT_EQ(payloadText("\x93\xFA\x96\x7B", false), "日本") << "Shift-JIS";
+    EXPECT_EQ(payloadText("\x81\x30\x81\x30", false), "\u0080") << "GB 18030 of four bytes";
+    EXPECT_EQ(payloadText("\xFF\xFE", false), "ÿþ") << "nothing else";
+}
+
+TEST(PayloadText, IsAlwaysValidUtf8WithoutNul)
+{
+    using namespace std::string_literals;
+    EXPECT_EQ(payloadText("a\0b\0"s, true), "a\u2400b\u2400");
+    EXPECT_EQ(payloadText("a\x1D"
+                          "b\n",
+                          false),
+              "a\x1D"
+              "b\n")
+        << "separators stay";
+    EXPECT_EQ(payloadText("ok\xC3", true), "ok\uFFFD") << "cut in a character";
+    EXPECT_EQ(payloadText("\xED\xA0\x80", true), "\uFFFD\uFFFD\uFFFD") << "half of a pair of UTF-16";
+    EXPECT_EQ(payloadText("\xC0\xAF", true), "\uFFFD\uFFFD") << "longer than needed";
+}
+
+TEST(CodeRules, CheckDigitsAndLengths)
+{
+    EXPECT_TRUE(mirvak::isPlausible(Symbology::ean13, "4006381333931"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::ean13, "4006381333932"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::ean13, "400638133393"));
+    EXPECT_TRUE(mirvak::isPlausible(Symbology::ean8, "96385074"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::ean8, "96385O74"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::itf, "1234"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::codabar, "A12B"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::qr, ""));
+}
+
+Sighting seen(Symbology symbology, const char* bytes, int pass, const cv::Rect2f& box, int lines = 20)
+{
+    Sighting sighting;
+    sighting.symbology = symbology;
+    sighting.bytes = bytes;
+    sighting.lines = lines;
+    sighting.pass = pass;
+    sighting.box = box;
+    sighting.ofPart = true;
+    return sighting;
+}
+
+std::vector<std::string> credible(const std::vector<Sighting>& all)
+{
+    Sightings sightings;
+    for (const Sighting& sighting : all)
+        sightings.add(sighting);
+    std::vector<std::string> texts;
+    for (const mirvak::SeenCode& code : sightings.credible())
+        texts.push_back(code.best.bytes);
+    return texts;
+}
+
+const cv::Rect2f here(100, 100, 200, 80);
+const cv::Rect2f there(600, 500, 200, 80);
+
+TEST(Sightings, BarsNeedTwoViewsAndMatricesOne)
+{
+    EXPECT_THAT(credible({seen(Symbology::code39, "SHELF", 1, here)}), ElementsAre());
+    EXPECT_THAT(
+        credible({seen(Symbology::code39, "SHELF", 1, here), seen(Symbology::code39, "SHELF", 1, here)}),
+        ElementsAre())
+        << "twice in one view is one view";
+    EXPECT_THAT(
+        credible({seen(Symbology::code39, "SHELF", 1, here), seen(Symbology::code39, "SHELF", 2, here)}),
+        ElementsAre("SHELF"));
+    EXPECT_THAT(
+        credible({seen(Symbology::code39, "SHELF", 1, here), seen(Symbology::code39, "SHELF", 2, there)}),
+        ElementsAre())
+        << "two places are two codes";
+    EXPECT_THAT(credible({seen(Symbology::aztec, "RAIL", 1, here, 0)}), ElementsAre("RAIL"));
+}
+
+TEST(Sightings, OfTwoTextsAtOnePlaceTheBetterFoundedStays)
+{
+    std::vector<Sighting> all;
+    for (int pass = 0; pass < 2; ++pass)
+        all.push_back(seen(Symbology::code128, "LIE", pass, here));
+    for (int pass = 0; pass < 3; ++pass)
+        all.push_back(seen(Symbology::code128, "TRUTH", pass, here));
+    EXPECT_THAT(credible(all), ElementsAre("TRUTH"));
+    all.push_back(seen(Symbology::pdf417, "RIGHT", 1, here, 0));
+    EXPECT_THAT(credible(all), ElementsAre("RIGHT"));
+}
+
+TEST(Sightings, AnotherViewsSpotJoinsByItsCandidate)
+{
+    Sighting whole = seen(Symbology::code128, "ONE", 1, here),
+             spot = seen(Symbology::code128, "ONE", 2, {320, 90, 1, 1});
+    EXPECT_THAT(credible({whole, spot}), ElementsAre());
+    whole.homes = {4, 7};
+    spot.homes = {7};
+    EXPECT_THAT(credible({whole, spot}), ElementsAre("ONE"));
+}
+
+TEST(Sightings, APieceOfALongerNumberIsDropped)
+{
+    std::vector<Sighting> all;
+    for (int pass = 0; pass < 2; ++pass)
+        all.push_back(seen(Symbology::itf, "15400141288763", pass, here));
+    for (int pass = 0; pass < 4; ++pass)
+        all.push_back(seen(Symbology::itf, "400141", pass, {310, 100, 5, 5}));
+    EXPECT_THAT(credible(all), ElementsAre("15400141288763"));
+}
+
+TEST(ReadingOrder, RowsFromTheTopThenFromTheLeft)
+{
+    const auto at = [](const char* text, float x, float y, float height) {
+        return Code{text, Symbology::qr, {x, y, 50, height}};
+    };
+    std::vector<Code> codes{at("4", 10, 300, 100),
+                            at("2", 200, 90, 60),
+                            at("5", 300, 340, 100),
+                            at("1", 20, 100, 100),
+                            at("3", 400, 130, 40),
+                            at("6", 10, 395, 30)};
+    mirvak::sortForReading(codes);
+    std::string order;
+    for (const Code& code : codes)
+        order += code.text;
+    EXPECT_EQ(order, "123456");
+}
+
+} // namespace

@@ -1,0 +1,136 @@
+#include "DecoderPool.h"
+
+#include "MadeCodes.h"
+#include "TempDir.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <zint.h>
+
+#include <csignal>
+#include <fstream>
+#include <set>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+using mirvak::DecoderPool;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr size_t pictureBytes = 1'000'000;
+
+/// A job that decodes one code with that text.
+DecoderPool::Job jobFor(const std::string& text, std::set<std::string>& read)
+{
+    const cv::Mat code = drawCode(BARCODE_CODE128, text, 3);
+    DecoderPool::Job job;
+    job.size = code.size();
+    job.draw = [code](cv::Mat& canvas) { code.copyTo(canvas); };
+    job.decoders = mirvak::helper::Decoders::bars;
+    job.read = [&read](const mirvak::helper::Reading&, std::string_view bytes) { read.emplace(bytes); };
+    return job;
+}
+
+bool isGone(pid_t pid)
+{
+    return kill(pid, 0) != 0 && errno == ESRCH; // a zombie would still be there
+}
+
+/// A program that stands for the helper.
+std::string script(const TempDir& folder, const std::string& body)
+{
+    const std::string path = folder.write("helper", "#!/bin/sh\n" + body + "\n");
+    chmod(path.c_str(), 0755);
+    return path;
+}
+
+TEST(DecoderPool, AHelperThatDiesIsReplacedAndItsPictureTriedAgain)
+{
+    DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
+    std::set<std::string> read; // a picture that is tried again may be read twice
+    std::vector<pid_t> killed;
+    std::vector<DecoderPool::Job> jobs{jobFor("FIRST", read), jobFor("SECOND", read), jobFor("THIRD", read)};
+    // Drawing happens before the question is asked: the helper of an earlier picture dies under the next.
+    jobs[2].draw = [&, draw = jobs[2].draw](cv::Mat& canvas) {
+        draw(canvas);
+        for (const pid_t pid : killed.empty() ? pool.pids() : std::vector<pid_t>()) {
+            killed.push_back(pid);
+            kill(pid, SIGKILL);
+        }
+    };
+    pool.run(jobs);
+    EXPECT_FALSE(killed.empty());
+    EXPECT_THAT(read, ElementsAre("FIRST", "SECOND", "THIRD"));
+    for (const pid_t pid : killed)
+        EXPECT_TRUE(isGone(pid));
+}
+
+TEST(DecoderPool, NoHelperOutlivesThePool)
+{
+    std::vector<pid_t> pids;
+    std::set<std::string> read; // a picture that is tried again may be read twice
+    {
+        DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
+        pool.run({jobFor("ONE", read)});
+        pids = pool.pids();
+        ASSERT_EQ(pids.size(), 1U);
+    }
+    EXPECT_TRUE(isGone(pids[0]));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+}
+
+TEST(DecoderPool, AHelperThatHangsIsGivenUpAfterItsTime)
+{
+    const TempDir folder;
+    DecoderPool pool(script(folder, "exec sleep 1000"), pictureBytes);
+    pool.setTimeLimit(50ms);
+    std::set<std::string> read; // a picture that is tried again may be read twice
+    pool.run({jobFor("ONE", read), jobFor("TWO", read), jobFor("THREE", read)});
+    EXPECT_THAT(read, IsEmpty());
+    EXPECT_THAT(pool.pids(), IsEmpty());
+}
+
+TEST(DecoderPool, AHelperThatAlwaysDiesTalksNonsenseOrIsMissingEndsTheRun)
+{
+    const TempDir folder;
+    std::set<std::string> read; // a picture that is tried again may be read twice
+    for (const std::string& program : {script(folder, "exit 3"),
+                                       script(folder, "printf nonsense >&3; exec sleep 1000"),
+                                       folder.file("missing")}) {
+        DecoderPool pool(program, pictureBytes);
+        pool.run(std::vector<DecoderPool::Job>(30, jobFor("ONE", read)));
+        EXPECT_THAT(read, IsEmpty()) << program;
+    }
+}
+
+TEST(DecoderPool, APictureThatDoesNotFitIsLeftOut)
+{
+    DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
+    std::set<std::string> read; // a picture that is tried again may be read twice
+    DecoderPool::Job large = jobFor("LARGE", read);
+    large.size = {2000, 2000};
+    pool.run({large, jobFor("SMALL", read)});
+    EXPECT_THAT(read, ElementsAre("SMALL"));
+}
+
+TEST(DecoderPool, TheHelperGetsNoDescriptorsOfOurs)
+{
+    const TempDir folder;
+    const int ours = dup(STDERR_FILENO); // without close-on-exec, as a careless library opens it
+    const std::string list = folder.file("list");
+    DecoderPool pool(script(folder, "ls /proc/self/fd | tr '\\n' ' ' > " + list), pictureBytes);
+    std::set<std::string> read; // a picture that is tried again may be read twice
+    pool.run({jobFor("ONE", read)});
+    close(ours);
+    std::ifstream file(list);
+    std::string fds;
+    std::getline(file, fds);
+    EXPECT_THAT(fds, testing::StartsWith("0 1 2 3 4 ")); // one more: ls reads the folder itself
+    EXPECT_LE(fds.size(), std::string("0 1 2 3 4 5 ").size());
+}
+
+} // namespace
