@@ -30,7 +30,9 @@ struct Likely
 {
     cv::Mat mask;
     cv::Mat edges;
-    cv::Mat tone;
+    cv::Mat tone;   ///< between the darkest (0) and the lightest (1) around; means nothing where all is flat
+    cv::Mat mean;   ///< grey value
+    cv::Mat middle; ///< between the darkest and the lightest
 };
 
 Likely likelyCells(const cv::Mat& grey)
@@ -41,10 +43,11 @@ Likely likelyCells(const cv::Mat& grey)
         return result;
     const cv::Size around(3, 3);
     const cv::Mat contrast = map.lightest - map.darkest;
-    cv::Mat mean, edges;
-    cv::blur(map.mean, mean, around);
+    cv::Mat edges;
+    cv::blur(map.mean, result.mean, around);
     cv::blur(map.edges, edges, around);
-    result.tone = (mean - map.darkest) / cv::max(contrast, 1.0);
+    result.middle = (map.darkest + map.lightest) * 0.5;
+    result.tone = (result.mean - map.darkest) / cv::max(contrast, 1.0);
     result.edges = edges / cv::max(contrast.mul(contrast), 1.0);
     result.mask = (contrast >= leastContrast) & (result.edges >= leastEdges) &
                   (result.tone >= darkestMiddle) & (result.tone <= lightestMiddle);
@@ -103,14 +106,14 @@ cv::RotatedRect boxAround(const std::vector<cv::Point>& cells, double degrees)
             float(degrees)};
 }
 
-double toneAround(const Likely& likely, const cv::Rect& cells)
+bool isOnDark(const Likely& likely, const cv::Mat& mask, const cv::Rect& cells)
 {
-    const cv::Rect all(cv::Point(), likely.tone.size());
+    const cv::Rect all(cv::Point(), likely.mean.size());
     const cv::Rect outer = cv::Rect(cells.x - 2, cells.y - 2, cells.width + 4, cells.height + 4) & all;
-    const cv::Mat part = likely.tone(outer);
-    cv::Mat ring = cv::Mat(part.size(), CV_8UC1, cv::Scalar(255));
+    cv::Mat ring = cv::Mat(outer.size(), CV_8UC1, cv::Scalar(255));
     ring(cells - outer.tl()).setTo(0);
-    return cv::countNonZero(ring) ? cv::mean(part, ring)[0] : 1.0;
+    return cv::countNonZero(ring) > 0 &&
+           cv::mean(likely.mean(outer), ring)[0] < cv::mean(likely.middle(cells), mask(cells))[0];
 }
 
 void collect(const cv::Mat& grey,
@@ -149,7 +152,7 @@ void collect(const cv::Mat& grey,
         candidate.box.size.width *= float(scale);
         candidate.box.size.height *= float(scale);
         candidate.halvings = halvings;
-        candidate.onDark = toneAround(likely, bounds) < 0.5;
+        candidate.onDark = isOnDark(likely, mask, bounds);
         const double tone = cv::mean(likely.tone(bounds), mask(bounds))[0];
         const double density = cv::mean(likely.edges(bounds), mask(bounds))[0];
         candidate.likeness =
