@@ -52,6 +52,36 @@
     </message>
 </context>
 <context>
+    <name>BarCode</name>
+    <message>
+        <source>Contents of the codes</source>
+        <translation>Contents of the codes</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>Codes</translation>
+    </message>
+</context>
+<context>
+    <name>BarcodeScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>No code was found.</source>
+        <translation>No code was found.</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>

@@ -52,6 +52,36 @@
     </message>
 </context>
 <context>
+    <name>BarCode</name>
+    <message>
+        <source>Contents of the codes</source>
+        <translation>Содержимое кодов</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>Коды</translation>
+    </message>
+</context>
+<context>
+    <name>BarcodeScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>No code was found.</source>
+        <translation>Код не найден.</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>

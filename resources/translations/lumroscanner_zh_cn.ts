@@ -52,6 +52,36 @@
     </message>
 </context>
 <context>
+    <name>BarCode</name>
+    <message>
+        <source>Contents of the codes</source>
+        <translation>条码内容</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>条码</translation>
+    </message>
+</context>
+<context>
+    <name>BarcodeScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>No code was found.</source>
+        <translation>未找到条码。</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
