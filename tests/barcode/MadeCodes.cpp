@@ -71,12 +71,16 @@ std::vector<cv::Point2f> CodePage::add(int zintSymbology, const std::string& tex
                                 at(halfWidth * far, -halfHeight * far),
                                 at(halfWidth, halfHeight),
                                 at(-halfWidth, halfHeight)};
+    const cv::Rect part = cv::boundingRect(to) & cv::Rect(cv::Point(), grey_.size());
+    std::vector<cv::Point2f> inPart;
+    for (const cv::Point2f& corner : to)
+        inPart.push_back(corner - cv::Point2f(part.tl()));
     cv::Mat laid, where;
-    const cv::Mat transform = cv::getPerspectiveTransform(from, to);
-    cv::warpPerspective(code, laid, transform, grey_.size(), cv::INTER_LINEAR);
+    const cv::Mat transform = cv::getPerspectiveTransform(from, inPart);
+    cv::warpPerspective(code, laid, transform, part.size(), cv::INTER_LINEAR);
     cv::warpPerspective(
-        cv::Mat(code.size(), CV_8UC1, cv::Scalar(255)), where, transform, grey_.size(), cv::INTER_NEAREST);
-    laid.copyTo(grey_, where);
+        cv::Mat(code.size(), CV_8UC1, cv::Scalar(255)), where, transform, part.size(), cv::INTER_NEAREST);
+    laid.copyTo(grey_(part), where);
     return to;
 }
 

@@ -13,8 +13,9 @@ using helper::Decoders;
 
 constexpr double smallBox = 260;     // pixels; what has a shorter side is enlarged
 constexpr double viewAtMost = 3e6;   // pixels of one view
-constexpr double partsAtMost = 12e6; // pixels of all views of the candidates
+constexpr double partsAtMost = 10e6; // pixels of all views of the candidates
 constexpr double harderAtMost = 6e6; // of the second try
+constexpr double worthALook = 0.15;  // likeness that every code reached in all made pictures
 constexpr double worthATry = 0.28;   // likeness that few lines of text reach
 constexpr double surelyCode = 0.5;   // and hardly any
 constexpr double noisy = 6;          // grey values
@@ -122,6 +123,8 @@ void CodeSearch::lookAtCandidates()
     std::vector<Look> looks;
     double pixels = 0;
     for (const Candidate& candidate : unread()) {
+        if (candidate.likeness < worthALook)
+            break;
         Look look{viewOf(candidate, 1), Decoders::bars | Decoders::matrices};
         pixels += look.view.size.area();
         if (pixels > partsAtMost)

@@ -1,0 +1,178 @@
+// How many codes of made pictures are read, beside what plain passes of ZBar and ZXing-C++ read of the same;
+// false reads on text; the time for a frame without codes; and damaged frames, on which nothing may end this
+// process.
+//   bench_codes [PICTURES [DAMAGED]]
+#include "CodePictures.h"
+#include "CodeReader.h"
+#include "Codec.h"
+#include "Rivals.h"
+#include "TextPages.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <set>
+
+namespace {
+
+constexpr unsigned seed = 20;
+constexpr int picturesByDefault = 42; // each condition in each size twice
+constexpr int damagedByDefault = 40;
+constexpr int pagesOfText = 50;
+
+struct Score
+{
+    int laid = 0, read = 0, wrong = 0;
+    double recall() const { return laid ? 100.0 * read / laid : 0; }
+    double precision() const { return read + wrong ? 100.0 * read / (read + wrong) : 100; }
+    void add(const std::vector<LaidCode>& codes, const std::vector<std::string>& texts)
+    {
+        std::multiset<std::string> left(texts.begin(), texts.end());
+        for (const LaidCode& code : codes) {
+            const auto found = left.find(code.text);
+            ++laid;
+            read += found != left.end();
+            if (found != left.end())
+                left.erase(found);
+        }
+        wrong += static_cast<int>(left.size());
+    }
+};
+
+struct Reader
+{
+    const char* name;
+    std::function<std::vector<std::string>(const cv::Mat& grey)> read;
+    std::map<std::string, Score> of; ///< by condition; "all" for all
+};
+
+std::vector<std::string> readByUs(const cv::Mat& rgb)
+{
+    static const mirvak::CodeReader reader(LUMRO_CODE_HELPER);
+    std::vector<std::string> texts;
+    for (const mirvak::Code& code : reader.read(rgb))
+        texts.push_back(code.text);
+    return texts;
+}
+
+std::vector<Reader> readers()
+{
+    std::vector<Reader> all{{"ours",
+                             [](const cv::Mat& grey) {
+                                 cv::Mat rgb;
+                                 cv::cvtColor(grey, rgb, cv::COLOR_GRAY2RGB);
+                                 return readByUs(rgb);
+                             },
+                             {}}};
+    if (readByZBar(cv::Mat(8, 8, CV_8UC1, cv::Scalar(255))))
+        all.push_back({"zbarimg", [](const cv::Mat& grey) { return readByZBar(grey).value(); }, {}});
+    else
+        std::puts("zbarimg is not installed: left out");
+    all.push_back({"ZXing", readByZXing, {}});
+    return all;
+}
+
+void compareReading(int pictures)
+{
+    std::vector<Reader> all = readers();
+    CodePictures made(seed);
+    for (int i = 0; i < pictures; ++i) {
+        const CodePicture picture = made.next();
+        for (Reader& reader : all) {
+            const std::vector<std::string> texts = reader.read(picture.grey);
+            reader.of[picture.condition].add(picture.codes, texts);
+            reader.of["all"].add(picture.codes, texts);
+        }
+    }
+    std::printf("%-22s %6s", "codes read, %", "codes");
+    for (const Reader& reader : all)
+        std::printf(" %9s", reader.name);
+    for (const auto& [condition, score] : all[0].of) {
+        std::printf("\n%-22s %6d", condition.c_str(), score.laid);
+        for (const Reader& reader : all)
+            std::printf(" %9.1f", reader.of.at(condition).recall());
+    }
+    std::printf("\n%-22s %6s", "precision, %", "");
+    double best = 0;
+    for (const Reader& reader : all) {
+        std::printf(" %9.2f", reader.of.at("all").precision());
+        if (&reader != &all[0])
+            best = std::max(best, reader.of.at("all").recall());
+    }
+    std::printf("\n%-58s %9.1f  at least 10.0\n",
+                "percentage points above the better of the others",
+                all[0].of.at("all").recall() - best);
+}
+
+void countFalseReads()
+{
+    size_t found = 0;
+    for (const cv::Mat& page : textPages(pagesOfText))
+        found += readByUs(page).size();
+    std::printf("%-58s %9zu  at most 0\n", "codes read on 50 pages of text", found);
+}
+
+void timeEmptyFrames()
+{
+    double slowest = 0;
+    for (const char* name : {"01-letter", "04-chinese-text", "08-receipt", "09-card-front", "12-book"}) {
+        const auto page =
+            mirvak::readImage(std::string(LUMRO_DESK_DIR "/pictures/3264x2448/") + name + ".jpg");
+        if (!page)
+            continue;
+        double quickest = 1e9;
+        for (int i = 0; i < 5; ++i) {
+            QElapsedTimer clock;
+            clock.start();
+            readByUs(page->pixels);
+            quickest = std::min(quickest, double(clock.nsecsElapsed()) / 1e9);
+        }
+        slowest = std::max(slowest, quickest);
+    }
+    std::printf(
+        "%-58s %9.2f  at most 0.60\n", "seconds for a frame of 3264x2448 without codes, slowest", slowest);
+}
+
+void readDamaged(int count)
+{
+    CodePictures made(seed + 1);
+    cv::RNG random(seed);
+    cv::Mat whole;
+    for (int i = 0; i < count; ++i) {
+        if (i % 20 == 0)
+            cv::cvtColor(made.next().grey, whole, cv::COLOR_GRAY2RGB);
+        const cv::Size size(std::min(900, whole.cols), std::min(700, whole.rows));
+        const cv::Point corner(random.uniform(0, whole.cols - size.width + 1),
+                               random.uniform(0, whole.rows - size.height + 1));
+        cv::Mat damaged = whole(cv::Rect(corner, size)).clone();
+        for (int spot = 0; spot < 50; ++spot) {
+            const cv::Rect place(random.uniform(0, size.width),
+                                 random.uniform(0, size.height),
+                                 random.uniform(1, 80),
+                                 random.uniform(1, 20));
+            cv::rectangle(damaged, place, cv::Scalar::all(random.uniform(0, 256)), cv::FILLED);
+        }
+        readByUs(damaged);
+    }
+    std::printf("%-58s %9d\n", "damaged frames survived", count);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication app(argc, argv);
+    compareReading(argc > 1 ? std::atoi(argv[1]) : picturesByDefault);
+    countFalseReads();
+    timeEmptyFrames();
+    readDamaged(argc > 2 ? std::atoi(argv[2]) : damagedByDefault);
+    return 0;
+}
