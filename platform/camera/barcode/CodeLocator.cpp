@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace mirvak {
 
@@ -116,48 +117,64 @@ bool isOnDark(const Likely& likely, const cv::Mat& mask, const cv::Rect& cells)
            cv::mean(likely.mean(outer), ring)[0] < cv::mean(likely.middle(cells), mask(cells))[0];
 }
 
-void collect(const cv::Mat& grey,
-             int halvings,
-             const Likely& likely,
-             const cv::Mat& mask,
-             std::vector<Candidate>& found)
+/// The cells of each connected part of a mask.
+std::vector<std::vector<cv::Point>> partsOf(const cv::Mat& mask)
 {
-    cv::Mat labels, stats, centres;
-    const int count = cv::connectedComponentsWithStats(mask, labels, stats, centres, 8, CV_32S);
-    std::vector<std::vector<cv::Point>> cells(static_cast<size_t>(count));
+    cv::Mat labels;
+    const int count = cv::connectedComponents(mask, labels, 8, CV_32S);
+    std::vector<std::vector<cv::Point>> parts(static_cast<size_t>(count));
     for (int y = 0; y < labels.rows; ++y) {
         for (int x = 0; x < labels.cols; ++x) {
             if (const int label = labels.at<int>(y, x))
-                cells[static_cast<size_t>(label)].emplace_back(x, y);
+                parts[static_cast<size_t>(label)].emplace_back(x, y);
         }
     }
-    const double scale = 1 << halvings, centre = (scale - 1) / 2;
-    for (int label = 1; label < count; ++label) {
-        const auto& own = cells[static_cast<size_t>(label)];
-        if (own.size() < leastCells)
-            continue;
-        const cv::Rect bounds = cv::boundingRect(own);
-        const cv::Rect pixels(
-            1 + bounds.x * side, 1 + bounds.y * side, bounds.width * side, bounds.height * side);
-        Candidate candidate;
-        const Direction direction = directionOf(grey(pixels));
-        candidate.box = boxAround(own, direction.degrees);
-        candidate.isBars = direction.isBars;
-        const cv::Size2f inner(candidate.box.size.width - float(2 * marginCells * side),
-                               candidate.box.size.height - float(2 * marginCells * side));
-        if (std::min(inner.width, inner.height) < leastSide || (direction.isBars && inner.width < leastBars))
-            continue;
-        const double filled = double(own.size()) * side * side / inner.area();
-        candidate.box.center = candidate.box.center * scale + cv::Point2f(float(centre), float(centre));
-        candidate.box.size.width *= float(scale);
-        candidate.box.size.height *= float(scale);
-        candidate.halvings = halvings;
-        candidate.onDark = isOnDark(likely, mask, bounds);
-        const double tone = cv::mean(likely.tone(bounds), mask(bounds))[0];
-        const double density = cv::mean(likely.edges(bounds), mask(bounds))[0];
-        candidate.likeness =
-            std::min(1.0, filled) * (1 - 2 * std::abs(tone - 0.5)) * std::min(1.0, density / denseEdges);
-        found.push_back(candidate);
+    return parts; // the first, the ground, is empty
+}
+
+// What a connected part is taken for; pixels of the level. Nothing when it is too small to be a code.
+std::optional<Candidate> candidateOf(const std::vector<cv::Point>& cells,
+                                     const cv::Mat& grey,
+                                     const Likely& likely,
+                                     const cv::Mat& mask)
+{
+    if (cells.size() < leastCells)
+        return std::nullopt;
+    const cv::Rect bounds = cv::boundingRect(cells);
+    const cv::Rect pixels(
+        1 + bounds.x * side, 1 + bounds.y * side, bounds.width * side, bounds.height * side);
+    const Direction direction = directionOf(grey(pixels));
+    Candidate candidate;
+    candidate.box = boxAround(cells, direction.degrees);
+    candidate.isBars = direction.isBars;
+    const cv::Size2f inner(candidate.box.size.width - float(2 * marginCells * side),
+                           candidate.box.size.height - float(2 * marginCells * side));
+    if (std::min(inner.width, inner.height) < leastSide || (direction.isBars && inner.width < leastBars))
+        return std::nullopt;
+    candidate.onDark = isOnDark(likely, mask, bounds);
+    const double filled = double(cells.size()) * side * side / inner.area();
+    const double tone = cv::mean(likely.tone(bounds), mask(bounds))[0];
+    const double density = cv::mean(likely.edges(bounds), mask(bounds))[0];
+    candidate.likeness =
+        std::min(1.0, filled) * (1 - 2 * std::abs(tone - 0.5)) * std::min(1.0, density / denseEdges);
+    return candidate;
+}
+
+void collect(const cv::Mat& grey, int halvings, std::vector<Candidate>& found)
+{
+    const Likely likely = likelyCells(grey);
+    if (likely.mask.empty())
+        return;
+    cv::Mat closed;
+    cv::morphologyEx(likely.mask, closed, cv::MORPH_CLOSE, cv::Mat::ones(3, 3, CV_8UC1));
+    const float scale = float(1 << halvings), centre = (scale - 1) / 2;
+    for (const std::vector<cv::Point>& cells : partsOf(closed)) {
+        if (auto candidate = candidateOf(cells, grey, likely, closed)) {
+            cv::RotatedRect& box = candidate->box;
+            box = {box.center * scale + cv::Point2f(centre, centre), box.size * scale, box.angle};
+            candidate->halvings = halvings;
+            found.push_back(*candidate);
+        }
     }
 }
 
@@ -185,15 +202,9 @@ cv::Mat calmLevel(const GreyFrame& frame, int halvings)
 std::vector<Candidate> locateCodes(const GreyFrame& frame)
 {
     std::vector<Candidate> found;
-    for (int halvings = 0; halvings < GreyFrame::levelCount; ++halvings) {
-        const cv::Mat level = calmLevel(frame, halvings);
-        const Likely likely = likelyCells(level);
-        if (likely.mask.empty())
-            continue;
-        cv::Mat closed;
-        cv::morphologyEx(likely.mask, closed, cv::MORPH_CLOSE, cv::Mat::ones(3, 3, CV_8UC1));
-        collect(level, halvings, likely, closed, found);
-    }
+    for (int halvings = 0; halvings < GreyFrame::levelCount; ++halvings)
+        collect(calmLevel(frame, halvings), halvings, found);
+
     std::stable_sort(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) {
         return a.likeness > b.likeness;
     });
