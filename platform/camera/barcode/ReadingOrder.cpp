@@ -1,6 +1,7 @@
 #include "ReadingOrder.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace mirvak {
 

@@ -184,7 +184,7 @@ public:
     /// Reads all codes of the picture, whichever way they are turned, light on dark too: EAN, UPC, Code 39,
     /// 93 and 128, Interleaved 2 of 5, Codabar, DataBar; QR and Micro QR, Data Matrix, Aztec, PDF417,
     /// MaxiCode.
-    ///  their number, 0 for none; MIRVAK_BAD_HANDLE, MIRVAK_NO_MEMORY. Takes up to a second and more.
+    ///  their number, 0 for none; MIRVAK_BAD_HANDLE, MIRVAK_NO_MEMORY. Half a second for eight megapixels is usual.
     /// Decoding runs in the program "mirvakcodes" beside this library; where it is missing nothing is found,
     /// with a line on standard error.
     int MirvakZBarcode_Discern(void* image);
