@@ -81,6 +81,8 @@ std::vector<Reader> readers()
 
 void compareReading(int pictures)
 {
+    if (pictures < 1)
+        return;
     std::vector<Reader> all = readers();
     CodePictures made(seed);
     for (int i = 0; i < pictures; ++i) {

@@ -181,10 +181,10 @@ public:
     int MirvakPDF_Save(const char* pdfPath);
 
     // --- ZBarcode: bar and matrix codes ------------------------------------------------------------------
-    /// Reads all codes of the picture, whichever way they are turned, light on dark too: EAN, UPC, Code 39,
-    /// 93 and 128, Interleaved 2 of 5, Codabar, DataBar; QR and Micro QR, Data Matrix, Aztec, PDF417,
-    /// MaxiCode.
-    ///  their number, 0 for none; MIRVAK_BAD_HANDLE, MIRVAK_NO_MEMORY. Half a second for eight megapixels is usual.
+    /// Reads all codes of the picture, whichever way they are turned (MaxiCode upright only), light on dark
+    /// too: EAN, UPC, Code 39, 93 and 128, Interleaved 2 of 5, Codabar, DataBar; QR and Micro QR, Data
+    /// Matrix, Aztec, PDF417, MaxiCode. Half a second for eight megapixels is usual.
+    /// @return their number, 0 for none; MIRVAK_BAD_HANDLE, MIRVAK_NO_MEMORY.
     /// Decoding runs in the program "mirvakcodes" beside this library; where it is missing nothing is found,
     /// with a line on standard error.
     int MirvakZBarcode_Discern(void* image);
