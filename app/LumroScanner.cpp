@@ -314,6 +314,11 @@ void LumroScanner::onPdfEx()
     outputs_->onPdfEx(session_, *ui_->videoView, delivery_.rotation());
 }
 
+void LumroScanner::onBarcode()
+{
+    outputs_->onBarcode();
+}
+
 void LumroScanner::SynthesizePdf()
 {
     outputs_->SynthesizePdf();
@@ -337,10 +342,6 @@ void LumroScanner::featureMissing()
         desk_->showNotice(tr("This function is not part of this version."));
 }
 
-void LumroScanner::onBarcode()
-{
-    featureMissing();
-}
 void LumroScanner::onOcr()
 {
     featureMissing();

@@ -13,7 +13,8 @@ OutputControl::OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& st
                    [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
                        ImgMerge(first, second, savePath);
                    }),
-      pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window)
+      pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window),
+      barcodeScan_(desk, camera)
 {
     connect(&desk, &MainDesk::documentMade, this, [this](const QString& path, QPixmap icon) {
         strip_.AddImage(icon, path, -1);

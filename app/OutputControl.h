@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BarcodeScan.h"
 #include "CardComposition.h"
 #include "PdfExControl.h"
 #include "PdfScan.h"
@@ -33,6 +34,7 @@ public:
     void onGetSynthesisPath(const QString& path);
     void onPdf() { pdfScan_.scan(); }
     void onPdfEx(const CameraSession& session, const VideoView& view, int rotation);
+    void onBarcode() { barcodeScan_.scan(); }
     void SynthesizePdf() { pdfSynthesis_.SynthesizePdf(); }
     bool drawImageToPDF(const QStringList& images) { return pdfSynthesis_.drawImageToPDF(images); }
     /// Whether the live frames go to the multi-page dialog. Thread-safe, as is setpdfexframedata().
@@ -49,4 +51,5 @@ private:
     PdfExControl pdfExControl_;
     PdfScan pdfScan_;
     PdfSynthesis pdfSynthesis_;
+    BarcodeScan barcodeScan_;
 };
