@@ -21,13 +21,13 @@ namespace {
 void limitMyself()
 {
     constexpr rlim_t processorSeconds = 60;
-    constexpr rlim_t addressBytes = rlim_t(1) << 30;
     const auto limit = [](__rlimit_resource resource, rlim_t value) {
         const rlimit both{value, value};
         setrlimit(resource, &both);
     };
     limit(RLIMIT_CPU, processorSeconds);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // they keep a map of all addresses
+    constexpr rlim_t addressBytes = rlim_t(1) << 30;
     limit(RLIMIT_AS, addressBytes);
 #endif
     limit(RLIMIT_CORE, 0);
