@@ -32,9 +32,8 @@ bool isPlausible(Symbology symbology, std::string_view bytes)
     case Symbology::upce:
         return bytes.size() == 8; // its check digit is that of the long form, which the decoder has tested
     case Symbology::itf:
+    case Symbology::codabar: // two of them are the start and the stop
         return bytes.size() >= 6;
-    case Symbology::codabar:
-        return bytes.size() >= 6; // two of them are the start and the stop
     case Symbology::code39:
         return bytes.size() >= 3;
     case Symbology::code93:

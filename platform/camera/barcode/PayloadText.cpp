@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -76,7 +77,7 @@ std::string withReplacements(std::string_view bytes)
 std::optional<std::string> convertedFrom(const char* charset, std::string_view bytes)
 {
     const iconv_t converter = iconv_open("UTF-8", charset);
-    if (converter == reinterpret_cast<iconv_t>(-1))
+    if (reinterpret_cast<std::intptr_t>(converter) == -1)
         return std::nullopt;
     std::string result(bytes.size() * 4, '\0');
     char* from = const_cast<char*>(bytes.data());
