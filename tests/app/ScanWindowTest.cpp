@@ -55,6 +55,7 @@ TEST_F(ScanWindowTest, TheTimerTakesPicturesUntilItIsStopped)
     QTest::mouseClick(scanDialog().findChild<QPushButton*>(QStringLiteral("buttonStop")), Qt::LeftButton);
     EXPECT_FALSE(scanDialog().isVisible());
     EXPECT_TRUE(toolsEnabled());
+    QTest::qWait(2500); // what the last tick began is completed
     const int taken = int(files().size());
     QTest::qWait(1300);
     EXPECT_EQ(files().size(), taken);
