@@ -110,8 +110,7 @@ TEST_F(PdfSynthesisTest, AsksWritesListsAndOffersTheFolder)
     EXPECT_EQ(answers.opened, QStringList{QString::fromStdString(folder.path())});
     EXPECT_EQ(desk.documents, QStringList{target});
     EXPECT_EQ(synthesis.lastPath(), target);
-    if (!tools::areInstalled())
-        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     EXPECT_EQ(tools::complaints(written()), "");
     EXPECT_EQ(tools::pageSizes(written()), (std::vector<std::string>{"842 x 595", "842 x 595"}))
         << "lying A4, no empty page behind the last";
@@ -119,8 +118,7 @@ TEST_F(PdfSynthesisTest, AsksWritesListsAndOffersTheFolder)
 
 TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFits)
 {
-    if (!tools::areInstalled())
-        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     QImage red(400, 400, QImage::Format_RGB32);
     red.fill(Qt::red);
     ASSERT_TRUE(synthesis.drawImageToPDF({save("red.png", red)}));
@@ -137,8 +135,7 @@ TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFits)
 
 TEST_F(PdfSynthesisTest, WhatIsTakenOutAgainLooksAsWhatWentIn)
 {
-    if (!tools::areInstalled())
-        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     const QStringList files{save("drawn.png", page({900, 800}, 0)),
                             save("noisy.png", page({700, 500}, 25)),
                             save("camera.jpg", page({1100, 700}, 3), 95)};
@@ -196,8 +193,7 @@ TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
     EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty());
     EXPECT_EQ(desk.notices.size(), 1);
     EXPECT_TRUE(synthesis.lastPath().isEmpty());
-    if (!tools::areInstalled())
-        GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     EXPECT_EQ(tools::complaints(written()), "");
     EXPECT_EQ(tools::pageSizes(written()).size(), 2U);
 }

@@ -64,8 +64,7 @@ class PdfFile : public ::testing::Test
 protected:
     void SetUp() override
     {
-        if (!tools::areInstalled())
-            GTEST_SKIP() << "needs the packages qpdf and poppler-utils";
+        ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     }
     std::string file(const char* name, const Bytes& bytes) const
     {
