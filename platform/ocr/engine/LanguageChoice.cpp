@@ -29,17 +29,14 @@ double confidenceOf(const ReadBlock& lines, const cv::Rect& row)
     return confidenceOf(words) * std::min(1.0, 1.5 * covered / row.width);
 }
 
-double glanceWith(TextModel& model,
-                  const cv::Mat& grey,
-                  const std::vector<cv::Rect>& rows,
-                  int margin,
-                  TextModel::Deadline deadline)
+double glanceWith(
+    TextModel& model, const cv::Mat& grey, const std::vector<cv::Rect>& rows, int margin, const Limit& limit)
 {
     std::vector<double> each;
     for (const cv::Rect& row : rows) {
         bool late = false;
         each.push_back(
-            confidenceOf(model.read(cutOut(grey, row, margin), row.tl(), Shape::row, deadline, late), row));
+            confidenceOf(model.read(cutOut(grey, row, margin), row.tl(), Shape::row, limit, late), row));
     }
     // One row may be no text at all.
     std::sort(each.begin(), each.end());
@@ -70,7 +67,7 @@ bool isSure(const Glance& glance)
     return glance.confidence >= surely;
 }
 
-Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, TextModel::Deadline deadline)
+Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, const Limit& limit)
 {
     const std::vector<cv::Rect> rows = sampleRows(marks, sampleCount, sampleLength * marks.height);
     Glance best;
@@ -78,7 +75,7 @@ Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, T
         TextModel* model = models.get(language);
         if (!model)
             continue;
-        const Glance glance{model, glanceWith(*model, grey, rows, marks.height, deadline)};
+        const Glance glance{model, glanceWith(*model, grey, rows, marks.height, limit)};
         if (!best.model || glance.confidence > best.confidence)
             best = glance;
         if (isSure(best))

@@ -14,7 +14,7 @@ struct Glance
 
 /// Reads a few rows of the page with one model after the other. The first that reads them surely is taken,
 /// otherwise the one that reads them best.
-Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, TextModel::Deadline deadline);
+Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, const Limit& limit);
 
 /// Whether the glance leaves no doubt of language and direction.
 bool isSure(const Glance& glance);

@@ -7,29 +7,34 @@
 #include "PagePicture.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
+#include "Unicode.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace mirvak {
 
 namespace {
 
-using std::chrono::milliseconds;
 using std::chrono::seconds;
-using Clock = std::chrono::steady_clock;
 
 // A dense page takes two seconds on a desktop and perhaps eight on a small board.
-constexpr seconds glanceTime(6), readingTime(45);
-constexpr double opinionShare = 0.15; // of the reading time
+constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6);
+constexpr seconds leastOpinion(1);
+constexpr int opinionShare = 3; // one part in that many of the reading time, on top of the least
 
 // Heights of a small letter, px: below, strokes run together; above, there is only more to compute.
 constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
 constexpr double largestFactor = 2.5;
-constexpr int leastHeight = 3; // nothing smaller is a letter at any scale
+constexpr double mostPixels = 30e6; // after scaling up
+constexpr int leastHeight = 3;      // nothing smaller is a letter at any scale
 
-constexpr double leastConfidence = 35; // of the glance: below, it is no writing in any of the languages
-constexpr double leastOfLine = 35, leastOfScrap = 60;
+// Of the glance: below the first, it is no writing in any of the languages; below the second it may be a
+// picture.
+constexpr double leastConfidence = 40, doubtfully = 60;
+constexpr double leastOfLine = 35;
+constexpr float leastOfScrap = 60; // for what is neither letter nor digit
 
 /// A page as it is read.
 struct Sheet
@@ -44,7 +49,9 @@ Marks fitScale(PagePicture& picture)
     Marks marks = cleanMarks(picture.grey);
     double factor = 1;
     if (marks.height >= leastHeight && marks.height < smallest)
-        factor = std::min(largestFactor, static_cast<double>(wanted) / marks.height);
+        factor = std::min({largestFactor,
+                           static_cast<double>(wanted) / marks.height,
+                           std::max(1.0, std::sqrt(mostPixels / static_cast<double>(picture.grey.total())))});
     else if (marks.height > largest)
         factor = static_cast<double>(enough) / marks.height;
     if (factor == 1)
@@ -64,7 +71,7 @@ Sheet turned(const Sheet& sheet, int quarterTurns)
 }
 
 // The way in which the sheet is read best. A sure reading ends the search; upright comes first.
-void setUpright(Sheet& sheet, Models& models)
+void setUpright(Sheet& sheet, Models& models, const Limit& limit)
 {
     const Bearing bearing = bearingOf(sheet.marks);
     std::vector<int> turns{0, 2, 1, 3};
@@ -73,10 +80,9 @@ void setUpright(Sheet& sheet, Models& models)
     else if (bearing == Bearing::upward)
         turns = {1, 3};
     const Sheet start = sheet;
-    const auto deadline = Clock::now() + glanceTime;
     for (const int turn : turns) {
         Sheet candidate = turned(start, turn);
-        candidate.glance = chooseLanguage(candidate.picture.grey, candidate.marks, models, deadline);
+        candidate.glance = chooseLanguage(candidate.picture.grey, candidate.marks, models, limit);
         if (!sheet.glance.model || candidate.glance.confidence > sheet.glance.confidence)
             sheet = std::move(candidate);
         if (!sheet.glance.model || isSure(sheet.glance))
@@ -84,34 +90,35 @@ void setUpright(Sheet& sheet, Models& models)
     }
 }
 
-bool hasLetter(const ReadLine& line)
+bool hasText(const ReadWord& word)
 {
-    return std::any_of(line.words.begin(), line.words.end(), [](const ReadWord& word) {
-        return std::any_of(word.text.begin(), word.text.end(), [](unsigned char c) {
-            return c >= 0x80 || std::isalnum(c) != 0;
-        });
-    });
+    const std::u32string text = fromUtf8(word.text);
+    return std::any_of(text.begin(), text.end(), isReadable);
 }
 
 // What is left of rules, logos and signatures.
+bool isScrap(ReadLine& line)
+{
+    line.words.erase(
+        std::remove_if(line.words.begin(),
+                       line.words.end(),
+                       [](const ReadWord& word) { return word.confidence < leastOfScrap && !hasText(word); }),
+        line.words.end());
+    return std::none_of(line.words.begin(), line.words.end(), hasText) ||
+           confidenceOf(line.words) < leastOfLine;
+}
+
 void dropScraps(ReadPage& page)
 {
-    for (ReadBlock& block : page.blocks) {
-        block.erase(std::remove_if(block.begin(),
-                                   block.end(),
-                                   [](const ReadLine& line) {
-                                       const double least = hasLetter(line) ? leastOfLine : leastOfScrap;
-                                       return confidenceOf(line.words) < least;
-                                   }),
-                    block.end());
-    }
+    for (ReadBlock& block : page.blocks)
+        block.erase(std::remove_if(block.begin(), block.end(), isScrap), block.end());
     page.blocks.erase(std::remove_if(page.blocks.begin(),
                                      page.blocks.end(),
                                      [](const ReadBlock& block) { return block.empty(); }),
                       page.blocks.end());
 }
 
-Reading readBlocks(Sheet& sheet, ReadPage& page, TextModel::Deadline deadline)
+Reading readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit)
 {
     TextModel& model = *sheet.glance.model;
     const int margin = std::max(4, sheet.marks.height / 2);
@@ -120,7 +127,7 @@ Reading readBlocks(Sheet& sheet, ReadPage& page, TextModel::Deadline deadline)
         page.blocks.push_back(model.read(cutOut(sheet.picture.grey, block, margin),
                                          block.tl() - cv::Point(margin, margin),
                                          Shape::block,
-                                         deadline,
+                                         limit,
                                          late));
         if (late)
             break;
@@ -143,23 +150,23 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
     sheet.marks = fitScale(sheet.picture);
     if (sheet.marks.boxes.empty())
         return Reading::noText;
-    setUpright(sheet, models_);
+    const Limit limit{Limit::Clock::now(), &stopped_};
+    setUpright(sheet, models_, limit.within(glanceTime));
     if (!sheet.glance.model)
         return Reading::noModel;
     if (sheet.glance.confidence < leastConfidence)
-        return Reading::noText;
+        return stopped_ ? Reading::late : Reading::noText;
     page = {sheet.picture.grey.cols,
             sheet.picture.grey.rows,
             sheet.picture.dpi,
             sheet.glance.model->language(),
             {}};
-    const auto start = Clock::now();
-    const Reading result = readBlocks(sheet, page, start + readingTime);
-    const auto spent = std::chrono::duration_cast<milliseconds>(Clock::now() - start);
-    const auto opinionTime =
-        milliseconds(static_cast<long>(opinionShare * static_cast<double>(spent.count())));
-    askOthers(page, sheet.picture.grey, *sheet.glance.model, models_, Clock::now() + opinionTime);
-    return result;
+    const auto start = Limit::Clock::now();
+    const bool doubtful = sheet.glance.confidence < doubtfully;
+    const Reading result = readBlocks(sheet, page, limit.within(doubtful ? doubtfulTime : readingTime));
+    const auto opinionTime = leastOpinion + (Limit::Clock::now() - start) / opinionShare;
+    askOthers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(opinionTime));
+    return stopped_ ? Reading::late : result;
 }
 
 } // namespace mirvak

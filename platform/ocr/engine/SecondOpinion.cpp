@@ -10,9 +10,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr float weak = 65;    // percent; a word of the model's own language is seldom below
-constexpr double gain = 8;    // percent that another reading must be better by
-constexpr int leastWidth = 2; // heights of the line: shorter scraps are read well by any model
+constexpr double weakLine = 80; // percent; a line of the model's own language is seldom below
+constexpr float weakWord = 65;  // percent; the same for a word
+constexpr double gain = 8;      // percent that another reading must be better by
+constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
 
 bool isLatin(const std::string& text)
@@ -24,27 +25,30 @@ bool isLatin(const std::string& text)
 struct Run
 {
     size_t from, to;
-    bool latin; ///< all of it is Latin on a page of another writing
 };
 
 class Reviewer
 {
 public:
-    Reviewer(const cv::Mat& grey, TextModel& own, Models& models, TextModel::Deadline deadline)
-        : grey_(grey), own_(own), models_(models), deadline_(deadline)
+    Reviewer(const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
+        : grey_(grey), own_(own), models_(models), limit_(limit)
     {
     }
 
+    /// First the line as a whole, then what is still weak in it, or Latin in Chinese.
     void review(ReadLine& line)
     {
+        TextModel* model = &own_;
+        if (confidenceOf(line.words) < weakLine)
+            model = rereadLine(line);
         std::vector<ReadWord> words;
         const auto append = [&](const std::vector<ReadWord>& more) {
             words.insert(words.end(), more.begin(), more.end());
         };
         size_t next = 0;
-        for (const Run& run : runsOf(line)) {
+        for (const Run& run : runsOf(line, *model)) {
             append(slice(line, next, run.from));
-            append(reread(slice(line, run.from, run.to), run.latin, line.box));
+            append(rereadWords(slice(line, run.from, run.to), line.box, *model));
             next = run.to;
         }
         append(slice(line, next, line.words.size()));
@@ -57,25 +61,39 @@ private:
         return {line.words.data() + from, line.words.data() + to};
     }
 
-    std::vector<Run> runsOf(const ReadLine& line) const
+    static std::vector<Run> runsOf(const ReadLine& line, const TextModel& model)
     {
-        if (own_.isUnspaced() && confidenceOf(line.words) < weak)
-            return {{0, line.words.size(), false}};
         std::vector<Run> runs;
         for (size_t i = 0; i < line.words.size(); ++i) {
             const ReadWord& word = line.words[i];
-            const bool wanted = own_.isUnspaced() ? isLatin(word.text) : word.confidence < weak;
-            if (!wanted)
+            if (model.isUnspaced() ? !isLatin(word.text) : word.confidence >= weakWord)
                 continue;
             if (!runs.empty() && runs.back().to == i)
                 ++runs.back().to;
             else
-                runs.push_back({i, i + 1, own_.isUnspaced()});
+                runs.push_back({i, i + 1});
         }
         return runs;
     }
 
-    std::vector<ReadWord> reread(const std::vector<ReadWord>& old, bool latin, const Box& line)
+    TextModel* rereadLine(ReadLine& line)
+    {
+        TextModel* best = &own_;
+        const cv::Rect part(line.box.left, line.box.top, line.box.width(), line.box.height());
+        double least = confidenceOf(line.words) + gain;
+        for (const std::string& language : models_.languages()) {
+            const std::vector<ReadWord> words = readWith(language, own_, part);
+            if (!words.empty() && confidenceOf(words) > least) {
+                least = confidenceOf(words);
+                line.words = words;
+                best = models_.get(language);
+            }
+        }
+        return best;
+    }
+
+    std::vector<ReadWord>
+    rereadWords(const std::vector<ReadWord>& old, const Box& line, const TextModel& model)
     {
         const cv::Rect part(
             old.front().box.left, line.top, old.back().box.right - old.front().box.left, line.height());
@@ -85,11 +103,12 @@ private:
         if (part.width < leastWidth * part.height || letters < leastLetters)
             return old;
         std::vector<ReadWord> best = old;
+        const bool latin = model.isUnspaced(); // which English reads best
         double least = confidenceOf(old) + (latin ? 0 : gain);
         for (const std::string& language : models_.languages()) {
-            if (language == own_.language() || (latin && language != models_.languages().front()))
-                continue;
-            const std::vector<ReadWord> words = readWith(language, part);
+            if (latin && language != models_.languages().front())
+                break;
+            const std::vector<ReadWord> words = readWith(language, model, part);
             if (!words.empty() && confidenceOf(words) > least) {
                 least = confidenceOf(words);
                 best = words;
@@ -98,10 +117,11 @@ private:
         return best;
     }
 
-    std::vector<ReadWord> readWith(const std::string& language, const cv::Rect& part)
+    // Nothing when the language is the one that has spoken, or the time is over.
+    std::vector<ReadWord> readWith(const std::string& language, const TextModel& first, const cv::Rect& part)
     {
         std::vector<ReadWord> words;
-        if (std::chrono::steady_clock::now() >= deadline_)
+        if (language == first.language() || limit_.isOver())
             return words;
         TextModel* model = models_.get(language);
         if (!model)
@@ -110,7 +130,7 @@ private:
         const int margin = part.height / 3;
         const cv::Point origin(part.x - margin, part.y - margin);
         for (const ReadLine& line :
-             model->read(cutOut(grey_, part, margin), origin, Shape::row, deadline_, late))
+             model->read(cutOut(grey_, part, margin), origin, Shape::row, limit_, late))
             words.insert(words.end(), line.words.begin(), line.words.end());
         return words;
     }
@@ -118,15 +138,14 @@ private:
     const cv::Mat& grey_;
     TextModel& own_;
     Models& models_;
-    TextModel::Deadline deadline_;
+    Limit limit_;
 };
 
 } // namespace
 
-void askOthers(
-    ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, TextModel::Deadline deadline)
+void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
 {
-    Reviewer reviewer(grey, own, models, deadline);
+    Reviewer reviewer(grey, own, models, limit);
     for (ReadBlock& block : page.blocks) {
         for (ReadLine& line : block)
             reviewer.review(line);

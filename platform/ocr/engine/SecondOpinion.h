@@ -6,8 +6,7 @@ namespace mirvak {
 
 /// Words of another language on a page: what the page's own model reads with little confidence, and Latin
 /// words on a page of Chinese, is read again by the other models. The most confident reading stays. Takes no
-/// longer than until the deadline; what is left then stays as it is.
-void askOthers(
-    ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, TextModel::Deadline deadline);
+/// longer than the limit; what is left then stays as it is.
+void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit);
 
 } // namespace mirvak

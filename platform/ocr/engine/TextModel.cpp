@@ -55,8 +55,6 @@ ReadBlock collect(tesseract::ResultIterator& at, const cv::Point& origin)
         if (lines.empty() || at.IsAtBeginningOf(RIL_TEXTLINE)) {
             lines.emplace_back();
             lines.back().box = boxAt(at, RIL_TEXTLINE, origin);
-            float descenders = 0, ascenders = 0;
-            at.RowAttributes(&lines.back().letterHeight, &descenders, &ascenders);
         }
         const std::unique_ptr<char[]> text(at.GetUTF8Text(RIL_WORD));
         if (text && text[0] != 0)
@@ -101,20 +99,20 @@ std::unique_ptr<TextModel> TextModel::load(const std::string& directory, const s
 }
 
 ReadBlock
-TextModel::read(const cv::Mat& part, const cv::Point& origin, Shape shape, Deadline deadline, bool& late)
+TextModel::read(const cv::Mat& part, const cv::Point& origin, Shape shape, const Limit& limit, bool& late)
 {
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
     const PixHandle pix = pixOf(part);
-    late = left.count() <= 0 || !pix;
+    late = limit.isOver() || !pix;
     if (late)
         return {};
     auto& api = engine_->api;
     api.SetPageSegMode(shape == Shape::row ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_BLOCK);
     api.SetImage(pix.get());
     api.SetSourceResolution(nominalDpi);
+    Limit watched = limit;
     tesseract::ETEXT_DESC monitor;
-    monitor.set_deadline_msecs(static_cast<int>(left.count()));
+    monitor.cancel_this = &watched;
+    monitor.cancel = [](void* data, int) { return static_cast<Limit*>(data)->isOver(); };
     late = api.Recognize(&monitor) != 0;
     if (late)
         return {};

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Limit.h"
 #include "ReadPage.h"
 
 #include <opencv2/core.hpp>
 
-#include <chrono>
 #include <memory>
 #include <string>
 
@@ -16,16 +16,14 @@ enum class Shape { block, row };
 class TextModel
 {
 public:
-    using Deadline = std::chrono::steady_clock::time_point;
-
     /// `directory` holds LANGUAGE.traineddata; null when that file is missing or broken.
     static std::unique_ptr<TextModel> load(const std::string& directory, const std::string& language);
     ~TextModel();
 
     const std::string& language() const { return language_; }
     /// Reads a part of a page: grey, dark letters on white. `origin` is where it lies on the page. Stops at
-    /// the deadline: `late` becomes true and the part counts as empty.
-    ReadBlock read(const cv::Mat& part, const cv::Point& origin, Shape shape, Deadline deadline, bool& late);
+    /// the limit: `late` becomes true and the part counts as empty.
+    ReadBlock read(const cv::Mat& part, const cv::Point& origin, Shape shape, const Limit& limit, bool& late);
     /// Whether the model's dictionary has the word.
     bool knows(const std::string& word) const;
     /// The language is written without spaces between its words.

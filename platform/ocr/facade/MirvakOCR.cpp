@@ -5,8 +5,10 @@
 #include "PageReader.h"
 #include "RtfWriter.h"
 
+#include <atomic>
 #include <cstdio>
 #include <exception>
+#include <mutex>
 #include <new>
 #include <optional>
 
@@ -34,7 +36,7 @@ Outcome outcomeOf(Reading reading)
     case Reading::late:
         break;
     }
-    return {MIRVAK_OCR_TIMEOUT, "given up for time"};
+    return {MIRVAK_OCR_TIMEOUT, "given up, or stopped"};
 }
 
 int failed(const char* call, const char* path, MirvakOCRResult result, const char* why)
@@ -59,6 +61,8 @@ template <class Call> int guarded(const char* name, const char* path, Call&& cal
 
 struct MirvakOCR::Impl
 {
+    std::atomic<bool> stopped{false}; ///< a recognition that runs is to end
+    std::mutex mutex;                 ///< of the two below
     std::unique_ptr<mirvak::Models> models;
     std::optional<mirvak::Document> document;
 };
@@ -72,12 +76,14 @@ int MirvakOCR::MirvakOCR_Init(const char* modelDirectory)
     constexpr const char* call = "MirvakOCR_Init";
     return guarded(call, modelDirectory, [&] {
         MirvakOCR_Deinit();
+        const std::lock_guard lock(impl_->mutex);
         if (!modelDirectory || !*modelDirectory)
             return failed(call, modelDirectory, MIRVAK_OCR_BAD_ARGUMENT, "no directory");
         auto models = std::make_unique<mirvak::Models>(modelDirectory);
         if (models->languages().empty())
             return failed(call, modelDirectory, MIRVAK_OCR_NO_MODEL, "holds no language");
         impl_->models = std::move(models);
+        impl_->stopped = false;
         return static_cast<int>(MIRVAK_OCR_OK);
     });
 }
@@ -86,13 +92,15 @@ int MirvakOCR::MirvakOCR_Discern(const char* imagePath)
 {
     constexpr const char* call = "MirvakOCR_Discern";
     return guarded(call, imagePath, [&] {
+        const std::lock_guard lock(impl_->mutex);
         impl_->document.reset();
         if (!imagePath || !*imagePath)
             return failed(call, imagePath, MIRVAK_OCR_BAD_ARGUMENT, "no picture");
         if (!impl_->models)
             return failed(call, imagePath, MIRVAK_OCR_NOT_READY, "MirvakOCR_Init has not succeeded");
         mirvak::ReadPage page;
-        const Outcome outcome = outcomeOf(mirvak::PageReader(*impl_->models).read(imagePath, page));
+        mirvak::PageReader reader(*impl_->models, impl_->stopped);
+        const Outcome outcome = outcomeOf(reader.read(imagePath, page));
         if (outcome.result != MIRVAK_OCR_OK)
             return failed(call, imagePath, outcome.result, outcome.words);
         mirvak::TextModel* model = impl_->models->get(page.language);
@@ -106,6 +114,7 @@ int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
 {
     constexpr const char* call = "MirvakOCR_Save";
     return guarded(call, rtfPath, [&] {
+        const std::lock_guard lock(impl_->mutex);
         if (!rtfPath || !*rtfPath)
             return failed(call, rtfPath, MIRVAK_OCR_BAD_ARGUMENT, "no path");
         if (!impl_->document)
@@ -119,6 +128,8 @@ int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
 
 int MirvakOCR::MirvakOCR_Deinit()
 {
+    impl_->stopped = true;
+    const std::lock_guard lock(impl_->mutex);
     impl_->document.reset();
     impl_->models.reset();
     return MIRVAK_OCR_OK;

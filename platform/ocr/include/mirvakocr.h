@@ -4,8 +4,9 @@
 // often as wanted, then Deinit. No call throws. Integer results are 0 for success and one of MirvakOCRResult
 // otherwise; a failure prints one line on standard error. All texts are UTF-8.
 //
-// Threads. One object is used by one thread at a time; different objects may work at the same time. A
-// recognition takes one thread for a second or two and 100 to 200 MB: it belongs on a thread of its own.
+// Threads. One object is used by one thread at a time, but for Deinit; different objects may work at the same
+// time. A recognition takes one thread for a second or two and 100 to 200 MB: it belongs on a thread of its
+// own.
 #pragma once
 
 #include <memory>
@@ -21,7 +22,7 @@ enum MirvakOCRResult {
     MIRVAK_OCR_IO_ERROR = -5,     // the document could not be written
     MIRVAK_OCR_NO_TEXT = -6,      // nothing in the picture can be read
     MIRVAK_OCR_NO_MEMORY = -7,
-    MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds
+    MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds, or stopped by Deinit
 };
 
 class MIRVAK_OCR_API MirvakOCR
@@ -48,7 +49,9 @@ public:
     /// and margins as those of the picture. The file appears under its name only when it is complete and
     /// synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_IO_ERROR, MIRVAK_OCR_NO_MEMORY.
     int MirvakOCR_Save(const char* rtfPath);
-    /// Frees the models and the text. Init makes the object usable again; the destructor does the same.
+    /// Frees the models and the text. Init makes the object usable again; the destructor does the same. May
+    /// be called on another thread while Discern works: that is stopped within a fraction of a second, and
+    /// Deinit returns after it.
     int MirvakOCR_Deinit();
 
     struct Impl;

@@ -111,7 +111,7 @@ private:
             const cv::Rect place = bars.box(i);
             const cv::Mat bar = bars.mask(i);
             const double dark = cv::mean(mask(place), bar)[0] / paper;
-            if (dark > 0.55 && lettersIn(bar & ~mask(place)) >= 3) {
+            if (place.width > 2 * place.height && dark > 0.55 && lettersIn(bar & ~mask(place)) >= 3) {
                 turnOver(grey_(place + box.tl()), bar, mask(place));
                 mask(place).setTo(0, bar);
             }
@@ -140,12 +140,14 @@ private:
         turned.copyTo(place, bar);
     }
 
-    // Long straight strokes only: what is written across a rule stays.
+    // Long straight strokes only, no areas: what is written across a rule stays.
     void eraseRules(const cv::Mat& mask, const cv::Rect& box)
     {
-        cv::Mat across, upward;
-        cv::morphologyEx(mask, across, cv::MORPH_OPEN, block(5 * height_, 1));
-        cv::morphologyEx(mask, upward, cv::MORPH_OPEN, block(1, 4 * height_));
+        cv::Mat thick, across, upward;
+        cv::morphologyEx(mask, thick, cv::MORPH_OPEN, block(2 * height_ / 3, 2 * height_ / 3));
+        const cv::Mat strokes = mask & ~thick;
+        cv::morphologyEx(strokes, across, cv::MORPH_OPEN, block(5 * height_, 1));
+        cv::morphologyEx(strokes, upward, cv::MORPH_OPEN, block(1, 4 * height_));
         cv::Mat rules = across | upward;
         cv::dilate(rules, rules, block(3, 3));
         grey_(box).setTo(paper, rules);
@@ -198,6 +200,22 @@ void erase(cv::Mat& grey, const Components& ink, const std::vector<unsigned char
     }
 }
 
+// An emblem among letters: large and with nothing of its size beside it.
+bool isEmblem(const Components& ink, int i, int height)
+{
+    const cv::Rect box = ink.box(i);
+    if (box.height < 4 * height || box.width < 3 * height)
+        return false;
+    const cv::Rect row(box.x - 3 * box.width, box.y, 7 * box.width, box.height);
+    for (int other = 1; other < ink.count; ++other) {
+        const cv::Rect beside = ink.box(other);
+        if (other != i && beside.height * 2 > box.height && beside.height < 2 * box.height &&
+            (beside & row).height * 2 > box.height)
+            return false;
+    }
+    return true;
+}
+
 Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
 {
     const int speck = largestSpeck(ink, height);
@@ -206,7 +224,7 @@ Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
     std::vector<unsigned char> isRefuse(static_cast<size_t>(ink.count), 0);
     for (int i = 1; i < ink.count; ++i) {
         if (ink.area(i) <= speck || touchesBorder(ink.box(i), grey.size()) ||
-            kindOf(ink.box(i), ink.area(i), height) == Kind::refuse)
+            kindOf(ink.box(i), ink.area(i), height) == Kind::refuse || isEmblem(ink, i, height))
             isRefuse[static_cast<size_t>(i)] = 1;
         else
             marks.boxes.push_back(ink.box(i));

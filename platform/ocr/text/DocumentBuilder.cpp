@@ -20,11 +20,11 @@ constexpr double roomIdeographs = 3.6; // a line may end early so that the next 
 constexpr double alignTolerance = 0.9;
 
 constexpr double pauseShare = 1.35;  // of the usual distance of lines: more begins a paragraph
-constexpr double otherSize = 1.18;   // times as large: another paragraph
-constexpr double headingSize = 1.2;  // times the body
+constexpr double otherSize = 1.25;   // times as large: another paragraph
+constexpr double headingSize = 1.25; // times the body
 constexpr double chapterSize = 1.55; // the same for a heading of the first level
 constexpr size_t headingLines = 3;
-constexpr double sameSize = 0.13; // share by which measured sizes of one type differ
+constexpr double sameSize = 0.17; // share by which measured sizes of one type differ
 
 struct Line
 {
@@ -35,12 +35,6 @@ struct Line
 
     const Box& box() const { return read->box; }
     bool isRow() const { return cells.size() > 1; }
-};
-
-struct Area
-{
-    int left = 0, right = 0;
-    int width() const { return right - left; }
 };
 
 Area areaOf(const std::vector<Line>& lines)
@@ -78,7 +72,6 @@ public:
         pitch_ = usualPitch(lines_);
     }
 
-    const Area& area() const { return area_; }
     /// A block as wide as the page's text is measured against that.
     void widenTo(const Area& page)
     {
@@ -86,9 +79,8 @@ public:
             area_ = page;
     }
 
-    std::vector<Paragraph> build(int marginLeft)
+    std::vector<Paragraph> build()
     {
-        marginLeft_ = marginLeft;
         for (size_t from = 0; from < lines_.size();) {
             size_t to = from + 1;
             if (lines_[from].isRow()) {
@@ -147,7 +139,7 @@ private:
         std::vector<std::vector<std::vector<ReadWord>>> rows;
         for (size_t i = from; i < to; ++i)
             rows.push_back(lines_[i].cells);
-        const auto stops = tabStops(rows, marginLeft_, sizeOf(from, to), scale_);
+        const auto stops = tabStops(rows, area_, sizeOf(from, to), scale_);
         for (size_t i = from; i < to; ++i) {
             Paragraph paragraph = begin(i, i + 1);
             for (const auto& cell : lines_[i].cells) {
@@ -190,8 +182,8 @@ private:
 
     int indentOf(int left) const
     {
-        const int indent = scale_.twips(left - marginLeft_);
-        return left - marginLeft_ > indentLeast * bodySize_ ? indent : 0;
+        const int indent = scale_.twips(left - area_.left);
+        return left - area_.left > indentLeast * bodySize_ ? indent : 0;
     }
 
     void align(Paragraph& paragraph, size_t from, size_t to) const
@@ -231,7 +223,6 @@ private:
     std::vector<Line> lines_;
     Area area_;
     double pitch_ = 0;
-    int marginLeft_ = 0;
     std::vector<Paragraph> paragraphs_;
 };
 
@@ -283,7 +274,7 @@ Document buildDocument(const ReadPage& page, const IsWord& isWord)
             continue;
         BlockBuilder builder(block, scale, bodySize, isWord);
         builder.widenTo(all);
-        std::vector<Paragraph> paragraphs = builder.build(builder.area().left);
+        std::vector<Paragraph> paragraphs = builder.build();
         if (!document.paragraphs.empty())
             paragraphs.front().spaceBefore = scale.twips(bodySize);
         document.paragraphs.insert(document.paragraphs.end(), paragraphs.begin(), paragraphs.end());

@@ -24,7 +24,6 @@ struct ReadLine
 {
     std::vector<ReadWord> words; ///< from left to right
     Box box;
-    float letterHeight = 0; ///< px, of the type: what its point size is measured by
 };
 
 using ReadBlock = std::vector<ReadLine>; ///< from the top down

@@ -33,7 +33,8 @@ Edge edgeOf(const Rows& rows, int at, bool right, double tolerance)
 
 } // namespace
 
-std::vector<std::vector<TabStop>> tabStops(const Rows& rows, int left, double em, const PageScale& scale)
+std::vector<std::vector<TabStop>>
+tabStops(const Rows& rows, const Area& area, double em, const PageScale& scale)
 {
     const double tolerance = em / 2;
     std::vector<std::vector<TabStop>> all;
@@ -42,8 +43,9 @@ std::vector<std::vector<TabStop>> tabStops(const Rows& rows, int left, double em
         for (size_t i = 1; i < row.size(); ++i) {
             const Edge begin = edgeOf(rows, row[i].front().box.left, false, tolerance);
             const Edge end = edgeOf(rows, row[i].back().box.right, true, tolerance);
-            const bool right = end.agreeing > begin.agreeing;
-            stops.push_back({scale.twips((right ? end.mean : begin.mean) - left), right});
+            const bool atEnd = i + 1 == row.size() && area.right - row[i].back().box.right <= 2 * tolerance;
+            const bool right = end.agreeing > begin.agreeing || (atEnd && end.agreeing == begin.agreeing);
+            stops.push_back({scale.twips((right ? end.mean : begin.mean) - area.left), right});
         }
         all.push_back(std::move(stops));
     }

@@ -8,9 +8,43 @@ namespace mirvak {
 
 namespace {
 
-// What the recogniser measures from the lowest to the highest letter, in ems of usual fonts.
-constexpr double letterEm = 1.1, ideographEm = 0.85;
-constexpr double cellGap = 1.9; // ems; justified lines stretch a space to hardly more than one
+// Heights of print in ems of usual fonts: small letters, what rises above them, what hangs below the line.
+constexpr double smallLetter = 0.46, rise = 0.22, descent = 0.21, ideograph = 0.92;
+// Ems. Justified lines stretch a space to hardly more than one; in a row of cells no space is stretched.
+constexpr double cellGap = 1.6, narrowGap = 0.9;
+
+bool rises(char32_t c)
+{
+    static const std::u32string tall = U"bdfhijklt\u0431\u0444\u0439\u0451!?()[]{}/&%$@#\"'";
+    const bool capital = isLetter(c) && !isLowercase(c);
+    return capital || (c >= U'0' && c <= U'9') || tall.find(c) != std::u32string::npos;
+}
+
+bool descends(char32_t c)
+{
+    static const std::u32string deep =
+        U"gjpqyQ\u0440\u0443\u0444\u0446\u0449\u0434\u0414\u0426\u0429,;()[]{}/@$";
+    return deep.find(c) != std::u32string::npos;
+}
+
+// The share of the em that the word's letters cover.
+double coverOf(const std::u32string& text)
+{
+    double cover = smallLetter;
+    if (std::any_of(text.begin(), text.end(), rises))
+        cover += rise;
+    if (std::any_of(text.begin(), text.end(), descends))
+        cover += descent;
+    return cover;
+}
+
+double quantile(std::vector<double> values, double share)
+{
+    const auto at =
+        values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
+    std::nth_element(values.begin(), at, values.end());
+    return *at;
+}
 
 } // namespace
 
@@ -27,8 +61,19 @@ bool isIdeographicLine(const ReadLine& line)
 
 double emOf(const ReadLine& line)
 {
-    const double height = line.letterHeight > 0 ? static_cast<double>(line.letterHeight) : line.box.height();
-    return height * (isIdeographicLine(line) ? ideographEm : letterEm);
+    const bool ideographs = isIdeographicLine(line);
+    std::vector<double> ems;
+    for (const ReadWord& word : line.words) {
+        const std::u32string text = fromUtf8(word.text);
+        if (ideographs)
+            ems.push_back(word.box.height() / ideograph);
+        else if (std::any_of(text.begin(), text.end(), isReadable))
+            ems.push_back(word.box.height() / coverOf(text));
+    }
+    if (ems.empty())
+        return line.box.height();
+    // Some ideographs are a single stroke.
+    return quantile(std::move(ems), ideographs ? 0.8 : 0.5);
 }
 
 double bodyEm(const ReadPage& page)
@@ -53,14 +98,18 @@ double bodyEm(const ReadPage& page)
 
 std::vector<std::vector<ReadWord>> cellsOf(const ReadLine& line)
 {
-    const double gap = cellGap * emOf(line);
-    std::vector<std::vector<ReadWord>> cells;
-    for (const ReadWord& word : line.words) {
-        if (cells.empty() || word.box.left - cells.back().back().box.right > gap)
-            cells.emplace_back();
-        cells.back().push_back(word);
-    }
-    return cells;
+    const double em = emOf(line);
+    const auto split = [&](double gap) {
+        std::vector<std::vector<ReadWord>> cells;
+        for (const ReadWord& word : line.words) {
+            if (cells.empty() || word.box.left - cells.back().back().box.right > gap * em)
+                cells.emplace_back();
+            cells.back().push_back(word);
+        }
+        return cells;
+    };
+    auto cells = split(cellGap);
+    return cells.size() > 1 ? split(narrowGap) : cells;
 }
 
 } // namespace mirvak

@@ -100,4 +100,9 @@ bool isLowercase(char32_t c)
            within(c, 0x430, 0x45f);
 }
 
+bool isReadable(char32_t c)
+{
+    return isLetter(c) || isIdeographic(c) || within(c, U'0', U'9');
+}
+
 } // namespace mirvak

@@ -14,5 +14,7 @@ bool isIdeographic(char32_t c);
 /// Letters of the Latin, Greek and Cyrillic scripts.
 bool isLetter(char32_t c);
 bool isLowercase(char32_t c);
+/// A letter, an ideograph or a digit: no mere sign.
+bool isReadable(char32_t c);
 
 } // namespace mirvak
