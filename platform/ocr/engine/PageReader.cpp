@@ -118,12 +118,12 @@ void dropScraps(ReadPage& page)
                       page.blocks.end());
 }
 
-Reading readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit)
+void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit)
 {
     TextModel& model = *sheet.glance.model;
     const int margin = std::max(4, sheet.marks.height / 2);
-    bool late = false;
     for (const cv::Rect& block : blocksOf(sheet.marks)) {
+        bool late = false;
         page.blocks.push_back(model.read(cutOut(sheet.picture.grey, block, margin),
                                          block.tl() - cv::Point(margin, margin),
                                          Shape::block,
@@ -132,10 +132,6 @@ Reading readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit)
         if (late)
             break;
     }
-    dropScraps(page);
-    if (!page.blocks.empty())
-        return Reading::ok;
-    return late ? Reading::late : Reading::noText;
 }
 
 } // namespace
@@ -163,10 +159,14 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
             {}};
     const auto start = Limit::Clock::now();
     const bool doubtful = sheet.glance.confidence < doubtfully;
-    const Reading result = readBlocks(sheet, page, limit.within(doubtful ? doubtfulTime : readingTime));
+    const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
+    readBlocks(sheet, page, reading);
     const auto opinionTime = leastOpinion + (Limit::Clock::now() - start) / opinionShare;
     askOthers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(opinionTime));
-    return stopped_ ? Reading::late : result;
+    dropScraps(page);
+    if (page.blocks.empty() || stopped_)
+        return reading.isOver() ? Reading::late : Reading::noText;
+    return Reading::ok;
 }
 
 } // namespace mirvak

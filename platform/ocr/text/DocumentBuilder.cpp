@@ -14,8 +14,8 @@ namespace mirvak {
 namespace {
 
 // In ems.
-constexpr double indentLeast = 0.8;    // of a first line
-constexpr double roomLatin = 0.6;      // beyond the next word, that a full line does not leave
+constexpr double indentLeast = 0.8, indentMost = 5; // of a first line
+constexpr double roomLatin = 0.6;                   // beyond the next word, that a full line does not leave
 constexpr double roomIdeographs = 3.6; // a line may end early so that the next begins with no comma
 constexpr double alignTolerance = 0.9;
 
@@ -110,7 +110,8 @@ private:
         if (line.box().left - above.box().left > indentLeast * em &&
             line.box().left - area_.left > indentLeast * em)
             return true;
-        return hadRoom(above, line);
+        // No first line is indented that far: a date at the right, a title in the middle.
+        return above.box().left - line.box().left > indentMost * em || hadRoom(above, line);
     }
 
     // The line above ended although the next word would have found place there.

@@ -38,6 +38,23 @@ bool needsSpace(char32_t left, char32_t right)
     return !isIdeographic(left) && !isIdeographic(right);
 }
 
+// Spaces beside ideographs go, and those beside a quotation mark that touches one.
+void dropSpaces(std::u32string& text)
+{
+    std::u32string kept;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != U' ' || kept.empty() || i + 1 == text.size()) {
+            kept += text[i];
+            continue;
+        }
+        const bool closed = isQuote(kept.back()) && kept.size() > 1 && isIdeographic(kept[kept.size() - 2]);
+        const bool opens = isQuote(text[i + 1]) && i + 2 < text.size() && isIdeographic(text[i + 2]);
+        if (needsSpace(kept.back(), text[i + 1]) && !closed && !opens)
+            kept += U' ';
+    }
+    text = std::move(kept);
+}
+
 bool isHyphen(char32_t c)
 {
     return c == U'-' || c == hyphen || c == softHyphen;
@@ -70,17 +87,16 @@ std::u32string joinWords(const std::vector<ReadWord>& words)
 {
     std::u32string text;
     for (const ReadWord& word : words) {
-        const std::u32string next = fromUtf8(word.text);
-        if (next.empty())
-            continue;
-        // A quotation mark takes its side from the ideograph beyond it.
-        const bool quoted = text.size() > 1 && isQuote(text.back()) && isIdeographic(text[text.size() - 2]);
-        const bool quoting = isQuote(next.front()) && !text.empty() && isIdeographic(text.back());
-        if (!text.empty() && !quoted && !quoting && needsSpace(text.back(), next.front()))
+        if (!text.empty())
             text += U' ';
-        text += next;
+        text += fromUtf8(word.text);
     }
-    widenPunctuation(text);
+    // Once more, because what has become full width takes the space behind it along.
+    for (int pass = 0; pass < 2; ++pass) {
+        dropSpaces(text);
+        widenPunctuation(text);
+    }
+    dropSpaces(text);
     return text;
 }
 

@@ -9,7 +9,7 @@ namespace mirvak {
 namespace {
 
 // Heights of print in ems of usual fonts: small letters, what rises above them, what hangs below the line.
-constexpr double smallLetter = 0.46, rise = 0.22, descent = 0.21, ideograph = 0.92;
+constexpr double smallLetter = 0.46, rise = 0.22, descent = 0.21;
 // Ems. Justified lines stretch a space to hardly more than one; in a row of cells no space is stretched.
 constexpr double cellGap = 1.6, narrowGap = 0.9;
 
@@ -38,12 +38,13 @@ double coverOf(const std::u32string& text)
     return cover;
 }
 
-double quantile(std::vector<double> values, double share)
+constexpr size_t fewIdeographs = 4;
+
+double median(std::vector<double> values)
 {
-    const auto at =
-        values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
-    std::nth_element(values.begin(), at, values.end());
-    return *at;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
 }
 
 } // namespace
@@ -61,19 +62,22 @@ bool isIdeographicLine(const ReadLine& line)
 
 double emOf(const ReadLine& line)
 {
-    const bool ideographs = isIdeographicLine(line);
     std::vector<double> ems;
-    for (const ReadWord& word : line.words) {
-        const std::u32string text = fromUtf8(word.text);
-        if (ideographs)
-            ems.push_back(word.box.height() / ideograph);
-        else if (std::any_of(text.begin(), text.end(), isReadable))
-            ems.push_back(word.box.height() / coverOf(text));
+    const bool ideographs = isIdeographicLine(line);
+    for (size_t i = 0; i < line.words.size(); ++i) {
+        const Box& box = line.words[i].box;
+        const std::u32string text = fromUtf8(line.words[i].text);
+        if (ideographs && std::all_of(text.begin(), text.end(), isIdeographic)) {
+            // Each takes one em; their boxes are too rough to measure heights.
+            const int next = i + 1 < line.words.size() ? line.words[i + 1].box.left : box.right;
+            ems.push_back(static_cast<double>(next - box.left) / static_cast<double>(text.size()));
+        } else if (!ideographs && std::any_of(text.begin(), text.end(), isReadable)) {
+            ems.push_back(box.height() / coverOf(text));
+        }
     }
-    if (ems.empty())
+    if (ems.empty() || (ideographs && ems.size() < fewIdeographs)) // most may be punctuation
         return line.box.height();
-    // Some ideographs are a single stroke.
-    return quantile(std::move(ems), ideographs ? 0.8 : 0.5);
+    return median(std::move(ems));
 }
 
 double bodyEm(const ReadPage& page)
