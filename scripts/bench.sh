@@ -13,4 +13,5 @@ LUMRO_DESK=$folder/share/desk/desk.cfg "$folder/benchmarks/bench_start" \
     "$folder/bin/lumroscanner" "$folder/benchmarks/empty_window"
 "$folder/benchmarks/bench_settings"
 "$folder/benchmarks/bench_pdf"
+"$folder/benchmarks/bench_ocr"
 "$folder/benchmarks/bench_memory" "${LUMRO_BENCH_MINUTES:-10}"
