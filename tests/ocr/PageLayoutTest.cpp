@@ -74,7 +74,7 @@ TEST(PageLayout, TablesAndLetterHeadsStayWhole)
     EXPECT_EQ(mirvak::blocksOf(table).size(), 1U);
     Marks letter;
     addText(letter, 100, 100, 4, 16);
-    addText(letter, 900, 100, 1, 14);
+    addText(letter, 900, 100, 3, 22);
     addText(letter, 100, 350, 12, 80);
     for (const cv::Rect& block : mirvak::blocksOf(letter))
         EXPECT_GE(block.width, 800) << "address and date are one row";

@@ -1,8 +1,7 @@
 #include "mirvakocr.h"
 
 #include "AtomicFile.h"
-#include "DocumentBuilder.h"
-#include "PageReader.h"
+#include "LoadModule.h"
 #include "RtfWriter.h"
 
 #include <atomic>
@@ -63,7 +62,7 @@ struct MirvakOCR::Impl
 {
     std::atomic<bool> stopped{false}; ///< a recognition that runs is to end
     std::mutex mutex;                 ///< of the two below
-    std::unique_ptr<mirvak::Models> models;
+    std::unique_ptr<mirvak::OcrModule> module;
     std::optional<mirvak::Document> document;
 };
 
@@ -79,10 +78,12 @@ int MirvakOCR::MirvakOCR_Init(const char* modelDirectory)
         const std::lock_guard lock(impl_->mutex);
         if (!modelDirectory || !*modelDirectory)
             return failed(call, modelDirectory, MIRVAK_OCR_BAD_ARGUMENT, "no directory");
-        auto models = std::make_unique<mirvak::Models>(modelDirectory);
-        if (models->languages().empty())
+        auto module = mirvak::loadModule();
+        if (!module)
+            return failed(call, nullptr, MIRVAK_OCR_NOT_READY, "the recogniser cannot be loaded");
+        if (!module->setModels(modelDirectory))
             return failed(call, modelDirectory, MIRVAK_OCR_NO_MODEL, "holds no language");
-        impl_->models = std::move(models);
+        impl_->module = std::move(module);
         impl_->stopped = false;
         return static_cast<int>(MIRVAK_OCR_OK);
     });
@@ -96,16 +97,13 @@ int MirvakOCR::MirvakOCR_Discern(const char* imagePath)
         impl_->document.reset();
         if (!imagePath || !*imagePath)
             return failed(call, imagePath, MIRVAK_OCR_BAD_ARGUMENT, "no picture");
-        if (!impl_->models)
+        if (!impl_->module)
             return failed(call, imagePath, MIRVAK_OCR_NOT_READY, "MirvakOCR_Init has not succeeded");
-        mirvak::ReadPage page;
-        mirvak::PageReader reader(*impl_->models, impl_->stopped);
-        const Outcome outcome = outcomeOf(reader.read(imagePath, page));
+        mirvak::Document document;
+        const Outcome outcome = outcomeOf(impl_->module->read(imagePath, impl_->stopped, document));
         if (outcome.result != MIRVAK_OCR_OK)
             return failed(call, imagePath, outcome.result, outcome.words);
-        mirvak::TextModel* model = impl_->models->get(page.language);
-        impl_->document =
-            mirvak::buildDocument(page, [&](const std::string& word) { return model && model->knows(word); });
+        impl_->document = std::move(document);
         return static_cast<int>(MIRVAK_OCR_OK);
     });
 }
@@ -131,6 +129,6 @@ int MirvakOCR::MirvakOCR_Deinit()
     impl_->stopped = true;
     const std::lock_guard lock(impl_->mutex);
     impl_->document.reset();
-    impl_->models.reset();
+    impl_->module.reset();
     return MIRVAK_OCR_OK;
 }

@@ -15,7 +15,8 @@
 
 enum MirvakOCRResult {
     MIRVAK_OCR_OK = 0,
-    MIRVAK_OCR_NOT_READY = -1,    // Init has not succeeded, or there is no recognised text to save
+    MIRVAK_OCR_NOT_READY = -1, // Init has not succeeded, or there is no recognised text to save; from Init:
+                               // the recogniser's libraries cannot be loaded
     MIRVAK_OCR_BAD_ARGUMENT = -2, // a null or empty path
     MIRVAK_OCR_BAD_PICTURE = -3,  // the file is missing or no JPEG, PNG or BMP picture
     MIRVAK_OCR_NO_MODEL = -4,     // the model directory holds no language that can be used
@@ -34,9 +35,10 @@ public:
     MirvakOCR& operator=(const MirvakOCR&) = delete;
 
     /// Takes the models from a directory: Tesseract data for its LSTM recogniser, one LANGUAGE.traineddata
-    /// per language. Each page is read in the language that fits it; words in the others are found too. The
-    /// models themselves are loaded when a page needs them. A second Init starts anew.
-    /// MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_NO_MODEL.
+    /// per language. The first Init of a process loads the recogniser's libraries. Each page is read in the
+    /// language that fits it; words in the others are found too. The models themselves are loaded when a page
+    /// needs them. A second Init starts anew. MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_NO_MODEL,
+    /// MIRVAK_OCR_NOT_READY.
     int MirvakOCR_Init(const char* modelDirectory);
     /// Reads a JPEG, PNG or BMP file and keeps the text for Save. The page may lie on a dark ground, askew,
     /// on its side or head, in uneven light; it is straightened for reading, the file stays as it is. A
