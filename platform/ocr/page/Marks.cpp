@@ -92,14 +92,17 @@ public:
         bool changed = false;
         for (int i = 1; i < ink.count; ++i) {
             const cv::Rect box = ink.box(i);
-            if (box.width > 6 * height_ && box.height > height_)
-                changed = openOne(ink.mask(i), box) || changed;
+            if (box.width <= 6 * height_ || box.height <= height_)
+                continue;
+            openOne(ink.mask(i), box);
+            changed = true;
         }
         return changed;
     }
 
 private:
-    bool openOne(cv::Mat mask, const cv::Rect& box)
+    // `mask` is the caller's copy: what is dealt with is taken out of it.
+    void openOne(const cv::Mat& mask, const cv::Rect& box)
     {
         cv::Mat filled, solid;
         cv::copyMakeBorder(mask, filled, height_, height_, 2 * height_, 2 * height_, cv::BORDER_CONSTANT);
@@ -117,7 +120,6 @@ private:
             }
         }
         eraseRules(mask, box);
-        return true;
     }
 
     int lettersIn(const cv::Mat& light) const
