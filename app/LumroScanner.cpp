@@ -344,7 +344,7 @@ void LumroScanner::featureMissing()
 
 void LumroScanner::onOcr()
 {
-    featureMissing();
+    outputs_->onOcr();
 }
 void LumroScanner::onRecord()
 {

@@ -14,7 +14,7 @@ OutputControl::OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& st
                        ImgMerge(first, second, savePath);
                    }),
       pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window),
-      barcodeScan_(desk, camera)
+      barcodeScan_(desk, camera), textScan_(desk, TextScan::installedModels())
 {
     connect(&desk, &MainDesk::documentMade, this, [this](const QString& path, QPixmap icon) {
         strip_.AddImage(icon, path, -1);

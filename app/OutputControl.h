@@ -5,6 +5,7 @@
 #include "PdfExControl.h"
 #include "PdfScan.h"
 #include "PdfSynthesis.h"
+#include "TextScan.h"
 
 #include <QObject>
 
@@ -35,6 +36,7 @@ public:
     void onPdf() { pdfScan_.scan(); }
     void onPdfEx(const CameraSession& session, const VideoView& view, int rotation);
     void onBarcode() { barcodeScan_.scan(); }
+    void onOcr() { textScan_.scan(); }
     void SynthesizePdf() { pdfSynthesis_.SynthesizePdf(); }
     bool drawImageToPDF(const QStringList& images) { return pdfSynthesis_.drawImageToPDF(images); }
     /// Whether the live frames go to the multi-page dialog. Thread-safe, as is setpdfexframedata().
@@ -52,4 +54,5 @@ private:
     PdfScan pdfScan_;
     PdfSynthesis pdfSynthesis_;
     BarcodeScan barcodeScan_;
+    TextScan textScan_;
 };

@@ -738,6 +738,25 @@
     </message>
 </context>
 <context>
+    <name>TextScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>The text could not be written. The picture itself is saved.</source>
+        <translation>The text could not be written. The picture itself is saved.</translation>
+    </message>
+    <message>
+        <source>No text was recognised. The picture itself is saved.</source>
+        <translation>No text was recognised. The picture itself is saved.</translation>
+    </message>
+    <message>
+        <source>The text is being recognised.</source>
+        <translation>The text is being recognised.</translation>
+    </message>
+</context>
+<context>
     <name>Thumbnail</name>
     <message>
         <source>Thumbnail</source>

@@ -738,6 +738,25 @@
     </message>
 </context>
 <context>
+    <name>TextScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>The text could not be written. The picture itself is saved.</source>
+        <translation>Не удалось записать текст. Сам снимок сохранён.</translation>
+    </message>
+    <message>
+        <source>No text was recognised. The picture itself is saved.</source>
+        <translation>Текст не распознан. Сам снимок сохранён.</translation>
+    </message>
+    <message>
+        <source>The text is being recognised.</source>
+        <translation>Идёт распознавание текста.</translation>
+    </message>
+</context>
+<context>
     <name>Thumbnail</name>
     <message>
         <source>Thumbnail</source>

@@ -738,6 +738,25 @@
     </message>
 </context>
 <context>
+    <name>TextScan</name>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>The text could not be written. The picture itself is saved.</source>
+        <translation>无法写入文字文档。图片本身已保存。</translation>
+    </message>
+    <message>
+        <source>No text was recognised. The picture itself is saved.</source>
+        <translation>未识别到文字。图片本身已保存。</translation>
+    </message>
+    <message>
+        <source>The text is being recognised.</source>
+        <translation>正在识别文字。</translation>
+    </message>
+</context>
+<context>
     <name>Thumbnail</name>
     <message>
         <source>Thumbnail</source>

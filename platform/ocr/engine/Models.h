@@ -1,0 +1,32 @@
+#pragma once
+
+#include "TextModel.h"
+
+#include <vector>
+
+namespace mirvak {
+
+/// The models of a directory, loaded when they are first needed. One thread at a time.
+class Models
+{
+public:
+    explicit Models(std::string directory);
+
+    /// Names of the languages: English first, because its model is the surest to refuse other scripts, the
+    /// others by name. Data that is no language (orientation, equations) is left out.
+    const std::vector<std::string>& languages() const { return languages_; }
+    /// Null when the file is broken; told once on standard error.
+    TextModel* get(const std::string& language);
+
+private:
+    struct Entry
+    {
+        std::string language;
+        std::unique_ptr<TextModel> model;
+    };
+    std::string directory_;
+    std::vector<std::string> languages_;
+    std::vector<Entry> loaded_;
+};
+
+} // namespace mirvak

@@ -1,0 +1,172 @@
+#include "PageReader.h"
+
+#include "Bearing.h"
+#include "Columns.h"
+#include "Confidence.h"
+#include "LanguageChoice.h"
+#include "PagePicture.h"
+#include "SecondOpinion.h"
+#include "SingleThread.h"
+#include "Unicode.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace mirvak {
+
+namespace {
+
+using std::chrono::seconds;
+
+// A dense page takes two seconds on a desktop and perhaps eight on a small board.
+constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6);
+constexpr seconds leastOpinion(1);
+constexpr int opinionShare = 3; // one part in that many of the reading time, on top of the least
+
+// Heights of a small letter, px: below, strokes run together; above, there is only more to compute.
+constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
+constexpr double largestFactor = 2.5;
+constexpr double mostPixels = 30e6; // after scaling up
+constexpr int leastHeight = 3;      // nothing smaller is a letter at any scale
+
+// Of the glance: below the first, it is no writing in any of the languages; below the second it may be a
+// picture.
+constexpr double leastConfidence = 40, doubtfully = 60;
+constexpr double leastOfLine = 35;
+constexpr float leastOfScrap = 60; // for what is neither letter nor digit
+
+/// A page as it is read.
+struct Sheet
+{
+    PagePicture picture;
+    Marks marks;
+    Glance glance;
+};
+
+Marks fitScale(PagePicture& picture)
+{
+    Marks marks = cleanMarks(picture.grey);
+    double factor = 1;
+    if (marks.height >= leastHeight && marks.height < smallest)
+        factor = std::min({largestFactor,
+                           static_cast<double>(wanted) / marks.height,
+                           std::max(1.0, std::sqrt(mostPixels / static_cast<double>(picture.grey.total())))});
+    else if (marks.height > largest)
+        factor = static_cast<double>(enough) / marks.height;
+    if (factor == 1)
+        return marks;
+    scalePage(picture, factor);
+    return cleanMarks(picture.grey);
+}
+
+Sheet turned(const Sheet& sheet, int quarterTurns)
+{
+    Sheet other = sheet;
+    if (quarterTurns != 0) {
+        turnPage(other.picture, quarterTurns);
+        other.marks = cleanMarks(other.picture.grey);
+    }
+    return other;
+}
+
+// The way in which the sheet is read best. A sure reading ends the search; upright comes first.
+void setUpright(Sheet& sheet, Models& models, const Limit& limit)
+{
+    const Bearing bearing = bearingOf(sheet.marks);
+    std::vector<int> turns{0, 2, 1, 3};
+    if (bearing == Bearing::across)
+        turns = {0, 2};
+    else if (bearing == Bearing::upward)
+        turns = {1, 3};
+    const Sheet start = sheet;
+    for (const int turn : turns) {
+        Sheet candidate = turned(start, turn);
+        candidate.glance = chooseLanguage(candidate.picture.grey, candidate.marks, models, limit);
+        if (!sheet.glance.model || candidate.glance.confidence > sheet.glance.confidence)
+            sheet = std::move(candidate);
+        if (!sheet.glance.model || isSure(sheet.glance))
+            return;
+    }
+}
+
+bool hasText(const ReadWord& word)
+{
+    const std::u32string text = fromUtf8(word.text);
+    return std::any_of(text.begin(), text.end(), isReadable);
+}
+
+// What is left of rules, logos and signatures.
+bool isScrap(ReadLine& line)
+{
+    line.words.erase(
+        std::remove_if(line.words.begin(),
+                       line.words.end(),
+                       [](const ReadWord& word) { return word.confidence < leastOfScrap && !hasText(word); }),
+        line.words.end());
+    return std::none_of(line.words.begin(), line.words.end(), hasText) ||
+           confidenceOf(line.words) < leastOfLine;
+}
+
+void dropScraps(ReadPage& page)
+{
+    for (ReadBlock& block : page.blocks)
+        block.erase(std::remove_if(block.begin(), block.end(), isScrap), block.end());
+    page.blocks.erase(std::remove_if(page.blocks.begin(),
+                                     page.blocks.end(),
+                                     [](const ReadBlock& block) { return block.empty(); }),
+                      page.blocks.end());
+}
+
+void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit)
+{
+    TextModel& model = *sheet.glance.model;
+    const int margin = std::max(4, sheet.marks.height / 2);
+    for (const cv::Rect& block : blocksOf(sheet.marks)) {
+        bool late = false;
+        page.blocks.push_back(model.read(cutOut(sheet.picture.grey, block, margin),
+                                         block.tl() - cv::Point(margin, margin),
+                                         Shape::block,
+                                         limit,
+                                         late));
+        if (late)
+            break;
+    }
+}
+
+} // namespace
+
+Reading PageReader::read(const std::string& picturePath, ReadPage& page)
+{
+    const SingleThread single;
+    std::optional<PagePicture> picture = openPage(picturePath);
+    if (!picture)
+        return Reading::noPicture;
+    Sheet sheet{std::move(*picture), {}, {}};
+    sheet.marks = fitScale(sheet.picture);
+    if (sheet.marks.boxes.empty())
+        return Reading::noText;
+    const Limit limit{Limit::Clock::now(), &stopped_};
+    setUpright(sheet, models_, limit.within(glanceTime));
+    if (!sheet.glance.model)
+        return Reading::noModel;
+    if (sheet.glance.confidence < leastConfidence)
+        return stopped_ ? Reading::late : Reading::noText;
+    page = {sheet.picture.grey.cols,
+            sheet.picture.grey.rows,
+            sheet.picture.dpi,
+            sheet.glance.model->language(),
+            {}};
+    const auto start = Limit::Clock::now();
+    const bool doubtful = sheet.glance.confidence < doubtfully;
+    const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
+    readBlocks(sheet, page, reading);
+    const auto opinionTime = leastOpinion + (Limit::Clock::now() - start) / opinionShare;
+    askOthers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(opinionTime));
+    dropScraps(page);
+    if (page.blocks.empty() || stopped_)
+        return reading.isOver() ? Reading::late : Reading::noText;
+    return Reading::ok;
+}
+
+} // namespace mirvak

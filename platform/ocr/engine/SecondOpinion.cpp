@@ -1,0 +1,155 @@
+#include "SecondOpinion.h"
+
+#include "Confidence.h"
+#include "LanguageChoice.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace mirvak {
+
+namespace {
+
+constexpr double weakLine = 80; // percent; a line of the model's own language is seldom below
+constexpr float weakWord = 65;  // percent; the same for a word
+constexpr double gain = 8;      // percent that another reading must be better by
+constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
+constexpr int leastLetters = 3;
+
+bool isLatin(const std::string& text)
+{
+    return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; }) &&
+           std::any_of(text.begin(), text.end(), [](unsigned char c) { return std::isalpha(c) != 0; });
+}
+
+struct Run
+{
+    size_t from, to;
+};
+
+class Reviewer
+{
+public:
+    Reviewer(const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
+        : grey_(grey), own_(own), models_(models), limit_(limit)
+    {
+    }
+
+    /// First the line as a whole, then what is still weak in it, or Latin in Chinese.
+    void review(ReadLine& line)
+    {
+        TextModel* model = &own_;
+        if (confidenceOf(line.words) < weakLine)
+            model = rereadLine(line);
+        std::vector<ReadWord> words;
+        const auto append = [&](const std::vector<ReadWord>& more) {
+            words.insert(words.end(), more.begin(), more.end());
+        };
+        size_t next = 0;
+        for (const Run& run : runsOf(line, *model)) {
+            append(slice(line, next, run.from));
+            append(rereadWords(slice(line, run.from, run.to), line.box, *model));
+            next = run.to;
+        }
+        append(slice(line, next, line.words.size()));
+        line.words = std::move(words);
+    }
+
+private:
+    static std::vector<ReadWord> slice(const ReadLine& line, size_t from, size_t to)
+    {
+        return {line.words.data() + from, line.words.data() + to};
+    }
+
+    static std::vector<Run> runsOf(const ReadLine& line, const TextModel& model)
+    {
+        std::vector<Run> runs;
+        for (size_t i = 0; i < line.words.size(); ++i) {
+            const ReadWord& word = line.words[i];
+            if (model.isUnspaced() ? !isLatin(word.text) : word.confidence >= weakWord)
+                continue;
+            if (!runs.empty() && runs.back().to == i)
+                ++runs.back().to;
+            else
+                runs.push_back({i, i + 1});
+        }
+        return runs;
+    }
+
+    TextModel* rereadLine(ReadLine& line)
+    {
+        TextModel* best = &own_;
+        const cv::Rect part(line.box.left, line.box.top, line.box.width(), line.box.height());
+        double least = confidenceOf(line.words) + gain;
+        for (const std::string& language : models_.languages()) {
+            const std::vector<ReadWord> words = readWith(language, own_, part);
+            if (!words.empty() && confidenceOf(words) > least) {
+                least = confidenceOf(words);
+                line.words = words;
+                best = models_.get(language);
+            }
+        }
+        return best;
+    }
+
+    std::vector<ReadWord>
+    rereadWords(const std::vector<ReadWord>& old, const Box& line, const TextModel& model)
+    {
+        const cv::Rect part(
+            old.front().box.left, line.top, old.back().box.right - old.front().box.left, line.height());
+        size_t letters = 0;
+        for (const ReadWord& word : old)
+            letters += word.text.size();
+        if (part.width < leastWidth * part.height || letters < leastLetters)
+            return old;
+        std::vector<ReadWord> best = old;
+        const bool latin = model.isUnspaced(); // which English reads best
+        double least = confidenceOf(old) + (latin ? 0 : gain);
+        for (const std::string& language : models_.languages()) {
+            if (latin && language != models_.languages().front())
+                break;
+            const std::vector<ReadWord> words = readWith(language, model, part);
+            if (!words.empty() && confidenceOf(words) > least) {
+                least = confidenceOf(words);
+                best = words;
+            }
+        }
+        return best;
+    }
+
+    // Nothing when the language is the one that has spoken, or the time is over.
+    std::vector<ReadWord> readWith(const std::string& language, const TextModel& first, const cv::Rect& part)
+    {
+        std::vector<ReadWord> words;
+        if (language == first.language() || limit_.isOver())
+            return words;
+        TextModel* model = models_.get(language);
+        if (!model)
+            return words;
+        bool late = false;
+        const int margin = part.height / 3;
+        const cv::Point origin(part.x - margin, part.y - margin);
+        for (const ReadLine& line :
+             model->read(cutOut(grey_, part, margin), origin, Shape::row, limit_, late))
+            words.insert(words.end(), line.words.begin(), line.words.end());
+        return words;
+    }
+
+    const cv::Mat& grey_;
+    TextModel& own_;
+    Models& models_;
+    Limit limit_;
+};
+
+} // namespace
+
+void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
+{
+    Reviewer reviewer(grey, own, models, limit);
+    for (ReadBlock& block : page.blocks) {
+        for (ReadLine& line : block)
+            reviewer.review(line);
+    }
+}
+
+} // namespace mirvak

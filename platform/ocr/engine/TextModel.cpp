@@ -1,0 +1,136 @@
+#include "TextModel.h"
+
+#include <leptonica/allheaders.h>
+#include <tesseract/baseapi.h>
+#include <tesseract/ocrclass.h>
+#include <tesseract/resultiterator.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace mirvak {
+
+namespace {
+
+using tesseract::RIL_TEXTLINE;
+using tesseract::RIL_WORD;
+
+constexpr int nominalDpi = 300; // the letters are scaled to what they measure at that resolution
+
+struct PixDelete
+{
+    void operator()(Pix* pix) const { pixDestroy(&pix); }
+};
+using PixHandle = std::unique_ptr<Pix, PixDelete>;
+
+// Its words are packed big-endian: the leftmost pixel is the highest byte.
+PixHandle pixOf(const cv::Mat& grey)
+{
+    PixHandle pix(pixCreate(grey.cols, grey.rows, 8));
+    if (!pix)
+        return pix;
+    l_uint32* row = pixGetData(pix.get());
+    const int words = pixGetWpl(pix.get());
+    for (int y = 0; y < grey.rows; ++y, row += words) {
+        const unsigned char* from = grey.ptr(y);
+        for (int x = 0; x < grey.cols; ++x)
+            SET_DATA_BYTE(row, x, from[x]);
+    }
+    return pix;
+}
+
+Box boxAt(const tesseract::PageIterator& at, tesseract::PageIteratorLevel level, const cv::Point& origin)
+{
+    Box box;
+    at.BoundingBox(level, &box.left, &box.top, &box.right, &box.bottom);
+    return {box.left + origin.x, box.top + origin.y, box.right + origin.x, box.bottom + origin.y};
+}
+
+ReadBlock collect(tesseract::ResultIterator& at, const cv::Point& origin)
+{
+    ReadBlock lines;
+    do {
+        if (at.Empty(RIL_WORD))
+            continue;
+        if (lines.empty() || at.IsAtBeginningOf(RIL_TEXTLINE)) {
+            lines.emplace_back();
+            lines.back().box = boxAt(at, RIL_TEXTLINE, origin);
+        }
+        const std::unique_ptr<char[]> text(at.GetUTF8Text(RIL_WORD));
+        if (text && text[0] != 0)
+            lines.back().words.push_back({text.get(), boxAt(at, RIL_WORD, origin), at.Confidence(RIL_WORD)});
+    } while (at.Next(RIL_WORD));
+    lines.erase(
+        std::remove_if(lines.begin(), lines.end(), [](const ReadLine& line) { return line.words.empty(); }),
+        lines.end());
+    return lines;
+}
+
+} // namespace
+
+struct TextModel::Engine
+{
+    tesseract::TessBaseAPI api;
+    ~Engine() { api.End(); }
+};
+
+TextModel::TextModel(std::unique_ptr<Engine> engine, std::string language)
+    : engine_(std::move(engine)), language_(std::move(language))
+{
+}
+
+TextModel::~TextModel() = default;
+
+std::unique_ptr<TextModel> TextModel::load(const std::string& directory, const std::string& language)
+{
+    setMsgSeverity(L_SEVERITY_NONE); // the results say it
+    auto engine = std::make_unique<Engine>();
+    const std::vector<std::string> names{"debug_file"}, values{"/dev/null"};
+    if (engine->api.Init(directory.c_str(),
+                         language.c_str(),
+                         tesseract::OEM_LSTM_ONLY,
+                         nullptr,
+                         0,
+                         &names,
+                         &values,
+                         false) != 0)
+        return nullptr;
+    return std::unique_ptr<TextModel>(new TextModel(std::move(engine), language));
+}
+
+ReadBlock
+TextModel::read(const cv::Mat& part, const cv::Point& origin, Shape shape, const Limit& limit, bool& late)
+{
+    const PixHandle pix = pixOf(part);
+    late = limit.isOver() || !pix;
+    if (late)
+        return {};
+    auto& api = engine_->api;
+    api.SetPageSegMode(shape == Shape::row ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_BLOCK);
+    api.SetImage(pix.get());
+    api.SetSourceResolution(nominalDpi);
+    Limit watched = limit;
+    tesseract::ETEXT_DESC monitor;
+    monitor.cancel_this = &watched;
+    monitor.cancel = [](void* data, int) { return static_cast<Limit*>(data)->isOver(); };
+    late = api.Recognize(&monitor) != 0;
+    if (late)
+        return {};
+    const std::unique_ptr<tesseract::ResultIterator> at(api.GetIterator());
+    return at ? collect(*at, origin) : ReadBlock();
+}
+
+bool TextModel::knows(const std::string& word) const
+{
+    return engine_->api.IsValidWord(word.c_str()) > 0;
+}
+
+bool TextModel::isUnspaced() const
+{
+    const auto startsWith = [&](const char* name) {
+        return language_.compare(0, std::strlen(name), name) == 0;
+    };
+    return startsWith("chi_") || startsWith("jpn") || startsWith("tha");
+}
+
+} // namespace mirvak

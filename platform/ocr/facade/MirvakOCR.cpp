@@ -1,0 +1,134 @@
+#include "mirvakocr.h"
+
+#include "AtomicFile.h"
+#include "LoadModule.h"
+#include "RtfWriter.h"
+
+#include <atomic>
+#include <cstdio>
+#include <exception>
+#include <mutex>
+#include <new>
+#include <optional>
+
+using mirvak::Reading;
+
+namespace {
+
+struct Outcome
+{
+    MirvakOCRResult result;
+    const char* words;
+};
+
+Outcome outcomeOf(Reading reading)
+{
+    switch (reading) {
+    case Reading::ok:
+        return {MIRVAK_OCR_OK, "read"};
+    case Reading::noPicture:
+        return {MIRVAK_OCR_BAD_PICTURE, "the file is missing or no picture"};
+    case Reading::noModel:
+        return {MIRVAK_OCR_NO_MODEL, "no model can be used"};
+    case Reading::noText:
+        return {MIRVAK_OCR_NO_TEXT, "no text was found"};
+    case Reading::late:
+        break;
+    }
+    return {MIRVAK_OCR_TIMEOUT, "given up, or stopped"};
+}
+
+int failed(const char* call, const char* path, MirvakOCRResult result, const char* why)
+{
+    std::fprintf(stderr, "%s: %s%s%s (%d)\n", call, path ? path : "", path ? ": " : "", why, result);
+    return result;
+}
+
+// No exception leaves the library.
+template <class Call> int guarded(const char* name, const char* path, Call&& call) noexcept
+{
+    try {
+        return call();
+    } catch (const std::bad_alloc&) {
+        return failed(name, path, MIRVAK_OCR_NO_MEMORY, "out of memory");
+    } catch (const std::exception& error) {
+        return failed(name, path, MIRVAK_OCR_BAD_PICTURE, error.what());
+    }
+}
+
+} // namespace
+
+struct MirvakOCR::Impl
+{
+    std::atomic<bool> stopped{false}; ///< a recognition that runs is to end
+    std::mutex mutex;                 ///< of the two below
+    std::unique_ptr<mirvak::OcrModule> module;
+    std::optional<mirvak::Document> document;
+};
+
+MirvakOCR::MirvakOCR() : impl_(std::make_unique<Impl>()) {}
+
+MirvakOCR::~MirvakOCR() = default;
+
+int MirvakOCR::MirvakOCR_Init(const char* modelDirectory)
+{
+    constexpr const char* call = "MirvakOCR_Init";
+    return guarded(call, modelDirectory, [&] {
+        MirvakOCR_Deinit();
+        const std::lock_guard lock(impl_->mutex);
+        if (!modelDirectory || !*modelDirectory)
+            return failed(call, modelDirectory, MIRVAK_OCR_BAD_ARGUMENT, "no directory");
+        auto module = mirvak::loadModule();
+        if (!module)
+            return failed(call, nullptr, MIRVAK_OCR_NOT_READY, "the recogniser cannot be loaded");
+        if (!module->setModels(modelDirectory))
+            return failed(call, modelDirectory, MIRVAK_OCR_NO_MODEL, "holds no language");
+        impl_->module = std::move(module);
+        impl_->stopped = false;
+        return static_cast<int>(MIRVAK_OCR_OK);
+    });
+}
+
+int MirvakOCR::MirvakOCR_Discern(const char* imagePath)
+{
+    constexpr const char* call = "MirvakOCR_Discern";
+    return guarded(call, imagePath, [&] {
+        const std::lock_guard lock(impl_->mutex);
+        impl_->document.reset();
+        if (!imagePath || !*imagePath)
+            return failed(call, imagePath, MIRVAK_OCR_BAD_ARGUMENT, "no picture");
+        if (!impl_->module)
+            return failed(call, imagePath, MIRVAK_OCR_NOT_READY, "MirvakOCR_Init has not succeeded");
+        mirvak::Document document;
+        const Outcome outcome = outcomeOf(impl_->module->read(imagePath, impl_->stopped, document));
+        if (outcome.result != MIRVAK_OCR_OK)
+            return failed(call, imagePath, outcome.result, outcome.words);
+        impl_->document = std::move(document);
+        return static_cast<int>(MIRVAK_OCR_OK);
+    });
+}
+
+int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
+{
+    constexpr const char* call = "MirvakOCR_Save";
+    return guarded(call, rtfPath, [&] {
+        const std::lock_guard lock(impl_->mutex);
+        if (!rtfPath || !*rtfPath)
+            return failed(call, rtfPath, MIRVAK_OCR_BAD_ARGUMENT, "no path");
+        if (!impl_->document)
+            return failed(call, rtfPath, MIRVAK_OCR_NOT_READY, "nothing was recognised");
+        const std::string rtf = mirvak::toRtf(*impl_->document);
+        mirvak::AtomicFile file(rtfPath);
+        const bool written = file.write(rtf.data(), rtf.size()) && file.commit();
+        return static_cast<int>(written ? MIRVAK_OCR_OK : MIRVAK_OCR_IO_ERROR);
+    });
+}
+
+int MirvakOCR::MirvakOCR_Deinit()
+{
+    impl_->stopped = true;
+    const std::lock_guard lock(impl_->mutex);
+    impl_->document.reset();
+    impl_->module.reset();
+    return MIRVAK_OCR_OK;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Document.h"
+#include "Reading.h"
+
+#include <atomic>
+#include <string>
+
+namespace mirvak {
+
+/// The recogniser as a module: its thirty libraries are loaded with the first recognition and not with the
+/// program, whose start they would delay by five milliseconds. One thread at a time.
+class OcrModule
+{
+public:
+    virtual ~OcrModule() = default;
+    /// Whether the directory holds models.
+    virtual bool setModels(const std::string& directory) = 0;
+    /// `stopped` may be set by another thread.
+    virtual Reading
+    read(const std::string& picture, const std::atomic<bool>& stopped, Document& document) = 0;
+};
+
+/// Exported by the module; the caller owns the result.
+using MakeOcrModule = OcrModule* (*)();
+constexpr const char* ocrModuleFile = "libmirvakocr-engine.so";
+constexpr const char* makeOcrModuleName = "makeOcrModule";
+
+} // namespace mirvak

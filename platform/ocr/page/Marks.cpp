@@ -1,0 +1,252 @@
+#include "Marks.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirvak {
+
+namespace {
+
+constexpr int inkLevel = 190; // thin strokes of a camera's picture are hardly darker
+constexpr int paper = 255;
+
+struct Components
+{
+    cv::Mat labels; // CV_32S
+    cv::Mat stats;
+    int count = 0;
+
+    explicit Components(const cv::Mat& black)
+    {
+        cv::Mat centres;
+        count = cv::connectedComponentsWithStats(black, labels, stats, centres, 8, CV_32S);
+    }
+    cv::Rect box(int i) const
+    {
+        return {stats.at<int>(i, cv::CC_STAT_LEFT),
+                stats.at<int>(i, cv::CC_STAT_TOP),
+                stats.at<int>(i, cv::CC_STAT_WIDTH),
+                stats.at<int>(i, cv::CC_STAT_HEIGHT)};
+    }
+    int area(int i) const { return stats.at<int>(i, cv::CC_STAT_AREA); }
+    cv::Mat mask(int i) const { return labels(box(i)) == i; }
+};
+
+cv::Mat block(int width, int height)
+{
+    return cv::getStructuringElement(cv::MORPH_RECT, {std::max(1, width), std::max(1, height)});
+}
+
+struct Heights
+{
+    int least, largest; // px, of what can be a letter
+};
+
+// Median, weighted so that letters count more than the grain between them. Bars of a code and rules are no
+// letters by their shape.
+int usualHeight(const Components& ink, const Heights& range, size_t enough)
+{
+    std::vector<std::pair<int, double>> heights;
+    double total = 0;
+    for (int i = 1; i < ink.count; ++i) {
+        const cv::Rect box = ink.box(i);
+        if (box.height < range.least || box.height > range.largest || box.height > 5 * box.width ||
+            box.width > 6 * box.height)
+            continue;
+        const double weight = std::sqrt(ink.area(i));
+        heights.emplace_back(box.height, weight);
+        total += weight;
+    }
+    if (heights.size() < enough)
+        return 0;
+    std::sort(heights.begin(), heights.end());
+    double below = 0;
+    for (const auto& [height, weight] : heights) {
+        below += weight;
+        if (below * 2 >= total)
+            return height;
+    }
+    return 0;
+}
+
+// What is lower than six pixels counts only on a page that has little else.
+int usualHeight(const Components& ink, const cv::Size& page)
+{
+    const int largest = std::max(page.width, page.height) / 12;
+    const int height = usualHeight(ink, {6, largest}, 40);
+    return height > 0 ? height : usualHeight(ink, {3, largest}, 1);
+}
+
+// Large areas of ink: bars with light print are turned over, rules and frames are taken out of what they
+// enclose.
+class LargeInk
+{
+public:
+    LargeInk(cv::Mat& grey, int height) : grey_(grey), height_(height) {}
+
+    /// @return true when the page has changed.
+    bool open(const Components& ink)
+    {
+        bool changed = false;
+        for (int i = 1; i < ink.count; ++i) {
+            const cv::Rect box = ink.box(i);
+            if (box.width <= 6 * height_ || box.height <= height_)
+                continue;
+            openOne(ink.mask(i), box);
+            changed = true;
+        }
+        return changed;
+    }
+
+private:
+    // `mask` is the caller's copy: what is dealt with is taken out of it.
+    void openOne(const cv::Mat& mask, const cv::Rect& box)
+    {
+        cv::Mat filled, solid;
+        cv::copyMakeBorder(mask, filled, height_, height_, 2 * height_, 2 * height_, cv::BORDER_CONSTANT);
+        cv::morphologyEx(filled, filled, cv::MORPH_CLOSE, block(3 * height_, 8 * height_ / 5));
+        cv::morphologyEx(filled, solid, cv::MORPH_OPEN, block(6 * height_, 6 * height_ / 5));
+        solid = solid(cv::Rect(2 * height_, height_, box.width, box.height)).clone();
+        const Components bars(solid);
+        for (int i = 1; i < bars.count; ++i) {
+            const cv::Rect place = bars.box(i);
+            const cv::Mat bar = bars.mask(i);
+            const double dark = cv::mean(mask(place), bar)[0] / paper;
+            if (place.width > 2 * place.height && dark > 0.55 && lettersIn(bar & ~mask(place)) >= 3) {
+                turnOver(grey_(place + box.tl()), bar, mask(place));
+                mask(place).setTo(0, bar);
+            }
+        }
+        eraseRules(mask, box);
+    }
+
+    int lettersIn(const cv::Mat& light) const
+    {
+        const Components parts(light);
+        int letters = 0;
+        for (int i = 1; i < parts.count; ++i) {
+            const cv::Rect box = parts.box(i);
+            letters += box.height * 2 > height_ && box.height < 5 * height_ && box.width < 6 * height_;
+        }
+        return letters;
+    }
+
+    // The bar's own level becomes paper.
+    static void turnOver(cv::Mat place, const cv::Mat& bar, const cv::Mat& ink)
+    {
+        const double level = std::min(200.0, cv::mean(place, ink)[0] + 10);
+        cv::Mat turned;
+        place.convertTo(turned, CV_8U, -paper / (paper - level), paper + level * paper / (paper - level));
+        turned.copyTo(place, bar);
+    }
+
+    // Long straight strokes only, no areas: what is written across a rule stays.
+    void eraseRules(const cv::Mat& mask, const cv::Rect& box)
+    {
+        cv::Mat thick, across, upward;
+        cv::morphologyEx(mask, thick, cv::MORPH_OPEN, block(2 * height_ / 3, 2 * height_ / 3));
+        const cv::Mat strokes = mask & ~thick;
+        cv::morphologyEx(strokes, across, cv::MORPH_OPEN, block(5 * height_, 1));
+        cv::morphologyEx(strokes, upward, cv::MORPH_OPEN, block(1, 4 * height_));
+        cv::Mat rules = across | upward;
+        cv::dilate(rules, rules, block(3, 3));
+        grey_(box).setTo(paper, rules);
+    }
+
+    cv::Mat& grey_;
+    int height_;
+};
+
+enum class Kind { letter, grain, refuse };
+
+Kind kindOf(const cv::Rect& box, int area, int height)
+{
+    const bool rule = (box.width > 8 * height && box.height * 2 <= height) ||
+                      (box.height > 5 * height && box.width * 3 <= height);
+    const bool picture = box.width > 8 * height && box.height > 6 * height;
+    const bool border = box.height > 12 * height || box.width > 60 * height;
+    if (rule || picture || border)
+        return Kind::refuse;
+    return area * 16 <= height * height ? Kind::grain : Kind::letter;
+}
+
+// Grain is what dots and commas are too. Where there is more of it than print can have, it is dirt.
+int largestSpeck(const Components& ink, int height)
+{
+    int letters = 0, grains = 0;
+    for (int i = 1; i < ink.count; ++i) {
+        const Kind kind = kindOf(ink.box(i), ink.area(i), height);
+        letters += kind == Kind::letter;
+        grains += kind == Kind::grain;
+    }
+    return grains > 2 * letters + 50 ? height * height / 16 : height * height / 144;
+}
+
+// The page's edge and its shadow; a letter that the border cuts cannot be read anyway.
+bool touchesBorder(const cv::Rect& box, const cv::Size& page)
+{
+    return box.x <= 1 || box.y <= 1 || box.br().x >= page.width - 1 || box.br().y >= page.height - 1;
+}
+
+void erase(cv::Mat& grey, const Components& ink, const std::vector<unsigned char>& isRefuse)
+{
+    for (int y = 0; y < grey.rows; ++y) {
+        const int* label = ink.labels.ptr<int>(y);
+        unsigned char* pixel = grey.ptr(y);
+        for (int x = 0; x < grey.cols; ++x) {
+            if (isRefuse[static_cast<size_t>(label[x])])
+                pixel[x] = paper;
+        }
+    }
+}
+
+// An emblem among letters: large and with nothing of its size beside it.
+bool isEmblem(const Components& ink, int i, int height)
+{
+    const cv::Rect box = ink.box(i);
+    if (box.height < 4 * height || box.width < 3 * height)
+        return false;
+    const cv::Rect row(box.x - 3 * box.width, box.y, 7 * box.width, box.height);
+    for (int other = 1; other < ink.count; ++other) {
+        const cv::Rect beside = ink.box(other);
+        if (other != i && beside.height * 2 > box.height && beside.height < 2 * box.height &&
+            (beside & row).height * 2 > box.height)
+            return false;
+    }
+    return true;
+}
+
+Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
+{
+    const int speck = largestSpeck(ink, height);
+    Marks marks;
+    marks.height = height;
+    std::vector<unsigned char> isRefuse(static_cast<size_t>(ink.count), 0);
+    for (int i = 1; i < ink.count; ++i) {
+        if (ink.area(i) <= speck || touchesBorder(ink.box(i), grey.size()) ||
+            kindOf(ink.box(i), ink.area(i), height) == Kind::refuse || isEmblem(ink, i, height))
+            isRefuse[static_cast<size_t>(i)] = 1;
+        else
+            marks.boxes.push_back(ink.box(i));
+    }
+    erase(grey, ink, isRefuse);
+    return marks;
+}
+
+} // namespace
+
+Marks cleanMarks(cv::Mat& grey)
+{
+    const Components first(grey < inkLevel);
+    const int height = usualHeight(first, grey.size());
+    if (height == 0)
+        return {};
+    if (!LargeInk(grey, height).open(first))
+        return keepLetters(grey, first, height);
+    const Components ink(grey < inkLevel);
+    return keepLetters(grey, ink, usualHeight(ink, grey.size()));
+}
+
+} // namespace mirvak

@@ -1,0 +1,99 @@
+#include "PagePicture.h"
+
+#include "Codec.h"
+#include "Deskew.h"
+#include "Outline.h"
+#include "PaperModel.h"
+#include "Rotate.h"
+#include "TextSkew.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <cmath>
+#include <vector>
+
+namespace mirvak {
+
+namespace {
+
+constexpr double leastSkew = 0.15;      // degrees; the reader copes with less
+constexpr double groundDarkness = 0.85; // of the paper's level: what is darker around it is no paper
+constexpr double leastShare = 0.12;     // of the picture: what is smaller may be a part of the page
+constexpr int edgeMargin = 6;           // px inside the page's edges, which throw a shadow
+constexpr int smallestPage = 32;        // px
+
+double meanWithin(const cv::Mat& grey, const std::vector<cv::Point>& shape, const cv::Mat& besides)
+{
+    cv::Mat mask(grey.size(), CV_8UC1, cv::Scalar(0));
+    cv::fillConvexPoly(mask, shape, 255);
+    if (!besides.empty())
+        mask = besides & ~mask;
+    return cv::mean(grey, mask)[0];
+}
+
+// A frame printed on the page has the same paper on both sides; a page lies on something else. White paper on
+// a white table stays whole, which costs nothing but time.
+bool liesOnDarkGround(const cv::Mat& rgb, const Outline& outline)
+{
+    const std::vector<cv::Point2f> corners(outline.corners.begin(), outline.corners.end());
+    if (cv::contourArea(corners) < leastShare * rgb.cols * rgb.rows)
+        return false;
+    const double factor = 400.0 / std::max(rgb.cols, rgb.rows);
+    cv::Mat small;
+    cv::resize(rgb, small, {}, factor, factor, cv::INTER_AREA);
+    cv::cvtColor(small, small, cv::COLOR_RGB2GRAY);
+    std::vector<cv::Point> page;
+    for (const cv::Point2d& corner : outline.corners)
+        page.emplace_back(cvRound(corner.x * factor), cvRound(corner.y * factor));
+    const cv::Mat all(small.size(), CV_8UC1, cv::Scalar(255));
+    return meanWithin(small, page, all) < groundDarkness * meanWithin(small, page, cv::Mat());
+}
+
+void straighten(Image& image)
+{
+    const std::optional<Outline> outline = findOutline(image.pixels);
+    if (outline && liesOnDarkGround(image.pixels, *outline)) {
+        deskew(image, edgeMargin);
+        return;
+    }
+    const std::optional<double> skew = findTextSkew(image.pixels);
+    if (skew && std::abs(*skew) >= leastSkew)
+        rotate(image, -*skew);
+}
+
+} // namespace
+
+std::optional<PagePicture> openPage(const std::string& path)
+{
+    std::optional<Image> image = readImage(path);
+    if (!image)
+        return std::nullopt;
+    PagePicture page;
+    page.dpi = image->dpi;
+    if (std::min(image->pixels.cols, image->pixels.rows) >= smallestPage) {
+        straighten(*image);
+        flatten(image->pixels, PaperModel(image->pixels), Flattening());
+    }
+    cv::cvtColor(image->pixels, page.grey, cv::COLOR_RGB2GRAY);
+    return page;
+}
+
+void turnPage(PagePicture& page, int quarterTurns)
+{
+    const int turns = ((quarterTurns % 4) + 4) % 4;
+    if (turns == 0)
+        return;
+    cv::Mat turned; // never in place: the pixels may be shared
+    cv::rotate(page.grey, turned, turns - 1);
+    page.grey = turned;
+}
+
+void scalePage(PagePicture& page, double factor)
+{
+    cv::Mat scaled;
+    cv::resize(page.grey, scaled, {}, factor, factor, factor < 1 ? cv::INTER_AREA : cv::INTER_CUBIC);
+    page.grey = scaled;
+    page.dpi *= factor;
+}
+
+} // namespace mirvak

@@ -1,0 +1,127 @@
+#include "LineJoin.h"
+
+#include "Unicode.h"
+
+#include <algorithm>
+
+namespace mirvak {
+
+namespace {
+
+constexpr char32_t hyphen = 0x2010, softHyphen = 0xad;
+
+char32_t fullWidth(char32_t c)
+{
+    static const std::u32string narrow = U",;:!?()", wide = U"，；：！？（）";
+    const size_t at = narrow.find(c);
+    return at == std::u32string::npos ? c : wide[at];
+}
+
+// "12:30" keeps its colon: only what follows an ideograph, or opens before one, is written full.
+void widenPunctuation(std::u32string& text)
+{
+    for (size_t i = 0; i < text.size(); ++i) {
+        const bool after = i > 0 && isIdeographic(text[i - 1]);
+        const bool before = i + 1 < text.size() && isIdeographic(text[i + 1]);
+        if (text[i] == U'(' ? before : after)
+            text[i] = fullWidth(text[i]);
+    }
+}
+
+bool isQuote(char32_t c)
+{
+    return c == 0x201c || c == 0x201d || c == 0x2018 || c == 0x2019;
+}
+
+bool needsSpace(char32_t left, char32_t right)
+{
+    return !isIdeographic(left) && !isIdeographic(right);
+}
+
+// Spaces beside ideographs go, and those beside a quotation mark that touches one.
+void dropSpaces(std::u32string& text)
+{
+    std::u32string kept;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != U' ' || kept.empty() || i + 1 == text.size()) {
+            kept += text[i];
+            continue;
+        }
+        const bool closed = isQuote(kept.back()) && kept.size() > 1 && isIdeographic(kept[kept.size() - 2]);
+        const bool opens = isQuote(text[i + 1]) && i + 2 < text.size() && isIdeographic(text[i + 2]);
+        if (needsSpace(kept.back(), text[i + 1]) && !closed && !opens)
+            kept += U' ';
+    }
+    text = std::move(kept);
+}
+
+bool isHyphen(char32_t c)
+{
+    return c == U'-' || c == hyphen || c == softHyphen;
+}
+
+std::u32string lastWord(const std::u32string& text)
+{
+    size_t from = text.size();
+    while (from > 0 && isLetter(text[from - 1]))
+        --from;
+    return text.substr(from);
+}
+
+std::u32string firstWord(const std::u32string& text)
+{
+    return {text.begin(), std::find_if_not(text.begin(), text.end(), isLetter)};
+}
+
+// Whether the hyphen belongs to the word itself.
+bool keepsHyphen(const std::u32string& left, const std::u32string& right, const IsWord& isWord)
+{
+    if (!isWord || isWord(toUtf8(left + right)))
+        return false;
+    return isWord(toUtf8(left + U'-' + right)) || (isWord(toUtf8(left)) && isWord(toUtf8(right)));
+}
+
+} // namespace
+
+std::u32string joinWords(const std::vector<ReadWord>& words)
+{
+    std::u32string text;
+    for (const ReadWord& word : words) {
+        if (!text.empty())
+            text += U' ';
+        text += fromUtf8(word.text);
+    }
+    // Once more, because what has become full width takes the space behind it along.
+    for (int pass = 0; pass < 2; ++pass) {
+        dropSpaces(text);
+        widenPunctuation(text);
+    }
+    dropSpaces(text);
+    return text;
+}
+
+void appendLine(std::u32string& paragraph, const std::u32string& line, const IsWord& isWord)
+{
+    if (paragraph.empty() || line.empty()) {
+        paragraph += line;
+        return;
+    }
+    const bool broken = isHyphen(paragraph.back()) && paragraph.size() > 1 &&
+                        isLetter(paragraph[paragraph.size() - 2]) && isLowercase(line.front());
+    if (!broken) {
+        // "1990-" and "North-" go on without a space, a dash between two words does not.
+        const bool joined =
+            isHyphen(paragraph.back()) && paragraph.size() > 1 && paragraph[paragraph.size() - 2] != U' ';
+        if (!joined && needsSpace(paragraph.back(), line.front()))
+            paragraph += U' ';
+        paragraph += line;
+        return;
+    }
+    const char32_t mark = paragraph.back();
+    paragraph.pop_back();
+    if (mark != softHyphen && keepsHyphen(lastWord(paragraph), firstWord(line), isWord))
+        paragraph += mark;
+    paragraph += line;
+}
+
+} // namespace mirvak

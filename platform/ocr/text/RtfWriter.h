@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Document.h"
+
+namespace mirvak {
+
+/// The document in Rich Text Format 1.9. Pure ASCII: everything else is written by its Unicode number, so
+/// that no code page of the reading side matters.
+std::string toRtf(const Document& document);
+
+} // namespace mirvak

@@ -1,0 +1,153 @@
+#include "Bearing.h"
+#include "Columns.h"
+#include "Marks.h"
+#include "Rows.h"
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+
+using mirvak::Marks;
+
+namespace {
+
+constexpr int height = 16, step = 12, rowPitch = 40;
+
+/// Rows of letter-sized boxes in words of five, as wide as `letters` allows.
+void addText(Marks& marks, int left, int top, int rows, int letters)
+{
+    marks.height = height;
+    for (int row = 0; row < rows; ++row) {
+        for (int i = 0; i < letters; ++i) {
+            if (i % 6 != 5)
+                marks.boxes.emplace_back(left + i * step, top + row * rowPitch, step - 3, height);
+        }
+    }
+}
+
+Marks turned(const Marks& marks)
+{
+    Marks other;
+    other.height = marks.height;
+    for (const cv::Rect& box : marks.boxes)
+        other.boxes.emplace_back(box.y, box.x, box.height, box.width);
+    return other;
+}
+
+cv::Mat drawn(const Marks& marks, const cv::Size& size)
+{
+    cv::Mat page(size, CV_8UC1, cv::Scalar(255));
+    for (const cv::Rect& box : marks.boxes)
+        cv::rectangle(page, box, 20, cv::FILLED);
+    return page;
+}
+
+size_t inkIn(const cv::Mat& page, const cv::Rect& part)
+{
+    return static_cast<size_t>(cv::countNonZero(page(part) < 128));
+}
+
+} // namespace
+
+TEST(PageLayout, ColumnsOfProseAreReadOneAfterTheOther)
+{
+    Marks marks;
+    addText(marks, 400, 60, 1, 60); // a heading over both
+    addText(marks, 100, 200, 12, 45);
+    addText(marks, 800, 200, 12, 45);
+    addText(marks, 100, 900, 3, 95); // a foot below both
+    const std::vector<cv::Rect> blocks = mirvak::blocksOf(marks);
+    ASSERT_EQ(blocks.size(), 4U);
+    EXPECT_EQ(blocks[0].y, 60);
+    EXPECT_EQ(blocks[1].x, 100);
+    EXPECT_EQ(blocks[2].x, 800);
+    EXPECT_EQ(blocks[1].y, blocks[2].y);
+    EXPECT_EQ(blocks[3].y, 900);
+}
+
+TEST(PageLayout, TablesAndLetterHeadsStayWhole)
+{
+    Marks table;
+    for (const int left : {100, 300, 700, 900})
+        addText(table, left, 100, 15, left == 300 ? 25 : 6);
+    EXPECT_EQ(mirvak::blocksOf(table).size(), 1U);
+    Marks letter;
+    addText(letter, 100, 100, 4, 16);
+    addText(letter, 900, 100, 3, 22);
+    addText(letter, 100, 350, 12, 80);
+    for (const cv::Rect& block : mirvak::blocksOf(letter))
+        EXPECT_GE(block.width, 800) << "address and date are one row";
+    EXPECT_TRUE(mirvak::blocksOf({}).empty());
+}
+
+TEST(PageLayout, RowsRunThereWhereLettersAreNear)
+{
+    Marks marks;
+    addText(marks, 100, 100, 20, 50);
+    EXPECT_EQ(mirvak::bearingOf(marks), mirvak::Bearing::across);
+    EXPECT_EQ(mirvak::bearingOf(turned(marks)), mirvak::Bearing::upward);
+    EXPECT_EQ(mirvak::bearingOf({}), mirvak::Bearing::unclear);
+    EXPECT_EQ(mirvak::rowsOf(marks.boxes, height).size(), 20U);
+}
+
+TEST(PageLayout, SamplesAreCutBetweenWords)
+{
+    Marks marks;
+    addText(marks, 100, 100, 20, 50);
+    const std::vector<cv::Rect> samples = mirvak::sampleRows(marks, 3, 300);
+    ASSERT_EQ(samples.size(), 3U);
+    for (const cv::Rect& sample : samples) {
+        EXPECT_LE(sample.width, 300);
+        EXPECT_EQ((sample.width + 3 + step) % (6 * step), 0) << "whole words";
+    }
+    EXPECT_LT(samples[0].y + 100, samples[2].y) << "from different places";
+    EXPECT_TRUE(mirvak::sampleRows({}, 3, 300).empty());
+}
+
+TEST(PageMarks, SpecksRulesAndPicturesGo)
+{
+    Marks text;
+    addText(text, 120, 120, 10, 40);
+    cv::Mat page = drawn(text, {900, 900});
+    const cv::Mat clean = page.clone();
+    for (int i = 0; i < 3000; ++i)
+        page.at<unsigned char>(3 + i * 7 % 890, 3 + i * 13 % 890) = 0;
+    cv::rectangle(page, {100, 100, 620, 440}, 30, 2); // a frame around the text
+    cv::line(page, {100, 147}, {720, 147}, 30, 2);
+    cv::circle(page, {400, 720}, 110, 60, cv::FILLED);
+    cv::rectangle(page, {0, 0, 30, 900}, 40, cv::FILLED); // the desk beside the page
+    const Marks marks = mirvak::cleanMarks(page);
+    EXPECT_NEAR(marks.height, height, 1);
+    EXPECT_NEAR(static_cast<double>(marks.boxes.size()), static_cast<double>(text.boxes.size()), 5);
+    EXPECT_EQ(inkIn(page, {0, 560, 900, 340}), 0U) << "picture";
+    EXPECT_EQ(inkIn(page, {0, 0, 100, 900}), 0U) << "desk";
+    EXPECT_EQ(inkIn(page, {115, 146, 580, 3}), 0U) << "rule";
+    EXPECT_NEAR(static_cast<double>(cv::countNonZero(page < 128)),
+                static_cast<double>(cv::countNonZero(clean < 128)),
+                0.02 * cv::countNonZero(clean < 128));
+}
+
+TEST(PageMarks, LightPrintOnABarIsTurnedOver)
+{
+    Marks text;
+    addText(text, 120, 220, 10, 40);
+    cv::Mat page = drawn(text, {900, 900});
+    cv::rectangle(page, {100, 100, 620, 60}, 70, cv::FILLED);
+    for (int i = 0; i < 20; ++i)
+        cv::rectangle(page, {130 + i * 20, 122, 12, 16}, 250, cv::FILLED);
+    const Marks marks = mirvak::cleanMarks(page);
+    EXPECT_EQ(
+        std::count_if(marks.boxes.begin(), marks.boxes.end(), [](const cv::Rect& b) { return b.y < 160; }),
+        20);
+    EXPECT_LT(page.at<unsigned char>(130, 136), 100) << "a letter";
+    EXPECT_GT(page.at<unsigned char>(108, 136), 230) << "the bar";
+}
+
+TEST(PageMarks, EmptyPagesHaveNone)
+{
+    for (const int level : {255, 128, 0}) {
+        cv::Mat page(400, 300, CV_8UC1, cv::Scalar(level));
+        EXPECT_TRUE(mirvak::cleanMarks(page).boxes.empty()) << level;
+    }
+}

@@ -1,0 +1,277 @@
+// The library as the program uses it: a picture file in, a document out.
+#include "RtfText.h"
+#include "TempDir.h"
+#include "TestPages.h"
+#include "Unicode.h"
+#include "mirvakocr.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTransform>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+using testPages::Style;
+
+namespace {
+
+const char* const models = OCR_MODELS;
+
+std::string contentOf(const std::string& path)
+{
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+/// Without white space, which no two readers count alike.
+std::u32string dense(std::u32string text)
+{
+    text.erase(std::remove_if(text.begin(), text.end(), [](char32_t c) { return c <= U' '; }), text.end());
+    return text;
+}
+
+double errorShare(const std::u32string& truth, const std::u32string& read)
+{
+    const std::u32string wanted = dense(truth);
+    return static_cast<double>(editDistance(wanted, dense(read))) / static_cast<double>(wanted.size());
+}
+
+class Recognition : public ::testing::Test
+{
+protected:
+    /// The text of the picture; nothing when any step fails.
+    std::u32string read(const std::string& picture)
+    {
+        MirvakOCR ocr;
+        EXPECT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+        EXPECT_EQ(ocr.MirvakOCR_Discern(picture.c_str()), MIRVAK_OCR_OK);
+        EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_OK);
+        EXPECT_EQ(ocr.MirvakOCR_Deinit(), MIRVAK_OCR_OK);
+        const auto text = rtfText(contentOf(document));
+        EXPECT_TRUE(text.has_value()) << "no well-formed document";
+        return text.value_or(std::u32string());
+    }
+    std::u32string read(const QImage& image) { return read(saved(image)); }
+    std::string saved(const QImage& image) const
+    {
+        const QString path = QString::fromStdString(folder.file("page.png"));
+        EXPECT_TRUE(image.save(path));
+        return path.toStdString();
+    }
+    int discern(const std::string& picture)
+    {
+        MirvakOCR ocr;
+        EXPECT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+        const int result = ocr.MirvakOCR_Discern(picture.c_str());
+        EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_NOT_READY) << "there is no text";
+        EXPECT_FALSE(QFile::exists(QString::fromStdString(document)));
+        return result;
+    }
+
+    const TempDir folder;
+    const std::string document = folder.file("文本.rtf");
+};
+
+const QStringList english{QStringLiteral("The harbour office keeps forty-four volumes."),
+                          QStringLiteral("Anyone who asks politely may take one down"),
+                          QStringLiteral("and read it by the window until five o'clock.")};
+
+struct DeskPage
+{
+    const char* picture;
+    const char* text;
+    double mostErrors;
+};
+
+} // namespace
+
+// Frames of a small camera, 1600 pixels for the desk: a letter of the text is seven pixels high.
+class DeskPages : public Recognition, public ::testing::WithParamInterface<DeskPage>
+{
+};
+
+TEST_P(DeskPages, AreReadFromTheFrameAsItIs)
+{
+    const DeskPage& page = GetParam();
+    const std::string truth = contentOf(std::string(LUMRO_DESK_DIR "/texts/") + page.text);
+    ASSERT_FALSE(truth.empty());
+    const std::u32string text = read(std::string(LUMRO_DESK_DIR "/pictures/1600x1200/") + page.picture);
+    EXPECT_LE(errorShare(mirvak::fromUtf8(truth), text), page.mostErrors);
+    const auto paragraphs = std::count(truth.begin(), truth.end(), '\n');
+    EXPECT_NEAR(
+        static_cast<double>(std::count(text.begin(), text.end(), U'\n')), static_cast<double>(paragraphs), 1);
+}
+
+// Twice what is measured, so that another version of the data does not fail the test at once.
+INSTANTIATE_TEST_SUITE_P(AllLanguages,
+                         DeskPages,
+                         ::testing::Values(DeskPage{"03-english-text.jpg", "english.txt", 0.004},
+                                           DeskPage{"04-chinese-text.jpg", "chinese.txt", 0.03},
+                                           DeskPage{"05-russian-text.jpg", "russian.txt", 0.004}),
+                         [](const auto& page) { return std::string(page.param.text, 7); });
+
+TEST_F(Recognition, APageOnItsSideOrHeadIsTurned)
+{
+    const QImage upright = testPages::page({1150, 700}, english);
+    const std::u32string truth = english.join(QLatin1Char(' ')).toStdU32String();
+    for (const int degrees : {0, 90, 180, 270}) {
+        const QImage turned = upright.transformed(QTransform().rotate(degrees));
+        EXPECT_LE(errorShare(truth, read(turned)), 0.02) << degrees;
+    }
+}
+
+TEST_F(Recognition, ColumnsAreReadOneAfterTheOther)
+{
+    const QStringList left{QStringLiteral("Every evening he added"),
+                           QStringLiteral("the column from the top"),
+                           QStringLiteral("to the bottom, and then"),
+                           QStringLiteral("from the bottom to the"),
+                           QStringLiteral("top, by a second lamp.")};
+    const QStringList right{QStringLiteral("Historians have since"),
+                            QStringLiteral("taken his advice: they"),
+                            QStringLiteral("learned when the fairs"),
+                            QStringLiteral("were held and how quick"),
+                            QStringLiteral("the news did travel.")};
+    QImage page = testPages::page({1300, 600}, left);
+    testPages::print(page, right, Style(), 720, 150);
+    EXPECT_LE(errorShare((left + right).join(QLatin1Char(' ')).toStdU32String(), read(page)), 0.02);
+}
+
+TEST_F(Recognition, LanguagesMayBeMixed)
+{
+    const Style chinese{testPages::chineseFamily(), 38, 64};
+    QImage page = testPages::page({1300, 700},
+                                  {QStringLiteral("本软件支持多种系统，请访问网站下载说明书。"),
+                                   QStringLiteral("联系人：王小明，欢迎大家来这里看书喝茶。")},
+                                  chinese);
+    testPages::print(page, english, Style(), 120, 340);
+    const std::u32string text = read(page);
+    const QString all =
+        QStringLiteral("本软件支持多种系统，请访问网站下载说明书。联系人：王小明，欢迎大家来这里看书喝茶。") +
+        english.join(QLatin1Char(' '));
+    EXPECT_LE(errorShare(all.toStdU32String(), text), 0.04);
+    EXPECT_EQ(text.find(U"支 持"), std::u32string::npos) << "no spaces between ideographs";
+}
+
+TEST_F(Recognition, LightPrintShadowsAndRulesDoNotMatter)
+{
+    QImage page = testPages::page({1150, 500}, english);
+    for (int y = 0; y < page.height(); ++y) {
+        for (int x = 0; x < page.width(); ++x) { // down to a third of the light at the right edge
+            const int share = 100 - 65 * x / page.width();
+            const QRgb pixel = page.pixel(x, y);
+            page.setPixel(
+                x,
+                y,
+                qRgb(qRed(pixel) * share / 100, qGreen(pixel) * share / 100, qBlue(pixel) * share / 100));
+        }
+    }
+    EXPECT_LE(errorShare(english.join(QLatin1Char(' ')).toStdU32String(), read(page)), 0.02);
+}
+
+TEST_F(Recognition, WhatIsNoPageIsRefused)
+{
+    EXPECT_EQ(discern(folder.file("nothing.png")), MIRVAK_OCR_BAD_PICTURE);
+    EXPECT_EQ(discern(folder.path()), MIRVAK_OCR_BAD_PICTURE);
+    EXPECT_EQ(discern(folder.write("broken.jpg", std::string("\xff\xd8\xff\xe0") + std::string(4000, 'x'))),
+              MIRVAK_OCR_BAD_PICTURE);
+    EXPECT_EQ(discern(""), MIRVAK_OCR_BAD_ARGUMENT);
+    QImage page(900, 700, QImage::Format_RGB32);
+    for (const Qt::GlobalColor colour : {Qt::white, Qt::black}) {
+        page.fill(colour);
+        EXPECT_EQ(discern(saved(page)), MIRVAK_OCR_NO_TEXT) << colour;
+    }
+    EXPECT_EQ(discern(saved(page.copy(0, 0, 1, 1))), MIRVAK_OCR_NO_TEXT);
+    page = QImage(1600, 1200, QImage::Format_RGB32);
+    page.fill(Qt::white);
+    unsigned seed = 7;
+    const auto next = [&](int below) {
+        seed = seed * 1103515245U + 12345U;
+        return static_cast<int>((seed >> 8) % static_cast<unsigned>(below));
+    };
+    for (int i = 0; i < 20000; ++i) { // dirt, or a coarse cloth
+        const int x = next(1597), y = next(1197), size = 1 + next(3);
+        for (int j = 0; j < size * size; ++j)
+            page.setPixel(x + j % size, y + j / size, qRgb(20, 20, 20));
+    }
+    EXPECT_EQ(discern(saved(page)), MIRVAK_OCR_NO_TEXT) << "specks";
+}
+
+TEST_F(Recognition, ModelsThatAreMissingOrBrokenAreRefused)
+{
+    const std::string picture = saved(testPages::page({1150, 400}, english));
+    MirvakOCR ocr;
+    EXPECT_EQ(ocr.MirvakOCR_Discern(picture.c_str()), MIRVAK_OCR_NOT_READY);
+    EXPECT_EQ(ocr.MirvakOCR_Init(nullptr), MIRVAK_OCR_BAD_ARGUMENT);
+    EXPECT_EQ(ocr.MirvakOCR_Init(folder.file("missing").c_str()), MIRVAK_OCR_NO_MODEL);
+    EXPECT_EQ(ocr.MirvakOCR_Init(folder.path().c_str()), MIRVAK_OCR_NO_MODEL) << "no data in it";
+    const std::string good = std::string(models) + "/eng.traineddata";
+    folder.write("eng.traineddata", contentOf(good).substr(0, 70000));
+    folder.write("rus.traineddata", "no data at all");
+    ASSERT_EQ(ocr.MirvakOCR_Init(folder.path().c_str()), MIRVAK_OCR_OK);
+    EXPECT_EQ(ocr.MirvakOCR_Discern(picture.c_str()), MIRVAK_OCR_NO_MODEL);
+    ASSERT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+    EXPECT_EQ(ocr.MirvakOCR_Discern(picture.c_str()), MIRVAK_OCR_OK) << "usable again";
+    EXPECT_EQ(ocr.MirvakOCR_Deinit(), MIRVAK_OCR_OK);
+    EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_NOT_READY);
+}
+
+TEST_F(Recognition, ADocumentThatCannotBeWrittenLeavesNothing)
+{
+    MirvakOCR ocr;
+    ASSERT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+    ASSERT_EQ(ocr.MirvakOCR_Discern(saved(testPages::page({1150, 400}, english)).c_str()), MIRVAK_OCR_OK);
+    EXPECT_EQ(ocr.MirvakOCR_Save(folder.file("no/such/folder.rtf").c_str()), MIRVAK_OCR_IO_ERROR);
+    EXPECT_EQ(ocr.MirvakOCR_Save(nullptr), MIRVAK_OCR_BAD_ARGUMENT);
+    QDir().mkpath(QString::fromStdString(folder.file("taken.rtf")));
+    EXPECT_EQ(ocr.MirvakOCR_Save(folder.file("taken.rtf").c_str()), MIRVAK_OCR_IO_ERROR);
+    EXPECT_EQ(QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_OK) << "the text is still there";
+}
+
+TEST_F(Recognition, DeinitStopsOneThatRuns)
+{
+    const std::string picture = LUMRO_DESK_DIR "/pictures/1600x1200/04-chinese-text.jpg";
+    MirvakOCR ocr;
+    ASSERT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+    std::atomic<bool> begun{false};
+    int result = MIRVAK_OCR_OK;
+    std::thread worker([&] {
+        begun = true;
+        result = ocr.MirvakOCR_Discern(picture.c_str());
+    });
+    while (!begun)
+        std::this_thread::yield();
+    ocr.MirvakOCR_Deinit();
+    worker.join();
+    EXPECT_NE(result, MIRVAK_OCR_OK) << "it had hardly begun";
+    EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_NOT_READY);
+}
+
+TEST_F(Recognition, AWordProcessorReadsTheSameText)
+{
+    const QString office = QStandardPaths::findExecutable(QStringLiteral("soffice"));
+    if (office.isEmpty())
+        GTEST_SKIP() << "no word processor is installed";
+    const std::u32string text = read(std::string(LUMRO_DESK_DIR "/pictures/1600x1200/04-chinese-text.jpg"));
+    const QString out = QString::fromStdString(folder.path());
+    QProcess process;
+    process.start(office,
+                  {QStringLiteral("-env:UserInstallation=file://") + out + QStringLiteral("/profile"),
+                   QStringLiteral("--headless"),
+                   QStringLiteral("--convert-to"),
+                   QStringLiteral("txt:Text (encoded):UTF8"),
+                   QStringLiteral("--outdir"),
+                   out,
+                   QString::fromStdString(document)});
+    ASSERT_TRUE(process.waitForFinished(120000));
+    std::u32string converted = mirvak::fromUtf8(contentOf(folder.file("文本.txt")));
+    converted.erase(std::remove(converted.begin(), converted.end(), U'\ufeff'), converted.end());
+    EXPECT_EQ(converted, text);
+}

@@ -1,0 +1,161 @@
+#include "TextScan.h"
+
+#include "FakeDesk.h"
+#include "RtfText.h"
+#include "Settings.h"
+#include "TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+namespace {
+
+class TextScanTest : public ::testing::Test
+{
+protected:
+    TextScanTest()
+    {
+        QImage page(900, 300, QImage::Format_RGB32);
+        page.fill(Qt::white);
+        QPainter painter(&page);
+        QFont font(QStringLiteral("DejaVu Serif"));
+        font.setPixelSize(36);
+        painter.setFont(font);
+        painter.drawText(80, 100, QStringLiteral("The harbour office is closed on"));
+        painter.drawText(80, 160, QStringLiteral("Friday. Please come back later."));
+        painter.end();
+        EXPECT_TRUE(page.save(picture));
+        desk.savesAs << picture;
+        settings::setSavePath(store, QString::fromStdString(folder.file("texts")));
+        settings::scanType.write(store, 6);
+    }
+    ~TextScanTest() override
+    {
+        text.reset();
+        store.GetSettings()->clear();
+        EXPECT_FALSE(QApplication::overrideCursor()) << "the busy cursor is left on";
+    }
+
+    QStringList documents(const char* below = "texts") const
+    {
+        return QDir(QString::fromStdString(folder.file(below))).entryList({QStringLiteral("*.rtf")});
+    }
+    bool finishes() const
+    {
+        return QTest::qWaitFor([this] { return !text->isRunning(); }, 60000);
+    }
+    void use(const QString& models) { text = std::make_unique<TextScan>(desk, models); }
+
+    const TempDir folder;
+    ConfigSettings store;
+    const QString picture = QString::fromStdString(folder.file("扫描_000.png"));
+    FakeDesk desk;
+    std::unique_ptr<TextScan> text = std::make_unique<TextScan>(desk, QStringLiteral(OCR_MODELS));
+};
+
+} // namespace
+
+TEST_F(TextScanTest, MakesADocumentOfACapture)
+{
+    settings::createDirByDate.write(store, true);
+    QDir().mkpath(QString::fromStdString(folder.file("texts")));
+    text->scan();
+    EXPECT_TRUE(text->isRunning()) << "the call returns at once";
+    EXPECT_EQ(desk.notices.size(), 1) << "and says what goes on";
+    ASSERT_TRUE(QApplication::overrideCursor());
+    EXPECT_EQ(desk.colourModes, QList<int>{6});
+    ASSERT_TRUE(finishes());
+    ASSERT_EQ(desk.documents.size(), 1);
+    const QString today = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+    const QStringList made = documents(("texts/" + today.toStdString()).c_str());
+    ASSERT_EQ(made.size(), 1);
+    EXPECT_TRUE(desk.documents[0].endsWith(QStringLiteral("/texts/") + today + QLatin1Char('/') + made[0]));
+    const QDateTime named = QDateTime::fromString(made[0], QStringLiteral("yyyyMMddhhmmss'.rtf'"));
+    EXPECT_LE(qAbs(named.secsTo(QDateTime::currentDateTime())), 5);
+    EXPECT_FALSE(desk.documentIcons[0].isNull());
+    EXPECT_TRUE(desk.thumbnails.isEmpty()) << "the picture itself is not listed";
+    EXPECT_TRUE(desk.notices.last().isEmpty()) << "the notice is gone";
+    QFile file(desk.documents[0]);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(rtfText(file.readAll().toStdString()),
+              U"The harbour office is closed on Friday. Please come back later.\n");
+}
+
+TEST_F(TextScanTest, OneAtATime)
+{
+    desk.savesAs << picture;
+    text->scan();
+    text->scan();
+    EXPECT_EQ(desk.framesTaken, 1);
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(desk.documents.size(), 1);
+    text->scan();
+    EXPECT_EQ(desk.framesTaken, 2) << "and then another";
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(desk.documents.size(), 2);
+}
+
+TEST_F(TextScanTest, DoesNothingWithoutLeavePictureOrModels)
+{
+    desk.allowed = false;
+    text->scan();
+    EXPECT_EQ(desk.framesTaken, 0);
+    desk.allowed = true;
+    desk.frameComes = false;
+    text->scan();
+    EXPECT_FALSE(text->isRunning());
+    desk.frameComes = true;
+    use(QString::fromStdString(folder.file("models")));
+    text->scan();
+    EXPECT_FALSE(text->isRunning()) << "no models";
+    desk.savesAs.clear();
+    text->scan();
+    EXPECT_FALSE(text->isRunning()) << "nothing saved";
+    EXPECT_TRUE(desk.documents.isEmpty());
+    EXPECT_EQ(desk.notices.size(), 2) << "no frame, no models";
+}
+
+TEST_F(TextScanTest, NothingReadOrNoFolderMakesNoDocument)
+{
+    desk.savesAs[0] = QString::fromStdString(folder.write("broken.jpg", "no picture"));
+    text->scan();
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(desk.notices.size(), 2);
+    EXPECT_FALSE(desk.notices.last().isEmpty());
+    settings::setSavePath(store, QString::fromStdString(folder.file("one/two")));
+    desk.savesAs << picture;
+    text->scan();
+    ASSERT_TRUE(finishes());
+    EXPECT_FALSE(desk.notices.last().isEmpty());
+    EXPECT_TRUE(desk.documents.isEmpty());
+}
+
+// The strip lists what was to be made, as the user saw it begun; a notice says that it is not there.
+TEST_F(TextScanTest, ADocumentThatCannotBeWrittenIsListedAllTheSame)
+{
+    const QString target = QString::fromStdString(folder.file("texts"));
+    QDir().mkpath(target);
+    for (int second = 0; second < 60; ++second) { // directories under every name that it may get
+        const QDateTime then = QDateTime::currentDateTime().addSecs(second);
+        QDir(target).mkdir(then.toString(QStringLiteral("yyyyMMddhhmmss'.rtf'")));
+    }
+    text->scan();
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(desk.documents.size(), 1);
+    EXPECT_FALSE(desk.notices.last().isEmpty());
+}
+
+TEST_F(TextScanTest, TheEndOfTheWindowStopsIt)
+{
+    text->scan();
+    ASSERT_TRUE(text->isRunning());
+    text.reset();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(desk.documents.isEmpty());
+    EXPECT_TRUE(QFile::exists(picture));
+}
