@@ -50,22 +50,24 @@ std::string script(const TempDir& folder, const std::string& body)
 
 TEST(DecoderPool, AHelperThatDiesIsReplacedAndItsPictureTriedAgain)
 {
-    DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
     std::set<std::string> read; // a picture that is tried again may be read twice
     std::vector<pid_t> killed;
-    std::vector<DecoderPool::Job> jobs{jobFor("FIRST", read), jobFor("SECOND", read), jobFor("THIRD", read)};
-    // Drawing happens before the question is asked: the helper of an earlier picture dies under the next.
-    jobs[2].draw = [&, draw = jobs[2].draw](cv::Mat& canvas) {
-        draw(canvas);
-        for (const pid_t pid : killed.empty() ? pool.pids() : std::vector<pid_t>()) {
-            killed.push_back(pid);
-            kill(pid, SIGKILL);
-        }
-    };
-    pool.run(jobs);
+    {
+        DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
+        std::vector<DecoderPool::Job> jobs{jobFor("FIRST", read), jobFor("SECOND", read), jobFor("THIRD", read)};
+        // Drawing happens before the question is asked: the helper of an earlier picture dies under the next.
+        jobs[2].draw = [&, draw = jobs[2].draw](cv::Mat& canvas) {
+            draw(canvas);
+            for (const pid_t pid : killed.empty() ? pool.pids() : std::vector<pid_t>()) {
+                killed.push_back(pid);
+                kill(pid, SIGKILL);
+            }
+        };
+        pool.run(jobs);
+    }
     EXPECT_FALSE(killed.empty());
     EXPECT_THAT(read, ElementsAre("FIRST", "SECOND", "THIRD"));
-    for (const pid_t pid : killed)
+    for (const pid_t pid : killed) // one that had nothing to do any more is reaped at the end of the pool
         EXPECT_TRUE(isGone(pid));
 }
 
