@@ -20,9 +20,7 @@ namespace {
 using std::chrono::seconds;
 
 // A dense page takes two seconds on a desktop and perhaps eight on a small board.
-constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6);
-constexpr seconds leastOpinion(1);
-constexpr int opinionShare = 3; // one part in that many of the reading time, on top of the least
+constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6), opinionTime(12);
 
 // Heights of a small letter, px: below, strokes run together; above, there is only more to compute.
 constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
@@ -157,11 +155,9 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
             sheet.picture.dpi,
             sheet.glance.model->language(),
             {}};
-    const auto start = Limit::Clock::now();
     const bool doubtful = sheet.glance.confidence < doubtfully;
     const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
     readBlocks(sheet, page, reading);
-    const auto opinionTime = leastOpinion + (Limit::Clock::now() - start) / opinionShare;
     askOthers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(opinionTime));
     dropScraps(page);
     if (page.blocks.empty() || stopped_)

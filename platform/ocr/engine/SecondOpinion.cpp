@@ -16,10 +16,35 @@ constexpr double gain = 8;      // percent that another reading must be better b
 constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
 
+// How much is read again at most, in squares of a line's height: what a page holds counts, not how busy the
+// machine is, so that the same picture always gives the same text.
+constexpr double leastWork = 600; // about a second
+constexpr double workShare = 1.0 / 3;
+
 bool isLatin(const std::string& text)
 {
     return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; }) &&
            std::any_of(text.begin(), text.end(), [](unsigned char c) { return std::isalpha(c) != 0; });
+}
+
+double squaresOf(const cv::Rect& part)
+{
+    return static_cast<double>(part.width) / std::max(1, part.height);
+}
+
+cv::Rect rectOf(const Box& box)
+{
+    return {box.left, box.top, box.width(), box.height()};
+}
+
+double workFor(const ReadPage& page)
+{
+    double squares = 0;
+    for (const ReadBlock& block : page.blocks) {
+        for (const ReadLine& line : block)
+            squares += squaresOf(rectOf(line.box));
+    }
+    return leastWork + squares * workShare;
 }
 
 struct Run
@@ -30,8 +55,8 @@ struct Run
 class Reviewer
 {
 public:
-    Reviewer(const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
-        : grey_(grey), own_(own), models_(models), limit_(limit)
+    Reviewer(const cv::Mat& grey, TextModel& own, Models& models, double work, const Limit& limit)
+        : grey_(grey), own_(own), models_(models), work_(work), limit_(limit)
     {
     }
 
@@ -79,7 +104,7 @@ private:
     TextModel* rereadLine(ReadLine& line)
     {
         TextModel* best = &own_;
-        const cv::Rect part(line.box.left, line.box.top, line.box.width(), line.box.height());
+        const cv::Rect part = rectOf(line.box);
         double least = confidenceOf(line.words) + gain;
         for (const std::string& language : models_.languages()) {
             const std::vector<ReadWord> words = readWith(language, own_, part);
@@ -117,12 +142,14 @@ private:
         return best;
     }
 
-    // Nothing when the language is the one that has spoken, or the time is over.
+    // Nothing when the language is the one that has spoken, or the work is done or the time is over.
     std::vector<ReadWord> readWith(const std::string& language, const TextModel& first, const cv::Rect& part)
     {
         std::vector<ReadWord> words;
-        if (language == first.language() || limit_.isOver())
+        const double work = squaresOf(part);
+        if (language == first.language() || work > work_ || limit_.isOver())
             return words;
+        work_ -= work;
         TextModel* model = models_.get(language);
         if (!model)
             return words;
@@ -138,6 +165,7 @@ private:
     const cv::Mat& grey_;
     TextModel& own_;
     Models& models_;
+    double work_; ///< left, in squares
     Limit limit_;
 };
 
@@ -145,7 +173,7 @@ private:
 
 void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
 {
-    Reviewer reviewer(grey, own, models, limit);
+    Reviewer reviewer(grey, own, models, workFor(page), limit);
     for (ReadBlock& block : page.blocks) {
         for (ReadLine& line : block)
             reviewer.review(line);

@@ -5,8 +5,9 @@
 namespace mirvak {
 
 /// Words of another language on a page: what the page's own model reads with little confidence, and Latin
-/// words on a page of Chinese, is read again by the other models. The most confident reading stays. Takes no
-/// longer than the limit; what is left then stays as it is.
+/// words on a page of Chinese, is read again by the other models. The most confident reading stays. A page
+/// with much of that kind gets a third of its work again and no more; what is left then, or at the limit,
+/// stays as it is.
 void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit);
 
 } // namespace mirvak
