@@ -19,7 +19,7 @@ fi
 need_tools
 export LUMRO_DESK=${LUMRO_DESK:-$(dirname "$(dirname "$program")")/share/desk/desk.cfg}
 mkdir -p "$shots"
-rm -f "$shots"/IMAGE_*.jpg "$shots"/*.pdf "$shots"/*.png
+rm -f "$shots"/IMAGE_*.jpg "$shots"/*.pdf "$shots"/*.rtf "$shots"/*.png
 
 number=0
 shoot() { # NAME
@@ -122,6 +122,7 @@ strip_and_choices() {
 }
 
 . scripts/lib/tour-scans.sh
+. scripts/lib/tour-documents.sh
 
 start
 pages
@@ -132,4 +133,5 @@ resolutions
 strip_and_choices
 close_program
 scans
+documents
 say "Screenshots and files: $shots"

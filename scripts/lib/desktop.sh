@@ -19,7 +19,7 @@ fail() {
 # Ends as skipped (77) where the display's tools are missing.
 need_tools() {
     local tool
-    for tool in Xvfb openbox xdotool wmctrl xprop import convert; do
+    for tool in Xvfb openbox xdotool xclip wmctrl xprop import convert; do
         command -v "$tool" >/dev/null || { say "Skipped: $tool is missing." && exit 77; }
     done
 }

@@ -158,37 +158,6 @@ both_sides() {
     await "the end of the dialog" is_gone ImageMerge
 }
 
-pdfs() { find "$shots" -name '*.pdf' | sort; }
-has_pdfs() { [ "$(pdfs | wc -l)" -ge "$1" ]; }
-await_pdf() { # NUMBER PAGES: the newest one
-    local file
-    await "PDF number $1" has_pdfs "$1"
-    file=$(pdfs | tail -n 1)
-    command -v pdfinfo >/dev/null || return 0
-    [ "$(pdfinfo "$file" | sed -n 's/^Pages: *//p')" -eq "$2" ] || fail "${file##*/} does not have $2 pages"
-}
-
-one_page_pdf() {
-    click btnPdf
-    await_pdf 1 1
-}
-
-pages_listed() { is_there "QListWidget.$1" PdfEx; }
-
-pages_pdf() {
-    local page
-    click btnPdfEx
-    await "the dialog of several pages" is_there PdfEx
-    for page in 0 1 2 3 4; do
-        click Scanner PdfEx
-        await "page $page in the list" pages_listed "$page"
-    done
-    shoot pages-of-a-pdf
-    click Pdf PdfEx
-    await "the end of the dialog" is_gone PdfEx
-    await_pdf 2 5
-}
-
 automatic_scan() {
     local before
     before=$(pictures_taken)
@@ -217,8 +186,6 @@ scans() {
     timed_scan
     two_cameras
     both_sides
-    one_page_pdf
-    pages_pdf
     close_program
     automatic_scan
 }

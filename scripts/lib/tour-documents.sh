@@ -1,0 +1,98 @@
+# The tour's third part: PDF, recognised text and codes of what lies before the camera.
+# Source it after tour-scans.sh.
+
+pdfs() { find "$shots" -name '*.pdf' | sort; }
+has_pdfs() { [ "$(pdfs | wc -l)" -ge "$1" ]; }
+await_pdf() { # NUMBER PAGES: the newest one
+    local file
+    await "PDF number $1" has_pdfs "$1"
+    file=$(pdfs | tail -n 1)
+    command -v pdfinfo >/dev/null || return 0
+    [ "$(pdfinfo "$file" | sed -n 's/^Pages: *//p')" -eq "$2" ] || fail "${file##*/} does not have $2 pages"
+}
+
+one_page_pdf() {
+    click btnPdf
+    await_pdf 1 1
+}
+
+pages_listed() { is_there "QListWidget.$1" PdfEx; }
+
+pages_pdf() {
+    local page
+    click btnPdfEx
+    await "the dialog of several pages" is_there PdfEx
+    for page in 0 1 2 3 4; do
+        click Scanner PdfEx
+        await "page $page in the list" pages_listed "$page"
+    done
+    shoot pages-of-a-pdf
+    click Pdf PdfEx
+    await "the end of the dialog" is_gone PdfEx
+    await_pdf 2 5
+}
+
+# One of the made pages under the main camera, for as long as the program runs.
+lay_page() { # FILE
+    mkdir -p "$work/page"
+    cat >"$work/page/desk.cfg" <<END
+real = false;
+cameras = ( { name = "Desk camera"; type = 1; usb = "1b172000"; source = "$made_pictures/pictures/1600x1200/$1";
+              fps = 15; resolutions = [ "1600x1200" ]; } );
+END
+    export LUMRO_DESK=$work/page/desk.cfg
+}
+
+texts() { find "$shots" -name '*.rtf' | sort; }
+has_texts() { [ "$(texts | wc -l)" -ge "$1" ]; }
+
+recognised_text() { # NUMBER PAGE WORDS: as the document spells them
+    lay_page "$2"
+    start_over
+    click btnOcr
+    sleep 0.3
+    shoot "recognising-${2%.jpg}"
+    await "the text of $2" has_texts "$1"
+    grep -qF "$3" "$(texts | tail -n 1)" || fail "the text of $2 does not hold: $3"
+    shoot "recognised-${2%.jpg}"
+    close_program
+}
+
+clipboard_is() { [ "$(timeout 2 xclip -out -selection clipboard)" = "$1" ]; }
+
+codes() {
+    lay_page 11-codes.jpg
+    start_over
+    click btnBarcode
+    await "the window of the codes" is_there BarCode
+    shoot codes
+    click buttonCopy BarCode
+    await "the codes in the clipboard" copied_every_code
+    click editCode BarCode
+    xdotool key ctrl+a
+    xdotool type "Shelf 42, edited"
+    click buttonCopy BarCode
+    await "the edited text in the clipboard" clipboard_is "Shelf 42, edited"
+    shoot edited-code
+    click buttonClose BarCode
+    await "the end of the window of the codes" is_gone BarCode
+    close_program
+}
+copied_every_code() {
+    local copied text
+    copied=$(timeout 2 xclip -out -selection clipboard) || return 1
+    while IFS= read -r text; do
+        [[ $copied == *"$text   "* ]] || return 1
+    done < <(tail -n +2 "$made_pictures/codes.csv" | cut -d, -f6-)
+}
+
+documents() {
+    lay_cards
+    start_over
+    one_page_pdf
+    pages_pdf
+    close_program
+    recognised_text 1 03-english-text.jpg "The Ferryman's Ledger"
+    recognised_text 2 05-russian-text.jpg '\u1063?\u1072?\u1089?\u1099?' # the first word
+    codes
+}
