@@ -3,15 +3,26 @@
 #include <dlfcn.h>
 
 #include <cstdio>
+#include <string>
 
 namespace mirvak {
 
 namespace {
 
-// Found by the run path of this library, its own folder.
+// The library that this code is linked into. A bare file name would be found by its run path only while
+// nothing stands between it and dlopen(), as the sanitizers do.
+std::string ownFolder()
+{
+    Dl_info own;
+    if (dladdr(reinterpret_cast<const void*>(&loadModule), &own) == 0)
+        return {};
+    const std::string path = own.dli_fname;
+    return path.substr(0, path.rfind('/') + 1);
+}
+
 MakeOcrModule load()
 {
-    void* module = dlopen(ocrModuleFile, RTLD_NOW | RTLD_LOCAL);
+    void* module = dlopen((ownFolder() + ocrModuleFile).c_str(), RTLD_NOW | RTLD_LOCAL);
     void* make = module ? dlsym(module, makeOcrModuleName) : nullptr;
     if (!make)
         std::fprintf(stderr, "ocr: %s\n", dlerror());
