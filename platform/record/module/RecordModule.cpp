@@ -17,7 +17,6 @@ constexpr std::chrono::milliseconds waitForPlainFile{300};
 class FfmpegModule : public mirvak::RecordModule
 {
 public:
-    FfmpegModule() { av_log_set_level(AV_LOG_QUIET); } // failures print one line of our own
     ~FfmpegModule() override
     {
         if (recording())
