@@ -1,8 +1,6 @@
 #include "PdfTools.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,19 +20,6 @@ std::string quoted(const std::string& path)
 bool areInstalled()
 {
     return run("command -v qpdf && command -v pdftoppm").find("exit") == std::string::npos;
-}
-
-std::string run(const std::string& command)
-{
-    std::string text;
-    FILE* pipe = popen(("( " + command + " ) 2>&1").c_str(), "r");
-    std::array<char, 4096> part;
-    while (const size_t count = std::fread(part.data(), 1, part.size(), pipe))
-        text.append(part.data(), count);
-    const int status = pclose(pipe);
-    if (status != 0)
-        text += "exit " + std::to_string(WEXITSTATUS(status));
-    return text;
 }
 
 std::string complaints(const std::string& pdf)

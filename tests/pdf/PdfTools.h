@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Codec.h"
+#include "Command.h"
 
 #include <opencv2/core.hpp>
 
@@ -11,9 +12,6 @@
 namespace tools {
 
 bool areInstalled(); ///< qpdf and the poppler utilities
-
-/// Runs a command line of the shell. @return what it prints, also as an error, with its exit code when not 0
-std::string run(const std::string& command);
 
 /// Empty when the checker of the qpdf package has nothing to say against the file.
 std::string complaints(const std::string& pdf);

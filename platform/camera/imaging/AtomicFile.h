@@ -20,6 +20,8 @@ public:
 
     bool failed() const { return failed_; } ///< and has printed its line
     bool write(const void* data, size_t bytes);
+    /// For a library that fills a file by its name, instead of write(). Empty after failed() or commit().
+    const std::string& temporary() const { return temporary_; }
     /// @return true when the file stands complete, synced, under its name.
     bool commit();
 

@@ -2,6 +2,7 @@
 
 #include "AtomicFile.h"
 #include "LoadModule.h"
+#include "OcrModule.h"
 #include "RtfWriter.h"
 
 #include <atomic>
@@ -44,6 +45,13 @@ int failed(const char* call, const char* path, MirvakOCRResult result, const cha
     return result;
 }
 
+std::unique_ptr<mirvak::OcrModule> loadModule()
+{
+    static const auto make = reinterpret_cast<mirvak::MakeOcrModule>(
+        mirvak::functionOfModule("ocr", mirvak::ocrModuleFile, mirvak::makeOcrModuleName));
+    return std::unique_ptr<mirvak::OcrModule>(make ? make() : nullptr);
+}
+
 // No exception leaves the library.
 template <class Call> int guarded(const char* name, const char* path, Call&& call) noexcept
 {
@@ -78,7 +86,7 @@ int MirvakOCR::MirvakOCR_Init(const char* modelDirectory)
         const std::lock_guard lock(impl_->mutex);
         if (!modelDirectory || !*modelDirectory)
             return failed(call, modelDirectory, MIRVAK_OCR_BAD_ARGUMENT, "no directory");
-        auto module = mirvak::loadModule();
+        auto module = loadModule();
         if (!module)
             return failed(call, nullptr, MIRVAK_OCR_NOT_READY, "the recogniser cannot be loaded");
         if (!module->setModels(modelDirectory))

@@ -1,0 +1,25 @@
+#include "Film.h"
+
+namespace mirvak {
+
+Film::Film(std::string path, const VideoFormat& format, std::vector<EncoderChoice> choices)
+    : path_(std::move(path)),
+      encoder_(format, std::move(choices), [this](AVPacket& packet, const AVCodecContext& encoder) {
+          return file_.write(packet, encoder);
+      })
+{
+}
+
+// The encoder first: a file of that name must not be lost for nothing.
+bool Film::open()
+{
+    return encoder_.open() && file_.open(path_);
+}
+
+bool Film::close()
+{
+    const bool isEncoded = error().empty() && encoder_.finish();
+    return file_.close() && isEncoded;
+}
+
+} // namespace mirvak

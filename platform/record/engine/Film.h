@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Mp4File.h"
+#include "VideoEncoder.h"
+
+namespace mirvak {
+
+/// The film of one recording: encoder and file. Knows no thread and no clock: the slots of the film's time
+/// are passed in. One thread at a time.
+class Film
+{
+public:
+    Film(std::string path, const VideoFormat& format, std::vector<EncoderChoice> choices);
+
+    /// False: no file is there.
+    bool open();
+    /// Shows these pixels from the slot on; false when the film has ended by an error.
+    bool add(const uint8_t* rgb, int64_t slot) { return encoder_.encode(rgb, slot); }
+    bool repeat(int64_t slot) { return encoder_.repeat(slot); }
+    /// The film is complete, or as complete as an error left it. Without a frame there is no file.
+    bool close();
+
+    bool plays() const { return file_.plays(); }
+    bool hasFileError() const { return !file_.error().empty(); }
+    const std::string& error() const { return hasFileError() ? file_.error() : encoder_.error(); }
+    const std::string& path() const { return path_; }
+    const std::string& encoderName() const { return encoder_.name(); }
+
+private:
+    std::string path_;
+    Mp4File file_;
+    VideoEncoder encoder_; // hands its packets to the file
+};
+
+} // namespace mirvak

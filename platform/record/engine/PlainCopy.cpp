@@ -1,0 +1,158 @@
+#include "PlainCopy.h"
+
+#include "AtomicFile.h"
+#include "AvHandles.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace mirvak {
+
+namespace {
+
+// What other programs keep for themselves while both files exist.
+constexpr uintmax_t roomToLeave = 64 << 20;
+
+std::string asUrl(const std::string& path)
+{
+    return "file:" + path;
+}
+
+class PlainCopy
+{
+public:
+    PlainCopy(const std::string& path, const std::atomic<bool>& cancelled)
+        : path_(path), cancelled_(cancelled)
+    {
+    }
+
+    bool run()
+    {
+        if (!identify() || !hasRoom() || !openInput())
+            return false;
+        AtomicFile file(path_);
+        if (file.failed())
+            return printed();
+        return openOutput(file.temporary()) && copyPackets() && finish() && isStillThere() &&
+               (file.commit() || printed());
+    }
+    void report() const
+    {
+        if (!why_.empty())
+            std::fprintf(stderr, "record: %s stays in fragments: %s\n", path_.c_str(), why_.c_str());
+    }
+
+private:
+    bool identify()
+    {
+        struct stat status
+        {
+        };
+        const bool exists = ::stat(path_.c_str(), &status) == 0;
+        identity_ = {status.st_dev, status.st_ino};
+        bytes_ = static_cast<uintmax_t>(status.st_size);
+        return exists || fail("the file is gone");
+    }
+    bool hasRoom()
+    {
+        std::error_code error;
+        const auto space = std::filesystem::space(std::filesystem::path(path_).parent_path() / ".", error);
+        return error || space.available > bytes_ + roomToLeave || fail("no room for a second file");
+    }
+    bool openInput()
+    {
+        AVFormatContext* opened = nullptr;
+        const int result = avformat_open_input(&opened, asUrl(path_).c_str(), nullptr, nullptr);
+        input_.reset(opened);
+        return result < 0 ? fail(result) : input_->nb_streams == 1 || fail("no film");
+    }
+    bool openOutput(const std::string& path)
+    {
+        const std::string url = asUrl(path);
+        AVFormatContext* made = nullptr;
+        int result = avformat_alloc_output_context2(&made, nullptr, "mp4", url.c_str());
+        output_.reset(made);
+        if (result >= 0)
+            result = avio_open(&made->pb, url.c_str(), AVIO_FLAG_WRITE);
+        if (result < 0)
+            return fail(result);
+        io_.reset(made->pb);
+        AVStream* stream = avformat_new_stream(made, nullptr);
+        if (!stream)
+            return fail(AVERROR(ENOMEM));
+        result = avcodec_parameters_copy(stream->codecpar, input_->streams[0]->codecpar);
+        stream->time_base = input_->streams[0]->time_base;
+        AVDictionary* options = nullptr;
+        av_dict_set(&options, "movflags", "faststart", 0);
+        if (result >= 0)
+            result = avformat_write_header(made, &options);
+        av_dict_free(&options);
+        return result >= 0 || fail(result);
+    }
+    bool copyPackets()
+    {
+        const AvPacketPtr packet = needed(AvPacketPtr(av_packet_alloc()));
+        while (!cancelled_) {
+            int result = av_read_frame(input_.get(), packet.get());
+            if (result == AVERROR_EOF)
+                return true;
+            if (result >= 0) {
+                packet->pos = -1;
+                av_packet_rescale_ts(
+                    packet.get(), input_->streams[0]->time_base, output_->streams[0]->time_base);
+                result = av_write_frame(output_.get(), packet.get());
+                av_packet_unref(packet.get());
+            }
+            if (result < 0)
+                return fail(result);
+        }
+        return fail("given up, it took too long");
+    }
+    bool finish()
+    {
+        const int result = av_write_trailer(output_.get());
+        if (result < 0)
+            return fail(result);
+        output_->pb = nullptr;
+        const int closed = avio_close(io_.release());
+        return closed >= 0 || fail(closed);
+    }
+    bool isStillThere()
+    {
+        struct stat status
+        {
+        };
+        return (::stat(path_.c_str(), &status) == 0 &&
+                identity_ == std::pair(status.st_dev, status.st_ino)) ||
+               fail("it was moved meanwhile");
+    }
+    bool fail(const std::string& why)
+    {
+        why_ = why;
+        return false;
+    }
+    bool fail(int error) { return fail(avText(error)); }
+    static bool printed() { return false; } ///< the file printed its own line
+
+    const std::string& path_;
+    const std::atomic<bool>& cancelled_;
+    std::pair<dev_t, ino_t> identity_{};
+    uintmax_t bytes_ = 0;
+    std::string why_;
+    AvInputPtr input_;
+    AvFileIoPtr io_; // before the output, which uses it
+    AvOutputPtr output_;
+};
+
+} // namespace
+
+bool makePlain(const std::string& path, const std::atomic<bool>& cancelled)
+{
+    PlainCopy copy(path, cancelled);
+    const bool done = copy.run();
+    copy.report();
+    return done;
+}
+
+} // namespace mirvak

@@ -1,0 +1,192 @@
+#include "Recorder.h"
+
+#include <cstdio>
+#include <cstring>
+#include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace mirvak {
+
+namespace {
+
+// The preview and the window come first. The encoder's own threads inherit it.
+void yieldToOthers()
+{
+    constexpr int niceness = 5;
+    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), niceness);
+}
+
+} // namespace
+
+Recorder::Recorder(const std::string& path,
+                   const VideoFormat& format,
+                   std::vector<EncoderChoice> choices,
+                   Clock clock)
+    : format_(format), clock_(std::move(clock)), film_(path, format, std::move(choices)),
+      schedule_(format.framesPerSecond, format.frameBytes())
+{
+}
+
+Recorder::~Recorder()
+{
+    stop();
+}
+
+std::chrono::nanoseconds Recorder::steadyClock()
+{
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+MirvakRecordResult Recorder::start()
+{
+    std::promise<MirvakRecordResult> opened;
+    std::future<MirvakRecordResult> result = opened.get_future();
+    thread_ = std::thread(&Recorder::run, this, std::move(opened));
+    return result.get();
+}
+
+MirvakRecordResult Recorder::write(const uint8_t* rgb, size_t bytes)
+{
+    const std::lock_guard order(writing_);
+    std::unique_lock lock(mutex_);
+    if (state_ != State::running)
+        return result_ == MIRVAK_RECORD_OK ? MIRVAK_RECORD_NOT_RECORDING : result_;
+    if (bytes != format_.frameBytes()) {
+        ++refused_;
+        return MIRVAK_RECORD_WRONG_SIZE;
+    }
+    const std::chrono::nanoseconds arrival = now();
+    FrameBuffer buffer = schedule_.emptyBuffer();
+    lock.unlock();
+    std::memcpy(buffer.get(), rgb, bytes);
+    lock.lock();
+    if (state_ != State::running) {
+        schedule_.giveBack(std::move(buffer));
+        return result_ == MIRVAK_RECORD_OK ? MIRVAK_RECORD_NOT_RECORDING : result_;
+    }
+    schedule_.push(std::move(buffer), arrival);
+    return MIRVAK_RECORD_OK;
+}
+
+MirvakRecordResult Recorder::stop()
+{
+    {
+        const std::lock_guard lock(mutex_);
+        if (state_ == State::running) {
+            state_ = State::closing;
+            schedule_.close(now());
+        }
+    }
+    wake_.notify_one();
+    if (thread_.joinable())
+        thread_.join();
+    const std::lock_guard lock(mutex_);
+    if (result_ != MIRVAK_RECORD_OK)
+        return result_;
+    return film_.plays() ? MIRVAK_RECORD_OK : MIRVAK_RECORD_NO_FRAME;
+}
+
+RecordCounts Recorder::counts() const
+{
+    const std::lock_guard lock(mutex_);
+    return schedule_.counts();
+}
+
+int Recorder::refused() const
+{
+    const std::lock_guard lock(mutex_);
+    return refused_;
+}
+
+MirvakRecordResult Recorder::result() const
+{
+    const std::lock_guard lock(mutex_);
+    return result_;
+}
+
+void Recorder::run(std::promise<MirvakRecordResult> opened)
+{
+    pthread_setname_np(pthread_self(), "recorder");
+    yieldToOthers();
+    if (open(opened))
+        film();
+}
+
+bool Recorder::open(std::promise<MirvakRecordResult>& opened)
+{
+    MirvakRecordResult result = MIRVAK_RECORD_NO_MEMORY;
+    try {
+        const bool isOpen = film_.open();
+        result = isOpen ? MIRVAK_RECORD_OK : filmResult();
+        if (!isOpen)
+            end(result, film_.error());
+    } catch (const std::exception& failure) {
+        end(result, failure.what());
+    }
+    if (result == MIRVAK_RECORD_OK) {
+        const std::lock_guard lock(mutex_);
+        begin_ = clock_();
+        state_ = State::running;
+    }
+    opened.set_value(result);
+    return result == MIRVAK_RECORD_OK;
+}
+
+void Recorder::film()
+{
+    try {
+        while (filmNext()) {
+        }
+        if (!film_.close() && result() == MIRVAK_RECORD_OK)
+            end(filmResult(), film_.error());
+    } catch (const std::exception& failure) {
+        end(MIRVAK_RECORD_NO_MEMORY, failure.what());
+        film_.close();
+    }
+}
+
+bool Recorder::filmNext()
+{
+    std::unique_lock lock(mutex_);
+    Schedule::Step step = schedule_.next(now());
+    switch (step.task) {
+    case Schedule::Task::end:
+        return false;
+    case Schedule::Task::wait:
+        wake_.wait_for(lock, step.until - now());
+        return true;
+    case Schedule::Task::frame:
+    case Schedule::Task::repeat:
+        break;
+    }
+    lock.unlock();
+    return show(step);
+}
+
+bool Recorder::show(Schedule::Step& step)
+{
+    const bool isShown = step.buffer ? film_.add(step.buffer.get(), step.slot) : film_.repeat(step.slot);
+    if (!isShown)
+        end(filmResult(), film_.error());
+    if (step.buffer) {
+        const std::lock_guard lock(mutex_);
+        schedule_.giveBack(std::move(step.buffer));
+    }
+    return isShown;
+}
+
+void Recorder::end(MirvakRecordResult result, const std::string& why)
+{
+    std::fprintf(stderr, "record: %s: %s\n", film_.path().c_str(), why.c_str());
+    const std::lock_guard lock(mutex_);
+    state_ = State::ended;
+    result_ = result;
+}
+
+MirvakRecordResult Recorder::filmResult() const
+{
+    return film_.hasFileError() ? MIRVAK_RECORD_IO_ERROR : MIRVAK_RECORD_NO_ENCODER;
+}
+
+} // namespace mirvak

@@ -1,0 +1,230 @@
+// Films made slot by slot, judged by other programs.
+#include "Film.h"
+#include "DiskFullAt.h"
+#include "FilmTools.h"
+#include "PlainCopy.h"
+#include "TempDir.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using mirvak::Film;
+using mirvak::VideoFormat;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::Not;
+
+namespace {
+
+constexpr VideoFormat small{64, 48, 30};
+constexpr VideoFormat large{320, 240, 30};
+
+struct FilmTest : ::testing::Test
+{
+    TempDir folder;
+    std::string path = folder.file("one film.mp4");
+
+    std::unique_ptr<Film> opened(const VideoFormat& format)
+    {
+        auto film = std::make_unique<Film>(path, format, mirvak::encoderChoices(false));
+        EXPECT_TRUE(film->open()) << film->error();
+        return film;
+    }
+    int filesInFolder() const
+    {
+        const std::filesystem::directory_iterator files(folder.path());
+        return static_cast<int>(std::distance(begin(files), end(files)));
+    }
+    /// Noise, as long as the film takes it. @return how many frames it took
+    int fillDisk(Film& film) const
+    {
+        int slot = 0;
+        while (slot < 1000 && film.add(noiseFrame(large, unsigned(slot)).data(), slot))
+            ++slot;
+        return slot;
+    }
+};
+
+TEST_F(FilmTest, ShowsEachFrameInItsSlot)
+{
+    auto film = opened(small);
+    std::vector<int> expected;
+    for (int slot = 0; slot < 75; ++slot) {
+        const bool isNew = slot % 3 != 2;
+        ASSERT_TRUE(isNew ? film->add(greyFrame(small, levelOf(slot)).data(), slot) : film->repeat(slot));
+        expected.push_back(levelOf(isNew ? slot : slot - 1));
+    }
+    ASSERT_TRUE(film->close());
+    auto facts = tools::filmFacts(path);
+    EXPECT_EQ(facts["codec_name"] + " " + facts["pix_fmt"], "h264 yuv420p");
+    EXPECT_EQ(facts["r_frame_rate"] + " " + facts["avg_frame_rate"], "30/1 30/1");
+    EXPECT_EQ(facts["width"] + "x" + facts["height"], "64x48");
+    EXPECT_EQ(facts["duration"], "2.500000");
+    const std::vector<int> levels = tools::filmLevels(path, small);
+    ASSERT_EQ(levels.size(), expected.size());
+    for (size_t i = 0; i < levels.size(); ++i)
+        EXPECT_NEAR(levels[i], expected[i], 3) << "frame " << i; // the next level is 9 away
+}
+
+TEST_F(FilmTest, AnEmptySlotShowsTheFrameBeforeItLonger)
+{
+    auto film = opened(small);
+    for (const int slot : {0, 1, 4, 40, 95})
+        ASSERT_TRUE(film->add(greyFrame(small, levelOf(slot)).data(), slot));
+    ASSERT_TRUE(film->close());
+    EXPECT_THAT(tools::filmSlots(path), ElementsAre(0, 1, 4, 40, 95));
+    EXPECT_EQ(tools::filmFacts(path)["duration"], "3.200000");
+    EXPECT_EQ(tools::filmComplaints(path), "");
+}
+
+TEST_F(FilmTest, ColoursComeBack)
+{
+    // Fields of 32 px: their middles lie outside of what coding and halved colours smear.
+    const uint8_t colours[][3] = {{255, 255, 255},
+                                  {0, 0, 0},
+                                  {200, 30, 40},
+                                  {30, 180, 50},
+                                  {40, 50, 210},
+                                  {230, 220, 60},
+                                  {128, 128, 128}};
+    constexpr int fields = 7, side = 32;
+    constexpr VideoFormat format{fields * side, side, 30};
+    Pixels rgb;
+    for (int i = 0; i < format.width * format.height; ++i)
+        rgb.insert(rgb.end(), colours[i % format.width / side], colours[i % format.width / side] + 3);
+    auto film = opened(format);
+    for (int slot = 0; slot < 5; ++slot)
+        ASSERT_TRUE(film->add(rgb.data(), slot));
+    ASSERT_TRUE(film->close());
+    auto facts = tools::filmFacts(path);
+    EXPECT_EQ(facts["color_space"] + " " + facts["color_range"], "bt709 tv");
+    const Pixels frames = tools::filmFrames(path);
+    ASSERT_EQ(frames.size(), rgb.size() * 5);
+    for (int field = 0; field < fields; ++field) {
+        const size_t at = size_t(side / 2 * format.width + field * side + side / 2) * 3;
+        for (size_t channel = 0; channel < 3; ++channel) // two roundings to 220 levels, one of the coding
+            EXPECT_NEAR(frames[at + channel], colours[field][channel], 5) << "field " << field;
+    }
+}
+
+TEST_F(FilmTest, AnOddSizeLosesItsLastColumnAndRow)
+{
+    constexpr VideoFormat odd{67, 49, 30};
+    Pixels rgb = greyFrame(odd, 40);
+    for (int y = 0; y < odd.height; ++y) // an upright edge leans when rows are taken for shorter
+        std::fill_n(rgb.begin() + (y * odd.width + 32) * 3, (odd.width - 32) * 3, uint8_t(200));
+    auto film = opened(odd);
+    ASSERT_TRUE(film->add(rgb.data(), 0));
+    ASSERT_TRUE(film->close());
+    const Pixels frame = tools::filmFrames(path);
+    ASSERT_EQ(frame.size(), 66u * 48 * 3);
+    for (int y = 0; y < 48; ++y) {
+        EXPECT_NEAR(frame[(y * 66 + 28) * 3], 40, 12) << "row " << y;
+        EXPECT_NEAR(frame[(y * 66 + 36) * 3], 200, 12) << "row " << y;
+    }
+}
+
+TEST_F(FilmTest, PlaysAfterTheProcessWasKilled)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        auto film = opened(large);
+        for (int slot = 0; slot < 100; ++slot)
+            film->add(noiseFrame(large, unsigned(slot)).data(), slot);
+        kill(getpid(), SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(tools::filmComplaints(path), "");
+    EXPECT_GE(tools::filmSlots(path).size(), 60u) << "more than its last second was lost";
+}
+
+TEST_F(FilmTest, PlaysUpToTheMomentWhereTheDiskIsFull)
+{
+    auto film = opened(large);
+    int taken = 0;
+    {
+        const DiskFullAt limit(9'000'000); // some two seconds of noise
+        taken = fillDisk(*film);
+        EXPECT_FALSE(film->close());
+    }
+    EXPECT_TRUE(film->hasFileError());
+    EXPECT_TRUE(film->plays());
+    EXPECT_EQ(tools::filmComplaints(path), "");
+    const size_t shown = tools::filmSlots(path).size();
+    EXPECT_GE(shown, 30u);
+    EXPECT_GE(shown + 62, size_t(taken)) << "whole fragments were lost";
+}
+
+TEST_F(FilmTest, LeavesNoFileThatDoesNotPlay)
+{
+    auto film = opened(small);
+    EXPECT_TRUE(film->close()) << "nothing went wrong, but there was nothing to film";
+    EXPECT_EQ(filesInFolder(), 0);
+    film = opened(large);
+    {
+        const DiskFullAt limit(2000);
+        fillDisk(*film);
+        EXPECT_FALSE(film->close());
+    }
+    EXPECT_EQ(filesInFolder(), 0);
+}
+
+TEST_F(FilmTest, TakesTheFirstEncoderThatOpensAndNoFileWithoutOne)
+{
+    Film second(
+        path, small, {{"no_such_encoder", ""}, {"libx264", "no such preset"}, {"libx264", "ultrafast"}});
+    EXPECT_TRUE(second.open());
+    EXPECT_EQ(second.encoderName(), "libx264 ultrafast");
+    EXPECT_TRUE(second.close());
+    folder.write("one film.mp4", "an older file");
+    Film none(path, small, {{"no_such_encoder", ""}});
+    EXPECT_FALSE(none.open());
+    EXPECT_FALSE(none.hasFileError());
+    EXPECT_EQ(std::filesystem::file_size(path), 13u) << "lost for nothing";
+}
+
+TEST_F(FilmTest, ThePlainCopyHasTheSameFramesBehindItsIndex)
+{
+    auto film = opened(small);
+    for (const int slot : {0, 1, 2, 5, 31, 32, 70})
+        film->add(greyFrame(small, levelOf(slot)).data(), slot);
+    ASSERT_TRUE(film->close());
+    EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
+    const Pixels before = tools::filmFrames(path);
+    ASSERT_TRUE(mirvak::makePlain(path, false));
+    EXPECT_THAT(tools::boxesOf(path), ElementsAre("ftyp", "moov", "free", "mdat"));
+    EXPECT_EQ(tools::filmFrames(path), before);
+    EXPECT_THAT(tools::filmSlots(path), ElementsAre(0, 1, 2, 5, 31, 32, 70));
+    EXPECT_EQ(tools::filmFacts(path)["duration"], "2.366667");
+    EXPECT_EQ(filesInFolder(), 1);
+}
+
+TEST_F(FilmTest, TheFragmentsStayWhenThePlainCopyFails)
+{
+    auto film = opened(large);
+    for (int slot = 0; slot < 40; ++slot)
+        film->add(noiseFrame(large, unsigned(slot)).data(), slot);
+    ASSERT_TRUE(film->close());
+    testing::internal::CaptureStderr();
+    {
+        const DiskFullAt limit(100'000);
+        EXPECT_FALSE(mirvak::makePlain(path, false));
+    }
+    EXPECT_FALSE(mirvak::makePlain(path, true)) << "cancelled";
+    EXPECT_FALSE(mirvak::makePlain(folder.file("gone.mp4"), false));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 3) << said;
+    EXPECT_EQ(filesInFolder(), 1);
+    EXPECT_EQ(tools::filmSlots(path).size(), 40u);
+    EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
+}
+
+} // namespace
