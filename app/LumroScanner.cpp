@@ -109,6 +109,7 @@ void LumroScanner::makeFeatures()
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
     delivery_.setPaperSizeCheck([this](void* image) { session_.checkPaperSize(image); });
+    delivery_.setRecorder([this](void* image) { outputs_->record(image); });
     delivery_.setPageCheck([this](void* image) { scans_->checkautopage(image); });
 }
 
@@ -348,7 +349,7 @@ void LumroScanner::onOcr()
 }
 void LumroScanner::onRecord()
 {
-    featureMissing();
+    outputs_->onRecord(session_, *ui_->videoView, delivery_.rotation());
 }
 void LumroScanner::onBookFlat()
 {

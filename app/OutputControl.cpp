@@ -14,7 +14,8 @@ OutputControl::OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& st
                        ImgMerge(first, second, savePath);
                    }),
       pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window),
-      barcodeScan_(desk, camera), textScan_(desk, TextScan::installedModels())
+      barcodeScan_(desk, camera), textScan_(desk, TextScan::installedModels()),
+      recording_(desk, camera, window)
 {
     connect(&desk, &MainDesk::documentMade, this, [this](const QString& path, QPixmap icon) {
         strip_.AddImage(icon, path, -1);
@@ -42,6 +43,12 @@ void OutputControl::onPdfEx(const CameraSession& session, const VideoView& view,
         session.device(), size.width(), size.height(), rotation, view.GetResolutionCurrentIndex());
 }
 
+void OutputControl::onRecord(const CameraSession& session, const VideoView& view, int rotation)
+{
+    const int resolution = view.GetResolutionCurrentIndex();
+    recording_.start({session.device(), resolution, view.GetResolutionCurrentText(resolution), rotation});
+}
+
 bool OutputControl::takesFrames() const
 {
     return pdfEx_->takesFrames();
@@ -54,5 +61,6 @@ void OutputControl::setpdfexframedata(const QImage& frame)
 
 void OutputControl::finish()
 {
+    recording_.finish();
     pdfEx_->finish();
 }

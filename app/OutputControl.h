@@ -5,6 +5,7 @@
 #include "PdfExControl.h"
 #include "PdfScan.h"
 #include "PdfSynthesis.h"
+#include "RecordControl.h"
 #include "TextScan.h"
 
 #include <QObject>
@@ -37,12 +38,14 @@ public:
     void onPdfEx(const CameraSession& session, const VideoView& view, int rotation);
     void onBarcode() { barcodeScan_.scan(); }
     void onOcr() { textScan_.scan(); }
+    void onRecord(const CameraSession& session, const VideoView& view, int rotation);
+    void record(void* image) { recording_.record(image); } ///< capture thread: every frame
     void SynthesizePdf() { pdfSynthesis_.SynthesizePdf(); }
     bool drawImageToPDF(const QStringList& images) { return pdfSynthesis_.drawImageToPDF(images); }
     /// Whether the live frames go to the multi-page dialog. Thread-safe, as is setpdfexframedata().
     bool takesFrames() const;
     void setpdfexframedata(const QImage& frame);
-    /// Waits for what is being written; for the end of the program.
+    /// Ends a recording and waits for what is being written; for the end of the program.
     void finish();
 
 private:
@@ -55,4 +58,5 @@ private:
     PdfSynthesis pdfSynthesis_;
     BarcodeScan barcodeScan_;
     TextScan textScan_;
+    RecordControl recording_;
 };

@@ -53,6 +53,12 @@ QString FileNaming::getImagePath() const
     return QStringLiteral("%1/%2_%3.%4").arg(directory, prefix, number, extension);
 }
 
+QString FileNaming::stampedPath(const QString& folder, const QString& extension)
+{
+    const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss"));
+    return QStringLiteral("%1/%2.%3").arg(folder, now, extension);
+}
+
 int FileNaming::getNameIndex(const QString& directory, const QString& prefix, const QString& extension)
 {
     int highest = -1;

@@ -19,6 +19,9 @@ public:
     /// Full path of the next file; empty when there is no folder for it.
     QString getImagePath() const;
 
+    /// Where a document, named by the present second, goes: `folder`/yyyyMMddhhmmss.`extension`.
+    static QString stampedPath(const QString& folder, const QString& extension);
+
     /// One more than the highest serial number that `prefix` has in `directory` among files whose names
     /// contain `extension`; 0 without any. A field that is no number counts as 0.
     static int getNameIndex(const QString& directory, const QString& prefix, const QString& extension);

@@ -20,6 +20,8 @@ void FrameDelivery::onFrame(void* image, int width, int height)
     rotate(image, width, height);
     if (pageCheck_ && frameCount_ % pageInterval == 0)
         pageCheck_(image);
+    if (recorder_)
+        recorder_(image);
     const QImage picture = toPicture(image, width, height);
     channel_.offer(image);
     show_(picture);

@@ -28,6 +28,8 @@ public:
     void onSecondFrame(std::function<void()> call) { secondFrame_ = std::move(call); }
     void setPaperSizeCheck(Inspect check) { paperSizeCheck_ = std::move(check); }
     void setPageCheck(Inspect check) { pageCheck_ = std::move(check); }
+    /// Gets every frame, turned as it is shown.
+    void setRecorder(Inspect record) { recorder_ = std::move(record); }
 
     /// Capture thread. `image` is turned in place; a null image is ignored.
     void onFrame(void* image, int width, int height);
@@ -57,6 +59,7 @@ private:
     std::function<void()> secondFrame_;
     Inspect paperSizeCheck_;
     Inspect pageCheck_;
+    Inspect recorder_;
     PreviewBuffers buffers_;
     std::atomic<int> rotation_{0};
     std::atomic<int> croppingMode_{0};

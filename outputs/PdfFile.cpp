@@ -1,8 +1,7 @@
 #include "PdfFile.h"
 
+#include "FileNaming.h"
 #include "mirvakcamera.h"
-
-#include <QDateTime>
 
 #include <mutex>
 
@@ -23,8 +22,7 @@ pdfFile::write(MirvakCamera& camera, const QStringList& pictures, const QString&
 
 QString pdfFile::pathIn(const QString& folder)
 {
-    const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss"));
-    return folder + QStringLiteral("%1%2").arg(QStringLiteral("/"), now) + QStringLiteral(".pdf");
+    return FileNaming::stampedPath(folder, QStringLiteral("pdf"));
 }
 
 QPixmap pdfFile::icon()

@@ -3,6 +3,7 @@
 #include "CaptureDesk.h"
 #include "Dialogs.h"
 #include "FileNaming.h"
+#include "FolderOffer.h"
 #include "PdfFile.h"
 #include "PictureCoding.h"
 #include "Settings.h"
@@ -11,12 +12,9 @@
 #include <QDate>
 #include <QFileDialog>
 #include <QImageReader>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QPushButton>
 #include <QSaveFile>
-#include <QUrl>
 
 #include <cstdio>
 
@@ -24,11 +22,6 @@ namespace {
 
 constexpr int dotsPerInch = 300;
 constexpr int margin = 30; // points, the writer's own unit
-
-QString folderOf(const QString& path)
-{
-    return path.left(path.lastIndexOf(QLatin1Char('/')));
-}
 
 struct WaitCursor
 {
@@ -148,15 +141,10 @@ void PdfSynthesis::drawPage(QPainter& painter, const QRect& area, const QImage& 
 
 void PdfSynthesis::offerFolder()
 {
-    QMessageBox box;
-    box.setWindowTitle(tr("Tip"));
-    box.setText(tr("PDF"));
-    box.setInformativeText(tr("Do you want to open the PDF directory?"));
-    box.setStandardButtons(QMessageBox::Open | QMessageBox::Ok);
-    box.button(QMessageBox::Open)->setText(tr("Open PDF directory"));
-    box.button(QMessageBox::Ok)->setText(tr("Finish"));
-    box.setDefaultButton(QMessageBox::Ok);
-    if (Dialogs::instance().ask(box) == QMessageBox::Open && !lastPath_.isEmpty() &&
-        !Dialogs::instance().openUrl(QUrl::fromLocalFile(folderOf(lastPath_))))
-        std::fprintf(stderr, "nothing opens %s\n", qPrintable(folderOf(lastPath_)));
+    const FolderOffer offer{tr("Tip"),
+                            tr("PDF"),
+                            tr("Do you want to open the PDF directory?"),
+                            tr("Open PDF directory"),
+                            tr("Finish")};
+    offer.make(lastPath_);
 }

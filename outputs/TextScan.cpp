@@ -6,19 +6,12 @@
 #include "mirvakocr.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QPixmap>
 
 namespace {
 
 constexpr std::chrono::seconds frameTimeout(10);
 constexpr std::chrono::seconds reminderInterval(4);
-
-QString nowIn(const QString& folder)
-{
-    const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmss"));
-    return QStringLiteral("%1/%2.rtf").arg(folder, now);
-}
 
 } // namespace
 
@@ -92,7 +85,7 @@ TextScan::Result TextScan::recognise(MirvakOCR& engine, const QString& picture)
         ConfigSettings store;
         const QString folder = FileNaming(store).targetDirectory();
         if (!folder.isEmpty()) {
-            result.document = nowIn(folder);
+            result.document = FileNaming::stampedPath(folder, QStringLiteral("rtf"));
             result.isWritten = engine.MirvakOCR_Save(result.document.toUtf8().constData()) == MIRVAK_OCR_OK;
         }
     }

@@ -489,6 +489,33 @@
     </message>
 </context>
 <context>
+    <name>RecordControl</name>
+    <message>
+        <source>Tips</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>Recording stopped, please adjust the resolution to 1600 * 1200</source>
+        <translation>Recording stopped, please adjust the resolution to 1600 * 1200</translation>
+    </message>
+    <message>
+        <source>The video could not be recorded.</source>
+        <translation>The video could not be recorded.</translation>
+    </message>
+    <message>
+        <source>The recording goes on. The video button shows its window again.</source>
+        <translation>The recording goes on. The video button shows its window again.</translation>
+    </message>
+    <message>
+        <source>Nothing was recorded: the camera delivered no picture.</source>
+        <translation>Nothing was recorded: the camera delivered no picture.</translation>
+    </message>
+    <message>
+        <source>The recording has ended early; what was recorded until then is saved.</source>
+        <translation>The recording has ended early; what was recorded until then is saved.</translation>
+    </message>
+</context>
+<context>
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
@@ -891,6 +918,41 @@
     <message>
         <source>Freeze the picture</source>
         <translation>Freeze the picture</translation>
+    </message>
+</context>
+<context>
+    <name>VideoRecord</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Recording video:</source>
+        <translation>Recording video:</translation>
+    </message>
+    <message>
+        <source>Video Record</source>
+        <translation>Video Record</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>Tip</translation>
+    </message>
+    <message>
+        <source>Record finished</source>
+        <translation>Record finished</translation>
+    </message>
+    <message>
+        <source>Do you want to open the video directory?</source>
+        <translation>Do you want to open the video directory?</translation>
+    </message>
+    <message>
+        <source>Open Directory</source>
+        <translation>Open Directory</translation>
+    </message>
+    <message>
+        <source>Finish</source>
+        <translation>Finish</translation>
     </message>
 </context>
 <context>

@@ -489,6 +489,33 @@
     </message>
 </context>
 <context>
+    <name>RecordControl</name>
+    <message>
+        <source>Tips</source>
+        <translation>Подсказка</translation>
+    </message>
+    <message>
+        <source>Recording stopped, please adjust the resolution to 1600 * 1200</source>
+        <translation>Запись остановлена, установите разрешение 1600 * 1200</translation>
+    </message>
+    <message>
+        <source>The video could not be recorded.</source>
+        <translation>Не удалось записать видео.</translation>
+    </message>
+    <message>
+        <source>The recording goes on. The video button shows its window again.</source>
+        <translation>Запись продолжается. Кнопка видео снова покажет её окно.</translation>
+    </message>
+    <message>
+        <source>Nothing was recorded: the camera delivered no picture.</source>
+        <translation>Ничего не записано: камера не передала изображение.</translation>
+    </message>
+    <message>
+        <source>The recording has ended early; what was recorded until then is saved.</source>
+        <translation>Запись прервалась раньше времени; записанное до этого сохранено.</translation>
+    </message>
+</context>
+<context>
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
@@ -891,6 +918,41 @@
     <message>
         <source>Freeze the picture</source>
         <translation>Остановить изображение</translation>
+    </message>
+</context>
+<context>
+    <name>VideoRecord</name>
+    <message>
+        <source>Stop</source>
+        <translation>Стоп</translation>
+    </message>
+    <message>
+        <source>Recording video:</source>
+        <translation>Запись видео:</translation>
+    </message>
+    <message>
+        <source>Video Record</source>
+        <translation>Запись видео</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>Подсказка</translation>
+    </message>
+    <message>
+        <source>Record finished</source>
+        <translation>Запись завершена</translation>
+    </message>
+    <message>
+        <source>Do you want to open the video directory?</source>
+        <translation>Открыть папку с видео?</translation>
+    </message>
+    <message>
+        <source>Open Directory</source>
+        <translation>Открыть папку</translation>
+    </message>
+    <message>
+        <source>Finish</source>
+        <translation>Готово</translation>
     </message>
 </context>
 <context>

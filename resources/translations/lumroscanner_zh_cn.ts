@@ -489,6 +489,33 @@
     </message>
 </context>
 <context>
+    <name>RecordControl</name>
+    <message>
+        <source>Tips</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Recording stopped, please adjust the resolution to 1600 * 1200</source>
+        <translation>录像已停止，请将分辨率调整为 1600 * 1200</translation>
+    </message>
+    <message>
+        <source>The video could not be recorded.</source>
+        <translation>无法录制视频。</translation>
+    </message>
+    <message>
+        <source>The recording goes on. The video button shows its window again.</source>
+        <translation>录像仍在继续。按录像按钮可再次显示其窗口。</translation>
+    </message>
+    <message>
+        <source>Nothing was recorded: the camera delivered no picture.</source>
+        <translation>没有录到内容：摄像头没有画面。</translation>
+    </message>
+    <message>
+        <source>The recording has ended early; what was recorded until then is saved.</source>
+        <translation>录像提前结束，此前录制的内容已保存。</translation>
+    </message>
+</context>
+<context>
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
@@ -891,6 +918,41 @@
     <message>
         <source>Freeze the picture</source>
         <translation>画面定格</translation>
+    </message>
+</context>
+<context>
+    <name>VideoRecord</name>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Recording video:</source>
+        <translation>正在录制视频：</translation>
+    </message>
+    <message>
+        <source>Video Record</source>
+        <translation>视频录制</translation>
+    </message>
+    <message>
+        <source>Tip</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Record finished</source>
+        <translation>录制完成</translation>
+    </message>
+    <message>
+        <source>Do you want to open the video directory?</source>
+        <translation>是否打开视频所在文件夹？</translation>
+    </message>
+    <message>
+        <source>Open Directory</source>
+        <translation>打开所在文件夹</translation>
+    </message>
+    <message>
+        <source>Finish</source>
+        <translation>完成</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QSize>
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+class CaptureDesk;
+class MirvakCamera;
+class MirvakRecord;
+class QWidget;
+class VideoRecord;
+
+/// Records the main camera's frames into an MP4 file in the save directory, with a small window that counts
+/// the seconds. GUI thread only, except record().
+class RecordControl : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Where the frames come from.
+    struct Source
+    {
+        void* device = nullptr;
+        int resolutionIndex = -1;
+        QString resolutionText; ///< "width * height"
+        int rotation = 0;       ///< quarter turns of the view
+    };
+
+    /// `desk` and `camera` are borrowed for the life of this object; the record window belongs to `window`.
+    RecordControl(CaptureDesk& desk, MirvakCamera& camera, QWidget& window, QObject* parent = nullptr);
+    /// Ends a recording that runs.
+    ~RecordControl() override;
+
+    /// Behind the video button. While a recording runs whose window was closed, shows that window again.
+    void start(const Source& source);
+    /// Ends a recording that runs, without questions; its file is complete.
+    void finish();
+    bool isRecording() const { return recording_; } ///< thread-safe
+
+    /// Capture thread: hands a frame to the recording, if one runs. Frames of another size are left out.
+    void record(void* image);
+
+    const VideoRecord* window() const { return recordWindow_; } ///< null before the first recording
+
+private:
+    QSize sizeOf(const Source& source) const;
+    void open(const QString& path, QSize size);
+    void makeParts();
+    void stop();
+    void list(const QString& path);
+    void tellEnded();
+
+    CaptureDesk& desk_;
+    MirvakCamera& camera_;
+    QWidget& window_;
+    VideoRecord* recordWindow_ = nullptr;
+    std::unique_ptr<MirvakRecord> recorder_; ///< made for the first recording, before recording_ is set
+    QSize size_;                             ///< of the recording; the same
+    QElapsedTimer running_;
+    std::atomic<bool> recording_{false};
+    std::atomic<bool> failed_{false};   ///< the recording has ended by itself
+    std::vector<unsigned char> pixels_; ///< of the capture thread
+};

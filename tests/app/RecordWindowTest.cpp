@@ -1,0 +1,101 @@
+// Films, as the window's user meets them.
+#include "WindowFixture.h"
+
+#include "VideoRecord.h"
+
+#include <QtEndian>
+
+#include <random>
+
+namespace {
+
+class RecordWindowTest : public LumroScannerTest
+{
+protected:
+    RecordWindowTest()
+    {
+        Dialogs::instance().ask = [](QMessageBox&) { return QMessageBox::Ok; };
+        Dialogs::instance().information = [this](QWidget*, const QString&, const QString& text, auto) {
+            messages_ << text;
+            return QMessageBox::Ok;
+        };
+    }
+    VideoRecord* box() const { return window_->findChild<VideoRecord*>(); }
+    void pressStop() const
+    {
+        if (box() && box()->isVisible())
+            QTest::mouseClick(box()->findChild<QPushButton*>(QStringLiteral("ButtonStop")), Qt::LeftButton);
+    }
+    /// The names of the file's boxes; empty when one is cut off.
+    QStringList boxesOf(const QString& name) const
+    {
+        QFile file(pictures() + QLatin1Char('/') + name);
+        file.open(QIODevice::ReadOnly);
+        QStringList names;
+        while (!file.atEnd()) {
+            const QByteArray head = file.read(8);
+            const qint64 size = head.size() == 8 ? qFromBigEndian<quint32>(head.constData()) : 0;
+            if (size < 8 || !file.seek(file.pos() + size - 8) || file.pos() > file.size())
+                return {};
+            names << QString::fromLatin1(head.mid(4));
+        }
+        return names;
+    }
+};
+
+TEST_F(RecordWindowTest, TheVideoButtonFilmsUntilItIsStopped)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnRecord");
+    ASSERT_TRUE(box() && box()->isVisible());
+    const auto* time = box()->findChild<QLabel*>(QStringLiteral("labelTime"));
+    EXPECT_TRUE(QTest::qWaitFor([=] { return time->text().endsWith(QStringLiteral(" 1s")); }));
+    pressStop();
+    ASSERT_EQ(files().size(), 1);
+    const QStringList boxes = boxesOf(files().first());
+    EXPECT_LT(boxes.indexOf(QStringLiteral("moov")), boxes.indexOf(QStringLiteral("mdat")))
+        << "starts at once";
+    EXPECT_TRUE(boxes.contains(QStringLiteral("moov")));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 1; }));
+    window_->setMergePending(true);
+    click("btnRecord");
+    EXPECT_FALSE(box()->isVisible());
+    EXPECT_EQ(files().size(), 1);
+}
+
+TEST_F(RecordWindowTest, EveryOrderOfStartStopUnplugAndCloseLeavesWholeFiles)
+{
+    for (unsigned seed = 1; seed <= 5; ++seed) {
+        std::mt19937 random(seed);
+        const auto pick = [&](int count) {
+            return static_cast<int>(random() % static_cast<unsigned>(count));
+        };
+        useDesk(camera("unplug_after = " + std::to_string(0.3 + 0.2 * pick(5)) + ";"));
+        show();
+        ASSERT_TRUE(waitForPicture());
+        for (int step = 0; step < 8; ++step) {
+            switch (pick(4)) {
+            case 0:
+            case 1:
+                window_->onRecord();
+                break;
+            case 2:
+                pressStop();
+                break;
+            default:
+                if (box())
+                    box()->close();
+            }
+            QTest::qWait(pick(150));
+        }
+        window_->close();
+        window_.reset();
+        for (const QString& file : files())
+            EXPECT_TRUE(boxesOf(file).contains(QStringLiteral("moov")))
+                << qPrintable(file) << ", order " << seed;
+    }
+}
+
+} // namespace
