@@ -19,7 +19,7 @@ fi
 need_tools
 export LUMRO_DESK=${LUMRO_DESK:-$(dirname "$(dirname "$program")")/share/desk/desk.cfg}
 mkdir -p "$shots"
-rm -f "$shots"/IMAGE_*.jpg "$shots"/*.pdf "$shots"/*.rtf "$shots"/*.png
+rm -f "$shots"/IMAGE_*.jpg "$shots"/*.pdf "$shots"/*.rtf "$shots"/*.mp4 "$shots"/*.png
 
 number=0
 shoot() { # NAME

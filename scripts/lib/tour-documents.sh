@@ -1,4 +1,4 @@
-# The tour's third part: PDF, recognised text and codes of what lies before the camera.
+# The tour's third part: PDF, recognised text, codes and films of what lies before the camera.
 # Source it after tour-scans.sh.
 
 pdfs() { find "$shots" -name '*.pdf' | sort; }
@@ -86,6 +86,34 @@ copied_every_code() {
     done < <(tail -n +2 "$made_pictures/codes.csv" | cut -d, -f6-)
 }
 
+films() { find "$shots" -name '*.mp4'; }
+has_film() { [ -n "$(films)" ]; }
+
+film() {
+    local film seconds
+    lay_cards
+    start_over
+    click btnRecord
+    await "the window of the recording" is_there VideoRecord
+    sleep 2
+    shoot recording
+    sleep 2
+    click ButtonStop VideoRecord
+    await "the question after the recording" is_there FolderOffer
+    shoot recorded
+    click buttonFinish FolderOffer
+    await "the end of the question" is_gone FolderOffer
+    await "the end of the window of the recording" is_gone VideoRecord
+    await "the film" has_film
+    film=$(films | tail -n 1)
+    shoot film-in-the-strip
+    close_program
+    command -v ffprobe >/dev/null || return 0
+    seconds=$(ffprobe -v error -show_entries format=duration -of csv=p=0 "$film")
+    [ "${seconds%.*}" -ge 4 ] && [ "${seconds%.*}" -le 8 ] || fail "${film##*/} lasts $seconds s"
+    ffmpeg -v error -y -ss 2 -i "$film" -frames:v 1 "$shots/frame-of-the-film.png"
+}
+
 documents() {
     lay_cards
     start_over
@@ -95,4 +123,5 @@ documents() {
     recognised_text 1 03-english-text.jpg "The Ferryman's Ledger"
     recognised_text 2 05-russian-text.jpg '\u1063?\u1072?\u1089?\u1099?' # the first word
     codes
+    film
 }
