@@ -22,6 +22,7 @@ namespace {
 constexpr int width = 1600, height = 1200, rate = 30;
 constexpr int frameBytes = width * height * 3;
 constexpr int seconds = 10;
+constexpr int runs = 2;
 constexpr int framesMade = 30; ///< played round and round, without a jump at the seam
 
 using Seconds = std::chrono::duration<double>;
@@ -132,15 +133,16 @@ double processorTime(const std::vector<std::string>& command)
     return inSeconds(used.ru_utime) + inSeconds(used.ru_stime);
 }
 
-/// The same settings as the library's.
+/// The same settings as the library's, at the same pace.
 std::vector<std::string> ffmpegCommand(const std::string& frames, const std::string& film)
 {
-    const int threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()) - 1, 1, 4);
+    const int threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4);
     return {"ffmpeg",
             "-v",
             "error",
             "-nostdin",
             "-y",
+            "-re",
             "-f",
             "rawvideo",
             "-pix_fmt",
@@ -189,8 +191,13 @@ int main(int argc, char** argv)
     const std::string film = std::string(folder) + "/film.mp4";
     const std::string other = std::string(folder) + "/other.mp4";
     makeFrames(frames);
-    const double own = processorTime({"/proc/self/exe", frames, film});
-    const double command = processorTime(ffmpegCommand(frames, other));
+    // What a virtual machine has not touched for a while comes from its host first: that is not measured.
+    std::vector<uint8_t>(512 << 20, 1).clear();
+    double own = 1e9, command = 1e9;
+    for (int i = 0; i < runs; ++i) { // in turns, so that both see the same load
+        own = std::min(own, processorTime({"/proc/self/exe", frames, film}));
+        command = std::min(command, processorTime(ffmpegCommand(frames, other)));
+    }
     print("processor's time / the ffmpeg command, seconds", own, command, 1.1);
     for (const std::string& file : {frames, film, other})
         unlink(file.c_str());
