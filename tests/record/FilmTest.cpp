@@ -151,7 +151,7 @@ TEST_F(FilmTest, PlaysUpToTheMomentWhereTheDiskIsFull)
     auto film = opened(large);
     int taken = 0;
     {
-        const DiskFullAt limit(9'000'000); // some two seconds of noise
+        const DiskFullAt limit(2'000'000); // some two seconds of noise
         taken = fillDisk(*film);
         EXPECT_FALSE(film->close());
     }

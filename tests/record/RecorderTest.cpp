@@ -60,21 +60,21 @@ TEST_F(RecorderTest, FilmsByItsClock)
     while (slot < 20)
         ASSERT_EQ(filmTwo(), MIRVAK_RECORD_OK);
     EXPECT_EQ(recorder.write(noiseFrame(format, 1).data(), 10), MIRVAK_RECORD_WRONG_SIZE);
-    time = milliseconds(2000).count() * 1'000'000;
+    time = milliseconds(1500).count() * 1'000'000;
     EXPECT_EQ(recorder.stop(), MIRVAK_RECORD_OK);
     EXPECT_EQ(recorder.write(noiseFrame(format, 1).data(), format.frameBytes()), MIRVAK_RECORD_NOT_RECORDING);
-    EXPECT_EQ(recorder.counts().written, 60);
-    EXPECT_EQ(recorder.counts().repeated, 40);
+    EXPECT_EQ(recorder.counts().written, 45);
+    EXPECT_EQ(recorder.counts().repeated, 25);
     EXPECT_EQ(recorder.counts().dropped, 0);
     EXPECT_EQ(recorder.refused(), 1);
-    EXPECT_EQ(tools::filmFacts(path)["duration"], "2.000000");
-    EXPECT_EQ(tools::filmFacts(path)["nb_read_frames"], "60");
+    EXPECT_EQ(tools::filmFacts(path)["duration"], "1.500000");
+    EXPECT_EQ(tools::filmFacts(path)["nb_read_frames"], "45");
 }
 
 TEST_F(RecorderTest, EndsByItselfWhenTheDiskIsFull)
 {
     ASSERT_EQ(recorder.start(), MIRVAK_RECORD_OK);
-    const DiskFullAt limit(9'000'000);
+    const DiskFullAt limit(2'000'000);
     filmToTheEnd();
     EXPECT_TRUE(recorder.plays());
     EXPECT_EQ(tools::filmComplaints(path), "");

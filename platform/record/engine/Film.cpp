@@ -8,6 +8,7 @@ Film::Film(std::string path, const VideoFormat& format, std::vector<EncoderChoic
           return file_.write(packet, encoder);
       })
 {
+    av_log_set_level(AV_LOG_QUIET); // failures print one line of our own
 }
 
 // The encoder first: a file of that name must not be lost for nothing.

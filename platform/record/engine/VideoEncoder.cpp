@@ -7,10 +7,10 @@ namespace mirvak {
 
 namespace {
 
-// One core stays free for the preview. More threads than four gain nothing at these sizes.
+// They yield to the preview's. More than four gain nothing at these sizes.
 int threadCount()
 {
-    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()) - 1, 1, 4);
+    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4);
 }
 
 // For encoders without a constant quality: 0.12 bits a pixel keep print readable.
