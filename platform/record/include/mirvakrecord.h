@@ -52,7 +52,8 @@ public:
     /// Encodes what waits and closes the file, which then is complete and plays. Where that takes no longer
     /// than 0.3 s it is also rewritten in the form that begins with its index, for players over a network; a
     /// longer rewriting goes on in the background, beside the file, which it replaces at its end. The next
-    /// Start and the destructor wait for it, and abandon it after three seconds. NOT_RECORDING, NO_FRAME; as
+    /// Stop and the destructor wait for it, and abandon it after three seconds; so does a Start with the same
+    /// path. NOT_RECORDING, NO_FRAME; as
     /// from Write when the recording had ended by itself.
     int MirvakRecord_Stop();
     /// How the recording goes, or how the last one went: frames of the film, how many of them repeat the one

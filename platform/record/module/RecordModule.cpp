@@ -27,7 +27,8 @@ public:
     {
         if (recording())
             return MIRVAK_RECORD_BUSY;
-        copies_.settle(); // it may be a file of this name
+        if (path == path_)
+            copies_.settle(); // its file is about to be replaced
         const auto recorder = std::make_shared<Recorder>(
             path, mirvak::VideoFormat{width, height, framesPerSecond}, mirvak::encoderChoices(wasLate_));
         const MirvakRecordResult result = recorder->start();
@@ -38,6 +39,7 @@ public:
                     width,
                     height,
                     framesPerSecond);
+        std::fflush(stdout);
         path_ = path;
         const std::lock_guard lock(mutex_);
         recorder_ = recorder;
@@ -92,6 +94,7 @@ private:
                     counts.dropped,
                     recorder.refused(),
                     recorder.encoderName().c_str());
+        std::fflush(stdout);
         wasLate_ = wasLate_ || counts.dropped * 100 > counts.written; // a machine does not grow faster
     }
 
