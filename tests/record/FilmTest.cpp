@@ -78,6 +78,8 @@ TEST_F(FilmTest, AnEmptySlotShowsTheFrameBeforeItLonger)
     for (const int slot : {0, 1, 4, 40, 95})
         ASSERT_TRUE(film->add(greyFrame(small, levelOf(slot)).data(), slot));
     ASSERT_TRUE(film->close());
+    const std::vector<std::string> boxes = tools::boxesOf(path);
+    EXPECT_EQ(std::count(boxes.begin(), boxes.end(), "moof"), 3) << "fragments grew with the empty slots";
     EXPECT_THAT(tools::filmSlots(path), ElementsAre(0, 1, 4, 40, 95));
     EXPECT_EQ(tools::filmFacts(path)["duration"], "3.200000");
     EXPECT_EQ(tools::filmComplaints(path), "");

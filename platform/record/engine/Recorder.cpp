@@ -128,6 +128,12 @@ bool Recorder::open(std::promise<MirvakRecordResult>& opened)
         const std::lock_guard lock(mutex_);
         begin_ = clock_();
         state_ = State::running;
+        std::printf("record: %s, %d x %d, %d frames a second\n",
+                    film_.encoderName().c_str(),
+                    format_.filmWidth(),
+                    format_.filmHeight(),
+                    format_.framesPerSecond);
+        std::fflush(stdout);
     }
     opened.set_value(result);
     return result == MIRVAK_RECORD_OK;

@@ -26,7 +26,8 @@ public:
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    /// Returns when encoder and file are ready; the film begins at that moment.
+    /// Returns when encoder and file are ready; the film begins at that moment. Prints the encoder on
+    /// standard output.
     MirvakRecordResult start();
     MirvakRecordResult write(const uint8_t* rgb, size_t bytes);
     /// Returns when the file is closed. NO_FRAME: there is no file.
@@ -36,7 +37,7 @@ public:
     int refused() const;                         ///< frames of a wrong size
     MirvakRecordResult result() const;           ///< what has ended the recording by itself, or OK
     bool plays() const { return film_.plays(); } ///< after stop()
-    const std::string& encoderName() const { return film_.encoderName(); } ///< after start() or stop()
+    const std::string& encoderName() const { return film_.encoderName(); } ///< after stop()
 
     static std::chrono::nanoseconds steadyClock();
 

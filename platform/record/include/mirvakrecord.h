@@ -53,8 +53,7 @@ public:
     /// than 0.3 s it is also rewritten in the form that begins with its index, for players over a network; a
     /// longer rewriting goes on in the background, beside the file, which it replaces at its end. The next
     /// Stop and the destructor wait for it, and abandon it after three seconds; so does a Start with the same
-    /// path. NOT_RECORDING, NO_FRAME; as
-    /// from Write when the recording had ended by itself.
+    /// path. NOT_RECORDING, NO_FRAME; as from Write when the recording had ended by itself.
     int MirvakRecord_Stop();
     /// How the recording goes, or how the last one went: frames of the film, how many of them repeat the one
     /// before, frames of the camera that were dropped because the encoder was late. NOT_RECORDING: none yet.

@@ -34,12 +34,6 @@ public:
         const MirvakRecordResult result = recorder->start();
         if (result != MIRVAK_RECORD_OK)
             return result;
-        std::printf("record: %s, %d x %d, %d frames a second\n",
-                    recorder->encoderName().c_str(),
-                    width,
-                    height,
-                    framesPerSecond);
-        std::fflush(stdout);
         path_ = path;
         const std::lock_guard lock(mutex_);
         recorder_ = recorder;
@@ -64,7 +58,7 @@ public:
             last_ = Last{recorder->counts(), recorder->result()};
             recorder_ = nullptr; // its buffers are large
         }
-        if (recorder->plays())
+        if (recorder->plays() && result != MIRVAK_RECORD_IO_ERROR) // that has been reported, and lasts
             copies_.start(path_, waitForPlainFile);
         return result;
     }
