@@ -1,5 +1,6 @@
 #include "Recorder.h"
 
+#include <array>
 #include <cstdio>
 #include <cstring>
 #include <pthread.h>
@@ -142,6 +143,7 @@ bool Recorder::open(std::promise<MirvakRecordResult>& opened)
 void Recorder::film()
 {
     try {
+        touchBuffers();
         while (filmNext()) {
         }
         if (!film_.close() && result() == MIRVAK_RECORD_OK)
@@ -150,6 +152,21 @@ void Recorder::film()
         end(MIRVAK_RECORD_NO_MEMORY, failure.what());
         film_.close();
     }
+}
+
+// Fresh memory is slow when it is first written: that is not left to the camera's thread.
+void Recorder::touchBuffers()
+{
+    std::array<FrameBuffer, 3> buffers; // as many as are in use while the encoder keeps up
+    std::unique_lock lock(mutex_);
+    for (FrameBuffer& buffer : buffers)
+        buffer = schedule_.emptyBuffer();
+    lock.unlock();
+    for (const FrameBuffer& buffer : buffers)
+        std::memset(buffer.get(), 0, format_.frameBytes());
+    lock.lock();
+    for (FrameBuffer& buffer : buffers)
+        schedule_.giveBack(std::move(buffer));
 }
 
 bool Recorder::filmNext()

@@ -47,6 +47,7 @@ private:
     void run(std::promise<MirvakRecordResult> opened);
     bool open(std::promise<MirvakRecordResult>& opened);
     void film();
+    void touchBuffers();
     bool filmNext();
     bool show(Schedule::Step& step);
     void end(MirvakRecordResult result, const std::string& why);

@@ -6,7 +6,7 @@ namespace mirvak {
 
 FrameQueue::FrameQueue(size_t frameBytes, size_t capacity) : frameBytes_(frameBytes), capacity_(capacity)
 {
-    empty_.reserve(capacity + 2); // giving back must not fail
+    empty_.reserve(capacity + 4); // giving back must not fail: one being filled, three elsewhere
 }
 
 FrameBuffer FrameQueue::emptyBuffer()
