@@ -54,7 +54,8 @@ TEST(DecoderPool, AHelperThatDiesIsReplacedAndItsPictureTriedAgain)
     std::vector<pid_t> killed;
     {
         DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
-        std::vector<DecoderPool::Job> jobs{jobFor("FIRST", read), jobFor("SECOND", read), jobFor("THIRD", read)};
+        std::vector<DecoderPool::Job> jobs{
+            jobFor("FIRST", read), jobFor("SECOND", read), jobFor("THIRD", read)};
         // Drawing happens before the question is asked: the helper of an earlier picture dies under the next.
         jobs[2].draw = [&, draw = jobs[2].draw](cv::Mat& canvas) {
             draw(canvas);

@@ -17,8 +17,6 @@
 
 #include <thread>
 
-
-
 namespace {
 
 class RecordControlTest : public ::testing::Test
