@@ -16,4 +16,5 @@ LUMRO_DESK=$folder/share/desk/desk.cfg "$folder/benchmarks/bench_start" \
 "$folder/benchmarks/bench_pdf"
 "$folder/benchmarks/bench_ocr"
 "$folder/benchmarks/bench_record"
+"$folder/benchmarks/bench_filming"
 "$folder/benchmarks/bench_memory" "${LUMRO_BENCH_MINUTES:-10}"
