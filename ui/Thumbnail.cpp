@@ -4,6 +4,7 @@
 #include "ImagePrint.h"
 #include "Settings.h"
 #include "ThumbnailDelegate.h"
+#include "ThumbnailList.h"
 #include "ThumbnailLoader.h"
 
 #include <QContextMenuEvent>
@@ -13,36 +14,14 @@
 #include <QGestureEvent>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QListWidget>
 #include <QMenu>
 #include <QPrinter>
-#include <QScroller>
 #include <QUrl>
 #include <QVBoxLayout>
 
 #include <cstdio>
 
 namespace {
-
-constexpr int nameHeight = 50; // px of an entry that its picture leaves to the name
-
-QString pathOf(const QListWidgetItem* item)
-{
-    return item->data(Qt::UserRole).toString();
-}
-
-QString fileNameOf(const QString& path)
-{
-    const int slash = path.lastIndexOf(QLatin1Char('/'));
-    return path.mid((slash >= 0 ? slash : path.lastIndexOf(QLatin1Char('\\'))) + 1);
-}
-
-QIcon iconOf(const QPixmap& picture)
-{
-    QIcon icon(picture);
-    icon.addPixmap(picture, QIcon::Selected); // else the style would tint a selected picture
-    return icon;
-}
 
 void removeFile(const QString& path)
 {
@@ -60,14 +39,15 @@ void openOnDesktop(const QString& path)
 } // namespace
 
 Thumbnail::Thumbnail(QWidget* parent)
-    : QWidget(parent), title_(new QLabel(tr("Thumbnail"), this)), list_(new QListWidget(this)),
+    : QWidget(parent), title_(new QLabel(tr("Thumbnail"), this)), list_(new ThumbnailList(this)),
       menu_(new QMenu(this)), watcher_(new QFileSystemWatcher(this)), loader_(new ThumbnailLoader(this))
 {
     title_->setObjectName(QStringLiteral("LabelThumbnailTitle"));
     title_->setAlignment(Qt::AlignCenter);
     title_->setMargin(4);
-    setUpList();
-    setUpGestures();
+    list_->setAccessibleName(tr("Produced files"));
+    list_->setItemDelegate(new ThumbnailDelegate(*this));
+    list_->viewport()->installEventFilter(this);
     setFocusPolicy(Qt::StrongFocus); // the list itself takes none
     setAccessibleName(tr("Thumbnail"));
 
@@ -86,43 +66,6 @@ Thumbnail::Thumbnail(QWidget* parent)
 
 Thumbnail::~Thumbnail() = default;
 
-void Thumbnail::setUpList()
-{
-    list_->setFocusPolicy(Qt::NoFocus);
-    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list_->setResizeMode(QListView::Adjust);
-    list_->setViewMode(QListView::IconMode);
-    list_->setMovement(QListView::Static);
-    list_->setSpacing(2);
-    list_->setContextMenuPolicy(Qt::CustomContextMenu);
-    list_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    list_->setWrapping(true);
-    list_->setFlow(QListView::LeftToRight);
-    list_->setIconSize(iconSize_);
-    list_->setFrameShape(QFrame::NoFrame);
-    list_->setMouseTracking(true); // hover
-    list_->setAccessibleName(tr("Produced files"));
-    list_->setItemDelegate(new ThumbnailDelegate(*this));
-    list_->setStyleSheet(QStringLiteral(
-        "QListWidget::item{border: none; }        QListWidget::item{color:rgb(255,255,255);"
-        "padding-top:5px;padding-bottom:5px;background:rgb(51, 51, 51, 0%);        "
-        "QListWidget::item:hover{color:rgbrgb(255,255,255);show-decoration-selected:0;"
-        "background:rgb(51, 51, 51, 50%);}        "
-        "QListWidget::item:selected{color:rgbrgb(255,255,255);background:rgb(51, 51, 51, 100%);"
-        "padding:0px;margin:0px;}        "
-        "QListWidget::item:selected:!active{color:rgbrgb(255,255,255);background:rgb(51, 51, 51, 100%);"
-        "padding:0px;margin:0px;}    }"));
-}
-
-void Thumbnail::setUpGestures()
-{
-    list_->setAttribute(Qt::WA_AcceptTouchEvents);
-    QScroller::grabGesture(list_, QScroller::LeftMouseButtonGesture);
-    list_->viewport()->grabGesture(Qt::TapAndHoldGesture);
-    list_->viewport()->installEventFilter(this);
-}
-
 void Thumbnail::AddImage(const QString& path, int index)
 {
     if (GetIndex(path) >= 0)
@@ -132,10 +75,10 @@ void Thumbnail::AddImage(const QString& path, int index)
         std::fprintf(stderr, "no readable picture in %s\n", qPrintable(path));
         return;
     }
-    QPixmap blank(size.scaled(pictureRoom(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    QPixmap blank(size.scaled(list_->pictureRoom(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     blank.fill(QColor(255, 255, 255, 40));
     AddImage(blank, path, index);
-    loader_->load(path, pictureRoom());
+    loader_->load(path, list_->pictureRoom());
 }
 
 void Thumbnail::showPicture(const QString& path, const QImage& picture)
@@ -143,12 +86,8 @@ void Thumbnail::showPicture(const QString& path, const QImage& picture)
     const int row = GetFilePaths().indexOf(path);
     if (row < 0)
         return;
-    if (!picture.isNull()) {
-        QPixmap pixmap = QPixmap::fromImage(picture);
-        pixmap.setDevicePixelRatio(devicePixelRatioF());
-        list_->item(row)->setIcon(iconOf(pixmap));
-        return;
-    }
+    if (!picture.isNull())
+        return list_->setPicture(row, QPixmap::fromImage(picture));
     std::fprintf(stderr, "no readable picture in %s\n", qPrintable(path));
     RemoveItem(row, false);
 }
@@ -158,50 +97,18 @@ void Thumbnail::AddImage(QPixmap& picture, const QString& path, int index)
     if (picture.isNull() || GetIndex(path) >= 0)
         return;
     watcher_->addPath(path);
-    list_->clearSelection();
-    auto* item = new QListWidgetItem(iconOf(scaledToEntry(picture)), fileNameOf(path));
-    item->setSizeHint(iconSize_);
-    item->setTextAlignment(Qt::AlignCenter);
-    item->setData(Qt::UserRole, path);
-    item->setToolTip(path);
-    item->setFlags(item->flags() &
-                   ~Qt::ItemIsDropEnabled); // a dragged one falls between others, not onto one
-    const int row = index >= 0 && index <= list_->count() ? index : list_->count();
-    list_->insertItem(row, item);
-    list_->setCurrentRow(row);
-    list_->scrollToItem(item);
+    list_->insertEntry(picture, path, index);
     Q_EMIT updateui();
-}
-
-/// Of an entry's picture, in px of the display.
-QSize Thumbnail::pictureRoom() const
-{
-    return (QSizeF(iconSize_.width(), iconSize_.height() - nameHeight) * devicePixelRatioF()).toSize();
-}
-
-QPixmap Thumbnail::scaledToEntry(const QPixmap& picture) const
-{
-    QPixmap scaled = picture.scaled(pictureRoom(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    scaled.setDevicePixelRatio(devicePixelRatioF());
-    return scaled;
 }
 
 int Thumbnail::GetIndex(const QString& path) const
 {
-    const QString wanted = path.toLower();
-    for (int row = 0; row < list_->count(); ++row) {
-        if (pathOf(list_->item(row)).toLower() == wanted)
-            return row;
-    }
-    return -1;
+    return list_->rowOf(path);
 }
 
 QStringList Thumbnail::GetFilePaths() const
 {
-    QStringList paths;
-    for (int row = 0; row < list_->count(); ++row)
-        paths.append(pathOf(list_->item(row)));
-    return paths;
+    return list_->paths();
 }
 
 int Thumbnail::Count() const
@@ -211,10 +118,9 @@ int Thumbnail::Count() const
 
 void Thumbnail::RemoveItem(int index, bool deleteFile)
 {
-    const std::unique_ptr<QListWidgetItem> item(list_->takeItem(index));
-    if (!item)
+    const QString path = list_->takePath(index);
+    if (path.isEmpty())
         return;
-    const QString path = pathOf(item.get());
     watcher_->removePath(path);
     if (deleteFile)
         removeFile(path);
@@ -234,24 +140,13 @@ void Thumbnail::onClear(bool deleteFiles)
 
 void Thumbnail::SetIconSize(int width, int height)
 {
-    iconSize_ = QSize(width, height);
-    list_->setIconSize(iconSize_);
+    list_->setEntrySize(QSize(width, height));
 }
 
 void Thumbnail::becomePageList()
 {
     keepsFiles_ = true;
-    // One below the other: only then can an entry be dragged between two others, above or below.
-    list_->setViewMode(QListView::ListMode);
-    list_->setFlow(QListView::TopToBottom);
-    list_->setWrapping(false);
-    list_->setSpacing(2);
-    list_->setIconSize(iconSize_);
-    list_->setDragDropMode(QAbstractItemView::InternalMove);
-    list_->setDefaultDropAction(Qt::MoveAction);
-    // A pressed mouse drags an entry now, a finger still scrolls.
-    QScroller::ungrabGesture(list_);
-    QScroller::grabGesture(list_, QScroller::TouchGesture);
+    list_->becomePageList();
 }
 
 void Thumbnail::onPopupCustomMenu(const QPoint&)
@@ -285,19 +180,24 @@ void Thumbnail::fillMenu()
 
 void Thumbnail::onOpen()
 {
-    onItemDoubleClicked(list_->currentItem());
+    open(list_->pathAt(list_->currentRow()));
 }
 
 void Thumbnail::onItemDoubleClicked(QListWidgetItem* item)
 {
-    if (item && QFile::exists(pathOf(item)))
-        openOnDesktop(pathOf(item));
+    open(list_->pathAt(list_->row(item)));
+}
+
+void Thumbnail::open(const QString& path)
+{
+    if (!path.isEmpty() && QFile::exists(path))
+        openOnDesktop(path);
 }
 
 void Thumbnail::onOpenDir()
 {
-    const QListWidgetItem* item = list_->currentItem();
-    const QString folder = item ? QFileInfo(pathOf(item)).absolutePath() : settings::savePath(settings_);
+    const QString file = list_->pathAt(list_->currentRow());
+    const QString folder = file.isEmpty() ? settings::savePath(settings_) : QFileInfo(file).absolutePath();
     if (!folder.isEmpty())
         openOnDesktop(folder);
 }
@@ -330,30 +230,20 @@ void Thumbnail::onAddImage()
 
 void Thumbnail::onMoveUp()
 {
-    moveCurrent(-1);
+    list_->moveCurrent(-1);
 }
 
 void Thumbnail::onMoveDown()
 {
-    moveCurrent(1);
-}
-
-void Thumbnail::moveCurrent(int step)
-{
-    const int from = list_->currentRow();
-    const int to = from + step;
-    if (from < 0 || to < 0 || to >= list_->count())
-        return;
-    list_->insertItem(to, list_->takeItem(from));
-    list_->setCurrentRow(to);
+    list_->moveCurrent(1);
 }
 
 void Thumbnail::onPrint()
 {
-    const QListWidgetItem* item = list_->currentItem();
-    if (!item || !QFile::exists(pathOf(item)))
+    const QString path = list_->pathAt(list_->currentRow());
+    if (path.isEmpty() || !QFile::exists(path))
         return;
-    const QImage image(pathOf(item));
+    const QImage image(path);
     if (image.isNull()) {
         Dialogs::warn(this, tr("Only pictures can be printed."));
         return;
@@ -375,7 +265,7 @@ void Thumbnail::onFileChanged(const QString& path)
     }
     watcher_->addPath(path); // a file that was replaced has dropped out of the watch
     if (!ThumbnailLoader::sizeOf(path).isEmpty())
-        loader_->load(path, pictureRoom());
+        loader_->load(path, list_->pictureRoom());
 }
 
 void Thumbnail::onLongClicked(int, QListWidgetItem*, QPoint* pos)

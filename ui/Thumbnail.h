@@ -2,15 +2,14 @@
 
 #include "ConfigSettings.h"
 
-#include <QSize>
 #include <QStringList>
 #include <QWidget>
 
 class QFileSystemWatcher;
 class QLabel;
-class QListWidget;
 class QListWidgetItem;
 class QMenu;
+class ThumbnailList;
 class ThumbnailLoader;
 
 /// The strip that lists every file produced since the start, as a picture with its name. An entry is its
@@ -67,21 +66,16 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    void setUpList();
-    void setUpGestures();
     void fillMenu();
-    void moveCurrent(int step);
+    static void open(const QString& path);
     void takeOutSelected();
-    QSize pictureRoom() const;
-    QPixmap scaledToEntry(const QPixmap& picture) const;
     void showPicture(const QString& path, const QImage& picture);
 
     QLabel* title_;
-    QListWidget* list_;
+    ThumbnailList* list_;
     QMenu* menu_;
     QFileSystemWatcher* watcher_;
     ThumbnailLoader* loader_;
-    QSize iconSize_{180, 150};
     bool keepsFiles_ = false;
     bool rightPressed_ = false; ///< by the last press of a mouse button
     ConfigSettings settings_;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QListWidget>
+#include <QSize>
+#include <QStringList>
+
+/// The entries of a strip: a picture with a name, each for one file, known by its full path. GUI thread only.
+class ThumbnailList : public QListWidget
+{
+public:
+    explicit ThumbnailList(QWidget* parent);
+
+    /// At row `index` or, for an index outside the list, at the end; the entry becomes the current one.
+    void insertEntry(const QPixmap& picture, const QString& path, int index);
+    /// `picture` in px of the display.
+    void setPicture(int row, const QPixmap& picture);
+    int rowOf(const QString& path) const; ///< letter case ignored; -1 when not listed
+    QString pathAt(int row) const;        ///< empty outside the list
+    QStringList paths() const;            ///< top to bottom
+    QString takePath(int row);            ///< takes the entry out; its path, empty outside the list
+    void setEntrySize(const QSize& size); ///< px of one entry, its name included
+    QSize pictureRoom() const;            ///< of an entry's picture, in px of the display
+    void moveCurrent(int step);
+    /// Entries one below the other, to be dragged into another order.
+    void becomePageList();
+
+private:
+    QSize entrySize_{180, 150};
+};
