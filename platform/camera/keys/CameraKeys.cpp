@@ -112,13 +112,14 @@ void CameraKeys::addTo(std::vector<pollfd>& entries) const
 
 void CameraKeys::handle(const pollfd* entries, const std::function<void(int)>& press)
 {
-    const bool plugged = entries->revents != 0;
+    bool changed = entries->revents != 0;
     ++entries;
     for (auto input = parts_->inputs.begin(); input != parts_->inputs.end(); ++entries) {
         const bool gone = entries->revents != 0 && !input->second.read(press);
         input = gone ? parts_->inputs.erase(input) : std::next(input);
+        changed = changed || gone; // the next camera may have come under the same name before this one went
     }
-    if (!plugged)
+    if (!changed)
         return;
     while (const Device news{udev_monitor_receive_device(parts_->monitor.get())}) {
     }

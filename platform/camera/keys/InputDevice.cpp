@@ -21,7 +21,8 @@ InputDevice::InputDevice(const std::string& node) : fd_(open(node.c_str(), O_RDO
     libevdev* device = nullptr;
     const int error = fd_.isValid() ? -libevdev_new_from_fd(fd_.get(), &device) : errno;
     device_.reset(device);
-    if (!device)
+    const bool isUnplugged = error == ENODEV || error == ENOENT;
+    if (!device && !isUnplugged)
         std::fprintf(stderr, "camera keys left out: %s: %s\n", node.c_str(), std::strerror(error));
 }
 
