@@ -4,8 +4,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
+#include <QFile>
 #include <QMenu>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <cstdio>
@@ -113,18 +113,22 @@ void UiMap::describe(QTextStream& out, const QWidget& widget)
         entries(out, name, *menu);
 }
 
+// Renamed into place and not synced: on a busy disk that would hold the window up, and the map would be late.
 void UiMap::write()
 {
-    QSaveFile file(path_);
-    QTextStream out(&file);
-    out.setCodec("UTF-8");
-    bool isWritten = file.open(QIODevice::WriteOnly);
+    QFile file(path_ + QStringLiteral(".new"));
+    bool isWritten = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
     if (isWritten) {
+        QTextStream out(&file);
+        out.setCodec("UTF-8");
         for (const QWidget* widget : QApplication::allWidgets())
             if (widget->isVisible())
                 describe(out, *widget);
         out.flush();
-        isWritten = file.commit();
+        file.close();
+        isWritten = file.error() == QFileDevice::NoError &&
+                    std::rename(QFile::encodeName(file.fileName()).constData(),
+                                QFile::encodeName(path_).constData()) == 0;
     }
     if (!isWritten)
         std::fprintf(stderr, "%s: %s\n", qPrintable(path_), qPrintable(file.errorString()));
