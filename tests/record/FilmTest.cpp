@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -113,6 +114,19 @@ TEST_F(FilmTest, ColoursComeBack)
         for (size_t channel = 0; channel < 3; ++channel) // two roundings to 220 levels, one of the coding
             EXPECT_NEAR(frames[at + channel], colours[field][channel], 5) << "field " << field;
     }
+}
+
+TEST(YuvFrame, ReadsNothingBeyondTheFrame)
+{
+    constexpr VideoFormat format{640, 480, 30};
+    const size_t page = size_t(sysconf(_SC_PAGESIZE)), room = (format.frameBytes() + page - 1) / page * page;
+    void* memory = mmap(nullptr, room + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(memory, MAP_FAILED);
+    auto* end = static_cast<uint8_t*>(memory) + room;
+    ASSERT_EQ(mprotect(end, page, PROT_NONE), 0);
+    mirvak::YuvFrame frame(format);
+    EXPECT_EQ(frame.convert(end - format.frameBytes()), 0);
+    EXPECT_EQ(munmap(memory, room + page), 0);
 }
 
 TEST_F(FilmTest, AnOddSizeLosesItsLastColumnAndRow)

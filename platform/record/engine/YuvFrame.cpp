@@ -1,6 +1,14 @@
 #include "YuvFrame.h"
 
+#include <cstring>
+
 namespace mirvak {
+
+namespace {
+
+constexpr int lastRows = 2; // as many as share their colours
+
+} // namespace
 
 YuvFrame::YuvFrame(const VideoFormat& format)
     : format_(format), frame_(needed(AvFramePtr(av_frame_alloc()))),
@@ -13,7 +21,8 @@ YuvFrame::YuvFrame(const VideoFormat& format)
                                               SWS_BILINEAR,
                                               nullptr,
                                               nullptr,
-                                              nullptr))))
+                                              nullptr)))),
+      lastRows_(size_t(format.width) * 3 * lastRows + AV_INPUT_BUFFER_PADDING_SIZE)
 {
     frame_->format = AV_PIX_FMT_YUV420P;
     frame_->width = format.filmWidth();
@@ -34,10 +43,20 @@ int YuvFrame::convert(const uint8_t* rgb)
     const int writable = av_frame_make_writable(frame_.get());
     if (writable < 0)
         return writable;
+    const int body = format_.filmHeight() - lastRows;
+    const size_t rowBytes = size_t(format_.width) * 3;
+    scale(rgb, 0, body);
+    // The scaler reads some bytes beyond a row; beyond the last one they are not the frame's.
+    std::memcpy(lastRows_.data(), rgb + size_t(body) * rowBytes, rowBytes * lastRows);
+    scale(lastRows_.data(), body, lastRows);
+    return 0;
+}
+
+void YuvFrame::scale(const uint8_t* rgb, int firstRow, int rows)
+{
     const uint8_t* planes[] = {rgb, nullptr, nullptr, nullptr};
     const int strides[] = {format_.width * 3, 0, 0, 0};
-    sws_scale(scaler_.get(), planes, strides, 0, format_.filmHeight(), frame_->data, frame_->linesize);
-    return 0;
+    sws_scale(scaler_.get(), planes, strides, firstRow, rows, frame_->data, frame_->linesize);
 }
 
 void YuvFrame::describeColours(AVCodecContext& encoder)

@@ -3,6 +3,7 @@
 #include "AvHandles.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace mirvak {
 
@@ -25,16 +26,19 @@ class YuvFrame
 public:
     explicit YuvFrame(const VideoFormat& format);
 
-    /// @return 0 or FFmpeg's error
+    /// `rgb` holds the format's frameBytes(). @return 0 or FFmpeg's error
     int convert(const uint8_t* rgb);
     AVFrame& get() { return *frame_; }
     /// Tells the decoder what colours these are.
     static void describeColours(AVCodecContext& encoder);
 
 private:
+    void scale(const uint8_t* rgb, int firstRow, int rows);
+
     VideoFormat format_;
     AvFramePtr frame_;
     ScalerPtr scaler_;
+    std::vector<uint8_t> lastRows_;
 };
 
 } // namespace mirvak
