@@ -389,27 +389,6 @@ TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
     EXPECT_TRUE(isBack());
 }
 
-/// Pixels that count their users.
-QImage loan(std::atomic<int>& lent, uchar value)
-{
-    constexpr int side = 32;
-    auto* pixels = new std::vector<uchar>(side * side * 3, value);
-    ++lent;
-    struct Loan
-    {
-        std::vector<uchar>* pixels;
-        std::atomic<int>* lent;
-    };
-    const auto giveBack = [](void* info) {
-        const std::unique_ptr<Loan> l(static_cast<Loan*>(info));
-        std::fill(l->pixels->begin(), l->pixels->end(), uchar(1)); // whoever still paints it shows it
-        delete l->pixels;
-        --*l->lent;
-    };
-    return QImage(
-        pixels->data(), side, side, side * 3, QImage::Format_RGB888, giveBack, new Loan{pixels, &lent});
-}
-
 TEST_F(VideoViewTest, TakesFramesFromThreadsWhileItPaints)
 {
     std::atomic<int> lent{0};
@@ -444,27 +423,6 @@ TEST_F(VideoViewTest, TakesFramesFromThreadsWhileItPaints)
     // Three in the view, and each thread's own besides the one that it has just replaced.
     EXPECT_LE(most, 7);
     view_->ClearFrame();
-    EXPECT_EQ(lent, 0);
-}
-
-TEST(FrameMailbox, WakesItsReaderOnceAndKeepsTheNewestOnly)
-{
-    FrameMailbox mailbox;
-    std::atomic<int> lent{0};
-    EXPECT_TRUE(mailbox.take().isNull());
-    EXPECT_TRUE(mailbox.put(loan(lent, 1)));
-    EXPECT_FALSE(mailbox.put(loan(lent, 2)));
-    EXPECT_FALSE(mailbox.put(loan(lent, 3)));
-    EXPECT_EQ(lent, 1);
-    {
-        const QImage newest = mailbox.take();
-        EXPECT_EQ(qRed(newest.pixel(0, 0)), 3);
-        EXPECT_TRUE(mailbox.take().isNull());
-        EXPECT_TRUE(mailbox.put(loan(lent, 4)));
-        EXPECT_EQ(qRed(newest.pixel(0, 0)), 3);
-    }
-    EXPECT_EQ(lent, 1);
-    mailbox.take();
     EXPECT_EQ(lent, 0);
 }
 
