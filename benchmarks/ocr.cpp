@@ -105,11 +105,13 @@ private:
         if (!image || camera.MirvakImage_Deskew(&*image, margin) != MIRVAK_OK)
             return false;
         image->dpi = mirvak::cameraDpi;
+        QFile::remove(picture()); // of the page before
         return camera.MirvakImage_Save(picture().toUtf8().constData(), &*image, quality, 3) == MIRVAK_OK;
     }
 
     double recognise() const
     {
+        QFile::remove(document());
         QElapsedTimer clock;
         clock.start();
         MirvakOCR ocr;

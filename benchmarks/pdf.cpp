@@ -65,6 +65,7 @@ int makePdf(const QStringList& pages, const QString& path)
         if (camera.MirvakPDF_AddPage(page.toUtf8().constData()) != MIRVAK_OK)
             return 1;
     }
+    QFile::remove(path); // of the measurement before
     return camera.MirvakPDF_Save(path.toUtf8().constData()) == MIRVAK_OK ? 0 : 1;
 }
 

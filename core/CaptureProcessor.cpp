@@ -54,7 +54,9 @@ QString CaptureProcessor::imageSave(void* image, int cropMode, int colourMode, c
     crop(work.get(), cropMode, selection);
     applyColour(work.get(), colourMode);
     stampWatermark(work.get());
-    const int result = camera_.MirvakImage_Save(path.toUtf8().constData(), work.get(), jpegQuality, saveMode);
+    const int result = FileNaming::saveNew(path, int(MIRVAK_EXISTS), [&](const QString& name) {
+        return camera_.MirvakImage_Save(name.toUtf8().constData(), work.get(), jpegQuality, saveMode);
+    });
     if (result != MIRVAK_OK) {
         std::fprintf(
             stderr, "capture: %s was not saved (MirvakImage_Save: %d)\n", qUtf8Printable(path), result);
@@ -128,7 +130,7 @@ QString CaptureProcessor::imageSave(const QImage& image, int mode)
     const QImage cut = settings::deskew.read() == 1
                            ? image.copy(deskewMargin, deskewMargin, image.width() - 16, image.height() - 16)
                            : image;
-    return savePicture(cut, path) ? path : QString();
+    return savePicture(cut, path);
 }
 
 QString CaptureProcessor::getImagePath() const

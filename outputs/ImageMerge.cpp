@@ -3,6 +3,7 @@
 #include "Dialogs.h"
 #include "Look.h"
 #include "MergedPicture.h"
+#include "SavePicture.h"
 
 #include "ui_ImageMerge.h"
 
@@ -131,10 +132,11 @@ void ImageMerge::onSave()
     if (result_.isEmpty())
         return;
     const QImage result = mergedPicture::compose(result_, first_.toImage(), second_.toImage());
-    if (mergedPicture::save(result, savePath_))
-        Q_EMIT postSynthesisPath(savePath_);
-    else
+    const QString path = savePicture(result, savePath_, "JPG"); // whatever the path's ending
+    if (path.isEmpty())
         Dialogs::warn(this, tr("Merge Images failed!"));
+    else
+        Q_EMIT postSynthesisPath(path);
     close();
 }
 

@@ -3,16 +3,11 @@
 #include "FrameScaler.h"
 #include "MergeLayout.h"
 
-#include <QImageWriter>
 #include <QPainter>
-#include <QSaveFile>
-
-#include <cstdio>
 
 namespace {
 
-constexpr int dotsPerMetre = 8464; // 215 a inch
-constexpr int displaySide = 1600;  // px
+constexpr int displaySide = 1600; // px
 
 void place(QPainter& painter, const QRect& rect, const QImage& picture)
 {
@@ -22,12 +17,6 @@ void place(QPainter& painter, const QRect& rect, const QImage& picture)
     }
     FrameScaler scaler; // small print survives its reducing, unlike the painter's own
     painter.drawImage(rect.topLeft(), scaler.scale(picture, rect.size(), QRect(QPoint(), rect.size())));
-}
-
-bool fail(const QString& path, const QString& reason)
-{
-    std::fprintf(stderr, "merged picture not saved: %s: %s\n", qPrintable(path), qPrintable(reason));
-    return false;
 }
 
 } // namespace
@@ -53,17 +42,4 @@ QImage mergedPicture::forDisplay(const QImage& picture)
     FrameScaler scaler;
     const QSize whole = size.expandedTo(QSize(1, 1));
     return scaler.scale(picture, whole, QRect(QPoint(), whole));
-}
-
-bool mergedPicture::save(QImage picture, const QString& path)
-{
-    picture.setDotsPerMeterX(dotsPerMetre);
-    picture.setDotsPerMeterY(dotsPerMetre);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return fail(path, file.errorString());
-    QImageWriter writer(&file, "JPG");
-    if (!writer.write(picture))
-        return fail(path, writer.errorString());
-    return file.commit() || fail(path, file.errorString());
 }

@@ -205,7 +205,7 @@ QString PdfEx::imageSave(const QImage& image, int kind)
         return path;
     const QRect inside = image.rect().adjusted(cutAtEdges, cutAtEdges, -cutAtEdges, -cutAtEdges);
     const bool isCut = settings::deskew.read() == 1;
-    return savePicture(isCut ? image.copy(inside) : image, path) ? path : QString();
+    return savePicture(isCut ? image.copy(inside) : image, path);
 }
 
 QString PdfEx::getImagePath() const
@@ -220,7 +220,7 @@ QString PdfEx::getNameFormat() const
     return FileNaming(store).getNameFormat();
 }
 
-int PdfEx::getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const
+qint64 PdfEx::getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const
 {
     return FileNaming::getNameIndex(directory, prefix, extension);
 }

@@ -44,7 +44,7 @@ public:
     QString imageSave(const QImage& image, int kind);
     QString getImagePath() const;  ///< as FileNaming
     QString getNameFormat() const; ///< as FileNaming
-    int getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const;
+    qint64 getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const;
 
     /// Waits for a PDF that is being written. Call it before the camera library's object goes.
     void finish();

@@ -10,16 +10,17 @@ namespace pdfFile {
 
 struct Result
 {
+    QString path;  ///< of the PDF: the one wished for or, when something has that name, the next free one
     int pages = 0; ///< pictures that became pages
     int code = 0;  ///< of the saving, one of MirvakResult
 };
 
-/// Writes the pictures, one a page, to `path`. A picture that the library refuses is left out. With at least
-/// `minimumPages` of them the file is written, otherwise nothing is. Trouble is told in a line each on
-/// standard error.
+/// Writes the pictures, one a page, to a new file `path`. A picture that the library refuses is left out.
+/// With at least `minimumPages` of them the file is written, otherwise nothing is. Trouble is told in a line
+/// each on standard error.
 Result write(MirvakCamera& camera, const QStringList& pictures, const QString& path, int minimumPages);
 
-/// `folder` and the present time: two files made within one second have the same name.
+/// `folder` and the present second, or the next one for which there is no file.
 QString pathIn(const QString& folder);
 
 /// What stands for a PDF in the thumbnail strip. GUI thread only.

@@ -30,10 +30,10 @@ void PdfScan::scan()
     const QString picture = capture();
     if (picture.isEmpty())
         return;
-    const QString pdf = pdfFile::pathIn(picture.left(picture.lastIndexOf(QLatin1Char('/'))));
-    const pdfFile::Result result = pdfFile::write(camera_, {picture}, pdf, 1);
+    const QString folder = picture.left(picture.lastIndexOf(QLatin1Char('/')));
+    const pdfFile::Result result = pdfFile::write(camera_, {picture}, pdfFile::pathIn(folder), 1);
     if (result.pages == 0 || result.code != MIRVAK_OK)
         desk_.showNotice(tr("The PDF could not be made. The picture itself is saved."));
     if (result.pages > 0)
-        desk_.addDocument(pdf, pdfFile::icon());
+        desk_.addDocument(result.path, pdfFile::icon());
 }

@@ -90,7 +90,7 @@ bool PdfSynthesis::drawImageToPDF(const QStringList& images)
     if (path.isEmpty())
         return false;
     const WaitCursor wait;
-    QSaveFile file(path);
+    QSaveFile file(path);              // replaces a file of that name: the dialog has asked for that
     file.setDirectWriteFallback(true); // a folder without leave to write, a file with it
     const bool isOpen = file.open(QIODevice::WriteOnly);
     const bool isWhole = isOpen && drawPages(file, images);

@@ -4,9 +4,9 @@ void PdfWriting::start(const QStringList& pictures, const QString& path)
 {
     worker_ = std::thread([this, pictures, path] {
         const pdfFile::Result result = pdfFile::write(camera_, pictures, path, 0);
-        const auto report = [this, path, code = result.code] {
+        const auto report = [this, result] {
             finish();
-            Q_EMIT done(path, code);
+            Q_EMIT done(result.path, result.code);
         };
         QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
     });

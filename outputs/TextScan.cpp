@@ -86,7 +86,11 @@ TextScan::Result TextScan::recognise(MirvakOCR& engine, const QString& picture)
         const QString folder = FileNaming(store).targetDirectory();
         if (!folder.isEmpty()) {
             result.document = FileNaming::stampedPath(folder, QStringLiteral("rtf"));
-            result.isWritten = engine.MirvakOCR_Save(result.document.toUtf8().constData()) == MIRVAK_OCR_OK;
+            const auto save = [&](const QString& path) {
+                return engine.MirvakOCR_Save(path.toUtf8().constData());
+            };
+            result.isWritten =
+                FileNaming::saveNew(result.document, int(MIRVAK_OCR_EXISTS), save) == MIRVAK_OCR_OK;
         }
     }
     engine.MirvakOCR_Deinit();

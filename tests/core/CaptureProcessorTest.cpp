@@ -1,5 +1,6 @@
 #include "CaptureProcessor.h"
 
+#include "DiskFullAt.h"
 #include "FrameHandle.h"
 #include "Settings.h"
 #include "TempDir.h"
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <set>
 #include <vector>
 
 namespace {
@@ -95,21 +95,52 @@ TEST_F(CaptureProcessorTest, FailuresGiveAnEmptyPathAndLeaveNothing)
     EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
     settings::setSavePath(store_, QString::fromStdString(folder_.write("file", "no folder")));
     EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
-    EXPECT_EQ(files(), QStringList(QStringLiteral("file")));
+    settings::setSavePath(store_, QString::fromStdString(folder_.path()));
+    settings::imageFormat.write(store_, 2);
+    {
+        const DiskFullAt limit(1000);
+        EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
+        EXPECT_EQ(processor_.imageSave(QImage(200, 100, QImage::Format_RGB888), 0), QString());
+    }
+    EXPECT_EQ(QDir(QString::fromStdString(folder_.path())).entryList(QDir::Files | QDir::Hidden),
+              QStringList(QStringLiteral("file")));
 }
 
-TEST_F(CaptureProcessorTest, SimultaneousCapturesNeverShareAName)
+// Several programs in one folder know nothing of each other until a name is taken.
+TEST_F(CaptureProcessorTest, NoCaptureEverReplacesAnother)
 {
-    std::vector<std::future<QString>> results;
-    for (int i = 0; i < 8; ++i) {
-        results.push_back(std::async(std::launch::async,
-                                     [&] { return processor_.imageSave(frame().get(), cropping::none, 0); }));
+    for (const int rule : {0, 1}) {
+        settings::namingRules.write(store_, rule);
+        std::vector<std::future<bool>> results;
+        for (int i = 1; i <= 8; ++i) {
+            results.push_back(std::async(std::launch::async, [this, i] {
+                CaptureProcessor processor(camera_);
+                bool isOwn = true;
+                for (int width = i * 10; width < i * 10 + 5; ++width) {
+                    const QString first = processor.imageSave(frame(width).get(), cropping::none, 0);
+                    const QString second = processor.imageSave(QImage(width, 7, QImage::Format_RGB888), 0);
+                    isOwn = isOwn && QImage(first).size() == QSize(width, 240) &&
+                            QImage(second).size() == QSize(width, 7);
+                }
+                return isOwn;
+            }));
+        }
+        for (auto& result : results)
+            EXPECT_TRUE(result.get()) << rule;
+        EXPECT_EQ(files().size(), 80 * (rule + 1));
     }
-    std::set<QString> paths;
-    for (auto& result : results)
-        paths.insert(result.get());
-    EXPECT_EQ(paths.size(), 8U);
-    EXPECT_EQ(files().size(), 8);
+}
+
+TEST_F(CaptureProcessorTest, EveryCaptureIsAFileOfItsOwnWhateverTheNames)
+{
+    folder_.write("IMAGE_2147483646.jpg", "");
+    for (const char* prefix : {"IMAGE", ".x", "my_scan", ""}) {
+        settings::namingPrefix.write(store_, QString::fromLatin1(prefix));
+        const int before = int(files().size());
+        for (int i = 0; i < 3; ++i)
+            EXPECT_FALSE(processor_.imageSave(frame().get(), cropping::none, 0).isEmpty());
+        EXPECT_EQ(files().size(), before + 3) << prefix;
+    }
 }
 
 TEST_F(CaptureProcessorTest, PicturesAreTrimmedAndOnlySavedInTheirModes)

@@ -33,20 +33,57 @@ TEST_F(FileNamingTest, SerialNumberFollowsTheHighestPresentOne)
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_008.jpg"));
     folder_.write("IMAGE_999.jpg", "");
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_1000.jpg"));
+    folder_.write("IMAGE_2147483647.jpg", "");
+    EXPECT_EQ(nextName(), QStringLiteral("IMAGE_2147483648.jpg"));
+    folder_.write("my_scan_004.jpg", "");
+    settings::namingPrefix.write(store_, QStringLiteral("my_scan"));
+    EXPECT_EQ(nextName(), QStringLiteral("my_scan_005.jpg"));
 }
 
 TEST_F(FileNamingTest, OtherNamesDoNotCountOrCountAsZero)
 {
-    folder_.write("image_050.jpg", "");         // another prefix: case matters
-    folder_.write("IMAGE_060.png", "");         // another format
-    folder_.write("IMAGE_99999999999.jpg", ""); // no number that a successor could be counted from
-    folder_.write("IMAGE_2147483647.jpg", "");
+    folder_.write("image_050.jpg", "");                  // another prefix: case matters
+    folder_.write("IMAGE_060.png", "");                  // another format
+    folder_.write("IMAGE_99999999999999999999.jpg", ""); // no number that a successor could be counted from
+    folder_.write("IMAGE_9223372036854775807.jpg", "");
     QDir(directory()).mkdir(QStringLiteral("IMAGE_070.jpg")); // no file
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_001.jpg"));
     folder_.write("IMAGE_abc.jpg", "");
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_001.jpg"));
     folder_.write("IMAGE_041.jpg.bak", ""); // the format occurs in the name; the field ends at the last dot
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_001.jpg"));
+}
+
+// What the search for the number does not see: folders, links to nothing, in some folders other spellings.
+TEST_F(FileNamingTest, ANameThatAnythingHasIsPassedOver)
+{
+    QDir(directory()).mkdir(QStringLiteral("IMAGE_000.jpg"));
+    QFile::link(QStringLiteral("nowhere"), directory() + QStringLiteral("/IMAGE_001.jpg"));
+    EXPECT_EQ(nextName(), QStringLiteral("IMAGE_002.jpg"));
+    const QString first = FileNaming::stampedPath(directory(), QStringLiteral("pdf"));
+    folder_.write(QFileInfo(first).fileName().toStdString(), "");
+    const QString second = FileNaming::stampedPath(directory(), QStringLiteral("pdf"));
+    EXPECT_NE(second, first);
+    EXPECT_TRUE(QDateTime::fromString(QFileInfo(second).fileName(), QStringLiteral("yyyyMMddhhmmss'.pdf'"))
+                    .isValid());
+}
+
+TEST_F(FileNamingTest, ATakenNameIsFollowedByOneOfItsKind)
+{
+    folder_.write("IMAGE_1000.jpg", "");
+    const std::pair<const char*, const char*> names[] = {
+        {"IMAGE_007.jpg", "IMAGE_008.jpg"},
+        {"IMAGE_999.jpg", "IMAGE_1001.jpg"},
+        {"IMAGE_9223372036854775807.jpg", "IMAGE_9223372036854775807_1.jpg"},
+        {"front.and.back.jpg", "front.and.back_1.jpg"},
+        {"20231231235959.pdf", "20240101000000.pdf"},
+        {"20240229120059999.png", "20240229120100000.png"},
+        {"20241399120059999.png", "20241399120060000.png"}, // no time
+        {"12", "13"}};
+    for (const auto& [taken, next] : names) {
+        const QString path = FileNaming::nextPath(directory() + QLatin1Char('/') + QLatin1String(taken));
+        EXPECT_EQ(path, directory() + QLatin1Char('/') + QLatin1String(next));
+    }
 }
 
 TEST_F(FileNamingTest, DateRuleNamesByTheMillisecond)
@@ -68,14 +105,17 @@ TEST_F(FileNamingTest, UnknownChoicesFallBack)
 
 TEST_F(FileNamingTest, ForbiddenCharactersOfThePrefixNeverReachAPath)
 {
-    for (const char* prefix : {"a/b", "../a\\b", "a:*?\"<>|b"}) {
+    for (const char* prefix : {"a/b", "../a\\b", "a:*?\"<>|b", ".ab", "/.ab"}) {
         settings::namingPrefix.write(store_, QString::fromLatin1(prefix));
         const QFileInfo next(naming_.getImagePath());
         EXPECT_EQ(next.absolutePath(), directory()) << prefix;
+        EXPECT_FALSE(next.isHidden()) << prefix;
         EXPECT_TRUE(next.fileName().endsWith(QStringLiteral("ab_000.jpg"))) << prefix;
     }
-    settings::namingPrefix.write(store_, QStringLiteral("///"));
-    EXPECT_EQ(nextName(), QStringLiteral("IMAGE_000.jpg"));
+    for (const char* prefix : {"///", "..", "./."}) {
+        settings::namingPrefix.write(store_, QString::fromLatin1(prefix));
+        EXPECT_EQ(nextName(), QStringLiteral("IMAGE_000.jpg")) << prefix;
+    }
     settings::namingPrefix.write(store_, QStringLiteral("发票 счёт"));
     EXPECT_EQ(nextName(), QStringLiteral("发票 счёт_000.jpg"));
 }

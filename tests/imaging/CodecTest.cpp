@@ -12,6 +12,8 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <future>
+#include <sys/stat.h>
 
 using mirvak::Bytes;
 using mirvak::Image;
@@ -57,11 +59,11 @@ size_t find(const Bytes& bytes, std::initializer_list<int> pattern)
 
 TEST(Codec, keepsPixelsAndResolutionInEveryFormat)
 {
-    const TempDir folder;
     // Names as users choose them, extensions in any case, odd sizes against row padding.
     const std::array<const char*, 5> names{"a.jpg", "B.JPEG", "扫描 1.png", "Скан.Bmp", "dot.in.name.PNG"};
     for (const char* name : names) {
         for (const cv::Size size : {cv::Size(61, 47), cv::Size(64, 32), cv::Size(1, 1)}) {
+            const TempDir folder;
             Image image = ramps(size.width, size.height);
             image.dpi = 215;
             const std::string path = folder.file(name);
@@ -103,13 +105,13 @@ TEST(Codec, leavesNothingBehindWhenWritingFails)
     }
     EXPECT_EQ(mirvak::writeImage(folder.file("missing/a.bmp"), image, 95), WriteResult::ioError);
     EXPECT_EQ(mirvak::writeImage(folder.file("old.bmp/a.bmp"), image, 95), WriteResult::ioError);
-    EXPECT_EQ(mirvak::writeImage(folder.file("folder.bmp"), image, 95),
-              WriteResult::ioError); // the rename fails
+    for (const char* taken : {"folder.bmp", "old.bmp"})
+        EXPECT_EQ(mirvak::writeImage(folder.file(taken), image, 95), WriteResult::nameTaken);
     EXPECT_THAT(filesIn(folder.path()), testing::UnorderedElementsAre("old.bmp", "folder.bmp"));
     EXPECT_EQ(std::filesystem::file_size(folder.file("old.bmp")), 12U);
     // The same name succeeds as soon as the disk has room again.
-    EXPECT_EQ(mirvak::writeImage(folder.file("old.bmp"), image, 95), WriteResult::ok);
-    EXPECT_TRUE(mirvak::readImage(folder.file("old.bmp")));
+    EXPECT_EQ(mirvak::writeImage(folder.file("new.bmp"), image, 95), WriteResult::ok);
+    EXPECT_TRUE(mirvak::readImage(folder.file("new.bmp")));
 }
 
 TEST(Codec, storesPagesOfOneInkSmall)
@@ -155,6 +157,13 @@ TEST(Codec, refusesBrokenFiles)
     EXPECT_FALSE(mirvak::readImage(folder.write("text.jpg", "not a picture at all")));
     EXPECT_FALSE(mirvak::readImage(folder.write("empty.png", "")));
     EXPECT_FALSE(mirvak::readImage("/dev/zero"));
+    // Nobody ever writes into this pipe.
+    const std::string pipe = folder.file("pipe.jpg");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    auto read = std::async(std::launch::async, [&] { return mirvak::readImage(pipe); });
+    EXPECT_EQ(read.wait_for(std::chrono::seconds(20)), std::future_status::ready) << "it hangs";
+    const std::ofstream whoLetsItGo(pipe, std::ios::in | std::ios::out);
+    EXPECT_FALSE(read.get());
 }
 
 // A few bytes that claim a picture of gigabytes must be refused before any memory is taken for it.

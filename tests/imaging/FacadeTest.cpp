@@ -162,6 +162,7 @@ TEST_F(ImageFacade, SavingFailsCleanly)
     EXPECT_EQ(camera_.MirvakImage_Save(nullptr, image.get(), 95, 3), MIRVAK_BAD_ARGUMENT);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
     EXPECT_EQ(camera_.MirvakImage_Save(folder.file("页 стр.JPG").c_str(), image.get(), 95, 3), MIRVAK_OK);
+    EXPECT_EQ(camera_.MirvakImage_Save(folder.file("页 стр.JPG").c_str(), image.get(), 95, 3), MIRVAK_EXISTS);
     EXPECT_TRUE(std::filesystem::exists(folder.file("页 стр.JPG")));
 }
 

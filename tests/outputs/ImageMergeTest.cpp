@@ -175,6 +175,17 @@ TEST_F(ImageMergeTest, ReadsTheTwoFiles)
     EXPECT_EQ(QImage(path("both.jpg")).size(), QSize(100, 20));
 }
 
+TEST_F(ImageMergeTest, AFileThatTookItsNameMeanwhileStays)
+{
+    open(path("IMAGE_007.jpg"));
+    folder.write("IMAGE_007.jpg", "a capture");
+    click("buttonSave");
+    EXPECT_EQ(QFileInfo(path("IMAGE_007.jpg")).size(), 9);
+    EXPECT_FALSE(QImage(path("IMAGE_008.jpg")).isNull());
+    ASSERT_EQ(saved.count(), 1);
+    EXPECT_EQ(saved[0][0].toString(), path("IMAGE_008.jpg"));
+}
+
 TEST_F(ImageMergeTest, AFailureIsSaidAndLeavesNoFile)
 {
     open(path("no folder/a.jpg"));

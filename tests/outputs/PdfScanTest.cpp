@@ -63,6 +63,16 @@ TEST_F(PdfScanTest, MakesACaptureAndAPdfOfItBeside)
     EXPECT_TRUE(file.read(8).startsWith("%PDF-1."));
 }
 
+TEST_F(PdfScanTest, ManyWithinASecondAreAllKept)
+{
+    for (int i = 0; i < 5; ++i) {
+        desk.savesAs = QStringList{picture};
+        pdf.scan();
+    }
+    EXPECT_EQ(pdfs().size(), 5);
+    EXPECT_EQ(QSet<QString>(desk.documents.begin(), desk.documents.end()).size(), 5);
+}
+
 TEST_F(PdfScanTest, DoesNothingWithoutLeaveOrPicture)
 {
     desk.allowed = false;

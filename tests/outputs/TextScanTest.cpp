@@ -1,5 +1,6 @@
 #include "TextScan.h"
 
+#include "DiskFullAt.h"
 #include "FakeDesk.h"
 #include "RtfText.h"
 #include "Settings.h"
@@ -98,6 +99,7 @@ TEST_F(TextScanTest, OneAtATime)
     EXPECT_EQ(desk.framesTaken, 2) << "and then another";
     ASSERT_TRUE(finishes());
     EXPECT_EQ(desk.documents.size(), 2);
+    EXPECT_EQ(documents().size(), 2) << "none replaces another";
 }
 
 TEST_F(TextScanTest, DoesNothingWithoutLeavePictureOrModels)
@@ -138,14 +140,10 @@ TEST_F(TextScanTest, NothingReadOrNoFolderMakesNoDocument)
 // The strip lists what was to be made, as the user saw it begun; a notice says that it is not there.
 TEST_F(TextScanTest, ADocumentThatCannotBeWrittenIsListedAllTheSame)
 {
-    const QString target = QString::fromStdString(folder.file("texts"));
-    QDir().mkpath(target);
-    for (int second = 0; second < 60; ++second) { // directories under every name that it may get
-        const QDateTime then = QDateTime::currentDateTime().addSecs(second);
-        QDir(target).mkdir(then.toString(QStringLiteral("yyyyMMddhhmmss'.rtf'")));
-    }
+    const DiskFullAt limit(10);
     text->scan();
     ASSERT_TRUE(finishes());
+    EXPECT_TRUE(documents().isEmpty());
     EXPECT_EQ(desk.documents.size(), 1);
     EXPECT_FALSE(desk.notices.last().isEmpty());
 }

@@ -35,6 +35,8 @@ int resultOf(mirvak::WriteResult written)
         return MIRVAK_OK;
     case mirvak::WriteResult::ioError:
         return MIRVAK_IO_ERROR;
+    case mirvak::WriteResult::nameTaken:
+        return MIRVAK_EXISTS;
     case mirvak::WriteResult::unknownFormat:
     case mirvak::WriteResult::badPicture:
         break;

@@ -11,6 +11,8 @@ int resultOf(mirvak::PdfPages::Result result)
         return MIRVAK_OK;
     case mirvak::PdfPages::Result::ioError:
         return MIRVAK_IO_ERROR;
+    case mirvak::PdfPages::Result::nameTaken:
+        return MIRVAK_EXISTS;
     default:
         return MIRVAK_BAD_ARGUMENT;
     }

@@ -88,9 +88,18 @@ WriteResult writeImage(const std::string& path, const Image& image, int quality)
     const Bytes bytes = encodeImage(extension, image, quality);
     if (bytes.empty())
         return WriteResult::badPicture;
-    AtomicFile file(path);
-    const bool written = file.write(bytes.data(), bytes.size()) && file.commit();
-    return written ? WriteResult::ok : WriteResult::ioError;
+    AtomicFile file(path, IfTaken::refuse);
+    if (!file.write(bytes.data(), bytes.size()))
+        return WriteResult::ioError;
+    switch (file.commit()) {
+    case AtomicFile::Commit::done:
+        return WriteResult::ok;
+    case AtomicFile::Commit::taken:
+        return WriteResult::nameTaken;
+    case AtomicFile::Commit::failed:
+        break;
+    }
+    return WriteResult::ioError;
 }
 
 } // namespace mirvak

@@ -19,6 +19,7 @@ enum class WriteResult {
     ok,
     unknownFormat, ///< the extension is none of jpg, jpeg, png, bmp
     badPicture,    ///< empty, or larger than the format can hold
+    nameTaken,     ///< a file of that name is never replaced
     ioError,       ///< the reason was printed
 };
 
@@ -30,7 +31,7 @@ std::optional<Image> readImage(const std::string& path);
 std::optional<Image> decodeImage(const Bytes& bytes);
 
 /// Writes the picture in the format of the path's extension (any case); `quality` 1 to 100 holds for JPEG.
-/// The file appears only when it is complete and synced. Reentrant.
+/// The file is a new one and appears only when it is complete and synced. Reentrant.
 WriteResult writeImage(const std::string& path, const Image& image, int quality);
 
 /// The picture as the bytes of a file: JPEG, PNG or BMP as `extension` says (without dot, lower case).

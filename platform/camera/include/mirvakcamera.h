@@ -29,6 +29,7 @@ enum MirvakResult {
     MIRVAK_IO_ERROR = -5,     // the disk or the device refused; errno stands on standard error
     MIRVAK_NOT_FOUND = -6,    // nothing was detected in the picture
     MIRVAK_NO_MEMORY = -7,
+    MIRVAK_EXISTS = -8, // a file has the name; a new file never replaces one
 };
 
 /// One frame. `image` is valid until the callback returns; null means that the stream has ended by itself
@@ -160,8 +161,8 @@ public:
     /// difference from which a page counts as new.
     int MirvakImage_CheckPage(void* image, bool& flag, double& value, bool reset, double threshold);
     /// Writes the picture; the extension (jpg, jpeg, png, bmp, in any case) chooses the format, `quality` (1
-    /// to 100) holds for JPEG, `mode` is not used. The resolution goes into the file. The file appears under
-    /// its name only when it is complete and synced.
+    /// to 100) holds for JPEG, `mode` is not used. The resolution goes into the file. The file is a new one,
+    /// MIRVAK_EXISTS otherwise, and appears under its name only when it is complete and synced.
     int MirvakImage_Save(const char* path, void* image, int quality, int mode);
 
     // --- PDF: pictures become the pages of one file -----------------------------------------------------
@@ -175,9 +176,9 @@ public:
     int MirvakPDF_AddPage(const char* imagePath);
     /// Writes the remembered pages and forgets them, whatever the result. A JPEG goes in byte for byte, every
     /// other picture without loss; parts that are transparent become white. No more than one picture is in
-    /// memory at a time. The file appears under its name only when it is complete and synced. Results:
-    /// MIRVAK_BAD_ARGUMENT without a page or a path; MIRVAK_IO_ERROR when a picture has vanished or changed,
-    /// or the file cannot be written.
+    /// memory at a time. The file is a new one and appears under its name only when it is complete and
+    /// synced. Results: MIRVAK_BAD_ARGUMENT without a page or a path; MIRVAK_EXISTS when something has the
+    /// name; MIRVAK_IO_ERROR when a picture has vanished or changed, or the file cannot be written.
     int MirvakPDF_Save(const char* pdfPath);
 
     // --- ZBarcode: bar and matrix codes ------------------------------------------------------------------

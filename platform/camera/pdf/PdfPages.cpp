@@ -30,7 +30,7 @@ PdfPages::Result PdfPages::save(const std::string& path)
         std::fprintf(stderr, "PDF: %s: there are no pages\n", path.c_str());
         return Result::noPages;
     }
-    AtomicFile file(path);
+    AtomicFile file(path, IfTaken::refuse);
     if (file.failed())
         return Result::ioError;
     try {
@@ -40,7 +40,15 @@ PdfPages::Result PdfPages::save(const std::string& path)
             std::fprintf(stderr, "PDF: %s was not written: %s\n", path.c_str(), error.what());
         return Result::ioError;
     }
-    return file.commit() ? Result::ok : Result::ioError;
+    switch (file.commit()) {
+    case AtomicFile::Commit::done:
+        return Result::ok;
+    case AtomicFile::Commit::taken:
+        return Result::nameTaken;
+    case AtomicFile::Commit::failed:
+        break;
+    }
+    return Result::ioError;
 }
 
 } // namespace mirvak

@@ -13,13 +13,14 @@ public:
         ok,
         badPicture, ///< no JPEG, PNG or BMP, broken, cut short or too large; nothing was added
         ioError,    ///< a file cannot be read, is not as it was when it was added, or cannot be written
+        nameTaken,  ///< a file of that name is never replaced
         noPages,
     };
 
     /// Looks at the picture and remembers it as the next page. `path` in UTF-8.
     Result add(const std::string& path);
-    /// Writes the remembered pages and forgets them, whatever comes of it. The file appears under its name
-    /// only when it is complete and synced.
+    /// Writes the remembered pages and forgets them, whatever comes of it. The file is a new one and appears
+    /// under its name only when it is complete and synced.
     Result save(const std::string& path);
 
 private:

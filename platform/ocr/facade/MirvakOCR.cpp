@@ -39,6 +39,19 @@ Outcome outcomeOf(Reading reading)
     return {MIRVAK_OCR_TIMEOUT, "given up, or stopped"};
 }
 
+MirvakOCRResult resultOf(mirvak::AtomicFile::Commit commit)
+{
+    switch (commit) {
+    case mirvak::AtomicFile::Commit::done:
+        return MIRVAK_OCR_OK;
+    case mirvak::AtomicFile::Commit::taken:
+        return MIRVAK_OCR_EXISTS;
+    case mirvak::AtomicFile::Commit::failed:
+        break;
+    }
+    return MIRVAK_OCR_IO_ERROR;
+}
+
 int failed(const char* call, const char* path, MirvakOCRResult result, const char* why)
 {
     std::fprintf(stderr, "%s: %s%s%s (%d)\n", call, path ? path : "", path ? ": " : "", why, result);
@@ -126,9 +139,9 @@ int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
         if (!impl_->document)
             return failed(call, rtfPath, MIRVAK_OCR_NOT_READY, "nothing was recognised");
         const std::string rtf = mirvak::toRtf(*impl_->document);
-        mirvak::AtomicFile file(rtfPath);
-        const bool written = file.write(rtf.data(), rtf.size()) && file.commit();
-        return static_cast<int>(written ? MIRVAK_OCR_OK : MIRVAK_OCR_IO_ERROR);
+        mirvak::AtomicFile file(rtfPath, mirvak::IfTaken::refuse);
+        file.write(rtf.data(), rtf.size());
+        return static_cast<int>(resultOf(file.commit()));
     });
 }
 

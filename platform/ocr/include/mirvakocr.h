@@ -24,6 +24,7 @@ enum MirvakOCRResult {
     MIRVAK_OCR_NO_TEXT = -6,      // nothing in the picture can be read
     MIRVAK_OCR_NO_MEMORY = -7,
     MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds, or stopped by Deinit
+    MIRVAK_OCR_EXISTS = -9,  // a file has the name; a new document never replaces one
 };
 
 class MIRVAK_OCR_API MirvakOCR
@@ -48,8 +49,9 @@ public:
     /// the result is MIRVAK_OCR_OK).
     int MirvakOCR_Discern(const char* imagePath);
     /// Writes the text as a Rich Text Format document: paragraphs, headings, tables by tab stops, page size
-    /// and margins as those of the picture. The file appears under its name only when it is complete and
-    /// synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_IO_ERROR, MIRVAK_OCR_NO_MEMORY.
+    /// and margins as those of the picture. The file is a new one and appears under its name only when it is
+    /// complete and synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_EXISTS,
+    /// MIRVAK_OCR_IO_ERROR, MIRVAK_OCR_NO_MEMORY. The text stays, to be saved again.
     int MirvakOCR_Save(const char* rtfPath);
     /// Frees the models and the text. Init makes the object usable again; the destructor does the same. May
     /// be called on another thread while Discern works: that is stopped within a fraction of a second, and

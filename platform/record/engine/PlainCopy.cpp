@@ -31,11 +31,11 @@ public:
     {
         if (!identify() || !hasRoom() || !openInput())
             return false;
-        AtomicFile file(path_);
+        AtomicFile file(path_, IfTaken::replace); // the fragments
         if (file.failed())
             return printed();
         return openOutput(file.temporary()) && copyPackets() && finish() && isStillThere() &&
-               (file.commit() || printed());
+               (file.commit() == AtomicFile::Commit::done || printed());
     }
     void report() const
     {

@@ -1,0 +1,149 @@
+#include "AtomicFile.h"
+
+#include "FileSystem.h"
+#include "LeftOvers.h"
+#include "TempDir.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using mirvak::AtomicFile;
+using mirvak::IfTaken;
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string text(100'000, 'x');
+
+class Writing : public ::testing::Test
+{
+protected:
+    AtomicFile::Commit write(const std::string& name, IfTaken ifTaken) const
+    {
+        AtomicFile file(folder.file(name), ifTaken);
+        EXPECT_TRUE(file.write(text.data(), text.size()));
+        return file.commit();
+    }
+    std::string contentOf(const std::string& name) const
+    {
+        std::ifstream file(folder.file(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    std::vector<std::string> files() const
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.path()))
+            names.push_back(entry.path().filename());
+        return names;
+    }
+
+    const TempDir folder;
+    FileSystem system;
+};
+
+struct Abilities
+{
+    const char* name;
+    bool refusesToReplace, knowsLinks;
+};
+
+class OnEveryFileSystem : public Writing, public ::testing::WithParamInterface<Abilities>
+{
+protected:
+    OnEveryFileSystem()
+    {
+        system.refusesToReplace = GetParam().refusesToReplace;
+        system.knowsLinks = GetParam().knowsLinks;
+    }
+    void expectRefusal(const char* what)
+    {
+        const auto before = files();
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(write("page", IfTaken::refuse), AtomicFile::Commit::taken) << what;
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << what;
+        EXPECT_THAT(files(), testing::UnorderedElementsAreArray(before)) << what;
+    }
+};
+
+} // namespace
+
+TEST_P(OnEveryFileSystem, AFileThatHasItsNameOutlivesAPowerCut)
+{
+    for (const IfTaken ifTaken : {IfTaken::refuse, IfTaken::replace}) {
+        ASSERT_EQ(write("page", ifTaken), AtomicFile::Commit::done);
+        EXPECT_EQ(FileSystem::sizeAfterPowerCut(folder.file("page")), off_t(text.size()));
+        EXPECT_EQ(contentOf("page"), text);
+        EXPECT_THAT(files(), ElementsAre("page"));
+        folder.write("page", "is replaced next");
+    }
+}
+
+TEST_P(OnEveryFileSystem, NothingThatHasTheNameIsReplaced)
+{
+    folder.write("page", "the page before");
+    expectRefusal("a file");
+    EXPECT_EQ(contentOf("page"), "the page before");
+    fs::remove(folder.file("page"));
+    fs::create_directory(folder.file("page"));
+    expectRefusal("a folder");
+    fs::remove(folder.file("page"));
+    fs::create_symlink("nowhere", folder.file("page"));
+    expectRefusal("a link to nothing");
+    fs::remove(folder.file("page"));
+
+    system.beforeNaming = [this] { folder.write("page", "another program's"); };
+    EXPECT_EQ(write("page", IfTaken::refuse), AtomicFile::Commit::taken) << "at the last moment";
+    EXPECT_EQ(contentOf("page"), "another program's");
+    EXPECT_THAT(files(), ElementsAre("page"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds,
+                         OnEveryFileSystem,
+                         ::testing::Values(Abilities{"ThatKnowsAll", true, true},
+                                           Abilities{"ThatOnlyLinks", false, true},
+                                           Abilities{"ThatKnowsNeither", false, false}),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_F(Writing, WhatAKilledProcessLeftIsRemovedAndNothingElse)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        AtomicFile file(folder.file("film"), IfTaken::refuse);
+        file.write(text.data(), text.size());
+        ::kill(getpid(), SIGKILL);
+    }
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    ASSERT_EQ(files().size(), 1U);
+    const std::string own = ".lumro-" + std::to_string(getpid()) + "-999.tmp";
+    folder.write(own, "of an earlier process with this one's number");
+    const std::vector<std::string> others{".lumro-notes.tmp", ".lumro-1-2.tmp.jpg", "1-2.tmp", ".lumro-.tmp"};
+    for (const std::string& name : others)
+        folder.write(name, "not ours");
+    fs::create_symlink(".lumro-notes.tmp", folder.file(".lumro-1-3.tmp"));
+    fs::create_directory(folder.file(".lumro-1-4.tmp"));
+    ASSERT_EQ(mkfifo(folder.file(".lumro-1-5.tmp").c_str(), 0600), 0);
+    mirvak::removeLeftOvers(folder.path());
+    auto kept = others;
+    kept.insert(kept.end(), {".lumro-1-3.tmp", ".lumro-1-4.tmp", ".lumro-1-5.tmp"});
+    EXPECT_THAT(files(), testing::UnorderedElementsAreArray(kept));
+    mirvak::removeLeftOvers(folder.file("missing"));
+}
+
+TEST_F(Writing, AFileThatIsBeingWrittenIsNoLeftOverUpToItsName)
+{
+    AtomicFile file(folder.file("film"), IfTaken::refuse);
+    mirvak::removeLeftOvers(folder.path());
+    std::ofstream(file.temporary()) << "written by another library";
+    system.beforeNaming = [this] { mirvak::removeLeftOvers(folder.path()); };
+    EXPECT_EQ(file.commit(), AtomicFile::Commit::done);
+    EXPECT_EQ(contentOf("film"), "written by another library");
+}
