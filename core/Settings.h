@@ -7,7 +7,33 @@
 #include <QString>
 #include <QVariant>
 
+#include <optional>
 #include <type_traits>
+
+namespace settings {
+
+/// A stored value as the type of its preference; nothing where it is of another type. The file holds texts,
+/// so a number or a switch counts by what its text says; unquoted, a text with a comma is a list.
+template <class T> std::optional<T> parse(const QVariant& value)
+{
+    const int type = value.userType();
+    if (type != QMetaType::QString && type != QMetaType::Int && type != QMetaType::Bool)
+        return std::nullopt;
+    const QString text = value.toString();
+    if constexpr (std::is_same_v<T, int>) {
+        bool isNumber = false;
+        const int number = text.toInt(&isNumber);
+        return isNumber ? std::optional(number) : std::nullopt;
+    } else if constexpr (std::is_same_v<T, bool>) {
+        const bool isOn = text == QLatin1String("true") || text == QLatin1String("1");
+        const bool isOff = text == QLatin1String("false") || text == QLatin1String("0");
+        return isOn || isOff ? std::optional(isOn) : std::nullopt;
+    } else {
+        return text;
+    }
+}
+
+} // namespace settings
 
 /// One preference: its key in the store, its type and the value that holds where the store has none or one of
 /// another type. The table below is the only place where a key is spelled.
@@ -18,16 +44,7 @@ template <class T> struct Setting
 
     T read(ConfigSettings& store) const
     {
-        const QVariant value = store.GetSettings()->value(QLatin1String(key));
-        if (!value.isValid())
-            return fallback;
-        if constexpr (std::is_same_v<T, int>) {
-            bool isNumber = false;
-            const int number = value.toInt(&isNumber);
-            return isNumber ? number : fallback;
-        } else {
-            return value.value<T>();
-        }
+        return settings::parse<T>(store.GetSettings()->value(QLatin1String(key))).value_or(fallback);
     }
     /// For a value read in one place only.
     T read() const
@@ -73,7 +90,7 @@ inline QString savePath(ConfigSettings& store)
 {
     const QString fallback =
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/ScannerImage");
-    return store.GetSettings()->value(QStringLiteral("Save_Path"), fallback).toString();
+    return Setting<QString>{"Save_Path", fallback}.read(store);
 }
 
 inline void setSavePath(ConfigSettings& store, const QString& directory)

@@ -28,10 +28,30 @@ TEST_F(SettingsTest, MissingValuesHaveTheirDefaults)
 
 TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
 {
-    store_.GetSettings()->setValue(QStringLiteral("Camera_Resolution"), QStringLiteral("abc"));
-    EXPECT_EQ(settings::cameraResolution.read(store_), 1);
-    store_.GetSettings()->setValue(QStringLiteral("Camera_Resolution"), QStringLiteral("-7"));
-    EXPECT_EQ(settings::cameraResolution.read(store_), -7);
+    const Setting<bool> usuallyOn{"On", true};
+    const Setting<bool> usuallyOff{"Off", false};
+    const Setting<QString> name{"Name", QStringLiteral("IMAGE")};
+    const Setting<int> number{"Number", 5};
+    const QVariant list(QStringList{QStringLiteral("a"), QStringLiteral("b")}); // a,b without quotes
+    const QVariant values[] = {QStringLiteral("abc"), QString(), -7, true, false, list, QByteArray("1"), 2.5};
+    const auto readAs = [&](const auto& setting, const QVariant& value) {
+        store_.GetSettings()->setValue(QLatin1String(setting.key), value);
+        return setting.read(store_);
+    };
+    QList<int> numbers;
+    QStringList names;
+    std::string switches;
+    for (const QVariant& value : values) {
+        numbers << readAs(number, value);
+        names << readAs(name, value);
+        switches += readAs(usuallyOn, value) ? '1' : '0';
+        switches += readAs(usuallyOff, value) ? '1' : '0';
+    }
+    EXPECT_EQ(numbers, (QList<int>{5, 5, -7, 5, 5, 5, 5, 5}));
+    EXPECT_EQ(names.join(QLatin1Char(' ')), QStringLiteral("abc  -7 true false IMAGE IMAGE IMAGE"));
+    EXPECT_EQ(switches, "1010101100101010");
+    store_.GetSettings()->setValue(QStringLiteral("Save_Path"), list);
+    EXPECT_TRUE(settings::savePath(store_).endsWith(QStringLiteral("/ScannerImage")));
 }
 
 TEST_F(SettingsTest, InstancesSeeEachOthersWritesAtOnce)
@@ -60,13 +80,19 @@ TEST(BrokenSettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
     const TempDir folder;
     const QString configuration = QString::fromStdString(folder.path());
     QDir(configuration).mkdir(QStringLiteral("lumro"));
-    const std::string broken = "[General]\nDeskew=2\nno equals sign here\n\x01\x02\xff\n";
+    const std::string broken = "[General]\nDeskew=2\nNaming_Prefix=a, b\nWatermark_Text=\"paid, thanks\"\n"
+                               "Book_Line=abc\nScanner_Sound=true\nno equals sign here\n\x01\x02\xff\n";
     folder.write("lumro/lylumroscanner.ini", broken);
+    folder.write("lumro/lylumroscanner.ini.broken", "of the last time");
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, configuration);
     {
         ConfigSettings store;
         EXPECT_EQ(settings::cameraResolution.read(store), 1);
         EXPECT_EQ(settings::deskew.read(store), 2);
+        EXPECT_EQ(settings::namingPrefix.read(store), QStringLiteral("IMAGE"));
+        EXPECT_EQ(settings::watermarkText.read(store), QStringLiteral("paid, thanks"));
+        EXPECT_FALSE(settings::bookLine.read(store));
+        EXPECT_TRUE(settings::scannerSound.read(store));
         settings::deskew.write(store, 1);
     }
     QSettings::setPath(
