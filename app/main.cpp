@@ -1,4 +1,5 @@
 #include "Languages.h"
+#include "LeftOverFiles.h"
 #include "Look.h"
 #include "LumroScanner.h"
 #include "Settings.h"
@@ -60,5 +61,7 @@ int main(int argc, char** argv)
     LumroScanner window;
     const StartReport report(*window.findChild<VideoView*>());
     window.showMaximized();
+    ConfigSettings store;
+    leftOverFiles::removeInBackground(settings::savePath(store));
     return QApplication::exec();
 }

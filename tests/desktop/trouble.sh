@@ -36,6 +36,8 @@ pulled_out_camera() {
     expected_messages=
 }
 
+is_removed() { [ ! -e "$1" ]; }
+
 second_start_and_crash() {
     local first status=0
     make_desk ""
@@ -48,8 +50,10 @@ second_start_and_crash() {
     await_picture "$pages/IMAGE_000.jpg"
     kill -KILL "$pid"
     { wait "$pid" || :; } 2>/dev/null
+    echo "half a page" >"$pages/.lumro-$pid-7.tmp"
     start_program
     await "the first picture after a crash" picture_painted
+    await "the end of what the crash left" is_removed "$pages/.lumro-"*
     click btnScanner
     await_picture "$pages/IMAGE_001.jpg"
     close_program

@@ -1,0 +1,28 @@
+#include "LeftOverFiles.h"
+
+#include "TempDir.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+TEST(LeftOverFiles, AreRemovedFromTheFolderAndThoseOfItsDays)
+{
+    const TempDir folder;
+    const QDir root(QString::fromStdString(folder.path()));
+    for (const char* name : {"20240131", "20240201", "letters"}) {
+        root.mkdir(QLatin1String(name));
+        folder.write(std::string(name) + "/.lumro-99-1.tmp", "half a page");
+    }
+    folder.write(".lumro-99-0.tmp", "half a film");
+    folder.write("20240131/IMAGE_000.jpg", "a page");
+    const auto filesIn = [&](const char* below) {
+        return QDir(root.filePath(QLatin1String(below))).entryList(QDir::Files | QDir::Hidden).size();
+    };
+    leftOverFiles::removeInBackground(root.path());
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return filesIn(".") + filesIn("20240131") + filesIn("20240201") == 1; }));
+    EXPECT_EQ(filesIn("letters"), 1) << "the user's own folder";
+    leftOverFiles::remove(root.filePath(QStringLiteral("missing")));
+}
