@@ -181,6 +181,30 @@ TEST_F(ScanWindowTest, TheSecondCameraLiesOverThePreviewAndInTheCompositePicture
     EXPECT_EQ(files().size(), 2);
 }
 
+TEST_F(ScanWindowTest, WhatCannotBeSavedIsToldWhoeverTookIt)
+{
+    settings::cameraSynthesis.write(store_, true);
+    settings::setSavePath(store_, QString::fromStdString(folder().file("no/such/parent")));
+    useDesk(camera() + ", " + second());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    const auto notice = [this] {
+        return view().findChild<QTimer*>(QStringLiteral("noticeTimer"))->isActive();
+    };
+    const auto isTold = [&](const char* what, const std::function<void()>& capture) {
+        view().ShowNotice(QString());
+        const QImage before = view().grab().toImage();
+        capture();
+        EXPECT_TRUE(QTest::qWaitFor(notice, 10000)) << what;
+        EXPECT_NE(view().grab().toImage(), before) << what;
+    };
+    isTold("timed", [this] { window_->onAutoScanTiemr(); });
+    tick(true);
+    ASSERT_TRUE(overlay());
+    isTold("both cameras", [this] { window_->onScanner(); });
+    EXPECT_EQ(strip().Count(), 0);
+}
+
 TEST_F(ScanWindowTest, TheSecondCameraIsRefusedWithDeskewAndGoesWhenItIsUnplugged)
 {
     settings::deskew.write(store_, 1);

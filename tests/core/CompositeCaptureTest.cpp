@@ -69,6 +69,10 @@ TEST_F(CompositeCaptureTest, CroppingIsRefusedAndAMissingFrameSavesNothing)
     desk_.secondComes = false;
     modes.scan();
     EXPECT_EQ(desk_.notices.size(), 1);
+    desk_.secondComes = true;
+    desk_.secondSize = QSize(2, 2); // a third of it is nothing
+    modes.scan();
+    EXPECT_EQ(desk_.notices.size(), 2);
     EXPECT_TRUE(desk_.colourModes.isEmpty());
 }
 

@@ -51,8 +51,11 @@ TEST_F(ImageChannelTest, ATimeOutKeepsOneFrameAtMostAndNeverAnswersTheNextReques
     EXPECT_EQ(channel_.take(1ms), nullptr);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Get image timeout!\n");
     EXPECT_TRUE(channel_.isRequested());
-    for (int width = 1; width < 50; ++width)
-        channel_.offer(frame(width).get()); // an old page: nobody must get it later
+    const FrameHandle old = frame(50); // an old page: nobody must get it later
+    for (int i = 0; i < 50; ++i)
+        channel_.offer(old.get());
+    const cv::Mat& pixels = static_cast<mirvak::Image*>(old.get())->pixels;
+    EXPECT_EQ(pixels.u->refcount, 2) << "the test's own and one in the channel";
     auto taken = std::async(std::launch::async, [&] { return channel_.take(20s); });
     std::atomic<bool> done{false};
     std::thread source([&] {

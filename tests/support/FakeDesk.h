@@ -36,7 +36,9 @@ public:
     bool showsSecondCamera() const override { return secondShown; }
     FrameHandle takeSecondFrame(std::chrono::seconds) override
     {
-        return ownImage(camera, secondComes ? makeImageHandle(12, 9, {250, 0, 0}) : nullptr);
+        return ownImage(camera,
+                        secondComes ? makeImageHandle(secondSize.width(), secondSize.height(), {250, 0, 0})
+                                    : nullptr);
     }
     void tell(const QString& title, const QString& text) override { told << title << text; }
     QString freeImagePath() const override { return QStringLiteral("/free/path.jpg"); }
@@ -60,6 +62,7 @@ public:
     std::function<void()> whileTaking;
     std::function<void(void* image)> whileSaving;
     QSize frameSize{8, 8};
+    QSize secondSize{12, 9};
     QStringList savesAs; ///< one a capture; then nothing can be saved
     int framesTaken = 0;
     QList<int> cropModes;
