@@ -2,6 +2,7 @@
 
 #include "DiskFullAt.h"
 #include "FakeDesk.h"
+#include "PdfFile.h"
 #include "Settings.h"
 #include "TempDir.h"
 
@@ -71,6 +72,13 @@ TEST_F(PdfScanTest, ManyWithinASecondAreAllKept)
     }
     EXPECT_EQ(pdfs().size(), 5);
     EXPECT_EQ(QSet<QString>(desk.documents.begin(), desk.documents.end()).size(), 5);
+    // The name that was free is taken by the time the file is written.
+    const QString taken = QString::fromStdString(folder.write("a_1.pdf", "another program's"));
+    const pdfFile::Result result = pdfFile::write(desk.camera, {picture}, taken, 1);
+    EXPECT_EQ(result.path, QString::fromStdString(folder.file("a_2.pdf")));
+    EXPECT_EQ(result.pages, 1);
+    EXPECT_GT(QFileInfo(result.path).size(), QFileInfo(taken).size());
+    EXPECT_EQ(QFileInfo(taken).size(), 17);
 }
 
 TEST_F(PdfScanTest, DoesNothingWithoutLeaveOrPicture)
