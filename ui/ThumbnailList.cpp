@@ -2,7 +2,7 @@
 
 #include <QScroller>
 
-#include <memory>
+#include <algorithm>
 
 namespace {
 
@@ -17,6 +17,13 @@ QString fileNameOf(const QString& path)
 {
     const int slash = path.lastIndexOf(QLatin1Char('/'));
     return path.mid((slash >= 0 ? slash : path.lastIndexOf(QLatin1Char('\\'))) + 1);
+}
+
+void setPath(QListWidgetItem& item, const QString& path)
+{
+    item.setText(fileNameOf(path));
+    item.setData(Qt::UserRole, path);
+    item.setToolTip(path);
 }
 
 QIcon iconOf(const QPixmap& picture)
@@ -61,11 +68,10 @@ ThumbnailList::ThumbnailList(QWidget* parent) : QListWidget(parent)
 void ThumbnailList::insertEntry(const QPixmap& picture, const QString& path, int index)
 {
     clearSelection();
-    auto* item = new QListWidgetItem(fileNameOf(path));
+    auto* item = new QListWidgetItem;
+    setPath(*item, path);
     item->setSizeHint(entrySize_);
     item->setTextAlignment(Qt::AlignCenter);
-    item->setData(Qt::UserRole, path);
-    item->setToolTip(path);
     item->setFlags(item->flags() &
                    ~Qt::ItemIsDropEnabled); // a dragged one falls between others, not onto one
     const int row = index >= 0 && index <= count() ? index : count();
@@ -79,7 +85,8 @@ void ThumbnailList::setPicture(int row, const QPixmap& picture)
 {
     QPixmap sharp = picture;
     sharp.setDevicePixelRatio(devicePixelRatioF());
-    item(row)->setIcon(iconOf(sharp));
+    if (QListWidgetItem* entry = item(row))
+        entry->setIcon(iconOf(sharp));
 }
 
 int ThumbnailList::rowOf(const QString& path) const
@@ -87,6 +94,15 @@ int ThumbnailList::rowOf(const QString& path) const
     const QString wanted = path.toLower();
     for (int row = 0; row < count(); ++row) {
         if (pathAt(row).toLower() == wanted)
+            return row;
+    }
+    return -1;
+}
+
+int ThumbnailList::rowOfExactly(const QString& path) const
+{
+    for (int row = 0; row < count(); ++row) {
+        if (pathAt(row) == path)
             return row;
     }
     return -1;
@@ -105,10 +121,27 @@ QStringList ThumbnailList::paths() const
     return paths;
 }
 
-QString ThumbnailList::takePath(int row)
+QStringList ThumbnailList::selectedPaths() const
 {
-    const std::unique_ptr<QListWidgetItem> item(takeItem(row));
-    return pathOf(item.get());
+    QStringList paths;
+    for (int row = 0; row < count(); ++row) {
+        if (item(row)->isSelected())
+            paths.append(pathAt(row));
+    }
+    return paths;
+}
+
+std::unique_ptr<QListWidgetItem> ThumbnailList::takeEntry(int row)
+{
+    return std::unique_ptr<QListWidgetItem>(takeItem(row));
+}
+
+void ThumbnailList::putBack(std::unique_ptr<QListWidgetItem> entry, int row, const QString& path)
+{
+    setPath(*entry, path);
+    row = std::min(row, count());
+    insertItem(row, entry.release());
+    setCurrentRow(row, QItemSelectionModel::Select);
 }
 
 void ThumbnailList::setEntrySize(const QSize& size)
@@ -122,9 +155,9 @@ QSize ThumbnailList::pictureRoom() const
     return (QSizeF(entrySize_.width(), entrySize_.height() - nameHeight) * devicePixelRatioF()).toSize();
 }
 
-void ThumbnailList::moveCurrent(int step)
+void ThumbnailList::move(const QString& path, int step)
 {
-    const int from = currentRow();
+    const int from = rowOfExactly(path);
     const int to = from + step;
     if (from < 0 || to < 0 || to >= count())
         return;

@@ -2,6 +2,8 @@
 
 #include <QImageReader>
 
+#include <algorithm>
+
 namespace {
 
 bool isTurned(const QImageReader& reader)
@@ -51,17 +53,25 @@ void ThumbnailLoader::load(const QString& path, const QSize& room)
 {
     {
         const std::lock_guard lock(mutex_);
-        waiting_.push_back({path, room});
+        if (find(path) == waiting_.end())
+            waiting_.push_back({path, room});
     }
     changed_.notify_one();
     if (!worker_.joinable())
         worker_ = std::thread([this] { work(); });
 }
 
-void ThumbnailLoader::dropWaiting()
+void ThumbnailLoader::drop(const QString& path)
 {
     const std::lock_guard lock(mutex_);
-    waiting_.clear();
+    const auto job = find(path);
+    if (job != waiting_.end())
+        waiting_.erase(job);
+}
+
+std::deque<ThumbnailLoader::Job>::iterator ThumbnailLoader::find(const QString& path)
+{
+    return std::find_if(waiting_.begin(), waiting_.end(), [&](const Job& job) { return job.path == path; });
 }
 
 void ThumbnailLoader::work()

@@ -22,10 +22,11 @@ public:
     /// What is known without decoding the picture: its size in px, upright; empty when the file is no
     /// picture.
     static QSize sizeOf(const QString& path);
-    /// Asks for the picture of the file, upright and fitted into `room` px.
+    /// Asks for the picture of the file, upright and fitted into `room` px. Asked for again before it is
+    /// begun it is made once.
     void load(const QString& path, const QSize& room);
-    /// Forgets what has not been begun.
-    void dropWaiting();
+    /// Forgets the file, unless its picture is being made.
+    void drop(const QString& path);
 
 Q_SIGNALS:
     /// `picture` is null when the file turned out to be unreadable.
@@ -38,6 +39,7 @@ private:
         QSize room;
     };
     void work();
+    std::deque<Job>::iterator find(const QString& path);
 
     std::mutex mutex_;
     std::condition_variable changed_;

@@ -189,6 +189,25 @@
     </message>
 </context>
 <context>
+    <name>FileHandover</name>
+    <message>
+        <source>No program opens %1.</source>
+        <translation>No program opens %1.</translation>
+    </message>
+    <message>
+        <source>The folder %1 could not be opened.</source>
+        <translation>The folder %1 could not be opened.</translation>
+    </message>
+    <message>
+        <source>Only pictures can be printed.</source>
+        <translation>Only pictures can be printed.</translation>
+    </message>
+    <message>
+        <source>The picture could not be printed.</source>
+        <translation>The picture could not be printed.</translation>
+    </message>
+</context>
+<context>
     <name>FunctionButtons</name>
     <message>
         <source>Capture</source>
@@ -378,6 +397,16 @@
     <message>
         <source>error</source>
         <translation>error</translation>
+    </message>
+</context>
+<context>
+    <name>NamedFiles</name>
+    <message numerus="yes">
+        <source>%1 and %n more</source>
+        <translation>
+            <numerusform>%1 and %n more</numerusform>
+            <numerusform>%1 and %n more</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -826,12 +855,38 @@
         <translation>Image files(*.jpg *.png *.bmp)</translation>
     </message>
     <message>
-        <source>Only pictures can be printed.</source>
-        <translation>Only pictures can be printed.</translation>
+        <source>%1 is no longer there.</source>
+        <translation>%1 is no longer there.</translation>
     </message>
     <message>
-        <source>The picture could not be printed.</source>
-        <translation>The picture could not be printed.</translation>
+        <source>Not listed, because no picture can be read: %1</source>
+        <translation>Not listed, because no picture can be read: %1</translation>
+    </message>
+</context>
+<context>
+    <name>ThumbnailDeletion</name>
+    <message>
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) deleted</source>
+        <translation>
+            <numerusform>%n file deleted</numerusform>
+            <numerusform>%n files deleted</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Could not be deleted: %1</source>
+        <translation>Could not be deleted: %1</translation>
+    </message>
+    <message>
+        <source>Brought back as %1: other files have the old names now.</source>
+        <translation>Brought back as %1: other files have the old names now.</translation>
+    </message>
+    <message>
+        <source>Could not be brought back: %1</source>
+        <translation>Could not be brought back: %1</translation>
     </message>
 </context>
 <context>

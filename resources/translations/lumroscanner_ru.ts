@@ -189,6 +189,25 @@
     </message>
 </context>
 <context>
+    <name>FileHandover</name>
+    <message>
+        <source>No program opens %1.</source>
+        <translation>Нет программы, которая открывает %1.</translation>
+    </message>
+    <message>
+        <source>The folder %1 could not be opened.</source>
+        <translation>Не удалось открыть папку %1.</translation>
+    </message>
+    <message>
+        <source>Only pictures can be printed.</source>
+        <translation>Печатать можно только изображения.</translation>
+    </message>
+    <message>
+        <source>The picture could not be printed.</source>
+        <translation>Не удалось напечатать изображение.</translation>
+    </message>
+</context>
+<context>
     <name>FunctionButtons</name>
     <message>
         <source>Capture</source>
@@ -378,6 +397,17 @@
     <message>
         <source>error</source>
         <translation>Ошибка</translation>
+    </message>
+</context>
+<context>
+    <name>NamedFiles</name>
+    <message numerus="yes">
+        <source>%1 and %n more</source>
+        <translation>
+            <numerusform>%1 и ещё %n</numerusform>
+            <numerusform>%1 и ещё %n</numerusform>
+            <numerusform>%1 и ещё %n</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -826,12 +856,39 @@
         <translation>Файлы изображений (*.jpg *.png *.bmp)</translation>
     </message>
     <message>
-        <source>Only pictures can be printed.</source>
-        <translation>Печатать можно только изображения.</translation>
+        <source>%1 is no longer there.</source>
+        <translation>Файла %1 больше нет на месте.</translation>
     </message>
     <message>
-        <source>The picture could not be printed.</source>
-        <translation>Не удалось напечатать изображение.</translation>
+        <source>Not listed, because no picture can be read: %1</source>
+        <translation>Не добавлено, изображение не читается: %1</translation>
+    </message>
+</context>
+<context>
+    <name>ThumbnailDeletion</name>
+    <message>
+        <source>Undo</source>
+        <translation>Вернуть</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) deleted</source>
+        <translation>
+            <numerusform>Удалён %n файл</numerusform>
+            <numerusform>Удалено %n файла</numerusform>
+            <numerusform>Удалено %n файлов</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Could not be deleted: %1</source>
+        <translation>Не удалось удалить: %1</translation>
+    </message>
+    <message>
+        <source>Brought back as %1: other files have the old names now.</source>
+        <translation>Возвращено под именем %1: прежнее имя занято другим файлом.</translation>
+    </message>
+    <message>
+        <source>Could not be brought back: %1</source>
+        <translation>Не удалось вернуть: %1</translation>
     </message>
 </context>
 <context>

@@ -189,6 +189,25 @@
     </message>
 </context>
 <context>
+    <name>FileHandover</name>
+    <message>
+        <source>No program opens %1.</source>
+        <translation>没有程序可以打开 %1。</translation>
+    </message>
+    <message>
+        <source>The folder %1 could not be opened.</source>
+        <translation>无法打开文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>Only pictures can be printed.</source>
+        <translation>只能打印图片。</translation>
+    </message>
+    <message>
+        <source>The picture could not be printed.</source>
+        <translation>图片打印失败。</translation>
+    </message>
+</context>
+<context>
     <name>FunctionButtons</name>
     <message>
         <source>Capture</source>
@@ -378,6 +397,15 @@
     <message>
         <source>error</source>
         <translation>错误</translation>
+    </message>
+</context>
+<context>
+    <name>NamedFiles</name>
+    <message numerus="yes">
+        <source>%1 and %n more</source>
+        <translation>
+            <numerusform>%1 及另外 %n 个</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -826,12 +854,37 @@
         <translation>图片文件 (*.jpg *.png *.bmp)</translation>
     </message>
     <message>
-        <source>Only pictures can be printed.</source>
-        <translation>只能打印图片。</translation>
+        <source>%1 is no longer there.</source>
+        <translation>%1 已不存在。</translation>
     </message>
     <message>
-        <source>The picture could not be printed.</source>
-        <translation>图片打印失败。</translation>
+        <source>Not listed, because no picture can be read: %1</source>
+        <translation>未列入，无法读取图片：%1</translation>
+    </message>
+</context>
+<context>
+    <name>ThumbnailDeletion</name>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) deleted</source>
+        <translation>
+            <numerusform>已删除 %n 个文件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Could not be deleted: %1</source>
+        <translation>无法删除：%1</translation>
+    </message>
+    <message>
+        <source>Brought back as %1: other files have the old names now.</source>
+        <translation>已恢复为 %1：原来的名称已被其他文件占用。</translation>
+    </message>
+    <message>
+        <source>Could not be brought back: %1</source>
+        <translation>无法恢复：%1</translation>
     </message>
 </context>
 <context>

@@ -55,8 +55,11 @@ TEST(Translations, AreFinishedAndKeepTheirPlaces)
         EXPECT_FALSE(messages.isEmpty()) << qPrintable(name);
         for (const TsMessage& message : messages) {
             EXPECT_TRUE(message.state.isEmpty()) << label(name, message) << qPrintable(message.state);
-            EXPECT_FALSE(message.translation.trimmed().isEmpty()) << label(name, message);
-            EXPECT_EQ(places(message.source), places(message.translation)) << label(name, message);
+            EXPECT_FALSE(message.forms.isEmpty()) << label(name, message);
+            for (const QString& form : message.forms) {
+                EXPECT_FALSE(form.trimmed().isEmpty()) << label(name, message);
+                EXPECT_EQ(places(message.source), places(form)) << label(name, message);
+            }
         }
     }
 }
@@ -84,7 +87,7 @@ TEST(Translations, LeaveEnglishTextsAsTheyAreAndTranslateTheOthers)
 {
     for (const TsMessage& message : readTsFile(sourceFile(names[1]))) {
         EXPECT_TRUE(isAscii(message.translation)) << label(names[1], message);
-        if (isAscii(message.source)) {
+        if (isAscii(message.source) && !message.counts) {
             EXPECT_EQ(message.translation, message.source) << label(names[1], message);
         }
     }
@@ -120,10 +123,26 @@ TEST(Translations, AreCompiledForTheProgram)
         QTranslator translator;
         ASSERT_TRUE(translator.load(name, QStringLiteral(TRANSLATIONS_FOLDER))) << qPrintable(name);
         for (const TsMessage& message : readTsFile(sourceFile(name))) {
+            const int one = message.counts ? 1 : -1;
             EXPECT_EQ(translator.translate(
-                          message.context.toUtf8(), message.source.toUtf8(), message.comment.toUtf8()),
+                          message.context.toUtf8(), message.source.toUtf8(), message.comment.toUtf8(), one),
                       message.translation)
                 << label(name, message);
         }
     }
+}
+
+TEST(Translations, CountAsTheLanguageDoes)
+{
+    const auto deleted = [](const QString& name, int count) {
+        QTranslator translator;
+        EXPECT_TRUE(translator.load(name, QStringLiteral(TRANSLATIONS_FOLDER)));
+        return translator.translate("ThumbnailDeletion", "%n file(s) deleted", nullptr, count);
+    };
+    EXPECT_EQ(deleted(names[0], 12), QStringLiteral("已删除 %n 个文件"));
+    EXPECT_EQ(deleted(names[1], 1), QStringLiteral("%n file deleted"));
+    EXPECT_EQ(deleted(names[1], 12), QStringLiteral("%n files deleted"));
+    EXPECT_EQ(deleted(names[2], 21), QStringLiteral("Удалён %n файл"));
+    EXPECT_EQ(deleted(names[2], 3), QStringLiteral("Удалено %n файла"));
+    EXPECT_EQ(deleted(names[2], 12), QStringLiteral("Удалено %n файлов"));
 }

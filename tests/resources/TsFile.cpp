@@ -19,6 +19,7 @@ QVector<TsMessage> readTsFile(const QString& path)
         } else if (xml.name() == QLatin1String("message")) {
             messages.append(TsMessage());
             messages.last().context = context;
+            messages.last().counts = xml.attributes().hasAttribute(QLatin1String("numerus"));
         } else if (messages.isEmpty()) {
             continue; // the head of the file
         } else if (xml.name() == QLatin1String("source")) {
@@ -27,8 +28,13 @@ QVector<TsMessage> readTsFile(const QString& path)
             messages.last().comment = xml.readElementText();
         } else if (xml.name() == QLatin1String("translation")) {
             messages.last().state = xml.attributes().value(QLatin1String("type")).toString();
-            messages.last().translation = xml.readElementText(QXmlStreamReader::IncludeChildElements);
+            if (!messages.last().counts)
+                messages.last().forms.append(xml.readElementText());
+        } else if (xml.name() == QLatin1String("numerusform")) {
+            messages.last().forms.append(xml.readElementText());
         }
     }
+    for (TsMessage& message : messages)
+        message.translation = message.forms.value(0);
     return xml.hasError() ? QVector<TsMessage>() : messages;
 }

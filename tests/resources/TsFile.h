@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 /// One text of a translation source file.
@@ -9,8 +9,10 @@ struct TsMessage
     QString context;
     QString source;
     QString comment;
-    QString translation;
-    QString state; ///< "unfinished", "vanished", "obsolete"; empty when it is in order
+    bool counts = false;
+    QString translation; ///< of a text that counts something: the first form
+    QStringList forms;   ///< one; of a text that counts something one for each grammatical number
+    QString state;       ///< "unfinished", "vanished", "obsolete"; empty when it is in order
 };
 
 /// Reads a translation source file (Qt's TS format). Empty when the file cannot be read or is broken.
