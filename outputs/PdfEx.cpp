@@ -1,9 +1,10 @@
 #include "PdfEx.h"
 
 #include "Dialogs.h"
+#include "FileHandover.h"
 #include "FileNaming.h"
 #include "Look.h"
-#include "PdfFile.h"
+#include "NamedFiles.h"
 #include "PdfWriting.h"
 #include "SavePicture.h"
 #include "Settings.h"
@@ -14,11 +15,8 @@
 #include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QUrl>
 
 #include <algorithm>
-#include <cstdio>
-#include <functional>
 #include <limits>
 
 namespace {
@@ -33,6 +31,15 @@ bool canBePage(const QString& path)
 {
     const QString end = path.right(3);
     return end == QLatin1String("png") || end == QLatin1String("jpg") || end == QLatin1String("peg");
+}
+
+/// Adds what can be a page to `pages`. @return the others
+QStringList dividePages(const QStringList& files, QStringList& pages)
+{
+    QStringList others;
+    std::partition_copy(
+        files.begin(), files.end(), std::back_inserter(pages), std::back_inserter(others), canBePage);
+    return others;
 }
 
 } // namespace
@@ -103,6 +110,8 @@ void PdfEx::SetScannerImage(const QString& path)
     build();
     listWaiting(std::numeric_limits<int>::max()); // what was chosen before comes before it
     ui_->pages->AddImage(path, -1);
+    if (!canBePage(path))
+        ShowNote(leftOutText({path}));
 }
 
 void PdfEx::ShowNote(const QString& text)
@@ -135,8 +144,17 @@ void PdfEx::onAddImages()
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setViewMode(QFileDialog::List);
     const QStringList chosen = Dialogs::instance().chooseFiles(dialog);
-    std::copy_if(chosen.begin(), chosen.end(), std::back_inserter(waiting_), canBePage);
+    ShowNote(leftOutText(dividePages(chosen, waiting_)));
     listWaiting(listingAtOnce);
+}
+
+QString PdfEx::leftOutText(const QStringList& files)
+{
+    return files.isEmpty()
+               ? QString()
+               : tr("Not in the PDF: %1. Only files whose names end in jpg, jpeg or png, in small letters, "
+                    "become pages.")
+                     .arg(namedFiles(files));
 }
 
 /// Lists chosen files for that long; the rest follows when the window has seen to other things.
@@ -156,12 +174,12 @@ void PdfEx::onPdfEx()
 {
     build();
     listWaiting(std::numeric_limits<int>::max());
-    QStringList pictures = ui_->pages->GetFilePaths();
-    if (pictures.isEmpty())
-        return ShowNote(tr("There are no pages yet."));
     if (writing_->isRunning())
         return;
-    pictures.erase(std::remove_if(pictures.begin(), pictures.end(), std::not_fn(canBePage)), pictures.end());
+    QStringList pictures;
+    leftOut_ = dividePages(ui_->pages->GetFilePaths(), pictures);
+    if (pictures.isEmpty())
+        return ShowNote(leftOut_.isEmpty() ? tr("There are no pages yet.") : leftOutText(leftOut_));
     setBusy(true);
     ConfigSettings store;
     writing_->start(pictures, pdfFile::pathIn(settings::savePath(store)));
@@ -174,22 +192,31 @@ void PdfEx::setBusy(bool isBusy)
     ShowNote(isBusy ? tr("The PDF is being written...") : QString());
 }
 
-void PdfEx::onWritten(const QString& path, int code)
+void PdfEx::onWritten(const pdfFile::Result& result)
 {
     setBusy(false);
-    if (code != MIRVAK_OK)
-        Dialogs::warn(this, tr("The PDF could not be written. The pictures of its pages are kept."));
+    if (!result.unreadable.isEmpty())
+        return ShowNote(
+            tr("No PDF was written, because this cannot be read: %1. Take it out of the list or put "
+               "it right, then try again.")
+                .arg(namedFiles(result.unreadable)));
+    if (result.code != MIRVAK_OK)
+        return ShowNote(
+            tr("The PDF could not be written. The pages stay in the list. Please check the folder."));
     QPixmap icon = pdfFile::icon();
-    Q_EMIT setpdfexthumbnail(icon, path);
-    close();
+    Q_EMIT setpdfexthumbnail(icon, result.path);
+    if (leftOut_.isEmpty())
+        close();
+    else
+        ShowNote(tr("The PDF is written.") + QLatin1Char(' ') + leftOutText(leftOut_));
 }
 
 void PdfEx::onOpenPath()
 {
     ConfigSettings store;
     const QString folder = settings::savePath(store);
-    if (!folder.isEmpty() && !Dialogs::instance().openUrl(QUrl::fromLocalFile(folder)))
-        std::fprintf(stderr, "nothing opens %s\n", qPrintable(folder));
+    if (!folder.isEmpty())
+        ShowNote(FileHandover::openFolder(folder));
 }
 
 void PdfEx::onClosePdf()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PdfFile.h"
+
 #include <QStringList>
 #include <QTimer>
 #include <QWidget>
@@ -33,7 +35,7 @@ public:
     /// Hands over the newest frame; as VideoView::SetImageData(). Ignored while the dialog is hidden.
     /// Thread-safe; the calling thread must have stopped before the dialog is destroyed.
     void SetPdfDataframe(const QImage& frame);
-    /// Appends a page; a file without a readable picture is left out.
+    /// Appends a page; a file without a readable picture is left out, and the user is told.
     void SetScannerImage(const QString& path);
     /// A line for the user beside the buttons, until the next one.
     void ShowNote(const QString& text);
@@ -59,7 +61,9 @@ public Q_SLOTS:
     void onGetFramedata(const QImage& frame); ///< as SetPdfDataframe()
     void onScannerImg();
     void onAddImages();
-    void onPdfEx(); ///< writes the PDF and closes the dialog when it is done
+    /// Writes the PDF and closes the dialog when all that is listed is in it. What is not is named, and the
+    /// list stays; with a picture that cannot be read no PDF is written.
+    void onPdfEx();
     void onOpenPath();
     void onClosePdf();
 
@@ -75,7 +79,8 @@ private:
     void listWaiting(int milliseconds);
     void setBusy(bool isBusy);
     void forgetPages();
-    void onWritten(const QString& path, int code);
+    void onWritten(const pdfFile::Result& result);
+    static QString leftOutText(const QStringList& files);
 
     std::unique_ptr<Ui_PdfEx> ui_; ///< null until first used
     PdfWriting* writing_;
@@ -85,6 +90,7 @@ private:
     int rotation_ = 0;
     int resolutionIndex_ = 0;
     QStringList waiting_; ///< chosen files on their way into the list
+    QStringList leftOut_; ///< listed files that are not in the PDF that is being written
     QTimer listTimer_;
     std::atomic<bool> takesFrames_{false};
 };

@@ -8,24 +8,29 @@
 
 namespace {
 
-int addPages(MirvakCamera& camera, const QStringList& pictures)
+QStringList addPages(MirvakCamera& camera, const QStringList& pictures)
 {
-    return static_cast<int>(std::count_if(pictures.begin(), pictures.end(), [&](const QString& picture) {
-        return camera.MirvakPDF_AddPage(picture.toUtf8().constData()) == MIRVAK_OK;
-    }));
+    QStringList unreadable;
+    std::copy_if(
+        pictures.begin(), pictures.end(), std::back_inserter(unreadable), [&](const QString& picture) {
+            return camera.MirvakPDF_AddPage(picture.toUtf8().constData()) != MIRVAK_OK;
+        });
+    return unreadable;
 }
 
 } // namespace
 
-pdfFile::Result
-pdfFile::write(MirvakCamera& camera, const QStringList& pictures, const QString& path, int minimumPages)
+pdfFile::Result pdfFile::write(MirvakCamera& camera, const QStringList& pictures, const QString& path)
 {
     static std::mutex mutex;
     const std::lock_guard lock(mutex);
-    Result result{path};
+    Result result;
+    result.path = path;
     result.code = FileNaming::saveNew(result.path, int(MIRVAK_EXISTS), [&](const QString& name) {
-        result.pages = addPages(camera, pictures);
-        return result.pages >= minimumPages ? camera.MirvakPDF_Save(name.toUtf8().constData()) : 0;
+        result.unreadable = addPages(camera, pictures);
+        const bool isComplete = result.unreadable.isEmpty();
+        // Without a path the library only forgets the pages.
+        return camera.MirvakPDF_Save(isComplete ? name.toUtf8().constData() : nullptr);
     });
     return result;
 }

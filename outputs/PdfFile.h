@@ -10,15 +10,14 @@ namespace pdfFile {
 
 struct Result
 {
-    QString path;  ///< of the PDF: the one wished for or, when something has that name, the next free one
-    int pages = 0; ///< pictures that became pages
-    int code = 0;  ///< of the saving, one of MirvakResult
+    QString path; ///< of the PDF: the one wished for or, when something has that name, the next free one
+    QStringList unreadable; ///< pictures that cannot become pages
+    int code = 0;           ///< one of MirvakResult; MIRVAK_OK: the file stands under its name, complete
 };
 
-/// Writes the pictures, one a page, to a new file `path`. A picture that the library refuses is left out.
-/// With at least `minimumPages` of them the file is written, otherwise nothing is. Trouble is told in a line
-/// each on standard error.
-Result write(MirvakCamera& camera, const QStringList& pictures, const QString& path, int minimumPages);
+/// Writes the pictures, one a page, to a new file `path`: all of them or, when one cannot be read, nothing.
+/// Trouble is told in a line each on standard error.
+Result write(MirvakCamera& camera, const QStringList& pictures, const QString& path);
 
 /// `folder` and the present second, or the next one for which there is no file.
 QString pathIn(const QString& folder);

@@ -31,9 +31,9 @@ void PdfScan::scan()
     if (picture.isEmpty())
         return;
     const QString folder = picture.left(picture.lastIndexOf(QLatin1Char('/')));
-    const pdfFile::Result result = pdfFile::write(camera_, {picture}, pdfFile::pathIn(folder), 1);
-    if (result.pages == 0 || result.code != MIRVAK_OK)
-        desk_.showNotice(tr("The PDF could not be made. The picture itself is saved."));
-    if (result.pages > 0)
+    const pdfFile::Result result = pdfFile::write(camera_, {picture}, pdfFile::pathIn(folder));
+    if (result.code == MIRVAK_OK)
         desk_.addDocument(result.path, pdfFile::icon());
+    else
+        desk_.showNotice(tr("The PDF could not be made. The picture itself is saved."));
 }

@@ -4,6 +4,7 @@
 #include "Dialogs.h"
 #include "FileNaming.h"
 #include "FolderOffer.h"
+#include "NamedFiles.h"
 #include "PdfFile.h"
 #include "PictureCoding.h"
 #include "Settings.h"
@@ -93,21 +94,27 @@ bool PdfSynthesis::drawImageToPDF(const QStringList& images)
     QSaveFile file(path);              // replaces a file of that name: the dialog has asked for that
     file.setDirectWriteFallback(true); // a folder without leave to write, a file with it
     const bool isOpen = file.open(QIODevice::WriteOnly);
-    const bool isWhole = isOpen && drawPages(file, images);
+    const int pages = isOpen ? drawPages(file, images) : 0;
+    const QString unreadable = namedFiles(images.mid(pages, 1));
+    if (isOpen && pages == 0 && !images.isEmpty()) {
+        file.cancelWriting();
+        desk_.showNotice(tr("%1 could not be read. No PDF was made.").arg(unreadable));
+        return false;
+    }
     if (!isOpen || !file.commit()) {
         std::fprintf(stderr, "PDF: %s: %s\n", qPrintable(path), qPrintable(file.errorString()));
         desk_.showNotice(tr("The PDF could not be written."));
         return false;
     }
-    if (!isWhole) {
-        desk_.showNotice(tr("A picture could not be read. The PDF holds the pages before it."));
+    if (pages < images.size()) {
+        desk_.showNotice(tr("%1 could not be read. The PDF holds the pages before it.").arg(unreadable));
         return false;
     }
     lastPath_ = path;
     return true;
 }
 
-bool PdfSynthesis::drawPages(QIODevice& file, const QStringList& images)
+int PdfSynthesis::drawPages(QIODevice& file, const QStringList& images)
 {
     QPdfWriter writer(&file);
     writer.setPageSize(QPageSize(QPageSize::A4));
@@ -119,14 +126,14 @@ bool PdfSynthesis::drawPages(QIODevice& file, const QStringList& images)
     for (int i = 0; i < images.size(); ++i) {
         const QImage picture = read(images[i]);
         if (picture.isNull())
-            return false;
+            return i;
         if (i > 0)
             writer.newPage();
         drawPage(painter, area, picture);
         // The preview and the windows go on between the pages; clicks wait.
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
-    return painter.end();
+    return images.size();
 }
 
 void PdfSynthesis::drawPage(QPainter& painter, const QRect& area, const QImage& image)

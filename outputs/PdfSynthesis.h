@@ -22,8 +22,8 @@ public:
     /// Asks for the pictures, then for the file, and offers to open its folder. Does nothing when the folder
     /// for new files neither exists nor can be made.
     void SynthesizePdf();
-    /// Asks for the file and writes the pages. A picture that cannot be read ends the work: the file then
-    /// holds the pages before it.
+    /// Asks for the file and writes the pages. A picture that cannot be read ends the work, and is named: the
+    /// file then holds the pages before it; without any there is no file.
     /// @return true when the file holds all pages
     bool drawImageToPDF(const QStringList& images);
 
@@ -32,7 +32,8 @@ public:
 private:
     QStringList choosePictures(const QString& folder);
     QString chooseTarget();
-    bool drawPages(QIODevice& file, const QStringList& images);
+    /// @return how many; the next one could not be read
+    int drawPages(QIODevice& file, const QStringList& images);
     static void drawPage(QPainter& painter, const QRect& area, const QImage& image);
     void offerFolder();
 

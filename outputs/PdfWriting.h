@@ -22,7 +22,7 @@ public:
     void finish();
 
 Q_SIGNALS:
-    void done(const QString& path, int code); ///< `code`: one of MirvakResult
+    void done(const pdfFile::Result& result);
 
 private:
     MirvakCamera& camera_;

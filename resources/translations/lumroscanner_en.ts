@@ -448,8 +448,20 @@
         <translation>The PDF is being written...</translation>
     </message>
     <message>
-        <source>The PDF could not be written. The pictures of its pages are kept.</source>
-        <translation>The PDF could not be written. The pictures of its pages are kept.</translation>
+        <source>Not in the PDF: %1. Only files whose names end in jpg, jpeg or png, in small letters, become pages.</source>
+        <translation>Not in the PDF: %1. Only files whose names end in jpg, jpeg or png, in small letters, become pages.</translation>
+    </message>
+    <message>
+        <source>No PDF was written, because this cannot be read: %1. Take it out of the list or put it right, then try again.</source>
+        <translation>No PDF was written, because this cannot be read: %1. Take it out of the list or put it right, then try again.</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written. The pages stay in the list. Please check the folder.</source>
+        <translation>The PDF could not be written. The pages stay in the list. Please check the folder.</translation>
+    </message>
+    <message>
+        <source>The PDF is written.</source>
+        <translation>The PDF is written.</translation>
     </message>
 </context>
 <context>
@@ -493,10 +505,6 @@
         <translation>The PDF could not be written.</translation>
     </message>
     <message>
-        <source>A picture could not be read. The PDF holds the pages before it.</source>
-        <translation>A picture could not be read. The PDF holds the pages before it.</translation>
-    </message>
-    <message>
         <source>Tip</source>
         <translation>Tip</translation>
     </message>
@@ -515,6 +523,14 @@
     <message>
         <source>Finish</source>
         <translation>Finish</translation>
+    </message>
+    <message>
+        <source>%1 could not be read. No PDF was made.</source>
+        <translation>%1 could not be read. No PDF was made.</translation>
+    </message>
+    <message>
+        <source>%1 could not be read. The PDF holds the pages before it.</source>
+        <translation>%1 could not be read. The PDF holds the pages before it.</translation>
     </message>
 </context>
 <context>

@@ -449,8 +449,20 @@
         <translation>Выполняется запись PDF...</translation>
     </message>
     <message>
-        <source>The PDF could not be written. The pictures of its pages are kept.</source>
-        <translation>Не удалось записать PDF. Изображения его страниц сохранены.</translation>
+        <source>Not in the PDF: %1. Only files whose names end in jpg, jpeg or png, in small letters, become pages.</source>
+        <translation>Не входит в PDF: %1. Страницами становятся только файлы с окончанием jpg, jpeg или png строчными буквами.</translation>
+    </message>
+    <message>
+        <source>No PDF was written, because this cannot be read: %1. Take it out of the list or put it right, then try again.</source>
+        <translation>PDF не создан: не читается %1. Уберите из списка или исправьте и повторите.</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written. The pages stay in the list. Please check the folder.</source>
+        <translation>Не удалось записать PDF. Страницы остались в списке. Проверьте папку.</translation>
+    </message>
+    <message>
+        <source>The PDF is written.</source>
+        <translation>PDF записан.</translation>
     </message>
 </context>
 <context>
@@ -494,10 +506,6 @@
         <translation>Не удалось записать PDF.</translation>
     </message>
     <message>
-        <source>A picture could not be read. The PDF holds the pages before it.</source>
-        <translation>Одно из изображений не удалось прочитать. PDF содержит страницы до него.</translation>
-    </message>
-    <message>
         <source>Tip</source>
         <translation>Подсказка</translation>
     </message>
@@ -516,6 +524,14 @@
     <message>
         <source>Finish</source>
         <translation>Готово</translation>
+    </message>
+    <message>
+        <source>%1 could not be read. No PDF was made.</source>
+        <translation>Не удалось прочитать %1. PDF не создан.</translation>
+    </message>
+    <message>
+        <source>%1 could not be read. The PDF holds the pages before it.</source>
+        <translation>Не удалось прочитать %1. В PDF вошли страницы до этого файла.</translation>
     </message>
 </context>
 <context>

@@ -447,8 +447,20 @@
         <translation>正在写入 PDF...</translation>
     </message>
     <message>
-        <source>The PDF could not be written. The pictures of its pages are kept.</source>
-        <translation>无法写入 PDF。各页的图片已保留。</translation>
+        <source>Not in the PDF: %1. Only files whose names end in jpg, jpeg or png, in small letters, become pages.</source>
+        <translation>不在 PDF 中：%1。只有以小写 jpg、jpeg 或 png 结尾的文件才能成为页面。</translation>
+    </message>
+    <message>
+        <source>No PDF was written, because this cannot be read: %1. Take it out of the list or put it right, then try again.</source>
+        <translation>未生成 PDF：无法读取 %1。请将其移出列表或修复后重试。</translation>
+    </message>
+    <message>
+        <source>The PDF could not be written. The pages stay in the list. Please check the folder.</source>
+        <translation>无法写入 PDF。页面仍保留在列表中，请检查文件夹。</translation>
+    </message>
+    <message>
+        <source>The PDF is written.</source>
+        <translation>PDF 已生成。</translation>
     </message>
 </context>
 <context>
@@ -492,10 +504,6 @@
         <translation>无法写入 PDF。</translation>
     </message>
     <message>
-        <source>A picture could not be read. The PDF holds the pages before it.</source>
-        <translation>有一张图片无法读取。PDF 仅包含它之前的页面。</translation>
-    </message>
-    <message>
         <source>Tip</source>
         <translation>提示</translation>
     </message>
@@ -514,6 +522,14 @@
     <message>
         <source>Finish</source>
         <translation>完成</translation>
+    </message>
+    <message>
+        <source>%1 could not be read. No PDF was made.</source>
+        <translation>无法读取 %1。未生成 PDF。</translation>
+    </message>
+    <message>
+        <source>%1 could not be read. The PDF holds the pages before it.</source>
+        <translation>无法读取 %1。PDF 中包含它之前的页面。</translation>
     </message>
 </context>
 <context>

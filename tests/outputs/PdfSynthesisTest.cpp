@@ -191,11 +191,15 @@ TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
     pictures = QStringList{good, good, path("broken.png"), good};
     synthesis.SynthesizePdf();
     EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty());
-    EXPECT_EQ(desk.notices.size(), 1);
+    EXPECT_TRUE(desk.notices.value(0).startsWith(QStringLiteral("broken.png")));
     EXPECT_TRUE(synthesis.lastPath().isEmpty());
     ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     EXPECT_EQ(tools::complaints(written()), "");
     EXPECT_EQ(tools::pageSizes(written()).size(), 2U);
+    QFile::remove(target);
+    EXPECT_FALSE(synthesis.drawImageToPDF({path("broken.png"), good}));
+    EXPECT_FALSE(QFile::exists(target)) << "no empty page";
+    EXPECT_TRUE(desk.notices.value(1).startsWith(QStringLiteral("broken.png")));
 }
 
 TEST_F(PdfSynthesisTest, AFileThatCannotBeWrittenIsSaid)
