@@ -142,7 +142,7 @@ QString ToolBar::GetResolutionCurrentText(int index) const
 
 void ToolBar::SetAssistEnable(bool enable)
 {
-    ui_->checkAssist->setEnabled(enable);
+    ui_->checkAssist->setEnabled(enable || ui_->checkAssist->isChecked());
 }
 
 void ToolBar::SetAssistChecked(bool checked)
