@@ -64,8 +64,8 @@ QStringList CameraChoice::candidates() const
     for (const Camera& camera : arrived)
         identities << camera.identity;
     if (wanted_.isEmpty() && lost_.isEmpty()) {
-        const auto main =
-            std::find_if(cameras_.begin(), cameras_.end(), [](const Camera& camera) { return camera.isMain(); });
+        const auto main = std::find_if(
+            cameras_.begin(), cameras_.end(), [](const Camera& camera) { return camera.isMain(); });
         if (main != cameras_.end())
             identities << main->identity;
     }

@@ -7,8 +7,8 @@
 
 #include <chrono>
 
-/// Which camera is to be opened without being asked for: what belongs together, and what was meant. It is told
-/// what happens and knows no device and no clock. GUI thread only.
+/// Which camera is to be opened without being asked for: what belongs together, and what was meant. It is
+/// told what happens and knows no device and no clock. GUI thread only.
 class CameraChoice
 {
 public:
@@ -23,8 +23,9 @@ public:
     /// It worked and is gone.
     void lost(const QString& identity, Time now);
 
-    /// While no camera works: those to be tried, the best first. The one that the user chose, the one that was
-    /// lost, what has been plugged in since, whatever its kind; at the start the first main document camera.
+    /// While no camera works: those to be tried, the best first. The one that the user chose, the one that
+    /// was lost, what has been plugged in since, whatever its kind; at the start the first main document
+    /// camera.
     QStringList candidates() const;
     /// While one works: the one to change to, or empty. The lost one, when it is back within ten seconds; the
     /// document head of a camera whose other head was there first. What the user chose is kept.

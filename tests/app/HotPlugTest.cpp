@@ -1,4 +1,5 @@
-// Cameras that come and go while the window shows, as its user sees it. Each camera shows a colour of its own.
+// Cameras that come and go while the window shows, as its user sees it. Each camera shows a colour of its
+// own.
 #include "WindowFixture.h"
 
 #include "ConfigSet.h"
@@ -54,10 +55,7 @@ protected:
         return waitFor([this] { return !hasPicture(); });
     }
     MoveVideoWidget* overlay() const { return window_->findChild<MoveVideoWidget*>(); }
-    QCheckBox& secondBox() const
-    {
-        return *window_->findChild<QCheckBox*>(QStringLiteral("checkAssist"));
-    }
+    QCheckBox& secondBox() const { return *window_->findChild<QCheckBox*>(QStringLiteral("checkAssist")); }
     /// The colour in the corner of a capture.
     QColor cornerOfCapture()
     {
@@ -139,11 +137,10 @@ TEST_F(HotPlugTest, WhatDoesNotOpenYetIsWaitedForAndHoldsNobodyUp)
     useDesk(alpha());
     show();
     ASSERT_TRUE(shows(red_, "Alpha"));
-    for (const auto& [fault, reason] :
-         {std::pair{"refused = true;", "permission to use Alpha"},
-          std::pair{"held = true;", "Alpha is in use by another program"},
-          std::pair{"fail_start = true;", "Alpha does not start"},
-          std::pair{"fail_create = true;", "Alpha does not start"}}) {
+    for (const auto& [fault, reason] : {std::pair{"refused = true;", "permission to use Alpha"},
+                                        std::pair{"held = true;", "Alpha is in use by another program"},
+                                        std::pair{"fail_start = true;", "Alpha does not start"},
+                                        std::pair{"fail_create = true;", "Alpha does not start"}}) {
         changeDesk("");
         ASSERT_TRUE(unplugged());
         ASSERT_TRUE(namesBecome({}));

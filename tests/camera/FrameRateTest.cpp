@@ -68,5 +68,6 @@ TEST(FrameRate, TheHighestOneIsAskedForWhateverTheOrder)
     EXPECT_EQ(rateOf({{1, 15}, {1001, 30000}, {1, 25}, {1, 5}}, V4L2_FRMIVAL_TYPE_DISCRETE),
               Rate(30000, 1001));
     EXPECT_EQ(rateOf({{1, 60}, {1, 5}}, V4L2_FRMIVAL_TYPE_STEPWISE), Rate(60, 1));
-    EXPECT_EQ(rateOf({}, V4L2_FRMIVAL_TYPE_DISCRETE), Rate(1, 1)) << "a driver without a choice keeps its own";
+    EXPECT_EQ(rateOf({}, V4L2_FRMIVAL_TYPE_DISCRETE), Rate(1, 1))
+        << "a driver without a choice keeps its own";
 }

@@ -49,7 +49,8 @@ TEST_F(CameraChoiceTest, WhatIsPluggedInWhileNoneWorksIsOpenedTheBestKindFirst)
     listed({});
     pass(1min);
     listed({infrared_, face_, desk_});
-    EXPECT_EQ(candidates(), (List{QStringLiteral("desk"), QStringLiteral("face"), QStringLiteral("infrared")}));
+    EXPECT_EQ(candidates(),
+              (List{QStringLiteral("desk"), QStringLiteral("face"), QStringLiteral("infrared")}));
     open("desk");
     pass(1min);
     lose("desk");

@@ -130,7 +130,8 @@ void V4l2Backend::ask(const std::string& path, Node& node)
     const UniqueFd fd = openNode(path);
     const bool isRefused = !fd.isValid() && (errno == EACCES || errno == EPERM);
     node.isCertain = fd.isValid() || isRefused;
-    if (!fd.isValid() && isFirstTime && errno != ENODEV && errno != ENOENT)
+    // A new node is refused until the device manager has seen to it; who opens it is told.
+    if (!node.isCertain && isFirstTime && errno != ENODEV && errno != ENOENT)
         complain(path.c_str(), "open");
     node.camera = isRefused      ? refusedCamera(path, node.facts)
                   : fd.isValid() ? askOpenNode(fd.get(), path)
