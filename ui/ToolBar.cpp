@@ -5,6 +5,7 @@
 
 #include "ui_ToolBar.h"
 
+#include <QAbstractItemView>
 #include <QButtonGroup>
 
 namespace {
@@ -85,7 +86,10 @@ void ToolBar::connectViewButtons()
 
 void ToolBar::SetDeviceNames(const QStringList& names)
 {
+    const bool isUnrolled = ui_->comboDevice->view()->isVisible();
     fill(*ui_->comboDevice, names);
+    if (isUnrolled)
+        ui_->comboDevice->showPopup(); // as long as the new list
 }
 
 void ToolBar::SetResolutions(const QStringList& resolutions)

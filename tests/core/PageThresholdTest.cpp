@@ -1,7 +1,7 @@
 // How much must be new under the camera for the program to call it a new page.
+#include "CameraSession.h"
 #include "ContinuousScan.h"
 #include "FrameDelivery.h"
-#include "CameraSession.h"
 #include "StillCapture.h"
 #include "TestImage.h"
 
@@ -47,7 +47,8 @@ protected:
             const FrameHandle frame = ownImage(camera_, makeImageHandle(rgb.cols, rgb.rows));
             auto& image = *static_cast<mirvak::Image*>(frame.get());
             rgb.copyTo(image.pixels);
-            image.taken = std::chrono::steady_clock::time_point(std::chrono::milliseconds(int(1000 * seconds_)));
+            image.taken =
+                std::chrono::steady_clock::time_point(std::chrono::milliseconds(int(1000 * seconds_)));
             scan_.checkautopage(frame.get());
             bool flag = false;
             measure_.MirvakImage_CheckPage(frame.get(), flag, difference_, false, 1.0);

@@ -1,5 +1,5 @@
-// Cameras that come and go, as a program of an ordinary user meets them: the device manager gives it the right to
-// use them only after they have appeared.
+// Cameras that come and go, as a program of an ordinary user meets them: the device manager gives it the
+// right to use them only after they have appeared.
 #include "FrameCollector.h"
 #include "LabCamera.h"
 #include "waitFor.h"
@@ -28,8 +28,9 @@ LabCameraModel sideCamera()
     return {"1234abce", "Lab Side Camera", 1, {"640x480"}};
 }
 
-/// The rights of a user, who may belong to the group of cameras, for this thread until the end of the scope, and for
-/// the threads that it starts meanwhile. (The C library's calls would change those of the whole process.)
+/// The rights of a user, who may belong to the group of cameras, for this thread until the end of the scope,
+/// and for the threads that it starts meanwhile. (The C library's calls would change those of the whole
+/// process.)
 class AsUser
 {
 public:
