@@ -21,8 +21,11 @@ AssistControl::AssistControl(MirvakCamera& camera,
         giveUp();
         desk_.showNotice(tr("The second camera was disconnected."));
     });
-    // While any device is open the library does not look for the one that went.
-    connect(&session_, &CameraSession::deviceLost, this, &AssistControl::giveUp);
+    // A camera streams for one of the two only.
+    connect(&session_, &CameraSession::opening, this, [this](const QString& identity) {
+        if (second_.isOpen() && second_.identity() == identity)
+            giveUp();
+    });
 }
 
 AssistControl::~AssistControl()
@@ -64,7 +67,7 @@ void AssistControl::switchOff()
 void AssistControl::switchOn()
 {
     makeOverlay();
-    switch (second_.start(session_.currentIndex())) {
+    switch (second_.start(session_.current().identity)) {
     case SecondCamera::OpenResult::Ok:
         view_.SetViewAdap();
         view_.SetMouseStatue(false);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CameraChoice.h"
 #include "CameraSession.h"
 
 #include <QObject>
@@ -9,8 +10,8 @@ class CaptureDesk;
 class FrameDelivery;
 class VideoView;
 
-/// Connects the choosers of the live view with the camera session: lists, choices, messages, and the return
-/// of a camera that was unplugged. GUI thread only.
+/// Connects the choosers of the live view with the camera session: lists, choices, messages, and cameras that
+/// come and go. GUI thread only.
 class DeviceControl : public QObject
 {
     Q_OBJECT
@@ -22,27 +23,37 @@ public:
 
     /// Looks for cameras, fills the choosers and starts the default camera.
     void discover();
-    /// Opens another camera at the stored resolution.
-    void changeDevice(int index);
+    /// Opens the camera in this row of the chooser at the stored resolution.
+    void changeDevice(int row);
     /// Restarts the open camera at another resolution, which is stored.
     void changeResolution(int index);
+    /// From now on nothing is opened by itself; for the end of the program.
+    void stop();
 
 private:
-    void showDevices(int current);
+    void showDevices();
     void fillResolutions();
-    bool start(int resolutionIndex);
+    void followList();
+    void openAny();
+    CameraSession::OpenResult open(const QString& identity);
+    CameraSession::OpenResult start(int resolutionIndex);
+    void handleFailure(CameraSession::OpenResult result);
+    void tellFailure(CameraSession::OpenResult result);
+    QString whatIsMissing() const;
     void restoreCroppingMode();
     void handleLoss();
-    void lookForCameras();
+    void waitForCamera(const QString& text);
     void watchStream();
 
     CameraSession& session_;
     FrameDelivery& delivery_;
     VideoView& view_;
     CaptureDesk& desk_;
-    QTimer search_; // runs while no camera is open
-    QTimer watch_;  // runs while a camera streams
-    QString lostUsbId_;
+    CameraChoice choice_;
+    Cameras shown_; // the rows of the chooser
+    QTimer retry_;  // runs while a camera is there that does not open
+    int tries_ = 0;
+    QTimer watch_; // runs while a camera streams
     unsigned framesSeen_ = 0;
     int silentTicks_ = 0;
 };

@@ -319,6 +319,7 @@ void LumroScanner::changelanguage(int)
 
 void LumroScanner::onCloseApp()
 {
+    devices_->stop();
     assist_->stop();
     session_.shutDown();
     close();
@@ -326,6 +327,7 @@ void LumroScanner::onCloseApp()
 
 void LumroScanner::closeEvent(QCloseEvent* event)
 {
+    devices_->stop();
     assist_->stop();
     session_.closeCamera();
     delivery_.channel().interrupt(); // no frame will come

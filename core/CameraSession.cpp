@@ -4,6 +4,8 @@
 
 #include <QDebug>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int rawFormat = 1;
@@ -41,49 +43,70 @@ CameraSession::~CameraSession()
 int CameraSession::discover()
 {
     const std::lock_guard lock(cameraMutex_);
-    names_.clear();
-    defaultDevice_ = -1;
-    hasSecondCamera_ = false;
-    const int result = camera_.MirvakDevs_Init();
-    initialised_ = result == MIRVAK_OK;
+    cameras_.clear();
+    initialised_ = camera_.MirvakDevs_Init() == MIRVAK_OK;
     if (!initialised_)
         return -1;
-    const int count = camera_.MirvakDevice_GetDevCount();
-    if (count != count_) // the search for a missing camera would repeat itself for ever
-        qDebug() << "devcount:" << count;
-    count_ = count;
-    for (int index = 0; index < count; ++index) {
-        names_ << QString::fromStdString(camera_.MirvakDevice_GetFriendlyName(index));
-        if (!isMainCamera(index))
-            hasSecondCamera_ = true;
-        else if (defaultDevice_ < 0)
-            defaultDevice_ = index;
-    }
-    return count;
+    list();
+    // Told on a thread of the library; the list belongs to the GUI thread.
+    const auto tell = [](void* self) {
+        auto* session = static_cast<CameraSession*>(self);
+        QMetaObject::invokeMethod(
+            session, [session] { session->refresh(); }, Qt::QueuedConnection);
+    };
+    camera_.MirvakDevs_Watch(tell, this);
+    return cameras_.size();
 }
 
-int CameraSession::indexOf(const QString& usbId) const
+void CameraSession::refresh()
 {
-    for (int index = 0; index < names_.size(); ++index) {
-        if (QString::fromStdString(camera_.MirvakDevice_GetDevUsbID(index)) == usbId)
-            return index;
-    }
-    return -1;
+    if (!initialised_ || camera_.MirvakDevs_Refresh() != MIRVAK_OK)
+        return;
+    list();
+    Q_EMIT camerasChanged();
 }
 
-bool CameraSession::create(int index)
+void CameraSession::list()
 {
-    if (!device_)
-        device_ = camera_.MirvakDevice_Create(index);
-    index_ = index;
+    const int before = cameras_.size();
+    cameras_.clear();
+    for (int index = 0; index < camera_.MirvakDevice_GetDevCount(); ++index) {
+        cameras_ << Camera{QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index)),
+                           QString::fromStdString(camera_.MirvakDevice_GetFriendlyName(index)),
+                           QString::fromStdString(camera_.MirvakDevice_GetDevUsbID(index)),
+                           camera_.MirvakDevice_GetCameraType(index)};
+    }
+    if (const int row = rowOf(cameras_, current_.identity); row >= 0)
+        current_ = cameras_[row];
+    if (cameras_.size() != before)
+        qDebug() << "devcount:" << cameras_.size();
+}
+
+bool CameraSession::hasSecondCamera() const
+{
+    return std::any_of(
+        cameras_.begin(), cameras_.end(), [](const Camera& camera) { return !camera.isMain(); });
+}
+
+bool CameraSession::create(const QString& identity)
+{
+    if (device_)
+        return true;
+    Q_EMIT opening(identity);
+    // The list and the library's indices change together, so a row is an index here and now.
+    const int row = rowOf(cameras_, identity);
+    device_ = camera_.MirvakDevice_Create(row);
+    failure_ = MirvakResult(camera_.MirvakDevice_GetCreateResult());
+    if (row >= 0)
+        current_ = cameras_[row];
     return device_ != nullptr;
 }
 
-CameraSession::OpenResult CameraSession::select(int index)
+CameraSession::OpenResult CameraSession::select(const QString& identity)
 {
     const std::lock_guard lock(cameraMutex_);
     closeCamera();
-    return create(index) ? OpenResult::Ok : OpenResult::CreateFailed;
+    return create(identity) ? OpenResult::Ok : OpenResult::CreateFailed;
 }
 
 int CameraSession::format() const
@@ -106,14 +129,16 @@ QStringList CameraSession::resolutions() const
 CameraSession::OpenResult CameraSession::start(int resolutionIndex, const QString& resolutionText)
 {
     const std::lock_guard lock(cameraMutex_);
-    if (!create(index_))
+    if (!create(current_.identity))
         return OpenResult::CreateFailed;
     size_ = parseSize(resolutionText);
+    setStoredSize();
     const int subtype = camera_.MirvakDevice_GetSubtype(device_);
-    if (openCamera(device_, subtype, resolutionIndex, newestFrameOnly, callback_) != MIRVAK_OK)
-        return OpenResult::StartFailed;
-    setScanSize(settings::scanSize.read() == 0 ? 0 : -1);
-    return OpenResult::Ok;
+    failure_ = MirvakResult(openCamera(device_, subtype, resolutionIndex, newestFrameOnly, callback_));
+    if (failure_ == MIRVAK_OK)
+        return OpenResult::Ok;
+    closeCamera();
+    return OpenResult::StartFailed;
 }
 
 int CameraSession::openCamera(
@@ -149,15 +174,23 @@ void CameraSession::shutDown()
     initialised_ = false;
 }
 
-QString CameraSession::currentUsbId() const
+bool CameraSession::isSizable() const
 {
-    return QString::fromStdString(camera_.MirvakDevice_GetDevUsbID(index_));
+    return device_ && current_.usbId == QLatin1String(paperSizeModel);
+}
+
+/// A camera that was closed may have kept its zoom, or lost what it was told: it is told again.
+void CameraSession::setStoredSize()
+{
+    if (isSizable())
+        camera_.MirvakDevice_SetCameraSize(device_, paperA3);
+    setScanSize(settings::scanSize.read());
 }
 
 void CameraSession::setScanSize(int choice)
 {
     checkPaperSize_ = false;
-    if (!device_ || currentUsbId() != QLatin1String(paperSizeModel))
+    if (!isSizable())
         return;
     sizedDevice_ = device_;
     checkPaperSize_ = choice == 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Camera.h"
 #include "mirvakcamera.h"
 
 #include <QObject>
@@ -26,24 +27,19 @@ public:
                   QObject* parent = nullptr);
     ~CameraSession() override;
 
-    /// Looks for cameras, also again after some came or went, while none is open.
+    /// Looks for cameras, while none is open, and from now on notices those that come and go.
     /// @return their number, or -1 when the device layer does not start
     int discover();
-    const QStringList& deviceNames() const { return names_; }
-    /// The first main document camera, or -1.
-    int defaultDevice() const { return defaultDevice_; }
+    const Cameras& cameras() const { return cameras_; }
     /// A camera that is no main document camera is there.
-    bool hasSecondCamera() const { return hasSecondCamera_; }
-    bool isMainCamera(int index) const { return camera_.MirvakDevice_GetCameraType(index) == 1; }
-
-    /// The device with this USB id, or -1.
-    int indexOf(const QString& usbId) const;
+    bool hasSecondCamera() const;
 
     /// Closes the open device and creates this one; the stream does not run yet.
-    OpenResult select(int index);
+    OpenResult select(const QString& identity);
     /// "width*height" of the selected device, in the order of the resolution indices.
     QStringList resolutions() const;
-    /// Starts the stream of the selected device, which is created again when it was closed.
+    /// Starts the stream of the selected device, which is created again when it was closed. When that fails
+    /// it is closed: nobody may wait for its frames.
     OpenResult start(int resolutionIndex, const QString& resolutionText);
     /// Stops the stream and releases the device. Returns after the last frame.
     void closeCamera();
@@ -57,8 +53,10 @@ public:
     bool isOpen() const { return device_ != nullptr; }
     void* device() const { return device_; } ///< null while closed; stays the session's
     State state() const { return state_; }   ///< thread-safe
-    int currentIndex() const { return index_; }
-    QString currentUsbId() const;
+    /// The selected camera, open or not; its type is that of the present list.
+    const Camera& current() const { return current_; }
+    /// Why select() or start() failed, as the library says.
+    MirvakResult failure() const { return failure_; }
     QSize size() const { return size_; } ///< pixels, as the chosen resolution text says
 
     /// Scan size chosen in the settings: 0 automatic, 1 A4, 2 A3. Only one model can change it.
@@ -71,11 +69,19 @@ public:
     void noteStreamEnded();
 
 Q_SIGNALS:
+    /// Cameras have come, gone or become accessible: cameras() is up to date. The open one stays open.
+    void camerasChanged();
+    /// This camera is about to be created: whoever else uses it lets it go now.
+    void opening(const QString& identity);
     /// The open device is gone; it has been closed.
     void deviceLost();
 
 private:
-    bool create(int index);
+    void list();
+    void refresh();
+    bool create(const QString& identity);
+    void setStoredSize();
+    bool isSizable() const;
     void handleLoss();
     int format() const;
 
@@ -83,13 +89,11 @@ private:
     MirvakFrameCallback callback_;
     void* context_;
     std::mutex cameraMutex_; // serialises device and resolution changes
-    QStringList names_;
-    int count_ = -1;
-    int defaultDevice_ = -1;
-    bool hasSecondCamera_ = false;
+    Cameras cameras_;
+    Camera current_;
+    MirvakResult failure_ = MIRVAK_OK;
     bool initialised_ = false;
     void* device_ = nullptr;
-    int index_ = -1;
     QSize size_;
     std::atomic<State> state_{Closed};
     unsigned streamNumber_ = 0;              // tells a late message of an old stream from one of this stream

@@ -21,23 +21,25 @@ SecondCamera::~SecondCamera()
     stop();
 }
 
-int SecondCamera::find(int mainIndex) const
+int SecondCamera::find(const QString& mainIdentity) const
 {
     const int count = camera_.MirvakDevice_GetDevCount();
     for (int index = 0; index < count; ++index) {
         const int type = camera_.MirvakDevice_GetCameraType(index);
-        if (index != mainIndex && (type == 2 || type == 3))
+        const bool isOther = camera_.MirvakDevice_GetDevIdentity(index) != mainIdentity.toStdString();
+        if (isOther && (type == 2 || type == 3))
             return index;
     }
     return -1;
 }
 
-SecondCamera::OpenResult SecondCamera::start(int mainIndex)
+SecondCamera::OpenResult SecondCamera::start(const QString& mainIdentity)
 {
     stop();
-    const int index = find(mainIndex);
+    const int index = find(mainIdentity);
     if (index < 0)
         return OpenResult::NoneFound;
+    identity_ = QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index));
     device_ = camera_.MirvakDevice_Create(index);
     if (!device_)
         return OpenResult::CreateFailed;
@@ -62,6 +64,7 @@ void SecondCamera::stop()
         camera_.MirvakDevice_StopPreview(device_);
         camera_.MirvakDevice_Release(device_);
         device_ = nullptr;
+        identity_.clear();
     }
     channel_.interrupt(); // after the last frame, which would say that the stream runs
 }

@@ -30,12 +30,13 @@ public:
                  QObject* parent = nullptr);
     ~SecondCamera() override;
 
-    /// Opens the first colour or infrared camera that is neither a main document camera nor device
-    /// `mainIndex`, and starts it. Only that one is tried.
-    OpenResult start(int mainIndex);
+    /// Opens the first colour or infrared camera of the present list that is neither a main document camera
+    /// nor the one called `mainIdentity`, and starts it. Only that one is tried.
+    OpenResult start(const QString& mainIdentity);
     /// Stops the stream and releases the device. Returns after the last frame.
     void stop();
     bool isOpen() const { return device_ != nullptr; }
+    const QString& identity() const { return identity_; } ///< of the open one
 
     /// Capture thread. A null image says that the stream has ended by itself.
     void onFrame(void* image, int width, int height);
@@ -47,7 +48,7 @@ Q_SIGNALS:
     void lost();
 
 private:
-    int find(int mainIndex) const;
+    int find(const QString& mainIdentity) const;
     void noteStreamEnded();
 
     MirvakCamera& camera_;
@@ -57,5 +58,6 @@ private:
     ImageChannel channel_;
     PreviewBuffers buffers_;
     void* device_ = nullptr;
+    QString identity_;
     std::atomic<unsigned> streamNumber_{0}; // tells a late message of an old stream from one of this stream
 };

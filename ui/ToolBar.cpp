@@ -5,6 +5,7 @@
 
 #include "ui_ToolBar.h"
 
+#include <QAbstractItemView>
 #include <QButtonGroup>
 
 namespace {
@@ -85,7 +86,10 @@ void ToolBar::connectViewButtons()
 
 void ToolBar::SetDeviceNames(const QStringList& names)
 {
+    const bool isUnrolled = ui_->comboDevice->view()->isVisible();
     fill(*ui_->comboDevice, names);
+    if (isUnrolled)
+        ui_->comboDevice->showPopup(); // as long as the new list
 }
 
 void ToolBar::SetResolutions(const QStringList& resolutions)
@@ -142,7 +146,7 @@ QString ToolBar::GetResolutionCurrentText(int index) const
 
 void ToolBar::SetAssistEnable(bool enable)
 {
-    ui_->checkAssist->setEnabled(enable);
+    ui_->checkAssist->setEnabled(enable || ui_->checkAssist->isChecked());
 }
 
 void ToolBar::SetAssistChecked(bool checked)

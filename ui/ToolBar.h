@@ -41,7 +41,7 @@ public:
     int GetResolutionCurrentCount() const;
     QString GetResolutionCurrentText(int index) const; ///< "width*height"; empty when there is no such row
 
-    void SetAssistEnable(bool enable);
+    void SetAssistEnable(bool enable); ///< a ticked box stays enabled: it must remain to be unticked
     /// Ticks the box as a click would: the signal goes out when the state changes.
     void SetAssistChecked(bool checked);
     /// Enables or disables the view buttons and the choosers. The check box and the cropping buttons stay as

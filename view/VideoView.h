@@ -42,6 +42,7 @@ public:
 
     /// The text shown while there is no picture.
     void SetShowInfo(const QString& text);
+    const QString& GetShowInfo() const { return info_; }
     /// Shows a line over the picture for a few seconds; the newest one wins. Does not take the focus.
     void ShowNotice(const QString& text);
 

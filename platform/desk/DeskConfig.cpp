@@ -137,6 +137,10 @@ void readFaults(const Setting& group, DeskConfig::Camera& camera)
         camera.failCreate = yesNo(*fail);
     if (const Setting* fail = find(group, "fail_start"))
         camera.failStart = yesNo(*fail);
+    if (const Setting* refused = find(group, "refused"))
+        camera.refused = yesNo(*refused);
+    if (const Setting* held = find(group, "held"))
+        camera.held = yesNo(*held);
 }
 
 void refuseUnknown(const Setting& group, std::initializer_list<std::string_view> known)
@@ -163,7 +167,9 @@ DeskConfig::Camera readCamera(const Setting& group, const fs::path& folder)
                    "stall_after",
                    "corrupt_every",
                    "fail_create",
-                   "fail_start"});
+                   "fail_start",
+                   "refused",
+                   "held"});
     DeskConfig::Camera camera;
     camera.name = text(need(group, "name"));
     camera.source = pathBelow(folder, need(group, "source"));
@@ -252,10 +258,16 @@ std::optional<DeskConfig> DeskConfig::load(const fs::path& path, std::string& er
     return std::nullopt;
 }
 
-std::optional<DeskConfig> DeskConfig::fromEnvironment()
+fs::path DeskConfig::pathInEnvironment()
 {
     const char* path = std::getenv("LUMRO_DESK");
-    if (!path || !*path)
+    return path ? path : "";
+}
+
+std::optional<DeskConfig> DeskConfig::fromEnvironment()
+{
+    const fs::path path = pathInEnvironment();
+    if (path.empty())
         return std::nullopt;
     std::string error;
     std::optional<DeskConfig> desk = load(path, error);

@@ -18,7 +18,9 @@
 ///
 /// Relative paths start at the folder of the file. A camera needs `name` and `source`, everything else has a
 /// default. Faults of a camera: unplug_after and stall_after (seconds after the start of the stream),
-/// corrupt_every (each n-th frame is broken), fail_create, fail_start. A setting that a camera does not know
+/// corrupt_every (each n-th frame is broken), fail_create, fail_start, refused (no right to open it), held
+/// (another program streams from it). The file may be changed while the program runs: a camera that is no
+/// longer in it is unplugged, one that is new in it is plugged in. A setting that a camera does not know
 /// is an error, so that a misspelt one is noticed.
 struct DeskConfig
 {
@@ -43,6 +45,8 @@ struct DeskConfig
         int corruptEvery = 0;              ///< 0: never
         bool failCreate = false;
         bool failStart = false;
+        bool refused = false; ///< the user may not open it
+        bool held = false;    ///< another program uses it
     };
 
     struct Keys
@@ -73,4 +77,6 @@ struct DeskConfig
     /// The desk that LUMRO_DESK names. Nothing without the variable, and nothing with a broken file, which
     /// gets one line on standard error.
     static std::optional<DeskConfig> fromEnvironment();
+    /// The path in LUMRO_DESK; empty without the variable.
+    static std::filesystem::path pathInEnvironment();
 };

@@ -187,6 +187,22 @@
         <source>The camera delivers no picture.</source>
         <translation>The camera delivers no picture.</translation>
     </message>
+    <message>
+        <source>No document camera is connected. Another one can be chosen above.</source>
+        <translation>No document camera is connected. Another one can be chosen above.</translation>
+    </message>
+    <message>
+        <source>Waiting for permission to use %1...</source>
+        <translation>Waiting for permission to use %1...</translation>
+    </message>
+    <message>
+        <source>%1 is in use by another program. Waiting until it is free...</source>
+        <translation>%1 is in use by another program. Waiting until it is free...</translation>
+    </message>
+    <message>
+        <source>%1 does not start. Trying again...</source>
+        <translation>%1 does not start. Trying again...</translation>
+    </message>
 </context>
 <context>
     <name>FileHandover</name>

@@ -187,6 +187,22 @@
         <source>The camera delivers no picture.</source>
         <translation>Камера не передаёт изображение.</translation>
     </message>
+    <message>
+        <source>No document camera is connected. Another one can be chosen above.</source>
+        <translation>Документ-камера не подключена. Другую камеру можно выбрать выше.</translation>
+    </message>
+    <message>
+        <source>Waiting for permission to use %1...</source>
+        <translation>Ожидание разрешения на использование камеры «%1»…</translation>
+    </message>
+    <message>
+        <source>%1 is in use by another program. Waiting until it is free...</source>
+        <translation>Камера «%1» занята другой программой. Ожидание, пока она освободится…</translation>
+    </message>
+    <message>
+        <source>%1 does not start. Trying again...</source>
+        <translation>Камера «%1» не запускается. Новая попытка…</translation>
+    </message>
 </context>
 <context>
     <name>FileHandover</name>

@@ -187,6 +187,22 @@
         <source>The camera delivers no picture.</source>
         <translation>摄像头没有传来图像。</translation>
     </message>
+    <message>
+        <source>No document camera is connected. Another one can be chosen above.</source>
+        <translation>未连接高拍仪，可在上方选择其他摄像头。</translation>
+    </message>
+    <message>
+        <source>Waiting for permission to use %1...</source>
+        <translation>正在等待 %1 的使用权限…</translation>
+    </message>
+    <message>
+        <source>%1 is in use by another program. Waiting until it is free...</source>
+        <translation>%1 正被其他程序使用，空闲后会自动打开…</translation>
+    </message>
+    <message>
+        <source>%1 does not start. Trying again...</source>
+        <translation>%1 未能启动，正在重试…</translation>
+    </message>
 </context>
 <context>
     <name>FileHandover</name>

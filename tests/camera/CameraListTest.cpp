@@ -1,4 +1,5 @@
 // What is decided about cameras before one is opened: type, name, USB identity, order of the modes.
+#include "CameraIdentities.h"
 #include "CameraModes.h"
 #include "CameraName.h"
 #include "CameraTypes.h"
@@ -113,6 +114,28 @@ TEST(UsbIdentity, IsFoundOnTheWayUp)
     EXPECT_EQ(usbIdentityOf(sys.file("nowhere")).id, "");
 }
 
+TEST(CameraIdentities, ASerialNumberIsFoundAgainAtAnyPortUntilATwinComes)
+{
+    using Facts = CameraIdentities::Facts;
+    const Facts here{"1b172000", "A1", "1-1", "1.0"}, head{"1b172000", "A1", "1-1", "1.2"};
+    const Facts there{"1b172000", "A1", "1-2", "1.0"}, moved{"1b172000", "A1", "1-3", "1.0"};
+    CameraIdentities names;
+    const std::string first = names.name({here, head})[0];
+    EXPECT_NE(names.name({here, head})[1], first) << "another camera of the same device";
+    EXPECT_EQ(names.name({moved})[0], first);
+    const auto twins = names.name({moved, there});
+    EXPECT_EQ(twins[0], first) << "one that is there keeps its name";
+    EXPECT_NE(twins[1], first);
+    names.name({});
+    EXPECT_EQ(names.name({there})[0], twins[1]) << "from now on the port tells";
+    EXPECT_EQ(names.name({there, moved})[1], first);
+
+    const Facts left{"0bda5801", "", "1-1", "1.0"}, right{"0bda5801", "", "1-2", "1.0"};
+    const auto unnumbered = names.name({left, right});
+    EXPECT_NE(unnumbered[0], unnumbered[1]);
+    EXPECT_EQ(names.name({right})[0], unnumbered[1]);
+}
+
 TEST(CameraModes, SplitsByKindKeepsTheOrderAndDropsDoubles)
 {
     const CameraModes modes({{PixelFormat::Grey, 640, 480},
@@ -146,4 +169,6 @@ TEST(CameraModes, ACameraOfOneKindOffersItUnderBothNumbers)
     EXPECT_EQ(compressed.betterFormat(), 2);
     const CameraModes largerRaw({{PixelFormat::Mjpeg, 640, 480}, {PixelFormat::Yuyv, 1600, 1200}});
     EXPECT_EQ(largerRaw.betterFormat(), 1);
+    const CameraModes equal({{PixelFormat::Yuyv, 1600, 1200}, {PixelFormat::Mjpeg, 1600, 1200}});
+    EXPECT_EQ(equal.betterFormat(), 2) << "uncompressed it fills the bus and comes slowly";
 }

@@ -35,7 +35,8 @@ protected:
         desk.cameras = {camera};
         backend = std::make_unique<DeskBackend>(desk);
         cameras = backend->enumerate();
-        return backend->open(cameras.at(0));
+        MirvakResult why = MIRVAK_OK;
+        return backend->open(cameras.at(0), why);
     }
 
     MirvakResult start(OpenCamera& camera, int index = 0)
@@ -230,9 +231,40 @@ TEST_F(DeskCamera, UnpluggedItComesBackWithTheNextSearch)
         EXPECT_EQ(camera.stop(), MIRVAK_OK);
         EXPECT_EQ(collector.ends(), 1);
     }
-    EXPECT_FALSE(backend->open(cameras[0]));
-    cameras = backend->enumerate();
-    EXPECT_TRUE(backend->open(cameras[0]));
+    MirvakResult why = MIRVAK_OK;
+    EXPECT_FALSE(backend->open(cameras[0], why));
+    EXPECT_EQ(why, MIRVAK_NO_DEVICE);
+    EXPECT_TRUE(backend->enumerate().empty()) << "it has to be plugged in again";
+    const auto deadline = WakeEvent::Clock::now() + patience;
+    for (cameras.clear(); cameras.empty() && WakeEvent::Clock::now() < deadline;)
+        cameras = backend->enumerate();
+    EXPECT_TRUE(backend->open(cameras.at(0), why));
+}
+
+TEST_F(DeskCamera, TheDeskFollowsItsFile)
+{
+    pictures::writeNumbered(folder.file("film"), 2, {32, 24});
+    const auto file = folder.file("desk.cfg");
+    backend = std::make_unique<DeskBackend>(DeskConfig(), file);
+    const auto after = [&](const std::string& text) {
+        folder.write("desk.cfg", text);
+        backend->enumerate(); // it is read when it is found unchanged
+        return backend->enumerate();
+    };
+    const std::string a = "{ name = \"A\"; source = \"film\"; fps = 200; }";
+    cameras = after("cameras = ( " + a + " );");
+    ASSERT_EQ(cameras.size(), 1U);
+    MirvakResult why = MIRVAK_OK;
+    OpenCamera camera(backend->open(cameras[0], why), pool);
+    ASSERT_EQ(start(camera), MIRVAK_OK);
+    EXPECT_EQ(after("cameras = ( ").size(), 1U) << "what cannot be read changes nothing";
+    EXPECT_TRUE(collector.waitForFrames(collector.frames() + 2));
+    EXPECT_TRUE(after("").empty());
+    EXPECT_TRUE(collector.waitForEnd()) << "it was unplugged while it streamed";
+    cameras = after("cameras = ( " + a + ", " + a + " );");
+    ASSERT_EQ(cameras.size(), 2U);
+    EXPECT_NE(cameras[0].identity, cameras[1].identity);
+    EXPECT_TRUE(backend->open(cameras[0], why));
 }
 
 TEST_F(DeskCamera, StalledItSendsNothingAndStops)
@@ -259,6 +291,8 @@ TEST_F(DeskCamera, RefusesToOpenOrStartAsAsked)
     OpenCamera camera(open(config), pool);
     EXPECT_EQ(start(camera), MIRVAK_IO_ERROR);
     EXPECT_EQ(start(camera, 5), MIRVAK_BAD_ARGUMENT);
+    config.held = true;
+    EXPECT_EQ(open(config)->start({PixelFormat::Mjpeg, 32, 24}, 1), MIRVAK_BUSY);
     config.failCreate = true;
     EXPECT_FALSE(open(config));
     for (const char* nothing : {"missing", "missing.jpg", "empty"}) {

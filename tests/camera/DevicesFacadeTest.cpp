@@ -6,8 +6,11 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <future>
+#include <set>
+#include <thread>
 
 using ::testing::ElementsAre;
 
@@ -167,6 +170,53 @@ TEST_F(DevicesFacade, AnUnpluggedCameraIsBackAfterTheNextSearch)
     EXPECT_TRUE(again.waitForFrames(1));
     EXPECT_EQ(camera.MirvakDevice_Release(back), MIRVAK_OK) << "releasing stops";
     EXPECT_EQ(collector.ends(), 1);
+}
+
+TEST_F(DevicesFacade, TheListFollowsTheDeskWhileACameraStreams)
+{
+    EXPECT_EQ(camera.MirvakDevs_Refresh(), MIRVAK_NO_DEVICE);
+    lay({"name = \"A\"", "name = \"B\"; refused = true", "name = \"B\""});
+    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    const auto identities = [&] {
+        std::vector<std::string> all;
+        for (int i = 0; i < camera.MirvakDevice_GetDevCount(); ++i)
+            all.push_back(camera.MirvakDevice_GetDevIdentity(i));
+        return all;
+    };
+    const auto before = identities();
+    ASSERT_EQ(std::set<std::string>(before.begin(), before.end()).size(), 3U);
+    EXPECT_EQ(camera.MirvakDevice_GetDevIdentity(3), "");
+    EXPECT_FALSE(camera.MirvakDevice_Create(1));
+    EXPECT_EQ(camera.MirvakDevice_GetCreateResult(), MIRVAK_NO_ACCESS);
+    FrameCollector other;
+    void* const a = camera.MirvakDevice_Create(0);
+    void* const b = camera.MirvakDevice_Create(2);
+    ASSERT_EQ(start(a, collector), MIRVAK_OK);
+    ASSERT_EQ(start(b, other), MIRVAK_OK);
+
+    std::atomic<int> changes{0};
+    const MirvakDevsCallback count = [](void* context) { ++*static_cast<std::atomic<int>*>(context); };
+    const auto listBecomes = [&](size_t size) {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        do {
+            const int seen = changes;
+            camera.MirvakDevs_Refresh();
+            while (changes == seen && identities().size() != size &&
+                   std::chrono::steady_clock::now() < deadline)
+                std::this_thread::yield();
+        } while (identities().size() != size && std::chrono::steady_clock::now() < deadline);
+        return identities().size() == size;
+    };
+    ASSERT_EQ(camera.MirvakDevs_Watch(count, &changes), MIRVAK_OK);
+    lay({"name = \"C\"", "name = \"A\""}); // in front of the one that stays
+    ASSERT_TRUE(listBecomes(2));
+    EXPECT_EQ(identities()[1], before[0]);
+    EXPECT_TRUE(other.waitForEnd()) << "it was unplugged";
+    EXPECT_TRUE(collector.waitForFrames(collector.frames() + 3));
+    EXPECT_EQ(collector.ends(), 0);
+
+    EXPECT_EQ(camera.MirvakDevs_Watch(nullptr, nullptr), MIRVAK_OK);
+    EXPECT_EQ(camera.MirvakDevice_Release(a), MIRVAK_OK);
 }
 
 TEST_F(DevicesFacade, ThePaperSizeChangesInTheRunningStream)

@@ -7,18 +7,22 @@
 #include <QTest>
 
 #include <atomic>
+#include <thread>
 
 namespace {
 
 std::atomic<int> frames{0};
+std::atomic<bool> ended{false};
 CameraSession* listening = nullptr;
 
 void onFrame(void* image, void*, int, int, int, void*)
 {
-    if (image)
+    if (image) {
         ++frames;
-    else
-        listening->noteStreamEnded();
+        return;
+    }
+    listening->noteStreamEnded();
+    ended = true;
 }
 
 class CameraSessionTest : public DeskTest
@@ -27,12 +31,18 @@ protected:
     void SetUp() override
     {
         frames = 0;
+        ended = false;
         listening = &session_;
     }
     bool framesCome()
     {
         const int before = frames;
         return QTest::qWaitFor([&] { return frames > before + 1; }, 10000);
+    }
+
+    CameraSession::OpenResult select(int row)
+    {
+        return session_.select(session_.cameras().value(row).identity);
     }
 
     MirvakCamera camera_;
@@ -43,29 +53,15 @@ TEST_F(CameraSessionTest, WithoutCamerasThereIsNothingToOpen)
 {
     useDesk("");
     EXPECT_EQ(session_.discover(), 0);
-    EXPECT_EQ(session_.defaultDevice(), -1);
-    EXPECT_EQ(session_.select(0), CameraSession::OpenResult::CreateFailed);
+    EXPECT_EQ(select(0), CameraSession::OpenResult::CreateFailed);
     EXPECT_TRUE(session_.resolutions().isEmpty());
-}
-
-TEST_F(CameraSessionTest, TheFirstMainCameraIsTheDefault)
-{
-    useDesk(camera("", 2, "0bda5801") + ", " + camera() + ", " + camera());
-    ASSERT_EQ(session_.discover(), 3);
-    EXPECT_EQ(session_.deviceNames().size(), 3);
-    EXPECT_EQ(session_.defaultDevice(), 1);
-    EXPECT_TRUE(session_.hasSecondCamera());
-
-    useDesk(camera("", 2, "0bda5801"));
-    ASSERT_EQ(session_.discover(), 1);
-    EXPECT_EQ(session_.defaultDevice(), -1);
 }
 
 TEST_F(CameraSessionTest, StreamsAndChangesTheResolution)
 {
     useDesk(camera());
     session_.discover();
-    ASSERT_EQ(session_.select(0), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(select(0), CameraSession::OpenResult::Ok);
     EXPECT_EQ(session_.resolutions(), (QStringList{QStringLiteral("640*480"), QStringLiteral("320*240")}));
     ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
@@ -83,10 +79,11 @@ TEST_F(CameraSessionTest, FailuresOfTheDeviceAreToldApart)
 {
     useDesk(camera("fail_create = true;") + ", " + camera("fail_start = true;"));
     session_.discover();
-    EXPECT_EQ(session_.select(0), CameraSession::OpenResult::CreateFailed);
+    EXPECT_EQ(select(0), CameraSession::OpenResult::CreateFailed);
     EXPECT_FALSE(session_.isOpen());
-    ASSERT_EQ(session_.select(1), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(select(1), CameraSession::OpenResult::Ok);
     EXPECT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::StartFailed);
+    EXPECT_FALSE(session_.isOpen()) << "nobody may wait for its frames";
     EXPECT_NE(session_.state(), CameraSession::Streaming);
 }
 
@@ -95,7 +92,7 @@ TEST_F(CameraSessionTest, AVanishedDeviceBlocksCapturesUntilItIsOpenedAgain)
     useDesk(camera("unplug_after = 0.2;"));
     session_.discover();
     QSignalSpy lost(&session_, &CameraSession::deviceLost);
-    session_.select(0);
+    select(0);
     ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     ASSERT_TRUE(lost.wait(10000));
     EXPECT_EQ(static_cast<int>(session_.state()), -4);
@@ -103,25 +100,64 @@ TEST_F(CameraSessionTest, AVanishedDeviceBlocksCapturesUntilItIsOpenedAgain)
 
     useDesk(camera()); // plugged in again
     ASSERT_EQ(session_.discover(), 1);
-    session_.select(0);
+    select(0);
     ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
     EXPECT_TRUE(framesCome());
     EXPECT_EQ(lost.count(), 1);
 }
 
+TEST_F(CameraSessionTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
+{
+    useDesk(camera("Alpha", Qt::red, 1, "unplug_after = 0.2;") + ", " + camera("Beta", Qt::green, 2));
+    session_.discover();
+    QSignalSpy lost(&session_, &CameraSession::deviceLost);
+    select(0);
+    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    while (!ended) // without the event loop: the message lies there
+        std::this_thread::yield();
+    select(1);
+    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(session_.state(), CameraSession::Streaming);
+    EXPECT_EQ(session_.current().name, QStringLiteral("Beta"));
+    EXPECT_TRUE(framesCome());
+    EXPECT_EQ(lost.count(), 0);
+}
+
+TEST_F(CameraSessionTest, FollowsTheListAndKeepsTheOpenCamera)
+{
+    const std::string alpha = camera("Alpha", Qt::red, 1), beta = camera("Beta", Qt::green, 2);
+    useDesk(beta + ", " + alpha);
+    ASSERT_EQ(session_.discover(), 2);
+    EXPECT_TRUE(session_.hasSecondCamera());
+    const QString wanted = session_.cameras()[1].identity;
+    ASSERT_EQ(session_.select(wanted), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    changeDesk(alpha);
+    QSignalSpy changed(&session_, &CameraSession::camerasChanged);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session_.cameras().size() == 1; }, 10000));
+    EXPECT_FALSE(session_.hasSecondCamera());
+    EXPECT_EQ(session_.current().identity, wanted);
+    EXPECT_TRUE(framesCome());
+    session_.closeCamera();
+    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    EXPECT_EQ(session_.current().name, QStringLiteral("Alpha"));
+    EXPECT_GE(changed.count(), 1);
+}
+
 TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
 {
     useDesk(camera("", 1, "1b171840") + ", " + camera());
     session_.discover();
-    session_.select(0);
+    select(0);
     session_.start(0, QStringLiteral("640*480"));
     EXPECT_TRUE(session_.checksPaperSize());
     session_.setScanSize(1);
     EXPECT_FALSE(session_.checksPaperSize());
     session_.setScanSize(0);
     EXPECT_TRUE(session_.checksPaperSize());
-    session_.select(1);
+    select(1);
     session_.start(0, QStringLiteral("640*480"));
     session_.setScanSize(0);
     EXPECT_FALSE(session_.checksPaperSize());
@@ -133,7 +169,7 @@ TEST_F(CameraSessionTest, EndsCleanlyWhileStreaming)
     for (int i = 0; i < 10; ++i) {
         CameraSession session(camera_, onFrame, nullptr);
         session.discover();
-        session.select(0);
+        session.select(session.cameras()[0].identity);
         ASSERT_EQ(session.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
         const bool whileFramesCome = i % 2 == 0; // else in the middle of the start
         ASSERT_TRUE(!whileFramesCome || framesCome());

@@ -48,7 +48,7 @@ protected:
     {
         useDesk(camera(more), picture);
         ASSERT_EQ(session_.discover(), 1);
-        ASSERT_EQ(session_.select(0), CameraSession::OpenResult::Ok);
+        ASSERT_EQ(session_.select(session_.cameras()[0].identity), CameraSession::OpenResult::Ok);
         ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     }
     int files() const { return int(QDir(settings::savePath(store_)).entryList(QDir::Files).size()); }

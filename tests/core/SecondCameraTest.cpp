@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <thread>
 
 namespace {
 
@@ -23,6 +24,7 @@ protected:
         shown_ = frame.size();
         ++frames_;
     }
+    QString identity(int index) { return QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index)); }
     bool framesCome(const QSize& size)
     {
         return QTest::qWaitFor(
@@ -46,9 +48,10 @@ TEST_F(SecondCameraTest, TheFirstOneThatIsNoDocumentCameraAndNotTheMainOneIsShow
                               "resolutions = [ \"160x120\" ]; }";
     useDesk(camera() + ", " + camera() + ", " + camera("", 3) + ", " + small);
     camera_.MirvakDevs_Init();
-    ASSERT_EQ(second_.start(0), SecondCamera::OpenResult::Ok);
+    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
     EXPECT_TRUE(framesCome({640, 480}));
-    ASSERT_EQ(second_.start(2), SecondCamera::OpenResult::Ok) << "the infrared camera is the main one now";
+    ASSERT_EQ(second_.start(identity(2)), SecondCamera::OpenResult::Ok)
+        << "the infrared camera is the main one now";
     EXPECT_TRUE(framesCome({160, 120}));
     const FrameHandle frame = second_.channel().take(std::chrono::seconds(10));
     EXPECT_EQ(camera_.MirvakImage_GetWidth(frame.get()), 160);
@@ -68,9 +71,27 @@ TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)
                     SecondCamera::OpenResult::StartFailed}}) {
         useDesk(desk);
         ASSERT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK) << "a device is still open";
-        EXPECT_EQ(second_.start(0), result);
+        EXPECT_EQ(second_.start(identity(0)), result);
         EXPECT_FALSE(second_.isOpen());
     }
+}
+
+TEST_F(SecondCameraTest, StoppingSendsTheWaitingCaptureAway)
+{
+    useDesk(camera() + ", " + camera("stall_after = 0.1;", 2));
+    camera_.MirvakDevs_Init();
+    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    ASSERT_TRUE(framesCome({640, 480}));
+    ::testing::internal::CaptureStderr();
+    std::thread capture([this] {
+        while (second_.channel().take(std::chrono::seconds(30))) {
+        }
+    });
+    while (!second_.channel().isRequested())
+        std::this_thread::yield();
+    second_.stop();
+    capture.join();
+    EXPECT_EQ(::testing::internal::GetCapturedStderr().find("timeout"), std::string::npos);
 }
 
 TEST_F(SecondCameraTest, UnpluggingClosesItAndSendsTheWaitingCaptureAway)
@@ -78,7 +99,7 @@ TEST_F(SecondCameraTest, UnpluggingClosesItAndSendsTheWaitingCaptureAway)
     useDesk(camera() + ", " + camera("stall_after = 0.2; unplug_after = 0.6;", 2));
     camera_.MirvakDevs_Init();
     QSignalSpy lost(&second_, &SecondCamera::lost);
-    ASSERT_EQ(second_.start(0), SecondCamera::OpenResult::Ok);
+    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
     ASSERT_TRUE(framesCome({640, 480}));
     QTest::qWait(300); // it stalls
     ::testing::internal::CaptureStderr();

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 /// A test with virtual cameras: a folder with one picture and a desk.cfg over it.
@@ -19,14 +20,29 @@ protected:
     void useDesk(const std::string& cameras, const QImage& picture = solid(640, 480, Qt::yellow))
     {
         picture.save(QString::fromStdString(folder_.file("page.jpg")), "JPG", 95);
-        const std::string path = folder_.write("desk.cfg", "real = false;\ncameras = ( " + cameras + " );\n");
-        setenv("LUMRO_DESK", path.c_str(), 1);
+        changeDesk(cameras);
+        setenv("LUMRO_DESK", folder_.file("desk.cfg").c_str(), 1);
+    }
+    /// Plugs and unplugs while the program runs. The file appears whole.
+    void changeDesk(const std::string& cameras)
+    {
+        const std::string text = "real = false;\ncameras = ( " + cameras + " );\n";
+        std::filesystem::rename(folder_.write("desk.new", text), folder_.file("desk.cfg"));
     }
     static std::string camera(const std::string& more = "", int type = 1, const std::string& usb = "1b172000")
     {
         return "{ name = \"Test camera\"; type = " + std::to_string(type) + "; usb = \"" + usb +
                "\"; source = \"page.jpg\"; fps = 30; resolutions = [ \"640x480\", \"320x240\" ]; " + more +
                " }";
+    }
+    /// One that its name and the colour of its picture tell from others.
+    std::string camera(const char* name, Qt::GlobalColor colour, int type, const std::string& more = "")
+    {
+        const std::string file = std::string(name) + ".png";
+        if (!std::filesystem::exists(folder_.file(file))) // a camera may be reading it
+            solid(640, 480, colour).save(QString::fromStdString(folder_.file(file)));
+        return std::string("{ name = \"") + name + "\"; type = " + std::to_string(type) + "; source = \"" +
+               file + "\"; fps = 30; resolutions = [ \"640x480\", \"320x240\" ]; " + more + " }";
     }
     static QImage solid(int width, int height, Qt::GlobalColor colour)
     {

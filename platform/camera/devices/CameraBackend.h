@@ -48,11 +48,19 @@ struct CameraInfo
 {
     std::string name;
     std::string usbId;           ///< vendor and product, 8 lowercase hexadecimal digits; empty off the USB
+    std::string identity;        ///< the same while it is there and when it comes back; one of its kind
     int type = 0;                ///< 1 main, 2 other colour, 3 infrared; 0 not decided yet
     bool greyOnly = false;       ///< offers no colour
+    bool refused = false;        ///< may not be opened, so that nothing more is known of it
     long long largestPixels = 0; ///< pixels of the largest picture
     std::string address;         ///< how its own back end finds it again
 };
+
+inline bool operator==(const CameraInfo& a, const CameraInfo& b)
+{
+    return a.identity == b.identity && a.name == b.name && a.type == b.type && a.refused == b.refused &&
+           a.address == b.address;
+}
 
 /// The bytes of one frame, owned by the device, valid until its next read(), giveBack() or stop().
 struct RawFrame
@@ -93,15 +101,18 @@ public:
     virtual bool setZoom(double /*factor*/) { return false; }
 };
 
+/// enumerate() is called by one thread at a time; open() may come from another one meanwhile.
 class CameraBackend
 {
 public:
     virtual ~CameraBackend() = default;
 
-    /// Looks for cameras anew. A camera that cannot be asked is left out.
+    /// Looks for cameras anew. A camera that is known already is not touched, so that this costs next to
+    /// nothing and leaves its stream alone. A camera that cannot be asked is left out.
     virtual std::vector<CameraInfo> enumerate() = 0;
-    /// Null, and a line on standard error, when the camera cannot be opened.
-    virtual std::unique_ptr<CameraDevice> open(const CameraInfo& camera) = 0;
+    /// Null, the reason in `why`, and a line on standard error, when the camera cannot be opened:
+    /// MIRVAK_NO_ACCESS, MIRVAK_BUSY or MIRVAK_NO_DEVICE.
+    virtual std::unique_ptr<CameraDevice> open(const CameraInfo& camera, MirvakResult& why) = 0;
 };
 
 } // namespace mirvak

@@ -4,22 +4,36 @@
 
 namespace mirvak {
 
-MirvakResult CameraManager::init(Backends backends, const TypeOverrides& overrides)
+bool CameraManager::isAnyOpen() const
 {
-    {
-        const std::lock_guard lock(openMutex_);
-        if (!open_.empty())
-            return MIRVAK_BUSY;
-    }
-    clear();
-    backends_ = std::move(backends);
-    for (size_t i = 0; i < backends_.size(); ++i) {
-        for (CameraInfo& camera : backends_[i]->enumerate()) {
-            cameras_.push_back(std::move(camera));
-            backendOf_.push_back(i);
-        }
-    }
-    assignTypes(cameras_, overrides);
+    const std::lock_guard lock(openMutex_);
+    return !open_.empty();
+}
+
+MirvakResult CameraManager::init(Backends backends, TypeOverrides overrides)
+{
+    if (isAnyOpen())
+        return MIRVAK_BUSY;
+    search_ = std::make_unique<CameraSearch>(std::move(backends), std::move(overrides));
+    cameras_ = search_->look();
+    search_->watch(changed_);
+    return MIRVAK_OK;
+}
+
+MirvakResult CameraManager::refresh()
+{
+    if (!search_)
+        return MIRVAK_NO_DEVICE;
+    cameras_ = search_->look();
+    return MIRVAK_OK;
+}
+
+MirvakResult CameraManager::watch(std::function<void()> changed)
+{
+    if (!search_)
+        return MIRVAK_NO_DEVICE;
+    changed_ = std::move(changed);
+    search_->watch(changed_);
     return MIRVAK_OK;
 }
 
@@ -33,24 +47,27 @@ void CameraManager::clear()
     for (const std::shared_ptr<OpenCamera>& camera : closing)
         camera->stop();
     closing.clear();
+    search_.reset();
+    changed_ = nullptr;
     cameras_.clear();
-    backendOf_.clear();
-    backends_.clear();
 }
 
 const CameraInfo* CameraManager::info(int index) const
 {
-    return index >= 0 && index < count() ? &cameras_[static_cast<size_t>(index)] : nullptr;
+    return index >= 0 && index < count() ? &cameras_[static_cast<size_t>(index)].info : nullptr;
 }
 
 OpenCamera* CameraManager::open(int index)
 {
-    const CameraInfo* const camera = info(index);
-    if (!camera)
+    openResult_ = MIRVAK_BAD_ARGUMENT;
+    if (!info(index))
         return nullptr;
-    auto device = backends_[backendOf_[static_cast<size_t>(index)]]->open(*camera);
+    const FoundCamera& camera = cameras_[static_cast<size_t>(index)];
+    openResult_ = MIRVAK_NO_DEVICE;
+    auto device = camera.backend->open(camera.info, openResult_);
     if (!device)
         return nullptr;
+    openResult_ = MIRVAK_OK;
     auto opened = std::make_shared<OpenCamera>(std::move(device), pool_);
     const std::lock_guard lock(openMutex_);
     open_.push_back(opened);

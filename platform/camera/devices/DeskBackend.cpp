@@ -34,41 +34,107 @@ long long largestPixels(const DeskConfig::Camera& camera)
     return most;
 }
 
+/// By their names; of several with one name each further one gets a number.
+std::vector<std::string> identitiesOf(const std::vector<DeskConfig::Camera>& cameras)
+{
+    std::vector<std::string> identities;
+    std::map<std::string, int> times;
+    for (const DeskConfig::Camera& camera : cameras) {
+        const int time = ++times[camera.name];
+        identities.push_back("desk/" + camera.name + (time > 1 ? "#" + std::to_string(time) : ""));
+    }
+    return identities;
+}
+
+constexpr std::chrono::seconds missingFor{1};
+
 } // namespace
 
-DeskBackend::DeskBackend(DeskConfig desk) : desk_(std::move(desk))
+DeskBackend::DeskBackend(DeskConfig desk, std::filesystem::path file)
+    : file_(std::move(file)), read_(stampOfFile()), seen_(read_)
 {
-    for (size_t i = 0; i < desk_.cameras.size(); ++i)
-        unplugged_.push_back(std::make_shared<std::atomic<bool>>(false));
+    lay(desk);
+}
+
+DeskBackend::Stamp DeskBackend::stampOfFile() const
+{
+    std::error_code missing;
+    Stamp stamp{std::filesystem::last_write_time(file_, missing), 0};
+    stamp.size = std::filesystem::file_size(file_, missing);
+    return stamp;
+}
+
+void DeskBackend::lay(const DeskConfig& desk)
+{
+    identities_ = identitiesOf(desk.cameras);
+    cameras_.clear();
+    for (size_t i = 0; i < identities_.size(); ++i)
+        cameras_.emplace(identities_[i], desk.cameras[i]);
+    for (auto plug = plugs_.begin(); plug != plugs_.end();) {
+        const bool stays = cameras_.count(plug->first) > 0;
+        if (!stays)
+            plug->second->pull();
+        plug = stays ? std::next(plug) : plugs_.erase(plug);
+    }
+    for (const std::string& identity : identities_)
+        plugs_.try_emplace(identity, std::make_shared<DeskPlug>());
+}
+
+void DeskBackend::readAgain()
+{
+    const Stamp now = stampOfFile();
+    const bool rests = now == std::exchange(seen_, now); // else it may be half written
+    if (file_.empty() || !rests || now == read_)
+        return;
+    read_ = now;
+    std::string error;
+    if (const auto desk = DeskConfig::load(file_, error))
+        lay(*desk);
+    else
+        std::fprintf(stderr, "virtual desk left as it was: %s\n", error.c_str());
 }
 
 std::vector<CameraInfo> DeskBackend::enumerate()
 {
+    const std::lock_guard lock(mutex_);
+    readAgain();
     std::vector<CameraInfo> cameras;
-    for (size_t i = 0; i < desk_.cameras.size(); ++i) {
-        const DeskConfig::Camera& camera = desk_.cameras[i];
-        *unplugged_[i] = false;
-        CameraInfo info;
-        info.name = camera.name;
-        info.usbId = camera.usbId;
-        info.type = camera.type;
-        info.address = std::to_string(i);
-        if (info.type == 0) // the pictures are looked at only when the type depends on their size
-            info.largestPixels = largestPixels(camera);
-        cameras.push_back(info);
+    for (const std::string& identity : identities_) {
+        std::shared_ptr<DeskPlug>& plug = plugs_[identity];
+        if (plug->isOutSince(WakeEvent::Clock::now() - missingFor))
+            plug = std::make_shared<DeskPlug>();
+        if (plug->isIn())
+            cameras.push_back(infoOf(identity));
     }
     return cameras;
 }
 
-std::unique_ptr<CameraDevice> DeskBackend::open(const CameraInfo& info)
+CameraInfo DeskBackend::infoOf(const std::string& identity) const
 {
-    const size_t index = std::stoul(info.address);
-    const DeskConfig::Camera& camera = desk_.cameras.at(index);
-    const std::shared_ptr<std::atomic<bool>> unplugged = unplugged_[index];
-    if (camera.failCreate || *unplugged) {
-        std::fprintf(stderr, "virtual camera \"%s\" cannot be opened\n", camera.name.c_str());
+    const DeskConfig::Camera& camera = cameras_.at(identity);
+    CameraInfo info;
+    info.name = camera.name;
+    info.usbId = camera.usbId;
+    info.identity = identity;
+    info.type = camera.type;
+    info.refused = camera.refused;
+    info.address = identity;
+    if (info.type == 0) // the pictures are looked at only when the type depends on their size
+        info.largestPixels = largestPixels(camera);
+    return info;
+}
+
+std::unique_ptr<CameraDevice> DeskBackend::open(const CameraInfo& info, MirvakResult& why)
+{
+    const std::lock_guard lock(mutex_);
+    const auto found = cameras_.find(info.address);
+    why = found != cameras_.end() && found->second.refused ? MIRVAK_NO_ACCESS : MIRVAK_NO_DEVICE;
+    if (found == cameras_.end() || found->second.refused || found->second.failCreate ||
+        !plugs_[info.address]->isIn()) {
+        std::fprintf(stderr, "virtual camera \"%s\" cannot be opened\n", info.name.c_str());
         return nullptr;
     }
+    const DeskConfig::Camera& camera = found->second;
     PictureSource pictures(PictureSource::filesOf(camera.source));
     const std::vector<CameraMode> modes = modesOf(camera, pictures);
     if (pictures.count() == 0 || modes.empty()) {
@@ -78,7 +144,7 @@ std::unique_ptr<CameraDevice> DeskBackend::open(const CameraInfo& info)
                      camera.source.c_str());
         return nullptr;
     }
-    return std::make_unique<DeskDevice>(camera, modes, [unplugged] { *unplugged = true; });
+    return std::make_unique<DeskDevice>(camera, modes, plugs_[info.address]);
 }
 
 } // namespace mirvak

@@ -2,8 +2,10 @@
 
 #include "CameraBackend.h"
 #include "DeskConfig.h"
+#include "DeskPlug.h"
 
-#include <atomic>
+#include <map>
+#include <mutex>
 
 namespace mirvak {
 
@@ -11,16 +13,33 @@ namespace mirvak {
 class DeskBackend : public CameraBackend
 {
 public:
-    explicit DeskBackend(DeskConfig desk);
+    /// With a file, the desk follows it: a camera that is no longer in it is unplugged, a new one plugged in;
+    /// what has changed of one that stays holds when it is opened next.
+    explicit DeskBackend(DeskConfig desk, std::filesystem::path file = {});
 
-    /// Plugs every camera in again that has pulled itself out.
+    /// A camera that has pulled itself out is missing for a second.
     std::vector<CameraInfo> enumerate() override;
-    std::unique_ptr<CameraDevice> open(const CameraInfo& camera) override;
+    std::unique_ptr<CameraDevice> open(const CameraInfo& camera, MirvakResult& why) override;
 
 private:
-    const DeskConfig desk_;
-    // One flag a camera, true once it has unplugged itself; shared with the devices, which may live longer.
-    std::vector<std::shared_ptr<std::atomic<bool>>> unplugged_;
+    struct Stamp
+    {
+        std::filesystem::file_time_type time{};
+        std::uintmax_t size = 0;
+        bool operator==(const Stamp& other) const { return time == other.time && size == other.size; }
+    };
+
+    Stamp stampOfFile() const;
+    void readAgain();
+    void lay(const DeskConfig& desk);
+    CameraInfo infoOf(const std::string& identity) const;
+
+    const std::filesystem::path file_;
+    Stamp read_, seen_;
+    std::mutex mutex_; // guards what follows
+    std::vector<std::string> identities_;
+    std::map<std::string, DeskConfig::Camera> cameras_; // by identity, like the plugs
+    std::map<std::string, std::shared_ptr<DeskPlug>> plugs_;
 };
 
 } // namespace mirvak

@@ -9,15 +9,15 @@ namespace mirvak {
 
 DeskDevice::DeskDevice(const DeskConfig::Camera& camera,
                        std::vector<CameraMode> modes,
-                       std::function<void()> unplugged)
-    : camera_(camera), modes_(std::move(modes)), pictures_({}), unplugged_(std::move(unplugged))
+                       std::shared_ptr<DeskPlug> plug)
+    : camera_(camera), modes_(std::move(modes)), pictures_({}), plug_(std::move(plug))
 {
 }
 
 MirvakResult DeskDevice::start(const CameraMode& mode, int waiting)
 {
-    if (camera_.failStart)
-        return MIRVAK_IO_ERROR;
+    if (camera_.failStart || camera_.held)
+        return camera_.held ? MIRVAK_BUSY : MIRVAK_IO_ERROR;
     const auto found = std::find(modes_.begin(), modes_.end(), mode);
     if (found == modes_.end())
         return MIRVAK_BAD_ARGUMENT;
@@ -45,15 +45,31 @@ ReadStatus DeskDevice::read(RawFrame& frame, std::chrono::milliseconds timeout, 
 
     const auto limit = now + timeout;
     const auto due = unplugs ? timeOf(unplugAt) : stalled ? Clock::time_point::max() : timeOf(frameAt);
-    if (stop.waitUntil(std::min(due, limit)))
+    if (waitUntil(std::min(due, limit), stop))
         return ReadStatus::Stopped;
+    if (!plug_->isIn())
+        return ReadStatus::Gone;
     if (due > limit)
         return ReadStatus::TimedOut;
     if (unplugs) {
-        unplugged_();
+        plug_->pull();
         return ReadStatus::Gone;
     }
     return show(next_++, frame);
+}
+
+/// Sleeps until then, or until the plug is pulled; true when the stop event is signalled.
+bool DeskDevice::waitUntil(Clock::time_point time, const WakeEvent& stop) const
+{
+    constexpr std::chrono::milliseconds glance{100};
+    while (plug_->isIn()) {
+        const auto until = std::min(time, Clock::now() + glance);
+        if (stop.waitUntil(until))
+            return true;
+        if (until == time)
+            return false;
+    }
+    return stop.isSignalled();
 }
 
 DeskDevice::Clock::time_point DeskDevice::timeOf(double seconds) const

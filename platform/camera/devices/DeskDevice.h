@@ -2,10 +2,9 @@
 
 #include "CameraBackend.h"
 #include "DeskConfig.h"
+#include "DeskPlug.h"
 #include "PictureSource.h"
 #include "WakeEvent.h"
-
-#include <functional>
 
 namespace mirvak {
 
@@ -14,10 +13,10 @@ namespace mirvak {
 class DeskDevice : public CameraDevice
 {
 public:
-    /// `unplugged` is called on the reading thread when the camera pulls itself out.
+    /// The stream ends when the plug is pulled, by the desk or by the camera itself.
     DeskDevice(const DeskConfig::Camera& camera,
                std::vector<CameraMode> modes,
-               std::function<void()> unplugged);
+               std::shared_ptr<DeskPlug> plug);
 
     const std::vector<CameraMode>& modes() const override { return modes_; }
     MirvakResult start(const CameraMode& mode, int waiting) override;
@@ -27,6 +26,7 @@ public:
 private:
     using Clock = WakeEvent::Clock;
 
+    bool waitUntil(Clock::time_point time, const WakeEvent& stop) const;
     Clock::time_point timeOf(double seconds) const;
     void skipLateFrames(Clock::time_point now);
     std::optional<size_t> pictureOf(long long frameNumber) const;
@@ -35,7 +35,7 @@ private:
     const DeskConfig::Camera camera_;
     const std::vector<CameraMode> modes_; // one for each resolution of the camera
     PictureSource pictures_;              // of the chosen size
-    const std::function<void()> unplugged_;
+    const std::shared_ptr<DeskPlug> plug_;
     cv::Size size_; // empty: each picture in its own
     int waiting_ = 1;
     Clock::time_point started_;

@@ -9,6 +9,13 @@ OpenCamera::OpenCamera(std::unique_ptr<CameraDevice> device, ImagePool& pool)
 {
 }
 
+OpenCamera::~OpenCamera()
+{
+    // The camera keeps its zoom when it is closed; who opens it next counts on the whole view.
+    if (isZoomed_)
+        device_->setZoom(1.0);
+}
+
 MirvakResult OpenCamera::start(int format, int index, int waiting, FramePump::Sink sink)
 {
     const CameraMode* const mode = modes_.find(format, index);
@@ -22,7 +29,9 @@ MirvakResult OpenCamera::setPaperSize(int size)
     if (size != paperA3 && size != paperA4)
         return MIRVAK_BAD_ARGUMENT;
     const double share = size == paperA4 ? a4ShareOfA3 : 1.0;
-    pump_.setShare(device_->setZoom(1.0 / share) ? 1.0 : share);
+    const bool isSet = device_->setZoom(1.0 / share);
+    isZoomed_ = isSet && size == paperA4;
+    pump_.setShare(isSet ? 1.0 : share);
     paperSize_ = size;
     return MIRVAK_OK;
 }

@@ -13,6 +13,9 @@ class OpenCamera
 {
 public:
     OpenCamera(std::unique_ptr<CameraDevice> device, ImagePool& pool);
+    ~OpenCamera();
+    OpenCamera(const OpenCamera&) = delete;
+    OpenCamera& operator=(const OpenCamera&) = delete;
 
     const CameraModes& modes() const { return modes_; }
     FramePump& pump() { return pump_; }
@@ -30,7 +33,8 @@ private:
     std::unique_ptr<CameraDevice> device_;
     CameraModes modes_;
     std::atomic<int> paperSize_;
-    FramePump pump_; // last: it uses the device
+    std::atomic<bool> isZoomed_{false}; // by the camera itself
+    FramePump pump_;                    // last: it uses the device
 };
 
 } // namespace mirvak

@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <linux/videodev2.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <set>
@@ -59,25 +60,59 @@ std::string nameOf(const fs::path& node, const v4l2_capability& capability)
     return cameraName(name.empty() ? reinterpret_cast<const char*>(capability.card) : name);
 }
 
-/// Nothing for a node that is no camera of ours.
-std::optional<CameraInfo> ask(const std::string& node)
+bool isSameTime(const timespec& a, const timespec& b)
 {
-    const UniqueFd fd = openNode(node);
-    if (!fd.isValid()) {
-        if (errno != ENODEV && errno != ENOENT)
-            complain(node.c_str(), "open");
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+std::string pathOf(int number)
+{
+    return "/dev/video" + std::to_string(number);
+}
+
+/// The folder of the interface or the bus device that the node belongs to.
+fs::path interfaceOf(const fs::path& node)
+{
+    std::error_code failed;
+    return fs::canonical(classFolder(node) / "device", failed);
+}
+
+/// What sysfs says, with or without the right to open the node.
+CameraIdentities::Facts factsOf(const fs::path& node)
+{
+    const UsbIdentity usb = usbIdentityOf(classFolder(node) / "device");
+    const std::string interface = interfaceOf(node).filename().string(); // as "1-4:1.0"
+    if (usb.id.empty())
+        return {"", "", node.filename().string(), interface};
+    return {usb.id,
+            firstLine(usb.devicePath / "serial"),
+            usb.devicePath.filename().string(),
+            interface.substr(interface.find(':') + 1)};
+}
+
+/// A node that may not be opened: the first one of a USB interface is the camera's, others tell of its
+/// frames.
+std::optional<CameraInfo> refusedCamera(const std::string& node, const CameraIdentities::Facts& facts)
+{
+    if (facts.usbId.empty() || firstLine(classFolder(node) / "index") != "0")
         return std::nullopt;
-    }
+    CameraInfo camera;
+    camera.name = nameOf(node, {});
+    camera.refused = true;
+    return camera;
+}
+
+/// Nothing for a node that is no camera of ours.
+std::optional<CameraInfo> askOpenNode(int fd, const std::string& node)
+{
     v4l2_capability capability{};
-    if (!isCamera(fd.get(), capability))
+    if (!isCamera(fd, capability))
         return std::nullopt;
-    const std::vector<CameraMode> modes = listVideoModes(fd.get());
+    const std::vector<CameraMode> modes = listVideoModes(fd);
     if (modes.empty())
         return std::nullopt;
     CameraInfo camera;
     camera.name = nameOf(node, capability);
-    camera.usbId = usbIdentityOf(classFolder(node) / "device").id;
-    camera.address = node;
     camera.greyOnly =
         std::all_of(modes.begin(), modes.end(), [](const CameraMode& mode) { return isGrey(mode.format); });
     for (const CameraMode& mode : modes)
@@ -88,31 +123,79 @@ std::optional<CameraInfo> ask(const std::string& node)
 
 } // namespace
 
+void V4l2Backend::ask(const std::string& path, Node& node)
+{
+    const bool isFirstTime = node.facts.port.empty();
+    node.facts = factsOf(path);
+    const UniqueFd fd = openNode(path);
+    const bool isRefused = !fd.isValid() && (errno == EACCES || errno == EPERM);
+    node.isCertain = fd.isValid() || isRefused;
+    // A new node is refused until the device manager has seen to it; who opens it is told.
+    if (!node.isCertain && isFirstTime && errno != ENODEV && errno != ENOENT)
+        complain(path.c_str(), "open");
+    node.camera = isRefused      ? refusedCamera(path, node.facts)
+                  : fd.isValid() ? askOpenNode(fd.get(), path)
+                                 : std::nullopt;
+    if (!node.camera)
+        return;
+    node.camera->usbId = node.facts.usbId;
+    node.camera->address = path;
+    if (node.camera->greyOnly)
+        node.facts.function += "/grey";
+}
+
+void V4l2Backend::look()
+{
+    const std::vector<int> numbers = nodeNumbers();
+    for (auto known = nodes_.begin(); known != nodes_.end();) {
+        const bool isThere = std::binary_search(numbers.begin(), numbers.end(), known->first);
+        known = isThere ? std::next(known) : nodes_.erase(known);
+    }
+    for (const int number : numbers) {
+        struct stat status
+        {
+        };
+        if (stat(pathOf(number).c_str(), &status) != 0)
+            continue;
+        Node& node = nodes_[number];
+        if (node.number != status.st_ino || !isSameTime(node.changed, status.st_ctim))
+            node = {status.st_ino, status.st_ctim, std::nullopt, {}, false};
+        if (!node.isCertain)
+            ask(pathOf(number), node);
+    }
+}
+
 std::vector<CameraInfo> V4l2Backend::enumerate()
 {
+    look();
     std::vector<CameraInfo> cameras;
-    std::set<std::pair<fs::path, bool>> seen; // USB interface, grey only
-    for (const int number : nodeNumbers()) {
-        auto camera = ask("/dev/video" + std::to_string(number));
-        if (!camera)
+    std::vector<CameraIdentities::Facts> facts;
+    std::set<std::pair<std::string, std::string>> seen; // device and function
+    for (const auto& [number, node] : nodes_) {
+        const bool isUsb = !node.facts.usbId.empty();
+        if (!node.camera || (isUsb && !seen.emplace(node.facts.port, node.facts.function).second))
             continue;
-        std::error_code failed;
-        const fs::path interface = fs::canonical(classFolder(camera->address) / "device", failed);
-        const bool isUsb = !camera->usbId.empty() && !failed;
-        if (!isUsb || seen.emplace(interface, camera->greyOnly).second)
-            cameras.push_back(std::move(*camera));
+        cameras.push_back(*node.camera);
+        facts.push_back(node.facts);
     }
+    const std::vector<std::string> names = identities_.name(facts);
+    for (size_t i = 0; i < cameras.size(); ++i)
+        cameras[i].identity = names[i];
     return cameras;
 }
 
-std::unique_ptr<CameraDevice> V4l2Backend::open(const CameraInfo& camera)
+std::unique_ptr<CameraDevice> V4l2Backend::open(const CameraInfo& camera, MirvakResult& why)
 {
     const std::string& node = camera.address;
     UniqueFd fd = openNode(node);
     if (!fd.isValid()) {
+        why = errno == EACCES || errno == EPERM ? MIRVAK_NO_ACCESS
+              : errno == EBUSY                  ? MIRVAK_BUSY
+                                                : MIRVAK_NO_DEVICE;
         complain(node.c_str(), "open");
         return nullptr;
     }
+    why = MIRVAK_NO_DEVICE;
     // The node's number may have gone to another device since the list was made.
     const bool same = usbIdentityOf(classFolder(node) / "device").id == camera.usbId;
     std::vector<CameraMode> modes = same ? listVideoModes(fd.get()) : std::vector<CameraMode>();

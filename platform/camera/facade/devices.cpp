@@ -6,13 +6,14 @@
 
 namespace {
 
-mirvak::CameraManager::Backends makeBackends(const std::optional<DeskConfig>& desk)
+mirvak::Backends makeBackends(const std::optional<DeskConfig>& desk)
 {
-    mirvak::CameraManager::Backends backends;
-    if (desk)
-        backends.push_back(std::make_unique<mirvak::DeskBackend>(*desk));
+    mirvak::Backends backends;
+    // A broken file may be mended while the program runs.
+    if (const std::filesystem::path file = DeskConfig::pathInEnvironment(); !file.empty())
+        backends.push_back(std::make_shared<mirvak::DeskBackend>(desk.value_or(DeskConfig()), file));
     if (!desk || desk->realDevices)
-        backends.push_back(std::make_unique<mirvak::V4l2Backend>());
+        backends.push_back(std::make_shared<mirvak::V4l2Backend>());
     return backends;
 }
 
@@ -24,6 +25,21 @@ int MirvakCamera::MirvakDevs_Init()
         impl_->desk = DeskConfig::fromEnvironment();
         return impl_->cameras.init(makeBackends(impl_->desk),
                                    mirvak::readTypeOverrides(mirvak::typeOverridesPath()));
+    });
+}
+
+int MirvakCamera::MirvakDevs_Refresh()
+{
+    return mirvak::guarded("MirvakDevs_Refresh", [&] { return impl_->cameras.refresh(); });
+}
+
+int MirvakCamera::MirvakDevs_Watch(MirvakDevsCallback changed, void* context)
+{
+    return mirvak::guarded("MirvakDevs_Watch", [&] {
+        std::function<void()> call;
+        if (changed)
+            call = [changed, context] { changed(context); };
+        return impl_->cameras.watch(call);
     });
 }
 
@@ -52,6 +68,12 @@ std::string MirvakCamera::MirvakDevice_GetDevUsbID(int index)
     return camera ? camera->usbId : std::string();
 }
 
+std::string MirvakCamera::MirvakDevice_GetDevIdentity(int index)
+{
+    const mirvak::CameraInfo* camera = impl_->cameras.info(index);
+    return camera ? camera->identity : std::string();
+}
+
 int MirvakCamera::MirvakDevice_GetCameraType(int index)
 {
     const mirvak::CameraInfo* camera = impl_->cameras.info(index);
@@ -66,6 +88,11 @@ void* MirvakCamera::MirvakDevice_Create(int index)
         return MIRVAK_OK;
     });
     return handle;
+}
+
+int MirvakCamera::MirvakDevice_GetCreateResult()
+{
+    return impl_->cameras.openResult();
 }
 
 int MirvakCamera::MirvakDevice_Release(void* device)

@@ -30,6 +30,7 @@ enum MirvakResult {
     MIRVAK_NOT_FOUND = -6,    // nothing was detected in the picture
     MIRVAK_NO_MEMORY = -7,
     MIRVAK_EXISTS = -8, // a file has the name; a new file never replaces one
+    MIRVAK_NO_ACCESS = -9, // the user may not open the device
 };
 
 /// One frame. `image` is valid until the callback returns; null means that the stream has ended by itself
@@ -41,6 +42,9 @@ using MirvakFrameCallback =
 /// One press of a hardware key: 2 capture, 8 zoom in, 9 zoom out, above 9 the key's own number. Called on the
 /// key listener's thread.
 using MirvakKeyCallback = void (*)(int key, void* context);
+
+/// The list of cameras has become another one. Called on the thread of the watch.
+using MirvakDevsCallback = void (*)(void* context);
 
 /// A point in pixels from the top left corner of the picture.
 struct MirvakPointF
@@ -60,6 +64,15 @@ public:
     /// Looks for cameras and keeps the list until Deinit. May be called again to look anew; MIRVAK_BUSY, and
     /// the old list stays, while a device is open. Finding none is success.
     int MirvakDevs_Init();
+    /// Lists anew while devices are open: they stay open, their handles stay valid and their streams run on.
+    /// Every index is good until the next Init or Refresh only. MIRVAK_NO_DEVICE, and nothing is listed,
+    /// before Init.
+    int MirvakDevs_Refresh();
+    /// From now on `changed` tells, within a second, that cameras have come, gone or become accessible; the
+    /// list itself changes with the Refresh that follows, which then asks no device and returns at once. A
+    /// null callback ends the watch and returns after its last call; Deinit ends it too, Init does not. Must
+    /// not be called from the callback. MIRVAK_NO_DEVICE before Init.
+    int MirvakDevs_Watch(MirvakDevsCallback changed, void* context);
     /// Stops and releases every device that is still open and forgets the list.
     int MirvakDevs_Deinit();
 
@@ -70,11 +83,18 @@ public:
     /// Vendor and product as 8 lowercase hexadecimal digits, for example "1b172000"; empty for a camera that
     /// is not on the USB.
     std::string MirvakDevice_GetDevUsbID(int index);
+    /// What tells the device from all others and finds it again in a later list, also after it was unplugged:
+    /// on the USB the id with the serial number, or with the port where there is no number or several devices
+    /// carry the same; the name of a virtual one. Not for the eyes of users, and to be compared only.
+    std::string MirvakDevice_GetDevIdentity(int index);
     /// 1 main document camera, 2 other colour camera, 3 infrared; 0 for an index outside the list.
     int MirvakDevice_GetCameraType(int index);
-    /// Opens the device; null when it cannot be opened, and also after it was unplugged until
-    /// MirvakDevs_Init has found it again. Released by MirvakDevice_Release.
+    /// Opens the device; null when it cannot be opened, and also after it was unplugged until a list has
+    /// found it again. Released by MirvakDevice_Release.
     void* MirvakDevice_Create(int index);
+    /// How the last Create went: MIRVAK_OK, MIRVAK_BAD_ARGUMENT for an index outside the list,
+    /// MIRVAK_NO_ACCESS, MIRVAK_BUSY, MIRVAK_NO_DEVICE.
+    int MirvakDevice_GetCreateResult();
     /// Stops the stream if it runs and frees the device.
     int MirvakDevice_Release(void* device);
     /// 2 when the compressed stream is the better one, 1 for the raw one; 0 for a bad handle.
@@ -98,7 +118,8 @@ public:
     int MirvakDevice_StopPreview(void* device);
     /// Paper size 3 (A3): everything the camera sees; 4 (A4): the middle of it, half the area. Sets the
     /// camera's zoom, or where it has none cuts the middle out of each frame and scales it up, so that the
-    /// size of the frames stays. A device starts with 3. Thread-safe against the running stream; may be
+    /// size of the frames stays. A device starts with 3, and its own zoom is set back when it is
+    /// released. Thread-safe against the running stream; may be
     /// called from a frame callback.
     int MirvakDevice_SetCameraSize(void* device, int size);
     /// Looks for the page in `image` and reports in `size` the paper size (3 or 4) to change to: A3 when the

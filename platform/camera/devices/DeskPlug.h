@@ -1,0 +1,24 @@
+#pragma once
+
+#include "WakeEvent.h"
+
+#include <atomic>
+
+namespace mirvak {
+
+/// The plug of a virtual camera, pulled at most once: who plugs it in again takes another one. Thread-safe.
+class DeskPlug
+{
+public:
+    void pull() { pulledAt_ = WakeEvent::Clock::now().time_since_epoch().count(); }
+    bool isIn() const { return pulledAt_ == 0; }
+    bool isOutSince(WakeEvent::Clock::time_point time) const
+    {
+        return !isIn() && pulledAt_ <= time.time_since_epoch().count();
+    }
+
+private:
+    std::atomic<WakeEvent::Clock::rep> pulledAt_{0};
+};
+
+} // namespace mirvak
