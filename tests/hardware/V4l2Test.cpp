@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 using ::testing::UnorderedElementsAre;
 
@@ -46,34 +44,6 @@ unsigned phaseOf(const Picture& frame)
             best = n;
     }
     return best;
-}
-
-bool hasInputDeviceOpen()
-{
-    std::error_code gone; // descriptors come and go while the folder is read
-    for (const auto& descriptor : std::filesystem::directory_iterator("/proc/self/fd")) {
-        if (std::filesystem::read_symlink(descriptor, gone).string().rfind("/dev/input/event", 0) == 0)
-            return true;
-    }
-    return false;
-}
-
-std::string wordIn(const std::filesystem::path& file)
-{
-    std::string word;
-    std::getline(std::ifstream(file), word);
-    return word;
-}
-
-/// Whether the listener has a button open and waits for it. What is pressed before is heard by nobody: the
-/// kernel forgets it when the listener, having opened the device, asks for the keys' state.
-bool waitsForKeys()
-{
-    const std::filesystem::directory_iterator tasks("/proc/self/task");
-    return hasInputDeviceOpen() && std::any_of(begin(tasks), end(tasks), [](const auto& task) {
-               return wordIn(task.path() / "comm") == "camera keys" &&
-                      wordIn(task.path() / "wchan").find("poll") != std::string::npos;
-           });
 }
 
 class V4l2Test : public ::testing::Test
@@ -224,35 +194,6 @@ TEST_F(V4l2Test, SavesAStraightenedCaptureOfAPage)
     // The lab's page covers a good half of the desk, and nothing of the desk is left.
     EXPECT_GT(page.width * page.height, 1600 * 1200 / 4);
     EXPECT_LT(page.width * page.height, 1600 * 1200 * 9 / 10);
-}
-
-TEST_F(V4l2Test, SnapshotButtonIsTheCaptureKey)
-{
-    LabCamera document(documentCamera());
-    void* device = open("Lab Doc Camera");
-    ASSERT_NE(device, nullptr);
-    FrameCollector collector(camera_, 0); // the button speaks only while the camera is in use
-    ASSERT_EQ(start(device, compressed, "640x480", collector), MIRVAK_OK);
-    ASSERT_TRUE(collector.waitForFrames(1));
-
-    std::atomic<int> presses{0}, wrong{0};
-    struct Counters
-    {
-        std::atomic<int>&presses, &wrong;
-    } counters{presses, wrong};
-    const auto usbKey = [](int key, void* context) {
-        auto& counted = *static_cast<Counters*>(context);
-        ++(key == 2 ? counted.presses : counted.wrong);
-    };
-    const auto deskKey = [](int, void* context) { ++static_cast<Counters*>(context)->wrong; };
-    ASSERT_EQ(camera_.MirvakHid_Init(deskKey, &counters, usbKey, &counters), MIRVAK_OK);
-    ASSERT_TRUE(waitFor(waitsForKeys));
-    for (int press = 1; press <= 3; ++press) {
-        document.pressButton();
-        ASSERT_TRUE(waitFor([&] { return presses == press; })) << presses << " of " << press;
-    }
-    EXPECT_EQ(camera_.MirvakHid_Deinit(), MIRVAK_OK);
-    EXPECT_EQ(wrong, 0);
 }
 
 TEST_F(V4l2Test, SurvivesAnUnpluggedCableAndStreamsAgain)

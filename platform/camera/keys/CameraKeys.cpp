@@ -4,9 +4,13 @@
 
 #include <libudev.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <map>
 #include <set>
 #include <string>
+#include <sys/inotify.h>
 #include <unistd.h>
 
 namespace mirvak {
@@ -34,6 +38,13 @@ Monitor openMonitor(udev* context)
             return nullptr;
     }
     return udev_monitor_enable_receiving(monitor.get()) < 0 ? nullptr : std::move(monitor);
+}
+
+void drain(int fd)
+{
+    char buffer[4096];
+    while (read(fd, buffer, sizeof buffer) > 0) {
+    }
 }
 
 /// Calls `visit` for each device of the subsystem whose name matches.
@@ -65,8 +76,25 @@ struct CameraKeys::Parts
 {
     Udev context;
     Monitor monitor;
-    std::map<std::string, InputDevice> inputs; // by node; one that cannot be read stays in, to be tried once
+    // The session manager grants rights after the device is there, and again when the user comes back to the
+    // screen; of the latter udev says nothing.
+    UniqueFd rights{inotify_init1(IN_NONBLOCK | IN_CLOEXEC)};
+    std::map<std::string, InputDevice> inputs; // by node
+    std::set<std::string> refused;             // nodes that could not be opened so far
+
+    void open(const std::string& node);
 };
+
+void CameraKeys::Parts::open(const std::string& node)
+{
+    InputDevice input(node);
+    if (input.isValid()) {
+        inputs.emplace(node, std::move(input));
+        refused.erase(node);
+    } else if (input.error() != ENODEV && input.error() != ENOENT && refused.insert(node).second) {
+        std::fprintf(stderr, "camera keys left out: %s: %s\n", node.c_str(), std::strerror(input.error()));
+    }
+}
 
 std::unique_ptr<CameraKeys> CameraKeys::create()
 {
@@ -85,6 +113,8 @@ CameraKeys::~CameraKeys() = default;
 
 void CameraKeys::rescan()
 {
+    // Anew each time: the folder comes and goes with the machine's first and last input device.
+    inotify_add_watch(parts_->rights.get(), "/dev/input", IN_ATTRIB);
     udev* const context = parts_->context.get();
     std::set<std::string> cameras;
     forEach(
@@ -99,21 +129,25 @@ void CameraKeys::rescan()
     });
     for (auto input = parts_->inputs.begin(); input != parts_->inputs.end();)
         input = present.count(input->first) > 0 ? std::next(input) : parts_->inputs.erase(input);
+    for (auto node = parts_->refused.begin(); node != parts_->refused.end();)
+        node = present.count(*node) > 0 ? std::next(node) : parts_->refused.erase(node);
     for (const std::string& node : present)
-        parts_->inputs.try_emplace(node, node);
+        if (parts_->inputs.count(node) == 0)
+            parts_->open(node);
 }
 
 void CameraKeys::addTo(std::vector<pollfd>& entries) const
 {
     entries.push_back({udev_monitor_get_fd(parts_->monitor.get()), POLLIN, 0});
+    entries.push_back({parts_->rights.get(), POLLIN, 0});
     for (const auto& [node, input] : parts_->inputs)
-        entries.push_back({input.isValid() ? input.fd() : -1, POLLIN, 0});
+        entries.push_back({input.fd(), POLLIN, 0});
 }
 
 void CameraKeys::handle(const pollfd* entries, const std::function<void(int)>& press)
 {
-    bool changed = entries->revents != 0;
-    ++entries;
+    bool changed = entries[0].revents != 0 || entries[1].revents != 0;
+    entries += 2;
     for (auto input = parts_->inputs.begin(); input != parts_->inputs.end(); ++entries) {
         const bool gone = entries->revents != 0 && !input->second.read(press);
         input = gone ? parts_->inputs.erase(input) : std::next(input);
@@ -123,6 +157,7 @@ void CameraKeys::handle(const pollfd* entries, const std::function<void(int)>& p
         return;
     while (const Device news{udev_monitor_receive_device(parts_->monitor.get())}) {
     }
+    drain(parts_->rights.get());
     rescan();
 }
 

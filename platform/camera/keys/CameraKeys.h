@@ -8,7 +8,8 @@
 namespace mirvak {
 
 /// The keys on the cameras themselves: the input devices that sit on the same USB device as a video device.
-/// Follows plugging and unplugging. One thread at a time.
+/// Follows plugging and unplugging. A device that may not be read is named on standard error and opened as
+/// soon as its rights allow it. One thread at a time.
 class CameraKeys
 {
 public:

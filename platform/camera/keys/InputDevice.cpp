@@ -5,8 +5,6 @@
 #include <libevdev/libevdev.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 
 namespace mirvak {
@@ -19,11 +17,8 @@ void InputDevice::Free::operator()(libevdev* device) const
 InputDevice::InputDevice(const std::string& node) : fd_(open(node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC))
 {
     libevdev* device = nullptr;
-    const int error = fd_.isValid() ? -libevdev_new_from_fd(fd_.get(), &device) : errno;
+    error_ = fd_.isValid() ? -libevdev_new_from_fd(fd_.get(), &device) : errno;
     device_.reset(device);
-    const bool isUnplugged = error == ENODEV || error == ENOENT;
-    if (!device && !isUnplugged)
-        std::fprintf(stderr, "camera keys left out: %s: %s\n", node.c_str(), std::strerror(error));
 }
 
 InputDevice::~InputDevice() = default;

@@ -14,12 +14,14 @@ namespace mirvak {
 class InputDevice
 {
 public:
-    /// Invalid, and a line on standard error, when it cannot be opened.
+    /// Invalid when it cannot be opened.
     explicit InputDevice(const std::string& node);
     ~InputDevice();
     InputDevice(InputDevice&&) noexcept;
 
     bool isValid() const { return device_ != nullptr; }
+    /// Why it is invalid, an errno.
+    int error() const { return error_; }
     int fd() const { return fd_.get(); }
     /// Reports the number of each key pressed since the last call, without waiting. False when the device is
     /// gone.
@@ -31,6 +33,7 @@ private:
         void operator()(libevdev* device) const;
     };
     UniqueFd fd_;
+    int error_ = 0;
     std::unique_ptr<libevdev, Free> device_;
 };
 
