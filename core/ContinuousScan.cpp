@@ -53,22 +53,20 @@ void ContinuousScan::checkautopage(void* image)
 
 bool ContinuousScan::scannerimage()
 {
-    return capture_.isStreaming() && !captureOne().value_or(QString()).isEmpty();
+    if (!capture_.isStreaming())
+        return false;
+    const FrameHandle image = capture_.take(frameTimeout);
+    return image && save(image.get());
 }
 
-/// The path, empty when it could not be saved; nothing when no frame came.
-std::optional<QString> ContinuousScan::captureOne()
+bool ContinuousScan::save(void* image)
 {
-    const int colourMode = settings::scanType.read();
-    const FrameHandle image = capture_.take(frameTimeout);
-    if (!image)
-        return std::nullopt;
-    QString path = capture_.save(image.get(), colourMode);
+    const QString path = capture_.save(image, settings::scanType.read());
     if (path.isEmpty())
         Q_EMIT saveFailed();
     else
         Q_EMIT pictureSaved(path);
-    return path;
+    return !path.isEmpty();
 }
 
 void ContinuousScan::onAutoScanTiemr()
@@ -77,12 +75,13 @@ void ContinuousScan::onAutoScanTiemr()
     workers_.start([this] { timescanner(); });
 }
 
-// A tick may come while the capture of the last one still waits for its frame; the first that is done settles
-// both, so that a camera that stood still is not followed by a burst of the same picture.
+// A tick may come while the capture of the last one still waits for its frame; the first that gets one
+// settles all, so that a camera that stood still is not followed by a burst of the same picture.
 void ContinuousScan::timescanner()
 {
     if (pendingCapture_ == 0 || !capture_.isStreaming())
         return;
-    if (captureOne())
-        pendingCapture_ = 0;
+    const FrameHandle image = capture_.take(frameTimeout);
+    if (image && pendingCapture_.exchange(0) != 0)
+        save(image.get());
 }

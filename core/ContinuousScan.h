@@ -5,7 +5,6 @@
 #include <QObject>
 
 #include <atomic>
-#include <optional>
 
 class MirvakCamera;
 class StillCapture;
@@ -35,7 +34,8 @@ public:
 
     /// One picture with the settings as they are. Waits for its frame. False when none was saved.
     bool scannerimage();
-    /// The same on a thread of its own, one a tick.
+    /// The same on a thread of its own, one a tick; the ticks that wait for a frame share the first that
+    /// comes.
     void onAutoScanTiemr();
 
 Q_SIGNALS:
@@ -47,7 +47,7 @@ Q_SIGNALS:
     void saveFailed();
 
 private:
-    std::optional<QString> captureOne();
+    bool save(void* image);
     void timescanner();
 
     MirvakCamera& camera_;
