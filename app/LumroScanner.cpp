@@ -19,6 +19,7 @@
 #include "VideoView.h"
 #include "ui_LumroScanner.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -140,7 +141,11 @@ void LumroScanner::connectTools()
         [this](const QImage& frame) { outputs_->setpdfexframedata(frame); },
         Qt::DirectConnection);
     connect(this, &LumroScanner::setthumdnailpath, new ShutterSound(this), &ShutterSound::play);
-    connect(scans_.get(), &ScanControl::autopageScanSign, this, &LumroScanner::autopageScanSign);
+    connect(scans_.get(),
+            &ScanControl::autopageScanSign,
+            this,
+            &LumroScanner::autopageScanSign,
+            Qt::DirectConnection);
     connect(scans_.get(), &ScanControl::pictureSaved, this, &LumroScanner::setthumdnailpath);
 }
 
@@ -224,8 +229,9 @@ void LumroScanner::GetAssCameraData(void* image, void*, int, int width, int heig
 
 void LumroScanner::hidkeydevcallback(int key, void* self)
 {
-    if (key >= 1)
-        Q_EMIT static_cast<LumroScanner*>(self)->hidclickedsignel(key);
+    auto* window = static_cast<LumroScanner*>(self);
+    if (key >= 1 && window->keyGate_.enter(window->desk_->captures()))
+        Q_EMIT window->hidclickedsignel(key);
 }
 
 void LumroScanner::usbhidkeydevcallback(int key, void* self)
@@ -297,6 +303,13 @@ void LumroScanner::onRotateChanged(int quarterTurns)
 }
 
 void LumroScanner::onGetHidSignal(int key)
+{
+    if (keyGate_.isFresh(desk_->captures()) && !QApplication::activeModalWidget())
+        serveKey(key);
+    keyGate_.leave();
+}
+
+void LumroScanner::serveKey(int key)
 {
     if (key <= 1)
         return;

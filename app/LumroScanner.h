@@ -4,6 +4,7 @@
 #include "CaptureProcessor.h"
 #include "ConfigSettings.h"
 #include "FrameDelivery.h"
+#include "KeyGate.h"
 #include "StillCapture.h"
 #include "mirvakcamera.h"
 
@@ -116,6 +117,7 @@ private:
     void connectButtons();
     void connectSettings();
     void startKeys();
+    void serveKey(int key);
     void showFrame(const QImage& frame);
     void readBookLine();
     void featureMissing();
@@ -140,5 +142,6 @@ private:
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
     DeviceControl* devices_ = nullptr;
+    KeyGate keyGate_;
     bool keysListening_ = false;
 };

@@ -34,7 +34,9 @@ bool MainDesk::mayCapture()
 
 FrameHandle MainDesk::takeFrame(std::chrono::seconds timeout)
 {
-    return parts_.capture.take(timeout);
+    FrameHandle frame = parts_.capture.take(timeout);
+    ++captures_;
+    return frame;
 }
 
 FrameHandle MainDesk::takeSecondFrame(std::chrono::seconds timeout)
@@ -55,6 +57,7 @@ QString MainDesk::saveFrame(void* image, int colourMode)
 QString MainDesk::saveCropped(void* image, int cropMode, int colourMode)
 {
     QString path = parts_.capture.save(image, cropMode, colourMode);
+    ++captures_;
     if (path.isEmpty())
         tellNotSaved();
     return path;

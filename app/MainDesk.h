@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QVector>
 
-#include <functional>
+#include <atomic>
 
 class AssistControl;
 class CameraSession;
@@ -39,6 +39,8 @@ public:
     bool isDialogOpen() const;
     /// Where the second camera's picture comes from; without it there is none.
     void setAssist(AssistControl* assist) { assist_ = assist; }
+    /// How often the window has waited for a frame or saved one. Thread-safe.
+    unsigned captures() const { return captures_; }
     /// The camera delivered a picture that could not be saved.
     void tellNotSaved();
 
@@ -69,4 +71,5 @@ private:
     AssistControl* assist_ = nullptr;
     ConfigSettings settings_;
     bool mergePending_ = false;
+    std::atomic<unsigned> captures_{0};
 };

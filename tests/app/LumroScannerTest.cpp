@@ -180,6 +180,50 @@ TEST_F(LumroScannerTest, HardwareKeysZoomOrCapture)
     EXPECT_TRUE(QTest::qWaitFor([this] { return files().size() == 1; }, 10000));
 }
 
+TEST_F(LumroScannerTest, HardwareKeysPressedMeanwhileAreDropped)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    const auto press = [this](int key) { LumroScanner::usbhidkeydevcallback(key, window_.get()); };
+    for (const int key : {2, 2, 8, 2})
+        press(key); // nothing is served before the next line
+    QCoreApplication::processEvents();
+    EXPECT_EQ(files().size(), 1);
+    EXPECT_LT(view().zoom(), 1.05);
+    press(2);
+    window_->onDocument(); // by a click, while the press waits
+    QCoreApplication::processEvents();
+    EXPECT_EQ(files().size(), 2);
+    press(2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(files().size(), 3) << "the next one counts again";
+}
+
+TEST_F(LumroScannerTest, HardwareKeysDoNotActBehindADialog)
+{
+    useDesk(camera());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    const auto pressBoth = [this] {
+        for (const int key : {8, 2}) {
+            LumroScanner::hidkeydevcallback(key, window_.get());
+            QCoreApplication::processEvents();
+        }
+    };
+    for (const auto modality : {Qt::WindowModal, Qt::ApplicationModal}) {
+        QMessageBox box(window_.get());
+        box.setWindowModality(modality);
+        box.show();
+        pressBoth();
+        EXPECT_TRUE(files().isEmpty()) << modality;
+        EXPECT_LT(view().zoom(), 1.05) << modality;
+    }
+    pressBoth();
+    EXPECT_EQ(files().size(), 1);
+    EXPECT_GT(view().zoom(), 1.05);
+}
+
 TEST_F(LumroScannerTest, AFolderThatCannotBeMadeIsReportedInTheView)
 {
     useDesk(camera());
