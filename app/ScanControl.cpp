@@ -10,7 +10,11 @@ ScanControl::ScanControl(MirvakCamera& camera, StillCapture& capture, MainDesk& 
     desk_.addBlocker(dialog_);
     connect(dialog_, &AutoScan::timerScanReady, this, &ScanControl::onAutoScanTiemr);
     connect(dialog_, &AutoScan::autoscanStop, this, &ScanControl::onStopAutoScan);
-    connect(&continuous_, &ContinuousScan::autopageScanSign, this, &ScanControl::autopageScanSign);
+    connect(&continuous_,
+            &ContinuousScan::autopageScanSign,
+            this,
+            &ScanControl::autopageScanSign,
+            Qt::DirectConnection);
     connect(this, &ScanControl::autopageScanSign, this, &ScanControl::onPageFound, Qt::QueuedConnection);
     connect(&continuous_, &ContinuousScan::pictureSaved, this, &ScanControl::pictureSaved);
     // From the thread of a timed capture this comes through the event loop.

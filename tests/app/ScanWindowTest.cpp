@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
+#include <future>
+
 namespace {
 
 class ScanWindowTest : public LumroScannerTest
@@ -26,6 +28,16 @@ protected:
     bool filesBecome(int count)
     {
         return QTest::qWaitFor([=] { return files().size() >= count; }, 15000);
+    }
+    static QImage page()
+    {
+        QImage page = solid(640, 480, Qt::darkGray);
+        for (int y = 60; y < 420; ++y) {
+            for (int x = 160; x < 480; ++x)
+                page.setPixel(
+                    x, y, y % 24 < 8 && x > 190 && x < 450 ? qRgb(20, 20, 20) : qRgb(245, 245, 245));
+        }
+        return page;
     }
     AutoScan& scanDialog() const { return *window_->findChild<AutoScan*>(); }
     bool toolsEnabled() const { return view().findChild<ToolBar*>()->isEnabled(); }
@@ -89,12 +101,7 @@ TEST_F(ScanWindowTest, SettingsOfTheWrongKindCountAsNotSet)
 TEST_F(ScanWindowTest, ANewPageIsTakenOnceAndCounted)
 {
     settings::autoScanType.write(store_, 0);
-    QImage page = solid(640, 480, Qt::darkGray);
-    for (int y = 60; y < 420; ++y) {
-        for (int x = 160; x < 480; ++x)
-            page.setPixel(x, y, y % 24 < 8 && x > 190 && x < 450 ? qRgb(20, 20, 20) : qRgb(245, 245, 245));
-    }
-    useDesk(camera(), page);
+    useDesk(camera(), page());
     show();
     ASSERT_TRUE(waitForPicture());
     click("btnAutoScanner");
@@ -106,6 +113,31 @@ TEST_F(ScanWindowTest, ANewPageIsTakenOnceAndCounted)
     EXPECT_EQ(files().size(), 1);
     QTest::keyClick(&scanDialog(), Qt::Key_Escape);
     EXPECT_TRUE(toolsEnabled());
+}
+
+TEST_F(ScanWindowTest, APageFoundJustBeforeStopIsNotTaken)
+{
+    settings::autoScanType.write(store_, 0);
+    useDesk(camera(), page());
+    show();
+    ASSERT_TRUE(waitForPicture());
+    std::promise<void> found;
+    std::atomic<bool> first{true};
+    // On the capture thread, behind the message to the window, which is not read before "Stop".
+    QObject::connect(
+        window_.get(),
+        &LumroScanner::autopageScanSign,
+        window_.get(),
+        [&] {
+            if (first.exchange(false))
+                found.set_value();
+        },
+        Qt::DirectConnection);
+    window_->onAutoScanner();
+    ASSERT_EQ(found.get_future().wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    window_->onStopAutoScan();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(files().isEmpty());
 }
 
 TEST_F(ScanWindowTest, TheWindowClosesWhileTimedCapturesWait)

@@ -71,7 +71,8 @@ TEST(ButtonTest, IsHeardByAnOrdinaryUserOnceItMayBeReadAndAgainAfterAReplug)
     for (int plug = 1; plug <= 2; ++plug) {
         CameraInUse use;
         const std::string node = buttonNode();
-        ASSERT_EQ(user.nextLine(), "camera keys left out: " + node + ": Permission denied") << "plug " << plug;
+        ASSERT_EQ(user.nextLine(), "camera keys left out: " + node + ": Permission denied")
+            << "plug " << plug;
         ASSERT_EQ(chmod(node.c_str(), 0644), 0);
         expectPresses(use.camera, user);
     }

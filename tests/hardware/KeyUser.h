@@ -16,7 +16,8 @@ public:
     /// Whether it has a button open and waits for it. What is pressed before is heard by nobody: the kernel
     /// forgets it when the listener, having opened the device, asks for the keys' state.
     bool waitsForKeys() const;
-    /// Waits for what it says: "key N" for a press, and its lines on standard error. Empty when nothing comes.
+    /// Waits for what it says: "key N" for a press, and its lines on standard error. Empty when nothing
+    /// comes.
     std::string nextLine();
 
 private:
