@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-/// Lets one press of a camera's key through at a time: what comes while one waits for the window or is served is
-/// dropped, and so is one that had to wait for a capture, which may have taken seconds.
+/// Lets one press of a camera's key through at a time: what comes while one waits for the window or is served
+/// is dropped, and so is one that had to wait for a capture, which may have taken seconds.
 class KeyGate
 {
 public:

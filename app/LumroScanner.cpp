@@ -2,6 +2,7 @@
 
 #include "AssistControl.h"
 #include "BtnControl.h"
+#include "ComeForward.h"
 #include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
@@ -317,6 +318,12 @@ void LumroScanner::serveKey(int key)
         ui_->videoView->SetHotKeyZoom(key == keyZoomIn ? 1 : 2);
     else
         onScanner();
+}
+
+void LumroScanner::onSecondStart()
+{
+    desk_->showNotice(tr("The program is already running."));
+    comeForward(*this, *ui_->videoView->window());
 }
 
 void LumroScanner::readBookLine()

@@ -101,6 +101,8 @@ public Q_SLOTS:
     void onDeskewChanged(int option, bool checked);
     void onRotateChanged(int quarterTurns);
     void onGetHidSignal(int key);
+    /// The user has started the program again: the window comes forward.
+    void onSecondStart();
     /// Restyles what follows the language while the program runs; its texts change after a restart.
     void changelanguage(int row);
     void onLanguageChosen(int row);

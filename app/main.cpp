@@ -1,3 +1,4 @@
+#include "Dialogs.h"
 #include "Languages.h"
 #include "LeftOverFiles.h"
 #include "Look.h"
@@ -11,12 +12,16 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QTranslator>
 
-#include <memory>
+#include <cstdio>
 
 namespace {
+
+/// A capture may hold the other instance's window up for ten seconds.
+constexpr std::chrono::seconds patienceWithTheOther(12);
 
 void install(QTranslator& translator, const QString& file)
 {
@@ -33,6 +38,42 @@ void makeDocumentsFolder()
     QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 
+/// Texts in the chosen language, and the look of the windows.
+class Interface
+{
+public:
+    explicit Interface(QApplication& app)
+    {
+        const int language = settings::appLanguage.read();
+        install(toolkitTexts_, languages::toolkitTranslationFile(language, QLocale::system()));
+        install(ownTexts_, languages::translationFile(language, QLocale::system()));
+        Look::install(app);
+    }
+
+private:
+    QTranslator toolkitTexts_;
+    QTranslator ownTexts_;
+};
+
+/// @return the exit status
+int giveWay(SingleInstance::Start other, QApplication& app)
+{
+    if (other == SingleInstance::Start::Forward) {
+        std::fputs("start: the program runs already; its window has come forward\n", stderr);
+        return 0;
+    }
+    std::fputs("start: the program runs already but does not answer\n", stderr);
+    const Interface interface(app);
+    QWidget screen; // stays hidden: messages stand in the middle of the largest window
+    screen.resize(QGuiApplication::primaryScreen()->size());
+    Dialogs::warn(
+        nullptr,
+        QCoreApplication::translate("Start",
+                                    "The program is already running but does not answer. Please end "
+                                    "it, or wait a moment, and start again."));
+    return 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -46,16 +87,12 @@ int main(int argc, char** argv)
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/common/images/common/lumro.png")));
 
     SingleInstance instance(QCoreApplication::applicationName());
-    if (!instance.acquire())
-        return 0;
+    const SingleInstance::Start start = instance.start(patienceWithTheOther);
+    if (start != SingleInstance::Start::Runs)
+        return giveWay(start, app);
 
-    const int language = settings::appLanguage.read();
-    QTranslator toolkitTexts;
-    install(toolkitTexts, languages::toolkitTranslationFile(language, QLocale::system()));
-    QTranslator ownTexts;
-    install(ownTexts, languages::translationFile(language, QLocale::system()));
+    const Interface interface(app);
     makeDocumentsFolder();
-    Look::install(app);
     UiMap::startIfWanted(app);
 
     LumroScanner window;
@@ -63,5 +100,8 @@ int main(int argc, char** argv)
     window.showMaximized();
     ConfigSettings store;
     leftOverFiles::removeInBackground(settings::savePath(store));
+    QObject::connect(&instance, &SingleInstance::asked, &window, &LumroScanner::onSecondStart);
+    // What is still being written when the window has closed need not keep the next start waiting.
+    QObject::connect(&app, &QApplication::aboutToQuit, &instance, &SingleInstance::release);
     return QApplication::exec();
 }

@@ -355,6 +355,10 @@
         <source>Restart the software to take effect!</source>
         <translation>Restart the software to take effect!</translation>
     </message>
+    <message>
+        <source>The program is already running.</source>
+        <translation>The program is already running.</translation>
+    </message>
 </context>
 <context>
     <name>MainDesk</name>
@@ -823,6 +827,13 @@
     <message>
         <source>A marked combination belongs to a function above it already.</source>
         <translation>A marked combination belongs to a function above it already.</translation>
+    </message>
+</context>
+<context>
+    <name>Start</name>
+    <message>
+        <source>The program is already running but does not answer. Please end it, or wait a moment, and start again.</source>
+        <translation>The program is already running but does not answer. Please end it, or wait a moment, and start again.</translation>
     </message>
 </context>
 <context>

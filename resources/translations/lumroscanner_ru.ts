@@ -355,6 +355,10 @@
         <source>Restart the software to take effect!</source>
         <translation>Перезапустите программу, чтобы изменения вступили в силу!</translation>
     </message>
+    <message>
+        <source>The program is already running.</source>
+        <translation>Программа уже запущена.</translation>
+    </message>
 </context>
 <context>
     <name>MainDesk</name>
@@ -824,6 +828,13 @@
     <message>
         <source>A marked combination belongs to a function above it already.</source>
         <translation>Отмеченное сочетание уже назначено одной из функций выше.</translation>
+    </message>
+</context>
+<context>
+    <name>Start</name>
+    <message>
+        <source>The program is already running but does not answer. Please end it, or wait a moment, and start again.</source>
+        <translation>Программа уже запущена, но не отвечает. Завершите её или немного подождите, а затем запустите снова.</translation>
     </message>
 </context>
 <context>

@@ -355,6 +355,10 @@
         <source>Restart the software to take effect!</source>
         <translation>重启软件后生效！</translation>
     </message>
+    <message>
+        <source>The program is already running.</source>
+        <translation>程序已在运行。</translation>
+    </message>
 </context>
 <context>
     <name>MainDesk</name>
@@ -822,6 +826,13 @@
     <message>
         <source>A marked combination belongs to a function above it already.</source>
         <translation>标出的快捷键已被上方的功能占用。</translation>
+    </message>
+</context>
+<context>
+    <name>Start</name>
+    <message>
+        <source>The program is already running but does not answer. Please end it, or wait a moment, and start again.</source>
+        <translation>程序已在运行，但没有响应。请结束该程序，或稍候片刻，然后重新启动。</translation>
     </message>
 </context>
 <context>

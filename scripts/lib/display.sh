@@ -12,6 +12,7 @@ end_owned() {
     trap - EXIT
     for pid in $owned; do
         kill "$pid" 2>/dev/null || continue
+        kill -CONT "$pid" 2>/dev/null || : # one that a test has stopped
         wait "$pid" 2>/dev/null || :
     done
 }

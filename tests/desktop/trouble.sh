@@ -37,25 +37,53 @@ pulled_out_camera() {
 }
 
 is_removed() { [ ! -e "$1" ]; }
+is_minimised() { xprop -id "$1" WM_STATE | grep -q Iconic; }
+is_active() { [ "$(xdotool getactivewindow)" = "$1" ]; }
 
-second_start_and_crash() {
-    local first status=0
+second_starts() {
+    local window other box status=0
     make_desk ""
     start_program
     await "the first picture" picture_painted
-    timeout "$patience" "$program" || status=$?
+    window=$(window_of "$pid")
+    xdotool windowminimize "$window"
+    await "the minimised window" is_minimised "$window"
+    timeout "$patience" "$program" 2>"$work/second" || status=$?
     [ "$status" -eq 0 ] || fail "a second start ended with status $status"
+    grep -q 'runs already; its window has come forward' "$work/second" || fail "a second start says nothing"
+    await "the first window" is_active "$window"
     [ "$(wmctrl -l | grep -c "$window_title")" -eq 1 ] || fail "a second window"
-    click btnScanner
-    await_picture "$pages/IMAGE_000.jpg"
+
+    kill -STOP "$pid" # it hangs
+    LUMRO_UI_MAP= "$program" 2>"$work/second" &
+    other=$!
+    own "$other"
+    await "the message about it" xdotool search --onlyvisible --pid "$other"
+    grep -q 'does not answer' "$work/second" || fail "a second start says nothing about one that hangs"
+    box=$(xdotool search --onlyvisible --pid "$other" | tail -n 1)
+    await "the message in front" is_active "$box"
+    xdotool key Return
+    wait "$other" && fail "a start beside one that hangs succeeds"
+    kill -CONT "$pid"
+}
+
+crash() {
     kill -KILL "$pid"
     { wait "$pid" || :; } 2>/dev/null
     echo "half a page" >"$pages/.lumro-$pid-7.tmp"
-    start_program
-    await "the first picture after a crash" picture_painted
-    await "the end of what the crash left" is_removed "$pages/.lumro-"*
-    click btnScanner
-    await_picture "$pages/IMAGE_001.jpg"
+}
+
+after_a_crash() {
+    local number
+    for number in 0 1 2 3 4; do
+        click btnScanner
+        await_picture "$pages/IMAGE_00$number.jpg"
+        crash
+        [ "$number" -eq 0 ] || rm "$TMPDIR"/qipc_sharedmemory_* # as programs that tidy up do
+        start_program
+        await "the first picture after a crash" picture_painted
+        await "the end of what the crash left" is_removed "$pages/.lumro-"*
+    done
     close_program
 }
 
@@ -76,5 +104,6 @@ folder_that_cannot_be_written() {
 start_virtual_display
 no_camera
 pulled_out_camera
-second_start_and_crash
+second_starts
+after_a_crash
 folder_that_cannot_be_written
