@@ -37,7 +37,8 @@ QFont fitting(QFont font, const QString& text, int width)
 
 } // namespace
 
-More::More(QWidget* parent) : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
+More::More(QWidget* parent)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), readsPictures_(settings::appLanguage.read() == 0)
 {
     setWindowModality(Qt::WindowModal);
     setFixedSize(800, 600);
@@ -124,9 +125,8 @@ void More::captionBoxes()
                                 ui_->labelBookscan,
                                 ui_->labelFaceVerify,
                                 ui_->labelLaohua};
-    const bool readsPictures = settings::appLanguage.read() == 0; // their own captions are Chinese
     for (int i = 0; i < labels.size(); ++i) {
-        const QString text = readsPictures ? QString() : functionButtons::caption(i);
+        const QString text = readsPictures_ ? QString() : functionButtons::caption(i);
         labels[i]->setFont(fitting(font(), text, labels[i]->maximumWidth()));
         labels[i]->setText(text);
     }

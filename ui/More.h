@@ -35,6 +35,9 @@ private:
     void prepareBox(int index);
     void captionBoxes();
 
+    /// The pictures' own captions are Chinese. As at the start: a language chosen since waits for the next
+    /// one.
+    const bool readsPictures_;
     std::unique_ptr<Ui_More> ui_; ///< null until first shown
     TitleBar* titleBar_ = nullptr;
     QVector<QCheckBox*> boxes_; ///< by bit of the mask

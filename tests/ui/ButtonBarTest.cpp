@@ -245,6 +245,23 @@ TEST_F(MoreWindow, StartsWithTheDefaultTicksAndChinesePictures)
     EXPECT_EQ(more.size(), QSize(800, 600));
 }
 
+TEST_F(MoreWindow, KeepsTheLanguageOfTheStart)
+{
+    const auto captions = [](const More& more) {
+        QStringList texts;
+        for (const char* name : {"labelCapture", "labelLaohua"})
+            texts << more.findChild<QLabel*>(QLatin1String(name))->text();
+        return texts;
+    };
+    for (const auto& [running, chosen] : {std::pair(1, 0), std::pair(0, 1)}) {
+        settings::appLanguage.write(settings, running);
+        More more;
+        settings::appLanguage.write(settings, chosen); // before it is first shown
+        more.show();
+        EXPECT_EQ(captions(more).join(QString()).isEmpty(), running == 0) << "the pictures say it in Chinese";
+    }
+}
+
 TEST_F(MoreWindow, AClickReportsTheBoxAndReachesTheBarAndTheStore)
 {
     More more;
