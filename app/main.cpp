@@ -1,3 +1,4 @@
+#include "ChineseLetters.h"
 #include "Dialogs.h"
 #include "Languages.h"
 #include "LeftOverFiles.h"
@@ -48,6 +49,8 @@ public:
         install(toolkitTexts_, languages::toolkitTranslationFile(language, QLocale::system()));
         install(ownTexts_, languages::translationFile(language, QLocale::system()));
         Look::install(app);
+        if (languages::wantChineseLetters(language, QLocale::system()))
+            QApplication::setFont(ChineseLetters::in(QApplication::font()));
     }
 
 private:

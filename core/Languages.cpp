@@ -34,3 +34,11 @@ QString languages::toolkitTranslationFile(int setting, const QLocale& system)
 {
     return fileOf(toolkitFiles, languageIndex(setting, system));
 }
+
+bool languages::wantChineseLetters(int setting, const QLocale& system)
+{
+    constexpr int chinese = 0;
+    const QLocale::Language own = system.language();
+    return setting == chinese ||
+           (own != QLocale::Chinese && own != QLocale::Japanese && own != QLocale::Korean);
+}

@@ -14,4 +14,8 @@ QString translationFile(int setting, const QLocale& system);
 /// The toolkit's own texts (file and print dialogs) in the same language; empty for English.
 QString toolkitTranslationFile(int setting, const QLocale& system);
 
+/// Whether Chinese texts need to be shown on purpose with the letter forms that are used in China: always in
+/// the Chinese interface; in others only where the desktop's own language does not give these letters a form.
+bool wantChineseLetters(int setting, const QLocale& system);
+
 } // namespace languages

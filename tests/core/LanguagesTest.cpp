@@ -25,4 +25,16 @@ TEST(LanguagesTest, WithoutAValidChoiceTheLocaleDecides)
     }
 }
 
+TEST(LanguagesTest, ChineseLettersAreThoseOfTheInterfaceThenOfTheDesktop)
+{
+    const QLocale japanese(QLocale::Japanese), taiwan(QLocale::Chinese, QLocale::Taiwan);
+    EXPECT_TRUE(languages::wantChineseLetters(0, japanese));
+    EXPECT_TRUE(languages::wantChineseLetters(0, taiwan));
+    EXPECT_TRUE(languages::wantChineseLetters(2, QLocale(QLocale::English)));
+    for (const int setting : {-1, 1, 2}) {
+        EXPECT_FALSE(languages::wantChineseLetters(setting, japanese)) << "names of files may be Japanese";
+        EXPECT_FALSE(languages::wantChineseLetters(setting, taiwan));
+    }
+}
+
 } // namespace

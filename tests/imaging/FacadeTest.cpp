@@ -120,6 +120,19 @@ TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)
     EXPECT_GT(inked(upright).height, inked(upright).width); // clockwise: downwards
 }
 
+// In Japan this letter has a long stroke down its left side, in China only the end of the line below it.
+TEST_F(ImageFacade, AChineseWatermarkHasTheFormsOfChina)
+{
+    const Handle image = white();
+    ASSERT_EQ(camera_.MirvakImage_Watermark(image.get(), "直", {100, 20}, 100, 0, 0), MIRVAK_OK);
+    cv::Rect side = inked(image);
+    ASSERT_GT(side.height, 50);
+    side.width /= 6;
+    cv::Mat rows;
+    cv::reduce(pixels(image)(side).reshape(1), rows, 1, cv::REDUCE_MIN);
+    EXPECT_LT(cv::countNonZero(rows < 128), side.height / 3);
+}
+
 TEST_F(ImageFacade, AWatermarkBeyondThePictureIsCutOff)
 {
     const Handle image = white();

@@ -1,5 +1,6 @@
 #include "SetGlobal.h"
 
+#include "ChineseLetters.h"
 #include "Look.h"
 #include "SettingBinding.h"
 
@@ -77,6 +78,7 @@ void SetGlobal::loadLanguage()
     // Each in its own language, so that a user who is lost in the others finds it.
     ui_->comboLanguage->addItems(
         {QStringLiteral("简体中文"), QStringLiteral("English"), QStringLiteral("Русский язык")});
+    ui_->comboLanguage->setItemData(0, ChineseLetters::in(ui_->comboLanguage->font()), Qt::FontRole);
     SettingBinding::tie(*ui_->comboLanguage, settings::appLanguage, settings_);
     connect(ui_->comboLanguage,
             qOverload<int>(&QComboBox::currentIndexChanged),

@@ -17,6 +17,14 @@ struct FreeCharacters
 {
     void operator()(FcCharSet* characters) const noexcept { FcCharSetDestroy(characters); }
 };
+struct FreeWords
+{
+    void operator()(FcStrSet* words) const noexcept { FcStrSetDestroy(words); }
+};
+struct EndList
+{
+    void operator()(FcStrList* list) const noexcept { FcStrListDone(list); }
+};
 using Pattern = std::unique_ptr<FcPattern, FreePattern>;
 
 struct FontFile
@@ -24,6 +32,23 @@ struct FontFile
     std::string path;
     int index = 0;
 };
+
+/// Letters that China, Japan and Korea share, each with forms of its own.
+bool isHan(char32_t character)
+{
+    return (character >= 0x2e80 && character < 0xa000) || (character >= 0xf900 && character < 0xfb00) ||
+           (character >= 0x20000 && character < 0x40000);
+}
+
+/// Whether the desktop's own language says which forms they take.
+bool desktopHasForms()
+{
+    const std::unique_ptr<FcStrSet, FreeWords> languages(FcGetDefaultLangs());
+    const std::unique_ptr<FcStrList, EndList> list(FcStrListCreate(languages.get()));
+    const FcChar8* const first = FcStrListNext(list.get());
+    const std::string language(first ? reinterpret_cast<const char*>(first) : "", first ? 2 : 0);
+    return language == "zh" || language == "ja" || language == "ko";
+}
 
 FontFile fileFor(char32_t character)
 {
@@ -33,6 +58,8 @@ FontFile fileFor(char32_t character)
     FcPatternAddString(wanted.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>("sans-serif"));
     FcPatternAddCharSet(wanted.get(), FC_CHARSET, characters.get());
     FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
+    if (isHan(character) && !desktopHasForms())
+        FcPatternAddString(wanted.get(), FC_LANG, reinterpret_cast<const FcChar8*>("zh-cn"));
     FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
