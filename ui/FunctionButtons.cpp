@@ -12,7 +12,7 @@ constexpr std::array<const char*, count> captions{QT_TRANSLATE_NOOP("FunctionBut
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Merge images"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Merge card"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Record video"),
-                                                  QT_TRANSLATE_NOOP("FunctionButtons", "Automatic scan"),
+                                                  QT_TRANSLATE_NOOP("FunctionButtons", "Continuous shooting"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Recognize text"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Read ID card"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Print receipt"),

@@ -141,8 +141,8 @@
         <translation>&amp;Image</translation>
     </message>
     <message>
-        <source>A&amp;utomatic scan</source>
-        <translation>A&amp;utomatic scan</translation>
+        <source>Co&amp;ntinuous shooting</source>
+        <translation>Co&amp;ntinuous shooting</translation>
     </message>
     <message>
         <source>&amp;Shortcuts</source>
@@ -250,8 +250,8 @@
         <translation>Record video</translation>
     </message>
     <message>
-        <source>Automatic scan</source>
-        <translation>Automatic scan</translation>
+        <source>Continuous shooting</source>
+        <translation>Continuous shooting</translation>
     </message>
     <message>
         <source>Recognize text</source>
@@ -616,8 +616,8 @@
 <context>
     <name>SetAutoPage</name>
     <message>
-        <source>Automatic scan</source>
-        <translation>Automatic scan</translation>
+        <source>Continuous shooting</source>
+        <translation>Continuous shooting</translation>
     </message>
     <message>
         <source>AutoScan</source>

@@ -55,7 +55,7 @@
     <name>BarCode</name>
     <message>
         <source>Contents of the codes</source>
-        <translation>Содержимое кодов</translation>
+        <translation>Содержимое штрихкодов</translation>
     </message>
     <message>
         <source>Copy</source>
@@ -67,7 +67,7 @@
     </message>
     <message>
         <source>Codes</source>
-        <translation>Коды</translation>
+        <translation>Штрихкоды</translation>
     </message>
 </context>
 <context>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>No code was found.</source>
-        <translation>Код не найден.</translation>
+        <translation>Штрихкод не найден.</translation>
     </message>
 </context>
 <context>
@@ -119,7 +119,7 @@
     </message>
     <message>
         <source>Please turn off deskew before using composite photo feature again</source>
-        <translation>Отключите выравнивание, прежде чем снова использовать составную съёмку</translation>
+        <translation>Отключите выравнивание, прежде чем снова делать составной снимок</translation>
     </message>
     <message>
         <source>One of the cameras delivers no picture.</source>
@@ -141,8 +141,8 @@
         <translation>&amp;Снимки</translation>
     </message>
     <message>
-        <source>A&amp;utomatic scan</source>
-        <translation>&amp;Автосъёмка</translation>
+        <source>Co&amp;ntinuous shooting</source>
+        <translation>&amp;Непрерывная съёмка</translation>
     </message>
     <message>
         <source>&amp;Shortcuts</source>
@@ -250,7 +250,7 @@
         <translation>Запись видео</translation>
     </message>
     <message>
-        <source>Automatic scan</source>
+        <source>Continuous shooting</source>
         <translation>Непрерывная съёмка</translation>
     </message>
     <message>
@@ -298,7 +298,7 @@
     <name>ImageMerge</name>
     <message>
         <source>Image Merge</source>
-        <translation>Объединение изображений</translation>
+        <translation>Объединение снимков</translation>
     </message>
     <message>
         <source>Left-Right Merge</source>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>Merge Images failed!</source>
-        <translation>Не удалось объединить изображения!</translation>
+        <translation>Не удалось объединить снимки!</translation>
     </message>
     <message>
         <source>There is no picture to save.</source>
@@ -364,7 +364,7 @@
     <name>MainDesk</name>
     <message>
         <source>Please complete the image merge first!</source>
-        <translation>Сначала завершите объединение изображений!</translation>
+        <translation>Сначала завершите объединение снимков!</translation>
     </message>
     <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
@@ -446,7 +446,7 @@
     </message>
     <message>
         <source>Scanner</source>
-        <translation>Сканировать</translation>
+        <translation>Снимок</translation>
     </message>
     <message>
         <source>Open-path</source>
@@ -570,7 +570,7 @@
     </message>
     <message>
         <source>The recording goes on. The video button shows its window again.</source>
-        <translation>Запись продолжается. Кнопка видео снова покажет её окно.</translation>
+        <translation>Запись продолжается. Кнопка «Запись видео» снова покажет её окно.</translation>
     </message>
     <message>
         <source>Nothing was recorded: the camera delivered no picture.</source>
@@ -585,11 +585,11 @@
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation>Автосканирование</translation>
+        <translation>Автосъёмка</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation>Сканирование по таймеру</translation>
+        <translation>Съёмка по таймеру</translation>
     </message>
 </context>
 <context>
@@ -617,7 +617,7 @@
 <context>
     <name>SetAutoPage</name>
     <message>
-        <source>Automatic scan</source>
+        <source>Continuous shooting</source>
         <translation>Непрерывная съёмка</translation>
     </message>
     <message>
@@ -744,7 +744,7 @@
     </message>
     <message>
         <source>Composite photo</source>
-        <translation>Совмещать снимки</translation>
+        <translation>Составной снимок</translation>
     </message>
     <message>
         <source>Position</source>
@@ -819,7 +819,7 @@
     </message>
     <message>
         <source>Book:</source>
-        <translation>Книга:</translation>
+        <translation>Сканирование книги:</translation>
     </message>
     <message>
         <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>

@@ -5,7 +5,7 @@
     <name>AssistControl</name>
     <message>
         <source>The second camera was disconnected.</source>
-        <translation>副摄像头已断开。</translation>
+        <translation>副摄像头已断开连接。</translation>
     </message>
     <message>
         <source>Tips</source>
@@ -123,7 +123,7 @@
     </message>
     <message>
         <source>One of the cameras delivers no picture.</source>
-        <translation>其中一个摄像头没有画面。</translation>
+        <translation>其中一个摄像头没有传来图像。</translation>
     </message>
 </context>
 <context>
@@ -141,8 +141,8 @@
         <translation>图片(&amp;I)</translation>
     </message>
     <message>
-        <source>A&amp;utomatic scan</source>
-        <translation>连续拍摄(&amp;U)</translation>
+        <source>Co&amp;ntinuous shooting</source>
+        <translation>连续拍摄(&amp;N)</translation>
     </message>
     <message>
         <source>&amp;Shortcuts</source>
@@ -165,7 +165,7 @@
     </message>
     <message>
         <source>Device create failed!</source>
-        <translation>设备创建失败！</translation>
+        <translation>无法打开设备！</translation>
     </message>
     <message>
         <source>Waring</source>
@@ -250,7 +250,7 @@
         <translation>录像</translation>
     </message>
     <message>
-        <source>Automatic scan</source>
+        <source>Continuous shooting</source>
         <translation>连续拍摄</translation>
     </message>
     <message>
@@ -322,7 +322,7 @@
     </message>
     <message>
         <source>Merge Images failed!</source>
-        <translation>合并图像失败！</translation>
+        <translation>图像合并失败！</translation>
     </message>
     <message>
         <source>There is no picture to save.</source>
@@ -444,11 +444,11 @@
     </message>
     <message>
         <source>Scanner</source>
-        <translation>扫描</translation>
+        <translation>拍照</translation>
     </message>
     <message>
         <source>Open-path</source>
-        <translation>打开目录</translation>
+        <translation>打开文件夹</translation>
     </message>
     <message>
         <source>Pdf</source>
@@ -533,11 +533,11 @@
     </message>
     <message>
         <source>Do you want to open the PDF directory?</source>
-        <translation>是否打开 PDF 所在目录？</translation>
+        <translation>是否打开 PDF 所在文件夹？</translation>
     </message>
     <message>
         <source>Open PDF directory</source>
-        <translation>打开 PDF 目录</translation>
+        <translation>打开 PDF 文件夹</translation>
     </message>
     <message>
         <source>Finish</source>
@@ -564,7 +564,7 @@
     </message>
     <message>
         <source>The video could not be recorded.</source>
-        <translation>无法录制视频。</translation>
+        <translation>无法录像。</translation>
     </message>
     <message>
         <source>The recording goes on. The video button shows its window again.</source>
@@ -572,7 +572,7 @@
     </message>
     <message>
         <source>Nothing was recorded: the camera delivered no picture.</source>
-        <translation>没有录到内容：摄像头没有画面。</translation>
+        <translation>没有录到内容：摄像头没有传来图像。</translation>
     </message>
     <message>
         <source>The recording has ended early; what was recorded until then is saved.</source>
@@ -583,11 +583,11 @@
     <name>ScanControl</name>
     <message>
         <source>Auto Scan</source>
-        <translation>自动扫描</translation>
+        <translation>自动拍摄</translation>
     </message>
     <message>
         <source>Timer Scan</source>
-        <translation>定时扫描</translation>
+        <translation>定时拍摄</translation>
     </message>
 </context>
 <context>
@@ -615,7 +615,7 @@
 <context>
     <name>SetAutoPage</name>
     <message>
-        <source>Automatic scan</source>
+        <source>Continuous shooting</source>
         <translation>连续拍摄</translation>
     </message>
     <message>
@@ -742,7 +742,7 @@
     </message>
     <message>
         <source>Composite photo</source>
-        <translation>合成照片</translation>
+        <translation>合成拍照</translation>
     </message>
     <message>
         <source>Position</source>
@@ -817,7 +817,7 @@
     </message>
     <message>
         <source>Book:</source>
-        <translation>书籍：</translation>
+        <translation>书籍扫描：</translation>
     </message>
     <message>
         <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
@@ -1024,11 +1024,11 @@
     </message>
     <message>
         <source>Recording video:</source>
-        <translation>正在录制视频：</translation>
+        <translation>正在录像：</translation>
     </message>
     <message>
         <source>Video Record</source>
-        <translation>视频录制</translation>
+        <translation>录像</translation>
     </message>
     <message>
         <source>Tip</source>
@@ -1036,11 +1036,11 @@
     </message>
     <message>
         <source>Record finished</source>
-        <translation>录制完成</translation>
+        <translation>录像完成</translation>
     </message>
     <message>
         <source>Do you want to open the video directory?</source>
-        <translation>是否打开视频所在文件夹？</translation>
+        <translation>是否打开录像所在文件夹？</translation>
     </message>
     <message>
         <source>Open Directory</source>

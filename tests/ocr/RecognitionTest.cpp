@@ -236,6 +236,23 @@ TEST_F(Recognition, ADocumentThatCannotBeWrittenLeavesNothing)
     EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_OK) << "the text is still there";
 }
 
+TEST_F(Recognition, AFailureLeavesNothingOfThePageBefore)
+{
+    const std::string good = saved(testPages::page({1150, 400}, english));
+    const std::string blank = folder.file("blank.png");
+    QImage paper(900, 700, QImage::Format_RGB32);
+    paper.fill(Qt::white);
+    ASSERT_TRUE(paper.save(QString::fromStdString(blank)));
+    MirvakOCR ocr;
+    ASSERT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+    for (const std::string& bad : {folder.file("missing.png"), blank, std::string()}) {
+        ASSERT_EQ(ocr.MirvakOCR_Discern(good.c_str()), MIRVAK_OCR_OK);
+        EXPECT_NE(ocr.MirvakOCR_Discern(bad.c_str()), MIRVAK_OCR_OK) << bad;
+        EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_NOT_READY) << bad;
+        EXPECT_FALSE(QFile::exists(QString::fromStdString(document))) << bad;
+    }
+}
+
 TEST_F(Recognition, DeinitStopsOneThatRuns)
 {
     const std::string picture = LUMRO_DESK_DIR "/pictures/1600x1200/04-chinese-text.jpg";

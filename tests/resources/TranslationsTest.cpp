@@ -39,6 +39,12 @@ QStringList places(const QString& text)
     return found;
 }
 
+/// Without blanks, colon and keyboard hint.
+QString bare(QString text)
+{
+    return text.remove(QRegularExpression(QStringLiteral("\\(&\\w\\)|[&:：\\s]")));
+}
+
 constexpr const char* advice = "run scripts/update-translations.sh and translate what is new";
 
 bool isAscii(const QString& text)
@@ -91,6 +97,55 @@ TEST(Translations, LeaveEnglishTextsAsTheyAreAndTranslateTheOthers)
             EXPECT_EQ(message.translation, message.source) << label(names[1], message);
         }
     }
+}
+
+// What has one name on a button is looked for by that name in dialogs and messages.
+TEST(Translations, NameOneThingAlike)
+{
+    const std::vector<std::vector<const char*>> things{
+        {"FunctionButtons/Continuous shooting",
+         "ConfigSet/Co&ntinuous shooting",
+         "SetAutoPage/Continuous shooting"},
+        {"SetAutoPage/AutoScan", "ScanControl/Auto Scan"},
+        {"SetAutoPage/TimerScan", "ScanControl/Timer Scan"},
+        {"FunctionButtons/Capture", "SetShortcut/Scanner:", "PdfEx/Scanner"},
+        {"FunctionButtons/Document", "SetShortcut/Document:"},
+        {"FunctionButtons/Scan book", "SetShortcut/Book:"},
+        {"FunctionButtons/Merge images", "ImageMerge/Image Merge"},
+        {"FunctionButtons/Record video", "VideoRecord/Video Record"},
+        {"FunctionButtons/Make PDF", "PdfEx/Pdf"},
+        {"FunctionButtons/Multi-page PDF", "PdfEx/PDFEX"}};
+    for (const QString& name : {names[0], names[2]}) {
+        QHash<QString, QString> byPlace, bySource;
+        for (const TsMessage& message : readTsFile(sourceFile(name))) {
+            byPlace[message.context + QLatin1Char('/') + message.source] = bare(message.translation);
+            QString& first = bySource[message.source];
+            if (first.isEmpty())
+                first = message.translation;
+            EXPECT_EQ(message.translation, first) << label(name, message);
+        }
+        for (const auto& thing : things) {
+            for (const char* place : thing)
+                EXPECT_EQ(byPlace.value(QLatin1String(place), QStringLiteral("no such text")),
+                          byPlace.value(QLatin1String(thing.front())))
+                    << place;
+        }
+    }
+}
+
+// The pictures of the buttons have less room.
+TEST(Translations, HoldTheChineseCaptionsOfTheButtons)
+{
+    QFile captions(QStringLiteral(SOURCE_FOLDER "/resources/captions.csv"));
+    ASSERT_TRUE(captions.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(captions.readLine().startsWith("identifier,source,zh,"));
+    for (const TsMessage& message : readTsFile(sourceFile(names[0]))) {
+        if (message.context != QLatin1String("FunctionButtons"))
+            continue;
+        const QString caption = QString::fromUtf8(captions.readLine()).section(QLatin1Char(','), 2, 2);
+        EXPECT_TRUE(!caption.isEmpty() && bare(message.translation).contains(caption)) << label(names[0], message);
+    }
+    EXPECT_TRUE(captions.atEnd());
 }
 
 TEST(Translations, CoverEveryTextOfTheSources)
