@@ -143,7 +143,8 @@ TEST(Translations, HoldTheChineseCaptionsOfTheButtons)
         if (message.context != QLatin1String("FunctionButtons"))
             continue;
         const QString caption = QString::fromUtf8(captions.readLine()).section(QLatin1Char(','), 2, 2);
-        EXPECT_TRUE(!caption.isEmpty() && bare(message.translation).contains(caption)) << label(names[0], message);
+        EXPECT_TRUE(!caption.isEmpty() && bare(message.translation).contains(caption))
+            << label(names[0], message);
     }
     EXPECT_TRUE(captions.atEnd());
 }
