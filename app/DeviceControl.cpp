@@ -78,6 +78,12 @@ void DeviceControl::showDevices()
     view_.SetAssistEnable(session_.isOpen() ? session_.current().isMain() : session_.hasSecondCamera());
 }
 
+void DeviceControl::showRunning()
+{
+    showDevices();
+    view_.SetDefaultResolution(resolution_);
+}
+
 void DeviceControl::openAny()
 {
     QString missing;
@@ -148,6 +154,7 @@ OpenResult DeviceControl::start(int resolutionIndex)
     if (result != OpenResult::Ok)
         return result;
     choice_.opened(session_.current().identity);
+    resolution_ = resolutionIndex;
     restoreCroppingMode();
     tries_ = 0;
     silentTicks_ = 0;

@@ -27,6 +27,8 @@ public:
     void changeDevice(int row);
     /// Restarts the open camera at another resolution, which is stored.
     void changeResolution(int index);
+    /// Takes a choice back that may not be made now: the choosers show again what runs.
+    void showRunning();
     /// From now on nothing is opened by itself; for the end of the program.
     void stop();
 
@@ -50,8 +52,9 @@ private:
     VideoView& view_;
     CaptureDesk& desk_;
     CameraChoice choice_;
-    Cameras shown_; // the rows of the chooser
-    QTimer retry_;  // runs while a camera is there that does not open
+    Cameras shown_;       // the rows of the chooser
+    int resolution_ = -1; // that runs
+    QTimer retry_;        // runs while a camera is there that does not open
     int tries_ = 0;
     QTimer watch_; // runs while a camera streams
     unsigned framesSeen_ = 0;

@@ -269,7 +269,9 @@ void LumroScanner::onLanguageChosen(int row)
 
 void LumroScanner::onDeviceChanged(int index)
 {
-    if (!desk_->isDialogOpen())
+    if (desk_->isDialogOpen())
+        devices_->showRunning();
+    else
         devices_->changeDevice(index);
 }
 
@@ -277,7 +279,9 @@ void LumroScanner::onModelChanged(int) {}
 
 void LumroScanner::onResolutionChanged(int index)
 {
-    if (!desk_->isDialogOpen())
+    if (desk_->isDialogOpen())
+        devices_->showRunning();
+    else
         devices_->changeResolution(index);
 }
 

@@ -106,6 +106,11 @@ TEST_F(HotPlugTest, OneThatIsPluggedInBesideAnotherAppearsInTheBoxOnly)
     ASSERT_TRUE(namesBecome({QStringLiteral("Gamma"), QStringLiteral("Alpha")}));
     EXPECT_TRUE(shows(red_, "Alpha"));
     EXPECT_TRUE(isNear(cornerOfCapture(), red_));
+    window_->onSettings();
+    box().setCurrentIndex(0);
+    choose("Gamma");
+    EXPECT_TRUE(shows(red_, "Alpha")) << "no choice while a dialog is open";
+    window_->onSettings();
     choose("Gamma");
     EXPECT_TRUE(shows(blue_, "Gamma"));
 }

@@ -1,5 +1,8 @@
 #include "PaperSize.h"
 
+#include "FakeCamera.h"
+#include "OpenCamera.h"
+
 #include <gtest/gtest.h>
 
 #include <opencv2/imgproc.hpp>
@@ -54,4 +57,29 @@ TEST(PaperSize, AnEmptyDeskChangesNothing)
 {
     EXPECT_FALSE(judgePaperSize(sheet(0.0), paperA4, 0.0, 0.9));
     EXPECT_FALSE(judgePaperSize(sheet(0.0), paperA3, 0.0, 0.9));
+}
+
+TEST(PaperSize, ACamerasOwnZoomIsWideAgainWhenItIsClosed)
+{
+    struct ZoomCamera : FakeCamera
+    {
+        explicit ZoomCamera(double& factor) : FakeCamera({}), zoom(factor) {}
+        bool setZoom(double factor) override
+        {
+            zoom = factor;
+            return true;
+        }
+        double& zoom;
+    };
+    ImagePool pool;
+    double zoom = 1.0;
+    {
+        OpenCamera camera(std::make_unique<ZoomCamera>(zoom), pool);
+        EXPECT_EQ(camera.setPaperSize(paperA4), MIRVAK_OK);
+        EXPECT_NEAR(zoom, 1.414, 0.001);
+    }
+    EXPECT_EQ(zoom, 1.0);
+    zoom = 1.2; // by the user, in another program
+    OpenCamera(std::make_unique<ZoomCamera>(zoom), pool);
+    EXPECT_EQ(zoom, 1.2);
 }

@@ -139,7 +139,7 @@ void V4l2Backend::ask(const std::string& path, Node& node)
     if (!node.camera)
         return;
     node.camera->usbId = node.facts.usbId;
-    node.camera->address = path;
+    node.camera->address = path + "#" + std::to_string(node.number);
     if (node.camera->greyOnly)
         node.facts.function += "/grey";
 }
@@ -152,9 +152,7 @@ void V4l2Backend::look()
         known = isThere ? std::next(known) : nodes_.erase(known);
     }
     for (const int number : numbers) {
-        struct stat status
-        {
-        };
+        struct stat status = {};
         if (stat(pathOf(number).c_str(), &status) != 0)
             continue;
         Node& node = nodes_[number];
@@ -186,7 +184,7 @@ std::vector<CameraInfo> V4l2Backend::enumerate()
 
 std::unique_ptr<CameraDevice> V4l2Backend::open(const CameraInfo& camera, MirvakResult& why)
 {
-    const std::string& node = camera.address;
+    const std::string node = camera.address.substr(0, camera.address.rfind('#'));
     UniqueFd fd = openNode(node);
     if (!fd.isValid()) {
         why = errno == EACCES || errno == EPERM ? MIRVAK_NO_ACCESS
@@ -196,8 +194,10 @@ std::unique_ptr<CameraDevice> V4l2Backend::open(const CameraInfo& camera, Mirvak
         return nullptr;
     }
     why = MIRVAK_NO_DEVICE;
-    // The node's number may have gone to another device since the list was made.
-    const bool same = usbIdentityOf(classFolder(node) / "device").id == camera.usbId;
+    // The node's name may have gone to another device since the list was made.
+    struct stat status = {};
+    const bool same =
+        fstat(fd.get(), &status) == 0 && camera.address == node + "#" + std::to_string(status.st_ino);
     std::vector<CameraMode> modes = same ? listVideoModes(fd.get()) : std::vector<CameraMode>();
     if (modes.empty()) {
         std::fprintf(stderr, "%s: the camera \"%s\" is no longer there\n", node.c_str(), camera.name.c_str());

@@ -29,7 +29,7 @@ enum MirvakResult {
     MIRVAK_IO_ERROR = -5,     // the disk or the device refused; errno stands on standard error
     MIRVAK_NOT_FOUND = -6,    // nothing was detected in the picture
     MIRVAK_NO_MEMORY = -7,
-    MIRVAK_EXISTS = -8, // a file has the name; a new file never replaces one
+    MIRVAK_EXISTS = -8,    // a file has the name; a new file never replaces one
     MIRVAK_NO_ACCESS = -9, // the user may not open the device
 };
 
