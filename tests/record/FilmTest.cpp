@@ -1,9 +1,11 @@
 // Films made slot by slot, judged by other programs.
 #include "Film.h"
+#include "Command.h"
 #include "DiskFullAt.h"
 #include "FilmTools.h"
 #include "PlainCopy.h"
 #include "TempDir.h"
+#include "Trouble.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -207,6 +209,24 @@ TEST_F(FilmTest, TakesTheFirstEncoderThatOpensAndNoFileWithoutOne)
     EXPECT_EQ(std::filesystem::file_size(path), 13u) << "lost for nothing";
 }
 
+TEST_F(FilmTest, NeverTouchesAFileThatHasItsName)
+{
+    folder.write("one film.mp4", "an older file");
+    {
+        Film film(path, small, mirvak::encoderChoices(false));
+        EXPECT_FALSE(film.open());
+        EXPECT_TRUE(film.isNameTaken());
+        film.close();
+    }
+    EXPECT_EQ(tools::run("cat '" + path + "'"), "an older file");
+    std::filesystem::remove(path);
+    auto film = opened(small);
+    std::filesystem::remove(path);
+    folder.write("one film.mp4", "a newer file");
+    EXPECT_TRUE(film->close()) << "without a frame";
+    EXPECT_EQ(tools::run("cat '" + path + "'"), "a newer file");
+}
+
 TEST_F(FilmTest, ThePlainCopyHasTheSameFramesBehindItsIndex)
 {
     auto film = opened(small);
@@ -215,7 +235,7 @@ TEST_F(FilmTest, ThePlainCopyHasTheSameFramesBehindItsIndex)
     ASSERT_TRUE(film->close());
     EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
     const Pixels before = tools::filmFrames(path);
-    ASSERT_TRUE(mirvak::makePlain(path, false));
+    ASSERT_TRUE(mirvak::makePlain(path, film->takeFile().get(), false));
     EXPECT_THAT(tools::boxesOf(path), ElementsAre("ftyp", "moov", "free", "mdat"));
     EXPECT_EQ(tools::filmFrames(path), before);
     EXPECT_THAT(tools::filmSlots(path), ElementsAre(0, 1, 2, 5, 31, 32, 70));
@@ -229,18 +249,39 @@ TEST_F(FilmTest, TheFragmentsStayWhenThePlainCopyFails)
     for (int slot = 0; slot < 40; ++slot)
         film->add(noiseFrame(large, unsigned(slot)).data(), slot);
     ASSERT_TRUE(film->close());
+    const mirvak::UniqueFd file = film->takeFile();
     testing::internal::CaptureStderr();
     {
         const DiskFullAt limit(100'000);
-        EXPECT_FALSE(mirvak::makePlain(path, false));
+        EXPECT_FALSE(mirvak::makePlain(path, file.get(), false));
     }
-    EXPECT_FALSE(mirvak::makePlain(path, true)) << "cancelled";
-    EXPECT_FALSE(mirvak::makePlain(folder.file("gone.mp4"), false));
+    EXPECT_FALSE(mirvak::makePlain(path, file.get(), true)) << "cancelled";
+    EXPECT_FALSE(mirvak::makePlain(folder.file("gone.mp4"), file.get(), false));
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 3) << said;
     EXPECT_EQ(filesInFolder(), 1);
     EXPECT_EQ(tools::filmSlots(path).size(), 40u);
     EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
+}
+
+TEST_F(FilmTest, ThePlainCopyReplacesNothingThatHasTakenTheFilmsName)
+{
+    auto film = opened(small);
+    ASSERT_TRUE(film->add(greyFrame(small, 100).data(), 0) && film->close());
+    const mirvak::UniqueFd file = film->takeFile();
+    const Trouble trouble;
+    const std::string moved = folder.file("moved.mp4");
+    const auto takeName = [&] {
+        std::filesystem::rename(path, moved);
+        folder.write("one film.mp4", "a newer file");
+    };
+    Trouble::onSync = takeName; // at the last moment
+    EXPECT_FALSE(mirvak::makePlain(path, file.get(), false));
+    Trouble::onSync = nullptr; // long before
+    EXPECT_FALSE(mirvak::makePlain(path, file.get(), false));
+    EXPECT_EQ(tools::run("cat '" + path + "'"), "a newer file");
+    EXPECT_EQ(tools::filmSlots(moved).size(), 1u);
+    EXPECT_EQ(filesInFolder(), 2);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
@@ -40,19 +41,77 @@ struct RecordTest : ::testing::Test
     }
 };
 
-TEST_F(RecordTest, FilmsOneAfterTheOtherUnderTheSameName)
+TEST_F(RecordTest, FilmsOneAfterTheOtherAndReplacesNone)
 {
-    for (int i = 0; i < 2; ++i) {
+    for (const char* name : {"film.mp4", "next.mp4"}) {
+        path = folder.file(name);
         ASSERT_EQ(start(), MIRVAK_RECORD_OK);
         film(5);
         EXPECT_EQ(start(), MIRVAK_RECORD_BUSY);
         EXPECT_EQ(write(), MIRVAK_RECORD_OK) << "the first recording goes on";
         EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_OK);
         EXPECT_EQ(tools::filmSlots(path).size(), size_t(written()));
+        EXPECT_EQ(start(), MIRVAK_RECORD_EXISTS);
     }
+    EXPECT_EQ(tools::filmComplaints(folder.file("film.mp4")), "");
     EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_NOT_RECORDING);
     EXPECT_EQ(write(), MIRVAK_RECORD_NOT_RECORDING);
 }
+
+/// A size and where it lies in the film's 160 x 120.
+struct Fitted
+{
+    int width, height;
+    int left, top, right, bottom; ///< of the picture, px
+};
+
+class RecordSizes : public RecordTest, public ::testing::WithParamInterface<Fitted>
+{
+};
+
+TEST_P(RecordSizes, AreFittedIntoTheFilm)
+{
+    const Fitted size = GetParam();
+    Pixels halves; // light above dark
+    for (int i = 0; i < size.width * size.height; ++i)
+        halves.insert(halves.end(), 3, i < size.width * size.height / 2 ? 220 : 120);
+    const auto writeHalves = [&](size_t bytes) {
+        return record.MirvakRecord_WriteScaled(
+            halves.data(), static_cast<int>(bytes), size.width, size.height);
+    };
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    EXPECT_EQ(writeHalves(halves.size() - 3), MIRVAK_RECORD_WRONG_SIZE);
+    film(5); // leaves nothing of its frames
+    for (const int before = written(); written() < before + 5;)
+        ASSERT_EQ(writeHalves(halves.size()), MIRVAK_RECORD_OK);
+    EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_OK);
+    Pixels frames = tools::filmFrames(path);
+    ASSERT_GE(frames.size(), frame.size());
+    frames.erase(frames.begin(), frames.end() - static_cast<std::ptrdiff_t>(frame.size()));
+    constexpr int blur = 6; // px: halved colours and the coding's blocks
+    const int middle = (size.top + size.bottom) / 2;
+    for (int y = 0; y < format.height; ++y) {
+        for (int x = 0; x < format.width; ++x) {
+            const bool isInside = x >= size.left && x < size.right && y >= size.top && y < size.bottom;
+            const int expected = !isInside ? 0 : y < middle ? 220 : 120;
+            const int toEdge = std::min({std::abs(x - size.left),
+                                         std::abs(x - size.right),
+                                         std::abs(y - size.top),
+                                         std::abs(y - size.bottom),
+                                         std::abs(y - middle)});
+            const int shown = frames[size_t(y * format.width + x) * 3];
+            ASSERT_TRUE(toEdge <= blur || std::abs(shown - expected) <= 12)
+                << shown << " for " << expected << " at " << x << ", " << y;
+        }
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Sizes,
+                         RecordSizes,
+                         ::testing::Values(Fitted{160, 120, 0, 0, 160, 120},
+                                           Fitted{640, 480, 0, 0, 160, 120},
+                                           Fitted{120, 160, 35, 0, 125, 120},
+                                           Fitted{320, 120, 0, 30, 160, 90},
+                                           Fitted{40, 40, 20, 0, 140, 120}));
 
 TEST_F(RecordTest, TheFileIsPlainWhenTheObjectIsGone)
 {

@@ -24,6 +24,8 @@ public:
 
     int get() const { return fd_; }
     bool isValid() const { return fd_ >= 0; }
+    /// For who wants the result of closing it.
+    int release() { return std::exchange(fd_, -1); }
     void reset()
     {
         if (fd_ >= 0)

@@ -11,7 +11,6 @@ Film::Film(std::string path, const VideoFormat& format, std::vector<EncoderChoic
     av_log_set_level(AV_LOG_QUIET); // failures print one line of our own
 }
 
-// The encoder first: a file of that name must not be lost for nothing.
 bool Film::open()
 {
     return encoder_.open() && file_.open(path_);

@@ -12,7 +12,7 @@ class Film
 public:
     Film(std::string path, const VideoFormat& format, std::vector<EncoderChoice> choices);
 
-    /// False: no file is there.
+    /// False: no file of the film's is there.
     bool open();
     /// Shows these pixels from the slot on; false when the film has ended by an error.
     bool add(const uint8_t* rgb, int64_t slot) { return encoder_.encode(rgb, slot); }
@@ -20,7 +20,10 @@ public:
     /// The film is complete, or as complete as an error left it. Without a frame there is no file.
     bool close();
 
+    bool isNameTaken() const { return file_.isNameTaken(); } ///< why open() failed
     bool plays() const { return file_.plays(); }
+    int64_t slots() const { return file_.slots(); }  ///< that the file shows
+    UniqueFd takeFile() { return file_.takeFile(); } ///< after close()
     bool hasFileError() const { return !file_.error().empty(); }
     const std::string& error() const { return hasFileError() ? file_.error() : encoder_.error(); }
     const std::string& path() const { return path_; }

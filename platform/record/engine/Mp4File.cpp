@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace mirvak {
 
@@ -16,8 +17,9 @@ Mp4File::~Mp4File()
 bool Mp4File::open(const std::string& path)
 {
     path_ = path;
-    fd_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd_ < 0)
+    fd_ = UniqueFd(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    nameTaken_ = !fd_.isValid() && errno == EEXIST;
+    if (!fd_.isValid())
         return fail(AVERROR(errno));
     constexpr int bufferBytes = 64 * 1024;
     auto* buffer = static_cast<uint8_t*>(av_malloc(bufferBytes));
@@ -36,7 +38,7 @@ int Mp4File::writeBytes(void* file, uint8_t* data, int count)
 {
     auto& self = *static_cast<Mp4File*>(file);
     for (int done = 0; done < count;) {
-        const ssize_t written = ::write(self.fd_, data + done, static_cast<size_t>(count - done));
+        const ssize_t written = ::write(self.fd_.get(), data + done, static_cast<size_t>(count - done));
         if (written < 0 && errno == EINTR)
             continue;
         if (written < 0)
@@ -132,14 +134,15 @@ bool Mp4File::put(AVPacket& packet, AVRational timeBase)
     packet.duration = 1;
     packet.stream_index = 0;
     const bool isFirst = output_->streams[0]->nb_frames == 0;
+    const int64_t slotsBefore = std::exchange(lastSlot_, packet.pts) + 1;
     av_packet_rescale_ts(&packet, timeBase, output_->streams[0]->time_base);
     const int written = av_write_frame(output_.get(), &packet);
     if (!endsFragment || isFirst)
         return written >= 0 || fail(written);
-    return noteFragment(written);
+    return noteFragment(written, slotsBefore);
 }
 
-bool Mp4File::noteFragment(int result)
+bool Mp4File::noteFragment(int result, int64_t slots)
 {
     avio_flush(io_.get());
     if (result >= 0)
@@ -147,6 +150,7 @@ bool Mp4File::noteFragment(int result)
     if (result < 0)
         return fail(result);
     goodBytes_ = bytes_;
+    goodSlots_ = slots;
     return isInFolder() || fail("the file was deleted");
 }
 
@@ -155,13 +159,25 @@ bool Mp4File::isInFolder() const
     struct stat status
     {
     };
-    return ::fstat(fd_, &status) == 0 && status.st_nlink > 0;
+    return ::fstat(fd_.get(), &status) == 0 && status.st_nlink > 0;
+}
+
+bool Mp4File::isUnderItsName() const
+{
+    struct stat own
+    {
+    };
+    struct stat named
+    {
+    };
+    return ::fstat(fd_.get(), &own) == 0 && ::lstat(path_.c_str(), &named) == 0 &&
+           own.st_dev == named.st_dev && own.st_ino == named.st_ino;
 }
 
 bool Mp4File::close()
 {
     if (begun_ && error_.empty())
-        noteFragment(av_write_trailer(output_.get()));
+        noteFragment(av_write_trailer(output_.get()), lastSlot_ + 1);
     end();
     return error_.empty();
 }
@@ -176,16 +192,16 @@ bool Mp4File::fail(const std::string& why)
 void Mp4File::end()
 {
     output_.reset();
-    if (fd_ < 0)
+    if (!fd_.isValid())
         return;
-    if (bytes_ > goodBytes_ && ::ftruncate(fd_, goodBytes_) != 0)
+    if (bytes_ > goodBytes_ && ::ftruncate(fd_.get(), goodBytes_) != 0)
         fail(AVERROR(errno)); // the rest does no harm: players stop there
-    const bool isClosed = ::close(fd_) == 0;
-    fd_ = -1;
-    if (!isClosed)
-        fail(AVERROR(errno));
-    if (!plays())
+    if (plays())
+        written_ = UniqueFd(::fcntl(fd_.get(), F_DUPFD_CLOEXEC, 0));
+    else if (isUnderItsName())
         ::unlink(path_.c_str());
+    if (::close(fd_.release()) != 0) // network file systems report a full disk here
+        fail(AVERROR(errno));
 }
 
 } // namespace mirvak

@@ -2,10 +2,13 @@
 
 #include "AtomicFile.h"
 #include "AvHandles.h"
+#include "UniqueFd.h"
 
 #include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace mirvak {
 
@@ -22,20 +25,20 @@ std::string asUrl(const std::string& path)
 class PlainCopy
 {
 public:
-    PlainCopy(const std::string& path, const std::atomic<bool>& cancelled)
-        : path_(path), cancelled_(cancelled)
+    PlainCopy(const std::string& path, int film, const std::atomic<bool>& cancelled)
+        : path_(path), film_(film), cancelled_(cancelled)
     {
     }
 
     bool run()
     {
-        if (!identify() || !hasRoom() || !openInput())
+        if (!isFilm(path_) || !hasRoom() || !openInput())
             return false;
         AtomicFile file(path_, IfTaken::replace); // the fragments
         if (file.failed())
             return printed();
-        return openOutput(file.temporary()) && copyPackets() && finish() && isStillThere() &&
-               (file.commit() == AtomicFile::Commit::done || printed());
+        return openOutput(file.temporary()) && copyPackets() && finish() && sync(file.temporary()) &&
+               !isCancelled() && replaceFilm(file.temporary());
     }
     void report() const
     {
@@ -44,15 +47,18 @@ public:
     }
 
 private:
-    bool identify()
+    bool isFilm(const std::string& path)
     {
-        struct stat status
+        struct stat own
         {
         };
-        const bool exists = ::stat(path_.c_str(), &status) == 0;
-        identity_ = {status.st_dev, status.st_ino};
-        bytes_ = static_cast<uintmax_t>(status.st_size);
-        return exists || fail("the file is gone");
+        struct stat named
+        {
+        };
+        const bool isSame = ::fstat(film_, &own) == 0 && ::lstat(path.c_str(), &named) == 0 &&
+                            own.st_dev == named.st_dev && own.st_ino == named.st_ino;
+        bytes_ = static_cast<uintmax_t>(own.st_size);
+        return isSame || fail("it is no longer under its name");
     }
     bool hasRoom()
     {
@@ -63,7 +69,8 @@ private:
     bool openInput()
     {
         AVFormatContext* opened = nullptr;
-        const int result = avformat_open_input(&opened, asUrl(path_).c_str(), nullptr, nullptr);
+        const int result = avformat_open_input(
+            &opened, asUrl("/proc/self/fd/" + std::to_string(film_)).c_str(), nullptr, nullptr);
         input_.reset(opened);
         return result < 0 ? fail(result) : input_->nb_streams == 1 || fail("no film");
     }
@@ -93,7 +100,7 @@ private:
     bool copyPackets()
     {
         const AvPacketPtr packet = needed(AvPacketPtr(av_packet_alloc()));
-        while (!cancelled_) {
+        while (!isCancelled()) {
             int result = av_read_frame(input_.get(), packet.get());
             if (result == AVERROR_EOF)
                 return true;
@@ -107,8 +114,9 @@ private:
             if (result < 0)
                 return fail(result);
         }
-        return fail("given up, it took too long");
+        return false;
     }
+    bool isCancelled() { return cancelled_ && !fail("given up, it took too long"); }
     bool finish()
     {
         const int result = av_write_trailer(output_.get());
@@ -118,14 +126,25 @@ private:
         const int closed = avio_close(io_.release());
         return closed >= 0 || fail(closed);
     }
-    bool isStillThere()
+    bool sync(const std::string& path)
     {
-        struct stat status
-        {
-        };
-        return (::stat(path_.c_str(), &status) == 0 &&
-                identity_ == std::pair(status.st_dev, status.st_ino)) ||
-               fail("it was moved meanwhile");
+        const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        return (file.isValid() && ::fsync(file.get()) == 0) || fail(AVERROR(errno));
+    }
+    // The two files change places; only then is it certain what was replaced. The temporary name, and the
+    // film in fragments under it, go with their owner.
+    bool replaceFilm(const std::string& plain)
+    {
+        if (exchange(plain))
+            return isFilm(plain) || (exchange(plain) && false);
+        const bool isUnknown = errno == EINVAL || errno == ENOSYS; // to this file system
+        if (!isUnknown)
+            return fail(AVERROR(errno));
+        return isFilm(path_) && (::rename(plain.c_str(), path_.c_str()) == 0 || fail(AVERROR(errno)));
+    }
+    bool exchange(const std::string& other) const
+    {
+        return ::renameat2(AT_FDCWD, other.c_str(), AT_FDCWD, path_.c_str(), RENAME_EXCHANGE) == 0;
     }
     bool fail(const std::string& why)
     {
@@ -136,8 +155,8 @@ private:
     static bool printed() { return false; } ///< the file printed its own line
 
     const std::string& path_;
+    const int film_;
     const std::atomic<bool>& cancelled_;
-    std::pair<dev_t, ino_t> identity_{};
     uintmax_t bytes_ = 0;
     std::string why_;
     AvInputPtr input_;
@@ -147,9 +166,9 @@ private:
 
 } // namespace
 
-bool makePlain(const std::string& path, const std::atomic<bool>& cancelled)
+bool makePlain(const std::string& path, int film, const std::atomic<bool>& cancelled)
 {
-    PlainCopy copy(path, cancelled);
+    PlainCopy copy(path, film, cancelled);
     const bool done = copy.run();
     copy.report();
     return done;

@@ -5,38 +5,49 @@
 #include <cstdio>
 #include <exception>
 #include <pthread.h>
+#include <thread>
 
 namespace mirvak {
 
 namespace {
 
-// The user waits for it: he begins the next recording, or closes the program.
-constexpr std::chrono::seconds patience{3};
+void makeCopy(const std::string& path, int film, const std::atomic<bool>& cancelled)
+{
+    pthread_setname_np(pthread_self(), "recording copy");
+    try {
+        makePlain(path, film, cancelled);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "record: %s stays in fragments: %s\n", path.c_str(), failure.what());
+    }
+}
 
 } // namespace
 
-void PlainCopyThread::start(const std::string& path, std::chrono::milliseconds wait)
+void PlainCopyThread::start(const std::string& path, UniqueFd film, std::chrono::milliseconds wait)
 {
-    settle();
-    running_ = std::async(std::launch::async, [this, path] {
-        pthread_setname_np(pthread_self(), "recording copy");
-        try {
-            makePlain(path, cancelled_);
-        } catch (const std::exception& failure) {
-            std::fprintf(stderr, "record: %s stays in fragments: %s\n", path.c_str(), failure.what());
-        }
-    });
-    running_.wait_for(wait);
+    std::promise<void> done;
+    const std::shared_future<void> before = std::exchange(last_, done.get_future().share());
+    std::thread(
+        [path, before, film = std::move(film), cancelled = cancelled_, done = std::move(done)]() mutable {
+            if (before.valid())
+                before.wait();
+            makeCopy(path, film.get(), *cancelled);
+            done.set_value_at_thread_exit();
+        })
+        .detach();
+    last_.wait_for(wait);
 }
 
-void PlainCopyThread::settle()
+PlainCopyThread::~PlainCopyThread()
 {
-    if (!running_.valid())
+    if (!last_.valid())
         return;
-    if (running_.wait_for(patience) == std::future_status::timeout)
-        cancelled_ = true;
-    running_.get();
-    cancelled_ = false;
+    // A copy that is given up takes a moment to remove what it has written.
+    const auto toRemove = patience_ / 6;
+    if (last_.wait_for(patience_ - toRemove) == std::future_status::ready)
+        return;
+    *cancelled_ = true;
+    last_.wait_for(toRemove);
 }
 
 } // namespace mirvak

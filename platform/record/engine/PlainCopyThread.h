@@ -1,29 +1,41 @@
 #pragma once
 
+#include "UniqueFd.h"
+
 #include <atomic>
 #include <chrono>
 #include <future>
+#include <memory>
 #include <string>
 
 namespace mirvak {
 
-/// Makes plain files of finished recordings, one at a time, on a thread of its own. One thread uses it.
+/// Makes plain files of finished recordings, one after the other, on threads of their own. A disk that does
+/// not answer holds up nobody: a thread that is not waited for any longer ends when the disk does answer, or
+/// with the process. One thread uses it.
 class PlainCopyThread
 {
 public:
-    PlainCopyThread() = default;
-    ~PlainCopyThread() { settle(); }
+    /// `patience` is what the destructor waits.
+    explicit PlainCopyThread(std::chrono::milliseconds patience = std::chrono::seconds(3))
+        : patience_(patience)
+    {
+    }
+    /// What runs is given up after that: the files play as they are.
+    ~PlainCopyThread();
     PlainCopyThread(const PlainCopyThread&) = delete;
     PlainCopyThread& operator=(const PlainCopyThread&) = delete;
 
-    /// Begins with this file and waits a little, so that a short recording is final at once.
-    void start(const std::string& path, std::chrono::milliseconds wait);
-    /// Waits until nothing runs any more. A long copy is given up: its file plays as it is.
-    void settle();
+    /// Begins with this file, which is open as `film`, when those before it are done; waits a little, so that
+    /// a short recording is final at once.
+    void start(const std::string& path, UniqueFd film, std::chrono::milliseconds wait);
+    /// The disk does not answer: the destructor does not wait.
+    void losePatience() { patience_ = std::chrono::milliseconds(0); }
 
 private:
-    std::atomic<bool> cancelled_{false};
-    std::future<void> running_;
+    std::chrono::milliseconds patience_;
+    std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
+    std::shared_future<void> last_;
 };
 
 } // namespace mirvak

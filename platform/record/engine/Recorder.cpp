@@ -1,10 +1,13 @@
 #include "Recorder.h"
 
+#include "FitFrame.h"
+
 #include <array>
 #include <cstdio>
 #include <cstring>
 #include <pthread.h>
 #include <sys/resource.h>
+#include <thread>
 #include <unistd.h>
 
 namespace mirvak {
@@ -29,11 +32,6 @@ Recorder::Recorder(const std::string& path,
 {
 }
 
-Recorder::~Recorder()
-{
-    stop();
-}
-
 std::chrono::nanoseconds Recorder::steadyClock()
 {
     return std::chrono::steady_clock::now().time_since_epoch();
@@ -43,24 +41,29 @@ MirvakRecordResult Recorder::start()
 {
     std::promise<MirvakRecordResult> opened;
     std::future<MirvakRecordResult> result = opened.get_future();
-    thread_ = std::thread(&Recorder::run, this, std::move(opened));
+    std::promise<void> ended;
+    threadEnded_ = ended.get_future();
+    std::thread([self = shared_from_this(), opened = std::move(opened), ended = std::move(ended)]() mutable {
+        self->run(std::move(opened));
+        ended.set_value_at_thread_exit();
+    }).detach();
     return result.get();
 }
 
-MirvakRecordResult Recorder::write(const uint8_t* rgb, size_t bytes)
+MirvakRecordResult Recorder::write(const uint8_t* rgb, size_t bytes, int width, int height)
 {
     const std::lock_guard order(writing_);
     std::unique_lock lock(mutex_);
     if (state_ != State::running)
         return result_ == MIRVAK_RECORD_OK ? MIRVAK_RECORD_NOT_RECORDING : result_;
-    if (bytes != format_.frameBytes()) {
+    if (width < 1 || height < 1 || bytes != size_t(width) * size_t(height) * 3) {
         ++refused_;
         return MIRVAK_RECORD_WRONG_SIZE;
     }
     const std::chrono::nanoseconds arrival = now();
     FrameBuffer buffer = schedule_.emptyBuffer();
     lock.unlock();
-    std::memcpy(buffer.get(), rgb, bytes);
+    fitFrame(rgb, width, height, format_, buffer.get());
     lock.lock();
     if (state_ != State::running) {
         schedule_.giveBack(std::move(buffer));
@@ -70,7 +73,7 @@ MirvakRecordResult Recorder::write(const uint8_t* rgb, size_t bytes)
     return MIRVAK_RECORD_OK;
 }
 
-MirvakRecordResult Recorder::stop()
+MirvakRecordResult Recorder::stop(std::chrono::milliseconds patience)
 {
     {
         const std::lock_guard lock(mutex_);
@@ -80,12 +83,28 @@ MirvakRecordResult Recorder::stop()
         }
     }
     wake_.notify_one();
-    if (thread_.joinable())
-        thread_.join();
+    if (threadEnded_.valid() && threadEnded_.wait_for(patience) == std::future_status::timeout) {
+        std::fprintf(stderr, "record: %s: the disk does not answer\n", film_.path().c_str());
+        return MIRVAK_RECORD_IO_ERROR;
+    }
     const std::lock_guard lock(mutex_);
     if (result_ != MIRVAK_RECORD_OK)
         return result_;
     return film_.plays() ? MIRVAK_RECORD_OK : MIRVAK_RECORD_NO_FRAME;
+}
+
+bool Recorder::isClosed() const
+{
+    const std::lock_guard lock(mutex_);
+    return state_ == State::closed;
+}
+
+std::chrono::milliseconds Recorder::length() const
+{
+    const std::lock_guard lock(mutex_);
+    const int64_t slots = state_ == State::closed ? film_.slots() : schedule_.slots();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        FrameGrid(format_.framesPerSecond).lengthOf(slots));
 }
 
 RecordCounts Recorder::counts() const
@@ -120,7 +139,7 @@ bool Recorder::open(std::promise<MirvakRecordResult>& opened)
     try {
         const bool isOpen = film_.open();
         result = isOpen ? MIRVAK_RECORD_OK : filmResult();
-        if (!isOpen)
+        if (!isOpen && result != MIRVAK_RECORD_EXISTS) // the caller takes another name
             end(result, film_.error());
     } catch (const std::exception& failure) {
         end(result, failure.what());
@@ -146,12 +165,22 @@ void Recorder::film()
         touchBuffers();
         while (filmNext()) {
         }
+    } catch (const std::exception& failure) {
+        end(MIRVAK_RECORD_NO_MEMORY, failure.what());
+    }
+    close();
+}
+
+void Recorder::close()
+{
+    try {
         if (!film_.close() && result() == MIRVAK_RECORD_OK)
             end(filmResult(), film_.error());
     } catch (const std::exception& failure) {
         end(MIRVAK_RECORD_NO_MEMORY, failure.what());
-        film_.close();
     }
+    const std::lock_guard lock(mutex_);
+    state_ = State::closed;
 }
 
 // Fresh memory is slow when it is first written: that is not left to the camera's thread.
@@ -190,8 +219,6 @@ bool Recorder::filmNext()
 bool Recorder::show(Schedule::Step& step)
 {
     const bool isShown = step.buffer ? film_.add(step.buffer.get(), step.slot) : film_.repeat(step.slot);
-    if (!isShown)
-        end(filmResult(), film_.error());
     if (step.buffer) {
         const std::lock_guard lock(mutex_);
         schedule_.giveBack(std::move(step.buffer));
@@ -209,6 +236,8 @@ void Recorder::end(MirvakRecordResult result, const std::string& why)
 
 MirvakRecordResult Recorder::filmResult() const
 {
+    if (film_.isNameTaken())
+        return MIRVAK_RECORD_EXISTS;
     return film_.hasFileError() ? MIRVAK_RECORD_IO_ERROR : MIRVAK_RECORD_NO_ENCODER;
 }
 

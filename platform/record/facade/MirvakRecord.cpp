@@ -86,6 +86,18 @@ int MirvakRecord::MirvakRecord_Write(const unsigned char* rgb, int byteCount)
     });
 }
 
+int MirvakRecord::MirvakRecord_WriteScaled(const unsigned char* rgb, int byteCount, int width, int height)
+{
+    return guarded("MirvakRecord_WriteScaled", [&] {
+        if (!rgb)
+            return static_cast<int>(MIRVAK_RECORD_BAD_ARGUMENT);
+        mirvak::RecordModule* module = impl_->module;
+        const size_t bytes = byteCount > 0 ? static_cast<size_t>(byteCount) : 0;
+        return static_cast<int>(module ? module->write(rgb, bytes, width, height)
+                                       : MIRVAK_RECORD_NOT_RECORDING);
+    });
+}
+
 int MirvakRecord::MirvakRecord_Stop()
 {
     constexpr const char* call = "MirvakRecord_Stop";
@@ -108,6 +120,17 @@ int MirvakRecord::MirvakRecord_GetCounts(int& written, int& repeated, int& dropp
         written = counts.written;
         repeated = counts.repeated;
         dropped = counts.dropped;
+        return result;
+    });
+}
+
+int MirvakRecord::MirvakRecord_GetLength(int& milliseconds) const
+{
+    return guarded("MirvakRecord_GetLength", [&] {
+        std::chrono::milliseconds length(0);
+        const mirvak::RecordModule* module = impl_->module;
+        const int result = module ? module->length(length) : MIRVAK_RECORD_NOT_RECORDING;
+        milliseconds = static_cast<int>(length.count());
         return result;
     });
 }

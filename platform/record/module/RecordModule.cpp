@@ -10,6 +10,7 @@ namespace {
 
 using mirvak::RecordCounts;
 using mirvak::Recorder;
+using mirvak::UniqueFd;
 
 // So long the window may stand still at the end of a recording.
 constexpr std::chrono::milliseconds waitForPlainFile{300};
@@ -27,8 +28,6 @@ public:
     {
         if (recording())
             return MIRVAK_RECORD_BUSY;
-        if (path == path_)
-            copies_.settle(); // its file is about to be replaced
         const auto recorder = std::make_shared<Recorder>(
             path, mirvak::VideoFormat{width, height, framesPerSecond}, mirvak::encoderChoices(wasLate_));
         const MirvakRecordResult result = recorder->start();
@@ -46,20 +45,33 @@ public:
         return recorder ? recorder->write(rgb, bytes) : MIRVAK_RECORD_NOT_RECORDING;
     }
 
+    MirvakRecordResult write(const uint8_t* rgb, size_t bytes, int width, int height) override
+    {
+        const std::shared_ptr<Recorder> recorder = recording();
+        return recorder ? recorder->write(rgb, bytes, width, height) : MIRVAK_RECORD_NOT_RECORDING;
+    }
+
     MirvakRecordResult stop() override
     {
         const std::shared_ptr<Recorder> recorder = recording();
         if (!recorder)
             return MIRVAK_RECORD_NOT_RECORDING;
         const MirvakRecordResult result = recorder->stop();
-        report(*recorder);
         {
             const std::lock_guard lock(mutex_);
-            last_ = Last{recorder->counts(), recorder->result()};
+            last_ = Last{recorder->counts(),
+                         recorder->length(),
+                         result == MIRVAK_RECORD_NO_FRAME ? MIRVAK_RECORD_OK : result};
             recorder_ = nullptr; // its buffers are large
         }
-        if (recorder->plays() && result != MIRVAK_RECORD_IO_ERROR) // that has been reported, and lasts
-            copies_.start(path_, waitForPlainFile);
+        if (!recorder->isClosed()) {
+            copies_.losePatience();
+            return result;
+        }
+        report(*recorder);
+        UniqueFd film = recorder->takeFile();
+        if (film.isValid() && result != MIRVAK_RECORD_IO_ERROR) // that has been reported, and lasts
+            copies_.start(path_, std::move(film), waitForPlainFile);
         return result;
     }
 
@@ -69,6 +81,15 @@ public:
         if (!recorder_ && !last_)
             return MIRVAK_RECORD_NOT_RECORDING;
         counts = recorder_ ? recorder_->counts() : last_->counts;
+        return recorder_ ? recorder_->result() : last_->result;
+    }
+
+    MirvakRecordResult length(std::chrono::milliseconds& length) const override
+    {
+        const std::lock_guard lock(mutex_);
+        if (!recorder_ && !last_)
+            return MIRVAK_RECORD_NOT_RECORDING;
+        length = recorder_ ? recorder_->length() : last_->length;
         return recorder_ ? recorder_->result() : last_->result;
     }
 
@@ -95,6 +116,7 @@ private:
     struct Last
     {
         RecordCounts counts;
+        std::chrono::milliseconds length;
         MirvakRecordResult result;
     };
 

@@ -16,8 +16,10 @@ public:
     virtual ~RecordModule() = default;
     virtual MirvakRecordResult start(const std::string& path, int width, int height, int framesPerSecond) = 0;
     virtual MirvakRecordResult write(const uint8_t* rgb, size_t bytes) = 0;
+    virtual MirvakRecordResult write(const uint8_t* rgb, size_t bytes, int width, int height) = 0;
     virtual MirvakRecordResult stop() = 0;
     virtual MirvakRecordResult counts(RecordCounts& counts) const = 0;
+    virtual MirvakRecordResult length(std::chrono::milliseconds& length) const = 0;
 };
 
 /// Exported by the module; the caller owns the result.

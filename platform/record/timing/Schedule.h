@@ -47,6 +47,8 @@ public:
     Step next(Time now);
 
     const RecordCounts& counts() const { return counts_; }
+    /// How long the film is so far.
+    int64_t slots() const { return slot_; }
 
 private:
     Step settle(int64_t over);
