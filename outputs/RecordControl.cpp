@@ -11,12 +11,19 @@
 #include <QFileInfo>
 #include <QPixmap>
 
+#include <algorithm>
+#include <chrono>
+
 namespace {
 
 constexpr int format = 2;
 constexpr int mostPixels = 1600 * 1200;
 constexpr int framesPerSecond = 30;
 constexpr int rgbFrames = 2;
+
+constexpr std::chrono::milliseconds watchInterval(250);
+constexpr int ticksToTell = 2 * 4; // a slow camera in the dark is not silent yet
+constexpr int ticksToEnd = 10 * 4; // so long a camera may be away
 
 QSize sizeIn(const QString& text)
 {
@@ -31,6 +38,8 @@ QSize sizeIn(const QString& text)
 RecordControl::RecordControl(CaptureDesk& desk, MirvakCamera& camera, QWidget& window, QObject* parent)
     : QObject(parent), desk_(desk), camera_(camera), window_(window)
 {
+    watch_.setInterval(watchInterval);
+    connect(&watch_, &QTimer::timeout, this, &RecordControl::watch);
 }
 
 RecordControl::~RecordControl()
@@ -40,12 +49,12 @@ RecordControl::~RecordControl()
 
 void RecordControl::start(const Source& source)
 {
-    if (!desk_.mayCapture())
-        return;
     if (recording_) {
-        recordWindow_->Resume(static_cast<int>(running_.elapsed() / 1000));
+        recordWindow_->Resume();
         return;
     }
+    if (!desk_.mayCapture())
+        return;
     ConfigSettings store;
     const QString folder = FileNaming(store).targetDirectory();
     if (folder.isEmpty())
@@ -58,8 +67,7 @@ void RecordControl::start(const Source& source)
                                         QMessageBox::Ok);
         return;
     }
-    open(FileNaming::stampedPath(folder, QStringLiteral("mp4")),
-         source.rotation % 2 == 1 ? size.transposed() : size);
+    open(folder, source.rotation % 2 == 1 ? size.transposed() : size);
 }
 
 QSize RecordControl::sizeOf(const Source& source) const
@@ -69,20 +77,23 @@ QSize RecordControl::sizeOf(const Source& source) const
     return size.isEmpty() ? sizeIn(source.resolutionText) : size;
 }
 
-void RecordControl::open(const QString& path, QSize size)
+void RecordControl::open(const QString& folder, QSize size)
 {
     makeParts();
-    if (recorder_->MirvakRecord_Start(
-            path.toUtf8().constData(), size.width(), size.height(), framesPerSecond, rgbFrames, 0) !=
-        MIRVAK_RECORD_OK) {
+    path_ = FileNaming::stampedPath(folder, QStringLiteral("mp4"));
+    const int taken = MIRVAK_RECORD_EXISTS;
+    const int result = FileNaming::saveNew(path_, taken, [&](const QString& path) {
+        return recorder_->MirvakRecord_Start(
+            path.toUtf8().constData(), size.width(), size.height(), framesPerSecond, rgbFrames, 0);
+    });
+    if (result != MIRVAK_RECORD_OK) {
         desk_.showNotice(tr("The video could not be recorded."));
         return;
     }
-    size_ = size;
-    failed_ = false;
-    running_.start();
+    silentTicks_ = 0;
     recording_ = true;
-    recordWindow_->StartRecord(path);
+    watch_.start();
+    recordWindow_->StartRecord(path_);
 }
 
 void RecordControl::makeParts()
@@ -91,6 +102,7 @@ void RecordControl::makeParts()
         return;
     recorder_ = std::make_unique<MirvakRecord>();
     recordWindow_ = new VideoRecord(&window_);
+    recordWindow_->setFilmTime([this] { return filmSeconds(); });
     connect(recordWindow_, &VideoRecord::recordstoped, this, &RecordControl::stop);
     connect(recordWindow_, &VideoRecord::videoRecordGenerated, this, &RecordControl::list);
     connect(recordWindow_, &VideoRecord::leftRunning, this, [this] {
@@ -101,44 +113,107 @@ void RecordControl::makeParts()
 // Capture thread. The recorder takes frames at any time, also while it is being stopped.
 void RecordControl::record(void* image)
 {
-    if (!recording_ || failed_)
+    if (!recording_)
         return;
-    const QSize size(camera_.MirvakImage_GetWidth(image), camera_.MirvakImage_GetHeight(image));
-    if (size != size_)
-        return;
-    int byteCount = size.width() * size.height() * 3;
-    pixels_.resize(static_cast<size_t>(byteCount));
-    int width = 0, height = 0, channels = 0, bits = 0, stride = 0, order = 0;
+    int width = camera_.MirvakImage_GetWidth(image), height = camera_.MirvakImage_GetHeight(image);
+    int byteCount = width * height * 3;
+    pixels_.resize(static_cast<size_t>(std::max(byteCount, 0)));
+    int channels = 0, bits = 0, stride = 0, order = 0;
     if (camera_.MirvakImage_GetImageData(
             image, pixels_.data(), width, height, channels, bits, stride, order, byteCount) != MIRVAK_OK)
         return;
-    if (recorder_->MirvakRecord_Write(pixels_.data(), byteCount) != MIRVAK_RECORD_IO_ERROR)
-        return;
-    failed_ = true;
-    QMetaObject::invokeMethod(this, &RecordControl::tellEnded, Qt::QueuedConnection);
+    if (recorder_->MirvakRecord_WriteScaled(pixels_.data(), byteCount, width, height) == MIRVAK_RECORD_OK)
+        ++frames_;
+}
+
+void RecordControl::watch()
+{
+    int milliseconds = 0;
+    if (recorder_->MirvakRecord_GetLength(milliseconds) == MIRVAK_RECORD_OK)
+        watchCamera();
+    else
+        tellEnded(stopRecorder());
+}
+
+// A pulled cable is soon put back: the film shows its last picture meanwhile and then goes on.
+void RecordControl::watchCamera()
+{
+    const bool isSilent = frames_ == framesSeen_;
+    framesSeen_ = frames_;
+    if (!isSilent && silentTicks_ >= ticksToTell)
+        recordWindow_->ShowNote(QString());
+    silentTicks_ = isSilent ? silentTicks_ + 1 : 0;
+    if (silentTicks_ == ticksToTell)
+        tellSilence();
+    if (silentTicks_ >= ticksToEnd)
+        tellEnded(stopRecorder());
+}
+
+void RecordControl::tellSilence()
+{
+    const QString text = tr("The camera delivers no picture; the video shows the last one.");
+    recordWindow_->ShowNote(text);
+    desk_.showNotice(text);
+}
+
+int RecordControl::filmSeconds() const
+{
+    int milliseconds = 0;
+    recorder_->MirvakRecord_GetLength(milliseconds);
+    return qRound(milliseconds / 1000.0); // what is being filmed counts
+}
+
+int RecordControl::stopRecorder()
+{
+    watch_.stop();
+    recording_ = false;
+    return recorder_->MirvakRecord_Stop();
 }
 
 void RecordControl::stop()
 {
-    recording_ = false;
-    recorder_->MirvakRecord_Stop();
+    const int result = stopRecorder();
+    if (result != MIRVAK_RECORD_OK)
+        tellEnded(result);
 }
 
 void RecordControl::finish()
 {
     if (recording_)
-        stop();
+        stopRecorder();
+}
+
+void RecordControl::tellEnded(int result)
+{
+    const bool isFilm = QFileInfo::exists(path_);
+    const QString why = isFilm ? whyEnded(result) : whyNothing(result);
+    recordWindow_->ShowEnded(filmSeconds(), why);
+    desk_.showNotice(why);
+    list(path_);
+}
+
+// With a film that is shorter than was wanted. OK: the camera stayed away.
+QString RecordControl::whyEnded(int result)
+{
+    switch (result) {
+    case MIRVAK_RECORD_OK:
+        return tr("The camera delivers no picture. The recording has ended; the video until then is saved.");
+    case MIRVAK_RECORD_IO_ERROR:
+        return tr(
+            "The disk is full or cannot be written. The recording has ended; the video until then is saved.");
+    default:
+        return tr("The video encoder failed. The recording has ended; the video until then is saved.");
+    }
+}
+
+QString RecordControl::whyNothing(int result)
+{
+    return result == MIRVAK_RECORD_NO_FRAME ? tr("Nothing was recorded: the camera delivered no picture.")
+                                            : tr("The video could not be recorded.");
 }
 
 void RecordControl::list(const QString& path)
 {
     if (QFileInfo::exists(path))
         desk_.addDocument(path, QPixmap(QStringLiteral(":/images/common/images/common/ThumbnailVideo.png")));
-    else
-        desk_.showNotice(tr("Nothing was recorded: the camera delivered no picture."));
-}
-
-void RecordControl::tellEnded()
-{
-    desk_.showNotice(tr("The recording has ended early; what was recorded until then is saved."));
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QSize>
+#include <QTimer>
 
 #include <atomic>
 #include <memory>
@@ -35,33 +35,45 @@ public:
     /// Ends a recording that runs.
     ~RecordControl() override;
 
-    /// Behind the video button. While a recording runs whose window was closed, shows that window again.
+    /// Behind the video button. While a recording runs whose window was closed, shows that window again, with
+    /// or without a camera.
     void start(const Source& source);
     /// Ends a recording that runs, without questions; its file is complete.
     void finish();
     bool isRecording() const { return recording_; } ///< thread-safe
 
-    /// Capture thread: hands a frame to the recording, if one runs. Frames of another size are left out.
+    /// Capture thread: hands a frame of any size to the recording, if one runs.
     void record(void* image);
+    /// Looks after the recording, four times a second: one that has failed, or whose camera stays away, is
+    /// ended and the user told.
+    void watch();
 
     const VideoRecord* window() const { return recordWindow_; } ///< null before the first recording
 
 private:
     QSize sizeOf(const Source& source) const;
-    void open(const QString& path, QSize size);
+    void open(const QString& folder, QSize size);
     void makeParts();
+    void watchCamera();
+    int filmSeconds() const;
     void stop();
+    int stopRecorder();
+    void tellSilence();
+    void tellEnded(int result);
+    static QString whyEnded(int result);
+    static QString whyNothing(int result);
     void list(const QString& path);
-    void tellEnded();
 
     CaptureDesk& desk_;
     MirvakCamera& camera_;
     QWidget& window_;
     VideoRecord* recordWindow_ = nullptr;
     std::unique_ptr<MirvakRecord> recorder_; ///< made for the first recording, before recording_ is set
-    QSize size_;                             ///< of the recording; the same
-    QElapsedTimer running_;
+    QString path_;
+    QTimer watch_;
     std::atomic<bool> recording_{false};
-    std::atomic<bool> failed_{false};   ///< the recording has ended by itself
+    std::atomic<unsigned> frames_{0}; ///< that the recording took
+    unsigned framesSeen_ = 0;
+    int silentTicks_ = 0;
     std::vector<unsigned char> pixels_; ///< of the capture thread
 };

@@ -32,7 +32,7 @@ VideoRecord::VideoRecord(QWidget* parent)
     ui_->titleBar->ShowSkinButton(false);
     ui_->titleBar->ShowMinimizeButton(false);
     ui_->titleBar->ShowMaximizeButton(false);
-    showSeconds(0);
+    showSeconds(prefix_, 0);
     timer_.setInterval(tick);
     timer_.setTimerType(
         Qt::PreciseTimer); // a coarse one runs late by up to a twentieth, and the count with it
@@ -47,12 +47,14 @@ void VideoRecord::StartRecord(const QString& path)
 {
     filePath_ = path;
     recording_ = true;
-    Resume(0);
+    ui_->ButtonStop->setText(tr("Stop"));
+    ShowNote(QString());
+    Resume();
 }
 
-void VideoRecord::Resume(int seconds)
+void VideoRecord::Resume()
 {
-    showSeconds(seconds);
+    showSeconds(prefix_, filmTime(0));
     timer_.start();
     show();
     raise();
@@ -62,14 +64,34 @@ void VideoRecord::Resume(int seconds)
 
 void VideoRecord::onTimeout()
 {
-    showSeconds(seconds_ + 1);
+    showSeconds(prefix_, filmTime(seconds_ + 1));
+}
+
+void VideoRecord::ShowNote(const QString& note)
+{
+    ui_->labelNote->setText(note);
+}
+
+void VideoRecord::ShowEnded(int seconds, const QString& why)
+{
+    timer_.stop();
+    recording_ = false;
+    showSeconds(tr("Recorded:"), seconds);
+    ShowNote(why);
+    ui_->ButtonStop->setText(tr("Close"));
 }
 
 void VideoRecord::onStop()
 {
+    if (!recording_) {
+        close();
+        return;
+    }
     timer_.stop();
-    recording_ = false;
     Q_EMIT recordstoped();
+    if (!recording_) // by an error, which is shown now
+        return;
+    recording_ = false;
     const FolderOffer offer{tr("Tip"),
                             tr("Record finished"),
                             tr("Do you want to open the video directory?"),
@@ -80,16 +102,16 @@ void VideoRecord::onStop()
     close();
 }
 
-void VideoRecord::showSeconds(int seconds)
+void VideoRecord::showSeconds(const QString& prefix, int seconds)
 {
     seconds_ = seconds;
-    ui_->labelTime->setText(QStringLiteral("%1 %2s").arg(prefix_).arg(seconds));
+    ui_->labelTime->setText(QStringLiteral("%1 %2s").arg(prefix).arg(seconds));
 }
 
 void VideoRecord::closeEvent(QCloseEvent* event)
 {
     timer_.stop();
-    showSeconds(0);
+    showSeconds(prefix_, 0);
     QWidget::closeEvent(event);
     if (recording_)
         Q_EMIT leftRunning();

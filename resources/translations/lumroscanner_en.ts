@@ -576,8 +576,20 @@
         <translation>Nothing was recorded: the camera delivered no picture.</translation>
     </message>
     <message>
-        <source>The recording has ended early; what was recorded until then is saved.</source>
-        <translation>The recording has ended early; what was recorded until then is saved.</translation>
+        <source>The camera delivers no picture. The recording has ended; the video until then is saved.</source>
+        <translation>The camera delivers no picture. The recording has ended; the video until then is saved.</translation>
+    </message>
+    <message>
+        <source>The disk is full or cannot be written. The recording has ended; the video until then is saved.</source>
+        <translation>The disk is full or cannot be written. The recording has ended; the video until then is saved.</translation>
+    </message>
+    <message>
+        <source>The video encoder failed. The recording has ended; the video until then is saved.</source>
+        <translation>The video encoder failed. The recording has ended; the video until then is saved.</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture; the video shows the last one.</source>
+        <translation>The camera delivers no picture; the video shows the last one.</translation>
     </message>
 </context>
 <context>
@@ -1051,6 +1063,14 @@
     <message>
         <source>Finish</source>
         <translation>Finish</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Recorded:</source>
+        <translation>Recorded:</translation>
     </message>
 </context>
 <context>

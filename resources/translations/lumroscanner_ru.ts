@@ -577,8 +577,20 @@
         <translation>Ничего не записано: камера не передала изображение.</translation>
     </message>
     <message>
-        <source>The recording has ended early; what was recorded until then is saved.</source>
-        <translation>Запись прервалась раньше времени; записанное до этого сохранено.</translation>
+        <source>The camera delivers no picture. The recording has ended; the video until then is saved.</source>
+        <translation>Камера не передаёт изображение. Запись завершена; видео до этого момента сохранено.</translation>
+    </message>
+    <message>
+        <source>The disk is full or cannot be written. The recording has ended; the video until then is saved.</source>
+        <translation>Диск заполнен или недоступен для записи. Запись завершена; видео до этого момента сохранено.</translation>
+    </message>
+    <message>
+        <source>The video encoder failed. The recording has ended; the video until then is saved.</source>
+        <translation>Сбой видеокодера. Запись завершена; видео до этого момента сохранено.</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture; the video shows the last one.</source>
+        <translation>Камера не передаёт изображение; в видео остаётся последний кадр.</translation>
     </message>
 </context>
 <context>
@@ -1053,6 +1065,14 @@
     <message>
         <source>Finish</source>
         <translation>Готово</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Recorded:</source>
+        <translation>Записано:</translation>
     </message>
 </context>
 <context>

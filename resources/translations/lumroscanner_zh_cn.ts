@@ -575,8 +575,20 @@
         <translation>没有录到内容：摄像头没有传来图像。</translation>
     </message>
     <message>
-        <source>The recording has ended early; what was recorded until then is saved.</source>
-        <translation>录像提前结束，此前录制的内容已保存。</translation>
+        <source>The camera delivers no picture. The recording has ended; the video until then is saved.</source>
+        <translation>摄像头没有传来图像。录像已结束，此前录制的视频已保存。</translation>
+    </message>
+    <message>
+        <source>The disk is full or cannot be written. The recording has ended; the video until then is saved.</source>
+        <translation>磁盘已满或无法写入。录像已结束，此前录制的视频已保存。</translation>
+    </message>
+    <message>
+        <source>The video encoder failed. The recording has ended; the video until then is saved.</source>
+        <translation>视频编码器出错。录像已结束，此前录制的视频已保存。</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture; the video shows the last one.</source>
+        <translation>摄像头没有传来图像，视频将保持最后一帧。</translation>
     </message>
 </context>
 <context>
@@ -1049,6 +1061,14 @@
     <message>
         <source>Finish</source>
         <translation>完成</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Recorded:</source>
+        <translation>已录制：</translation>
     </message>
 </context>
 <context>

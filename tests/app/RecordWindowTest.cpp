@@ -51,7 +51,7 @@ TEST_F(RecordWindowTest, TheVideoButtonFilmsUntilItIsStopped)
     click("btnRecord");
     ASSERT_TRUE(box() && box()->isVisible());
     const auto* time = box()->findChild<QLabel*>(QStringLiteral("labelTime"));
-    EXPECT_TRUE(QTest::qWaitFor([=] { return time->text().endsWith(QStringLiteral(" 1s")); }));
+    EXPECT_TRUE(QTest::qWaitFor([=] { return !time->text().endsWith(QStringLiteral(" 0s")); }, 60000));
     pressStop();
     ASSERT_EQ(files().size(), 1);
     const QStringList boxes = boxesOf(files().first());
@@ -65,7 +65,24 @@ TEST_F(RecordWindowTest, TheVideoButtonFilmsUntilItIsStopped)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(RecordWindowTest, EveryOrderOfStartStopUnplugAndCloseLeavesWholeFiles)
+TEST_F(RecordWindowTest, ARecordingWhoseWindowWasClosedIsStoppedWhenTheCameraIsGone)
+{
+    useDesk(camera("unplug_after = 2.0;"));
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnRecord");
+    ASSERT_TRUE(box() && box()->isVisible());
+    box()->close();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 60000));
+    click("btnRecord");
+    ASSERT_TRUE(box()->isVisible());
+    pressStop();
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_TRUE(boxesOf(files().first()).contains(QStringLiteral("moov")));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 1; }));
+}
+
+TEST_F(RecordWindowTest, EveryOrderOfStartStopTurnResizeUnplugAndCloseLeavesWholeFiles)
 {
     for (unsigned seed = 1; seed <= 5; ++seed) {
         std::mt19937 random(seed);
@@ -76,13 +93,19 @@ TEST_F(RecordWindowTest, EveryOrderOfStartStopUnplugAndCloseLeavesWholeFiles)
         show();
         ASSERT_TRUE(waitForPicture());
         for (int step = 0; step < 8; ++step) {
-            switch (pick(4)) {
+            switch (pick(6)) {
             case 0:
             case 1:
                 window_->onRecord();
                 break;
             case 2:
                 pressStop();
+                break;
+            case 3:
+                window_->onRotateChanged(pick(4));
+                break;
+            case 4:
+                window_->onResolutionChanged(pick(2));
                 break;
             default:
                 if (box())

@@ -1,6 +1,9 @@
 #include "RecordControl.h"
 
+#include "../record/Trouble.h"
+#include "Command.h"
 #include "Dialogs.h"
+#include "DiskFullAt.h"
 #include "FakeDesk.h"
 #include "Settings.h"
 #include "TempDir.h"
@@ -15,6 +18,7 @@
 #include <QTest>
 #include <QUrl>
 
+#include <array>
 #include <thread>
 
 namespace {
@@ -54,6 +58,9 @@ protected:
     {
         std::thread capture([&] {
             const FrameHandle frame = ownImage(desk.camera, makeImageHandle(width, height, {10, 200, 30}));
+            if (isNoise)
+                cv::RNG(++noise).fill(
+                    static_cast<mirvak::Image*>(frame.get())->pixels, cv::RNG::UNIFORM, 0, 255);
             for (int i = 0; i < count; ++i)
                 control.record(frame.get());
         });
@@ -64,8 +71,67 @@ protected:
         QTest::mouseClick(box()->findChild<QPushButton*>(QStringLiteral("ButtonStop")), Qt::LeftButton);
     }
     VideoRecord* box() const { return window.findChild<VideoRecord*>(); }
+    QString note() const { return box()->findChild<QLabel*>(QStringLiteral("labelNote"))->text(); }
     QString shownTime() const { return box()->findChild<QLabel*>(QStringLiteral("labelTime"))->text(); }
     QString folder() const { return QString::fromStdString(temp.file("videos")); }
+    QString film(int number = 0) const { return folder() + QLatin1Char('/') + files().at(number); }
+    /// Milliseconds that another program finds in the film; 0 when it finds a fault.
+    int lengthOf(const QString& path) const
+    {
+        const std::string file = path.toStdString();
+        const std::string faults = tools::run("ffmpeg -v warning -nostdin -i '" + file + "' -f null -");
+        const std::string seconds =
+            tools::run("ffprobe -v error -show_entries format=duration -of csv=p=0 '" + file + "'");
+        EXPECT_EQ(faults, "");
+        return faults.empty() ? qRound(1000 * QString::fromStdString(seconds).toDouble()) : 0;
+    }
+    /// Of the film's last picture, at this point, red first.
+    std::array<int, 3> colourAt(const QString& path, int x, int y) const
+    {
+        const std::string pixels =
+            tools::run("ffmpeg -v error -nostdin -i '" + path.toStdString() +
+                       "' -vf reverse,crop=2:2:" + std::to_string(x) + ":" + std::to_string(y) +
+                       " -frames:v 1 -f rawvideo -pix_fmt rgb24 -");
+        const auto byte = [&](size_t at) { return at < pixels.size() ? int(uint8_t(pixels[at])) : -1; };
+        return {byte(0), byte(1), byte(2)};
+    }
+    /// One, on a busy machine perhaps more.
+    bool filmSeconds(int width = 320, int height = 240)
+    {
+        return QTest::qWaitFor(
+            [=] {
+                deliver(width, height);
+                return shownTime() != QStringLiteral("Recording video: 0s");
+            },
+            60000);
+    }
+    /// Until the recording ends by itself.
+    void filmToTheEnd()
+    {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] {
+                deliver();
+                return !control.isRecording();
+            },
+            60000));
+    }
+    /// What the user finds after a recording that ended by itself with a film.
+    void expectEndedWith(const char* why)
+    {
+        EXPECT_FALSE(control.isRecording());
+        EXPECT_TRUE(note().startsWith(QLatin1String(why))) << qPrintable(note());
+        EXPECT_EQ(desk.notices.last(), note());
+        ASSERT_EQ(desk.documents.size(), 1);
+        const int milliseconds = lengthOf(desk.documents.first());
+        EXPECT_GT(milliseconds, 0);
+        const QString shown = QStringLiteral("Recorded: %1s").arg(qRound(milliseconds / 1000.0));
+        EXPECT_EQ(shownTime(), shown);
+        pressStop();
+        EXPECT_FALSE(box()->isVisible());
+        EXPECT_TRUE(asked.isEmpty()) << "it is no finished recording";
+        EXPECT_EQ(desk.documents.size(), 1);
+    }
+
     QStringList files() const { return QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
 
     TempDir temp;
@@ -73,6 +139,8 @@ protected:
     FakeDesk desk;
     QWidget window;
     QStringList asked, informed, opened;
+    bool isNoise = false;
+    uint64_t noise = 0;
     QMessageBox::StandardButton answer = QMessageBox::Ok;
     RecordControl control{desk, desk.camera, window};
 };
@@ -96,6 +164,7 @@ TEST_F(RecordControlTest, StopLeavesAListedFileAndOffersItsFolder)
                            QStringLiteral("Do you want to open the video directory?")}));
     EXPECT_EQ(opened, QStringList{folder()});
     deliver(); // late frames do no harm
+    EXPECT_GT(lengthOf(film()), 0);
     const VideoRecord* first = box();
     start();
     EXPECT_EQ(box(), first) << "kept";
@@ -121,37 +190,120 @@ TEST_F(RecordControlTest, NothingStartsWithoutLeaveFolderOrAFittingSize)
     EXPECT_EQ(informed.size(), 2);
 }
 
-TEST_F(RecordControlTest, ATurnedViewIsRecordedTurnedAndFramesOfOtherSizesAreLeftOut)
+TEST_F(RecordControlTest, FollowsAStreamThatIsTurnedOrGetsAnotherSize)
 {
     start(QStringLiteral("320 * 240"), 1);
-    deliver(320, 240);
-    deliver(100, 100);
-    pressStop();
-    EXPECT_TRUE(desk.documents.isEmpty()) << "no frame fitted, so there is no film";
-    EXPECT_FALSE(desk.notices.isEmpty());
-    EXPECT_TRUE(files().isEmpty());
-    start(QStringLiteral("320 * 240"), 3);
     deliver(240, 320);
     pressStop();
-    EXPECT_EQ(desk.documents.size(), 1);
+    EXPECT_EQ(colourAt(film(), 4, 4)[1] > 150, true) << "a turned film, full";
+    start(QStringLiteral("320 * 240"), 0);
+    deliver(320, 240);
+    EXPECT_TRUE(filmSeconds(240, 320));
+    pressStop();
+    ASSERT_EQ(desk.documents.size(), 2);
+    const QString second = desk.documents.last();
+    EXPECT_GT(colourAt(second, 160, 120)[1], 150);
+    EXPECT_LT(colourAt(second, 10, 120)[1], 30) << "black beside the upright picture";
+    EXPECT_TRUE(desk.notices.isEmpty());
 }
 
-TEST_F(RecordControlTest, ClosingTheWindowKeepsTheRecordingAndTheButtonShowsItAgain)
+TEST_F(RecordControlTest, NeverReplacesAFile)
+{
+    QDir().mkpath(folder());
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int second = 0; second < 60; ++second) {
+        const QString stamp = now.addSecs(second).toString(QStringLiteral("yyyyMMddhhmmss"));
+        ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere"), folder() + QStringLiteral("/%1.mp4").arg(stamp)));
+    }
+    for (int count = 1; count <= 2; ++count) {
+        start();
+        deliver();
+        pressStop();
+        ASSERT_EQ(desk.documents.size(), count);
+        EXPECT_GT(lengthOf(desk.documents.last()), 0);
+    }
+    EXPECT_NE(desk.documents[0], desk.documents[1]);
+}
+
+TEST_F(RecordControlTest, ClosingTheWindowKeepsTheRecordingAndTheButtonShowsItAgainAlsoWithoutACamera)
 {
     start();
-    deliver();
-    box()->onTimeout();
-    EXPECT_EQ(shownTime(), QStringLiteral("Recording video: 1s"));
+    EXPECT_TRUE(filmSeconds());
     box()->close();
     EXPECT_TRUE(control.isRecording());
     EXPECT_EQ(desk.notices.size(), 1) << "it says that it goes on";
     EXPECT_EQ(shownTime(), QStringLiteral("Recording video: 0s"));
+    desk.allowed = false;
     start();
     EXPECT_TRUE(box()->isVisible());
+    EXPECT_NE(shownTime(), QStringLiteral("Recording video: 0s"));
     EXPECT_EQ(files().size(), 1) << "no second recording";
     pressStop();
     EXPECT_EQ(desk.documents.size(), 1);
     EXPECT_EQ(desk.notices.size(), 1);
+}
+
+TEST_F(RecordControlTest, AFullDiskIsToldAndCostsNoLaterFilm)
+{
+    isNoise = true;
+    {
+        start();
+        const DiskFullAt limit(2'000'000);
+        filmToTheEnd();
+    }
+    expectEndedWith("The disk is full");
+    EXPECT_EQ(desk.notices.size(), 1);
+    start();
+    EXPECT_EQ(note(), QString());
+    deliver(320, 240, 3);
+    pressStop();
+    ASSERT_EQ(desk.documents.size(), 2);
+    EXPECT_GT(lengthOf(desk.documents.last()), 0);
+}
+
+TEST_F(RecordControlTest, AnEncoderThatFailsIsTold)
+{
+    const Trouble trouble;
+    Trouble::onEncode = [left = 45]() mutable { return left-- > 0; };
+    start();
+    filmToTheEnd();
+    expectEndedWith("The video encoder failed");
+    EXPECT_EQ(desk.notices.size(), 1) << "taken for a silent camera at first";
+    Trouble::onEncode = [] { return false; };
+    start();
+    deliver();
+    pressStop();
+    EXPECT_TRUE(asked.isEmpty()) << "nothing is finished";
+    EXPECT_EQ(note(), QStringLiteral("The video could not be recorded."));
+    EXPECT_TRUE(box()->isVisible());
+    EXPECT_EQ(desk.documents.size(), 1);
+}
+
+TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)
+{
+    start();
+    deliver();
+    const auto ticks = [this](int count) {
+        for (int i = 0; i < count && control.isRecording(); ++i)
+            control.watch();
+    };
+    ticks(5);
+    EXPECT_EQ(note(), QString()) << "a slow camera";
+    ticks(25);
+    EXPECT_TRUE(note().startsWith(QLatin1String("The camera delivers no picture;"))) << qPrintable(note());
+    EXPECT_EQ(desk.notices, QStringList{note()});
+    deliver();
+    ticks(30);
+    EXPECT_TRUE(control.isRecording()) << "it came back in between";
+    deliver();
+    ticks(1);
+    EXPECT_EQ(note(), QString());
+    ticks(60);
+    expectEndedWith("The camera delivers no picture. The recording has ended");
+    start();
+    ticks(60);
+    EXPECT_FALSE(control.isRecording());
+    EXPECT_EQ(note(), QStringLiteral("Nothing was recorded: the camera delivered no picture."));
 }
 
 TEST_F(RecordControlTest, TheEndOfTheProgramCompletesTheFile)
