@@ -88,16 +88,17 @@ copied_every_code() {
 
 films() { find "$shots" -name '*.mp4'; }
 has_film() { [ -n "$(films)" ]; }
+has_film_of() { [ "$(grep -ao moof "$(films | tail -n 1)" | wc -l)" -ge "$1" ]; } # SECONDS, while it is recorded
 
 film() {
-    local film seconds
+    local film
     lay_cards
     start_over
     click btnRecord
     await "the window of the recording" is_there VideoRecord
-    sleep 2
+    await "a second of film" has_film_of 1
     shoot recording
-    sleep 2
+    await "three seconds of film" has_film_of 3
     click ButtonStop VideoRecord
     await "the question after the recording" is_there FolderOffer
     shoot recorded
@@ -109,8 +110,7 @@ film() {
     shoot film-in-the-strip
     close_program
     command -v ffprobe >/dev/null || return 0
-    seconds=$(ffprobe -v error -show_entries format=duration -of csv=p=0 "$film")
-    [ "${seconds%.*}" -ge 4 ] && [ "${seconds%.*}" -le 8 ] || fail "${film##*/} lasts $seconds s"
+    ! ffmpeg -v error -nostdin -i "$film" -f null - 2>&1 | grep . || fail "${film##*/} is damaged"
     ffmpeg -v error -y -ss 2 -i "$film" -frames:v 1 "$shots/frame-of-the-film.png"
 }
 

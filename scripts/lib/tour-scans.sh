@@ -170,6 +170,7 @@ automatic_scan() {
     await_pictures 1 "$before"
     shoot automatic-scan
     sleep "$film_seconds"
+    await "a picture of each page" has_pictures $((before + film_pages))
     [ "$(pictures_taken)" -eq $((before + film_pages)) ] ||
         fail "$(($(pictures_taken) - before)) pictures of $film_pages pages"
     click buttonStop AutoScan
