@@ -9,6 +9,7 @@
 #include <zint.h>
 
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <sys/stat.h>
@@ -72,8 +73,25 @@ TEST(DecoderPool, AHelperThatDiesIsReplacedAndItsPictureTriedAgain)
         EXPECT_TRUE(isGone(pid));
 }
 
-TEST(DecoderPool, NoHelperOutlivesThePool)
+/// Places of this process at which memory of the pictures is mapped.
+int pictureMemories()
 {
+    std::ifstream maps("/proc/self/maps");
+    int count = 0;
+    for (std::string line; std::getline(maps, line);)
+        count += line.find("memfd:pictures") != std::string::npos ? 1 : 0;
+    return count;
+}
+
+int openDescriptors()
+{
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return static_cast<int>(std::distance(begin(all), end(all)));
+}
+
+TEST(DecoderPool, NeitherAHelperNorMemoryOutlivesThePool)
+{
+    const int descriptors = openDescriptors();
     std::vector<pid_t> pids;
     std::set<std::string> read; // a picture that is tried again may be read twice
     {
@@ -81,9 +99,12 @@ TEST(DecoderPool, NoHelperOutlivesThePool)
         pool.run({jobFor("ONE", read)});
         pids = pool.pids();
         ASSERT_EQ(pids.size(), 1U);
+        EXPECT_GT(pictureMemories(), 0);
     }
     EXPECT_TRUE(isGone(pids[0]));
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+    EXPECT_EQ(pictureMemories(), 0);
+    EXPECT_EQ(openDescriptors(), descriptors);
 }
 
 TEST(DecoderPool, AHelperThatHangsIsGivenUpAfterItsTime)

@@ -1,5 +1,6 @@
 #include "FrameDecoder.h"
 #include "Pictures.h"
+#include "Pixels.h"
 
 #include <gtest/gtest.h>
 
@@ -100,11 +101,6 @@ RawFrame rawFrame(PixelFormat format, const Bytes& bytes, size_t padding)
 RawFrame jpegFrame(const Bytes& jpeg, cv::Size size)
 {
     return {PixelFormat::Mjpeg, size.width, size.height, 0, jpeg.data(), jpeg.size()};
-}
-
-double difference(const cv::Mat& a, const cv::Mat& b)
-{
-    return a.size() == b.size() && a.type() == b.type() ? cv::norm(a, b, cv::NORM_INF) : 256;
 }
 
 class RawFormats : public ::testing::TestWithParam<PixelFormat>

@@ -65,6 +65,7 @@ TEST_F(CameraSessionTest, StreamsAndChangesTheResolution)
     EXPECT_EQ(session_.resolutions(), (QStringList{QStringLiteral("640*480"), QStringLiteral("320*240")}));
     ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
+    EXPECT_EQ(session_.size(), QSize(640, 480));
     EXPECT_TRUE(framesCome());
 
     session_.closeCamera();

@@ -1,6 +1,7 @@
 #include "CompositeCapture.h"
 
 #include "FakeDesk.h"
+#include "Pixels.h"
 #include "ScanModes.h"
 #include "Settings.h"
 
@@ -26,13 +27,8 @@ protected:
         settings::mergePos.write(store_, corner);
         QRect inset;
         desk_.whileSaving = [&](void* image) {
-            const cv::Mat& pixels = static_cast<mirvak::Image*>(image)->pixels;
-            for (int y = 0; y < pixels.rows; ++y) {
-                for (int x = 0; x < pixels.cols; ++x) {
-                    if (pixels.at<cv::Vec3b>(y, x) == cv::Vec3b(250, 0, 0))
-                        inset |= QRect(x, y, 1, 1);
-                }
-            }
+            const cv::Rect box = otherThan(static_cast<mirvak::Image*>(image)->pixels, {200, 100, 50});
+            inset = QRect(box.x, box.y, box.width, box.height);
         };
         ScanModes(desk_, desk_.camera).scan();
         return inset;

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <set>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -25,18 +27,48 @@ protected:
     FrameDelivery delivery_{camera_, [this](const QImage& picture) { shown_.push_back(picture); }};
 };
 
-TEST_F(FrameDeliveryTest, QuarterTurnsSwapTheShownSize)
+// The view, a capture and all that look at a frame get the same turned picture.
+TEST_F(FrameDeliveryTest, EverybodyGetsThePictureTurnedClockwise)
 {
-    const QSize turned(1080, 1920);
-    for (const auto& [rotation, size] : {std::pair{0, QSize(1920, 1080)},
-                                         std::pair{1, turned},
-                                         std::pair{2, QSize(1920, 1080)},
-                                         std::pair{3, turned},
-                                         std::pair{4, QSize(1920, 1080)}}) {
-        delivery_.setRotation(rotation);
-        deliver(1920, 1080);
-        EXPECT_EQ(shown_.back().size(), size) << rotation;
-        EXPECT_EQ(shown_.back().pixelColor(size.width() - 1, size.height() - 1), QColor(10, 20, 30));
+    const QSize lying(12, 8), standing(8, 12);
+    struct Turn
+    {
+        int asked;
+        QSize size;
+        QPoint mark; ///< where the red top left corner comes to lie
+    };
+    for (const Turn& turn : {Turn{0, lying, {0, 0}},
+                             Turn{1, standing, {7, 0}},
+                             Turn{2, lying, {11, 7}},
+                             Turn{3, standing, {0, 11}},
+                             Turn{4, lying, {0, 0}},
+                             Turn{-1, lying, {0, 0}}}) {
+        std::vector<cv::Mat> seen;
+        const auto look = [&](void* image) {
+            seen.push_back(static_cast<mirvak::Image*>(image)->pixels.clone());
+        };
+        FrameDelivery delivery(camera_, [this](const QImage& picture) { shown_.push_back(picture); });
+        delivery.setRecorder(look);
+        delivery.setPageCheck(look);
+        delivery.setPaperSizeCheck(look);
+        delivery.setRotation(turn.asked);
+        auto capture =
+            std::async(std::launch::async, [&] { return delivery.channel().take(std::chrono::minutes(1)); });
+        while (!delivery.channel().isRequested())
+            std::this_thread::yield();
+        const FrameHandle image = ownImage(camera_, makeImageHandle(12, 8, {10, 20, 30}));
+        static_cast<mirvak::Image*>(image.get())->pixels.at<cv::Vec3b>(0, 0) = cv::Vec3b(255, 0, 0);
+        delivery.onFrame(image.get(), 12, 8);
+        look(capture.get().get());
+        EXPECT_EQ(seen.size(), 4U);
+        ASSERT_EQ(shown_.back().size(), turn.size) << turn.asked;
+        EXPECT_EQ(shown_.back().pixelColor(turn.mark), QColor(255, 0, 0)) << turn.asked;
+        EXPECT_EQ(shown_.back().pixelColor(turn.size.width() / 2, turn.size.height() / 2),
+                  QColor(10, 20, 30));
+        for (const cv::Mat& rgb : seen) {
+            ASSERT_EQ(QSize(rgb.cols, rgb.rows), turn.size) << turn.asked;
+            EXPECT_EQ(rgb.at<cv::Vec3b>(turn.mark.y(), turn.mark.x()), cv::Vec3b(255, 0, 0)) << turn.asked;
+        }
     }
 }
 
@@ -66,13 +98,17 @@ TEST_F(FrameDeliveryTest, ANullFrameIsIgnoredAndTheSecondFrameIsToldOnce)
     EXPECT_EQ(shown_.size(), 3U);
 }
 
-TEST_F(FrameDeliveryTest, PaperSizeIsLookedAtOnEveryThirdFrame)
+TEST_F(FrameDeliveryTest, PaperSizeIsLookedAtOnEveryThirdFrameAndThePageOnEveryFifth)
 {
-    int looks = 0;
-    delivery_.setPaperSizeCheck([&](void*) { ++looks; });
-    for (int i = 0; i < 9; ++i)
+    int sizes = 0, pages = 0, recorded = 0;
+    delivery_.setPaperSizeCheck([&](void*) { ++sizes; });
+    delivery_.setPageCheck([&](void*) { ++pages; });
+    delivery_.setRecorder([&](void*) { ++recorded; });
+    for (int i = 0; i < 30; ++i)
         deliver(8, 8);
-    EXPECT_EQ(looks, 3);
+    EXPECT_EQ(sizes, 10);
+    EXPECT_EQ(pages, 6);
+    EXPECT_EQ(recorded, 30);
 }
 
 TEST_F(FrameDeliveryTest, TheOutlineIsDrawnOnlyWithAutomaticCropping)
@@ -92,7 +128,8 @@ TEST_F(FrameDeliveryTest, TheOutlineIsDrawnOnlyWithAutomaticCropping)
         }
         return red;
     };
-    EXPECT_EQ(redPixels(cropping::none), 0);
+    for (const int other : {cropping::none, cropping::second, cropping::selection})
+        EXPECT_EQ(redPixels(other), 0) << other;
     // Four sides of 720 px half perimeter, five pixels thick, less where smoothing touches them.
     EXPECT_GT(redPixels(cropping::deskew), 4000);
 }

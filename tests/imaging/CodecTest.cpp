@@ -1,6 +1,7 @@
 #include "Codec.h"
 #include "DiskFullAt.h"
 #include "PictureBytes.h"
+#include "Pixels.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
@@ -35,11 +36,6 @@ Image ramps(int width, int height)
     return image;
 }
 
-double greatestDifference(const cv::Mat& a, const cv::Mat& b)
-{
-    return a.size() == b.size() ? cv::norm(a, b, cv::NORM_INF) : 1e9;
-}
-
 std::vector<std::string> filesIn(const std::string& folder)
 {
     std::vector<std::string> names;
@@ -48,9 +44,8 @@ std::vector<std::string> filesIn(const std::string& folder)
     return names;
 }
 
-size_t find(const Bytes& bytes, std::initializer_list<int> pattern)
+size_t find(const Bytes& bytes, const Bytes& wanted)
 {
-    const Bytes wanted = bytesOf(pattern);
     const auto at = std::search(bytes.begin(), bytes.end(), wanted.begin(), wanted.end());
     return static_cast<size_t>(at - bytes.begin());
 }
@@ -71,7 +66,7 @@ TEST(Codec, keepsPixelsAndResolutionInEveryFormat)
             const auto read = mirvak::readImage(path);
             ASSERT_TRUE(read) << name;
             const bool lossy = std::string(name).find(".j") != std::string::npos || name[0] == 'B';
-            EXPECT_LE(greatestDifference(read->pixels, image.pixels), lossy ? 12 : 0) << name << size;
+            EXPECT_LE(difference(read->pixels, image.pixels), lossy ? 12 : 0) << name << size;
             EXPECT_NEAR(read->dpi, 215, 0.02) << name; // whole pixels a metre in PNG and BMP
         }
     }
@@ -119,18 +114,19 @@ TEST(Codec, storesPagesOfOneInkSmall)
     Image page = ramps(640, 480);
     page.pixels.setTo(cv::Scalar::all(255));
     page.pixels(cv::Rect(100, 90, 37, 55)).setTo(cv::Scalar::all(0));
-    const auto depthAndType = [](const Bytes& png) { return std::make_pair(png[24], png[25]); };
-    const Bytes bilevel = mirvak::encodeImage("png", page, 95);
-    EXPECT_EQ(depthAndType(bilevel), std::make_pair(std::uint8_t{1}, std::uint8_t{0}));
-    EXPECT_EQ(greatestDifference(mirvak::decodeImage(bilevel)->pixels, page.pixels), 0);
+    const auto expectStored = [&](int depth, int type) {
+        const Bytes png = mirvak::encodeImage("png", page, 95);
+        EXPECT_EQ(std::make_pair(int{png[24]}, int{png[25]}), std::make_pair(depth, type));
+        EXPECT_EQ(difference(mirvak::decodeImage(png)->pixels, page.pixels), 0);
+    };
+    expectStored(1, 0);
     page.pixels.at<cv::Vec3b>(479, 639) = cv::Vec3b(128, 128, 128);
-    const Bytes grey = mirvak::encodeImage("png", page, 95);
-    EXPECT_EQ(depthAndType(grey), std::make_pair(std::uint8_t{8}, std::uint8_t{0}));
-    EXPECT_EQ(greatestDifference(mirvak::decodeImage(grey)->pixels, page.pixels), 0);
-    page.pixels.at<cv::Vec3b>(0, 0) = cv::Vec3b(255, 254, 255); // one tinted pixel makes it a colour picture
-    const Bytes colour = mirvak::encodeImage("png", page, 95);
-    EXPECT_EQ(depthAndType(colour), std::make_pair(std::uint8_t{8}, std::uint8_t{2}));
-    EXPECT_EQ(greatestDifference(mirvak::decodeImage(colour)->pixels, page.pixels), 0);
+    expectStored(8, 0);
+    for (const cv::Vec3b& tint :
+         {cv::Vec3b(255, 254, 255), {255, 255, 254}}) { // one tinted pixel makes it a colour picture
+        page.pixels.at<cv::Vec3b>(0, 0) = tint;
+        expectStored(8, 2);
+    }
 }
 
 TEST(Codec, refusesBrokenFiles)
@@ -179,19 +175,15 @@ TEST(Codec, refusesSizesThatCannotBeInTheFile)
     EXPECT_FALSE(mirvak::decodeImage(negative));
 
     Bytes jpeg = mirvak::encodeImage("jpg", image, 90);
-    const size_t frame = find(jpeg, {0xff, 0xc0});
+    const size_t frame = find(jpeg, hexBytes("ffc0"));
     ASSERT_LT(frame + 9, jpeg.size());
     for (size_t i = frame + 5; i < frame + 9; ++i)
         jpeg[i] = 0xf0; // 61680 x 61680
     EXPECT_FALSE(mirvak::decodeImage(jpeg));
 
     // 40000 x 40000 pixels of one bit, valid header checksum, hardly any data.
-    const Bytes png =
-        bytesOf({0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0,    0,    0,    0x0d, 0x49, 0x48,
-                 0x44, 0x52, 0,    0,    0x9c, 0x40, 0,    0,    0x9c, 0x40, 1,    0,    0,    0,
-                 0,    0x79, 0x77, 0x33, 0xa8, 0,    0,    0,    0x0c, 0x49, 0x44, 0x41, 0x54, 0x78,
-                 0x9c, 0x63, 0x60, 0xa0, 0x0c, 0,    0,    0,    0x40, 0,    1,    0xb7, 0x34, 0x7c,
-                 0xef, 0,    0,    0,    0,    0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82});
+    const Bytes png = hexBytes("89504e470d0a1a0a 0000000d4948445200009c4000009c400100000000797733a8"
+                               "0000000c49444154789c6360a00c000000400001b7347cef 0000000049454e44ae426082");
     EXPECT_FALSE(mirvak::decodeImage(png));
 }
 
@@ -221,15 +213,105 @@ TEST(Codec, turnsPhotographsUpright)
     }
 }
 
+// The same resolution of 100 dots per centimetre or 254 per inch, in every way in which a JPEG can say it.
+TEST(Codec, readsTheResolutionInItsUnit)
+{
+    Image image = ramps(64, 32);
+    image.dpi = 254;
+    const Bytes inches = mirvak::encodeImage("jpg", image, 90);
+    const auto dpiOf = [](const Bytes& bytes) {
+        return mirvak::decodeImage(bytes).value_or(Image{{}, -1, {}, {}}).dpi;
+    };
+    EXPECT_NEAR(dpiOf(inches), 254, 0.01);
+    const auto jfif = [&](int unit, int density) {
+        Bytes bytes = inches;
+        for (const size_t axis : {size_t{14}, size_t{16}})
+            bytes[axis + 1] = static_cast<std::uint8_t>(density);
+        bytes[13] = static_cast<std::uint8_t>(unit);
+        return bytes;
+    };
+    EXPECT_NEAR(dpiOf(jfif(2, 100)), 254, 0.01);
+    EXPECT_EQ(dpiOf(jfif(0, 100)), mirvak::cameraDpi) << "a mere shape of the pixels";
+    EXPECT_EQ(dpiOf(hexBytes("89504e470d0a1a0a 0000000d49484452000000010000000108000000003a7e9b55"
+                             "0000000970485973000027100000271000e36e618f "
+                             "0000000a49444154789c636800000082008177cd72b6 0000000049454e44ae426082")),
+              mirvak::cameraDpi)
+        << "the same in a PNG";
+    // Exif: width and height of a pixel as 1000 / 10, and the unit; either byte order.
+    const Bytes big =
+        hexBytes("ffe1 0042 457869660000 4d4d002a00000008 0003 011a 0005 00000001 00000032"
+                 "011b 0005 00000001 00000032 0128 0003 00000001 00030000 00000000 000003e8 0000000a");
+    const Bytes little =
+        hexBytes("ffe1 0042 457869660000 49492a0008000000 0300 1a01 0500 01000000 32000000"
+                 "1b01 0500 01000000 32000000 2801 0300 01000000 03000000 00000000 e8030000 0a000000");
+    for (Bytes exif : {big, little}) {
+        EXPECT_NEAR(dpiOf(withSegment(jfif(0, 1), exif)), 254, 0.01) << exif[10];
+        for (const int at : {2, 20}) // before and behind the other mark, which decides
+            EXPECT_NEAR(dpiOf(withSegment(jfif(1, 200), exif, at)), 200, 0.01) << at;
+        exif[exif[10] == 'M' ? 53 : 52] = 2;
+        EXPECT_NEAR(dpiOf(withSegment(jfif(0, 1), exif)), 100, 0.01) << "inches";
+    }
+}
+
+TEST(Codec, readsEveryKindOfBmp)
+{
+    // Red, green above; blue, white below. Rows lie upside down and take four bytes at least.
+    const std::array<cv::Vec3b, 4> wanted{cv::Vec3b(255, 0, 0), {0, 255, 0}, {0, 0, 255}, {255, 255, 255}};
+    struct Kind
+    {
+        std::string name, header, table, pixels;
+        int dpi = 72;
+    };
+    const auto header = [](const std::string& height, const char* bits, const char* coding) {
+        return "28000000 02000000 " + height + "0100" + bits + "00" + coding +
+               "000000 00000000 130b0000 130b0000 04000000 00000000";
+    };
+    const std::string up = "02000000", down = "feffffff", old = "0c000000 0200 0200 0100 0800";
+    const std::string palette = "0000ff00 00ff0000 ff000000 ffffff00";
+    const std::string oldPalette = "0000ff 00ff00 ff0000 ffffff" + std::string(252 * 6, '0');
+    for (const Kind& kind :
+         {Kind{"5 bits each", header(up, "10", "00"), "", "1f00ff7f 007ce003"},
+          Kind{"5, 6, 5", header(up, "10", "03"), "00f80000 e0070000 1f000000", "1f00ffff 00f8e007"},
+          Kind{"32 bits", header(up, "20", "00"), "", "ff000009 ffffff09 0000ff09 00ff0009"},
+          Kind{"red first",
+               header(up, "20", "03"),
+               "ff000000 00ff0000 0000ff00",
+               "0000ff09 ffffff09 ff000009 00ff0009"},
+          Kind{"from the top", header(down, "18", "00"), "", "0000ff00ff000000 ff0000ffffff0000"},
+          Kind{"palette of 8 bits", header(up, "08", "00"), palette, "02030000 00010000"},
+          Kind{"palette of 4 bits", header(up, "04", "00"), palette, "23000000 01000000"},
+          Kind{"palette of OS/2", old, oldPalette, "02030000 00010000", 215}}) {
+        Bytes bmp = hexBytes("424d 00000000 00000000 00000000" + kind.header + kind.table);
+        bmp[10] = static_cast<std::uint8_t>(bmp.size());
+        bmp[11] = static_cast<std::uint8_t>(bmp.size() >> 8);
+        const Bytes pixels = hexBytes(kind.pixels);
+        bmp.insert(bmp.end(), pixels.begin(), pixels.end());
+        const auto read = mirvak::decodeImage(bmp);
+        ASSERT_TRUE(read) << kind.name;
+        ASSERT_EQ(read->pixels.size(), cv::Size(2, 2)) << kind.name;
+        for (int i = 0; i < 4; ++i)
+            EXPECT_EQ(read->pixels.at<cv::Vec3b>(i / 2, i % 2), wanted[static_cast<size_t>(i)])
+                << kind.name << i;
+        EXPECT_NEAR(read->dpi, kind.dpi, 0.02) << kind.name;
+    }
+}
+
+TEST(Codec, keepsTheColourOfThinLines)
+{
+    Image lines = ramps(64, 64);
+    lines.pixels.setTo(cv::Scalar::all(250));
+    for (int y = 0; y < 64; y += 2)
+        lines.pixels.row(y).setTo(cv::Scalar(210, 40, 40)); // red print
+    const cv::Mat read = mirvak::decodeImage(mirvak::encodeImage("jpg", lines, 95))->pixels;
+    EXPECT_LE(difference(read, lines.pixels), 30);
+}
+
 TEST(Codec, laysTransparentPicturesOnWhite)
 {
     // 2 x 1 pixels, red opaque and red transparent, as another program wrote it.
-    const Bytes png = bytesOf({0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0,    0,    0,    0x0d, 0x49,
-                               0x48, 0x44, 0x52, 0,    0,    0,    2,    0,    0,    0,    1,    8,    6,
-                               0,    0,    0,    0xf4, 0x22, 0x7f, 0x8a, 0,    0,    0,    0x14, 0x49, 0x44,
-                               0x41, 0x54, 0x78, 1,    1,    9,    0,    0xf6, 0xff, 0,    0xff, 0,    0,
-                               0xff, 0xff, 0,    0,    0,    0x10, 0xf8, 2,    0xfe, 0x27, 0x6f, 0x57, 0xf2,
-                               0,    0,    0,    0,    0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82});
+    const Bytes png =
+        hexBytes("89504e470d0a1a0a 0000000d4948445200000002000000010806000000f4227f8a"
+                 "00000014494441547801010900f6ff00ff0000ffff00000010f802fe276f57f2 0000000049454e44ae426082");
     const auto read = mirvak::decodeImage(png);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->pixels.at<cv::Vec3b>(0, 0), cv::Vec3b(255, 0, 0));

@@ -17,12 +17,15 @@ constexpr int sealDiameter = 260;
 /// A page of text under uneven light, with a seal over its last lines.
 struct Page
 {
-    explicit Page(const cv::Scalar& ink = {200, 30, 40}) : sheet(made::textPage(size, 34))
+    /// `pale`: how much of the print's darkness is missing, as in a faint copy.
+    explicit Page(const cv::Scalar& ink = {200, 30, 40}, double pale = 0) : sheet(made::textPage(size, 34))
     {
         text = darkerThan(sheet, 110);
+        sheet = sheet * (1 - pale) + made::blankPage(size) * pale;
+        const cv::Mat unstamped = sheet.clone();
         made::stamp(sheet, sealCentre, sealDiameter, ink);
         cv::Mat difference;
-        cv::absdiff(sheet, made::textPage(size, 34), difference);
+        cv::absdiff(sheet, unstamped, difference);
         cv::cvtColor(difference, difference, cv::COLOR_RGB2GRAY);
         seal = (difference > 40) & ~text;
         cv::dilate(text | seal, paper, cv::Mat(), {-1, -1}, 4);
@@ -73,6 +76,71 @@ TEST(Colour, paperBecomesWhiteUnderAnyLightAndInkStays)
     }
 }
 
+TEST(Colour, documentsAreDarkAndCrisp)
+{
+    // Faint print, and a ruler of fine lines beside a coarse one of the same levels.
+    Page document({200, 30, 40}, 0.4), background({200, 30, 40}, 0.4);
+    const cv::Rect fine(150, 1240, 240, 60), coarse(450, 1240, 240, 60);
+    for (mirvak::Image* image : {&document.image, &background.image}) {
+        for (const auto& [place, half] : {std::pair(fine, 2), {coarse, 20}}) {
+            for (int x = 0; x < place.width; x += 2 * half)
+                image->pixels(cv::Rect(place.x + x, place.y, half, place.height)) *= 0.6;
+        }
+        cv::GaussianBlur(image->pixels, image->pixels, {}, 1); // as a lens sees it
+    }
+    mirvak::processDocument(document.image);
+    mirvak::removeBackground(background.image);
+    const cv::Mat crisp = grey(document.image.pixels), plain = grey(background.image.pixels);
+    EXPECT_LT(cv::mean(crisp, document.text)[0], cv::mean(plain, document.text)[0] - 20);
+    const auto depth = [](const cv::Mat& lines) {
+        cv::Scalar mean, deviation;
+        cv::meanStdDev(lines, mean, deviation);
+        return deviation[0];
+    };
+    EXPECT_GT(depth(crisp(fine)) / depth(crisp(coarse)), 1.2 * depth(plain(fine)) / depth(plain(coarse)));
+}
+
+TEST(Colour, whatIsColouredOnThePageStaysSo)
+{
+    Page page;
+    cv::Mat marked(size, CV_8UC1, cv::Scalar(0)); // with a yellow pen, nearly as light as the paper
+    marked(cv::Rect(120, 120, 300, 260)).setTo(255);
+    cv::Mat yellow = page.image.pixels.mul(cv::Scalar(1, 1, 0.62));
+    yellow.copyTo(page.image.pixels, marked);
+    const double before = surplus(page.image.pixels, 0, 2, marked & page.paper);
+    mirvak::removeBackground(page.image);
+    EXPECT_GT(surplus(page.image.pixels, 0, 2, marked & page.paper), 0.8 * before);
+}
+
+TEST(Colour, thresholdKeepsFaintPrintAndTheDotsOfSmallLetters)
+{
+    Page faint({200, 30, 40}, 0.45);
+    mirvak::threshold(faint.image);
+    EXPECT_GT(share(grey(faint.image.pixels) == 0, faint.text), 0.8);
+
+    // Print of ten points on A4 in a picture of eight megapixels: the dot of an i has four pixels across.
+    mirvak::Image page;
+    page.pixels = made::blankPage({2448, 3264});
+    int dots = 0;
+    for (int y = 100; y < 3200; y += 310) {
+        for (int x = 100; x < 2400; x += 230, ++dots)
+            cv::circle(page.pixels,
+                       {16 * x + dots % 16, 16 * y + dots % 13},
+                       2 * 16,
+                       {50, 48, 52},
+                       cv::FILLED,
+                       cv::LINE_AA,
+                       4);
+    }
+    const cv::Rect block(1200, 300, 100, 100); // of a headline in grey
+    page.pixels(block).setTo(cv::Scalar::all(120));
+    made::shine(page.pixels, {0.8, 1, 2});
+    mirvak::threshold(page);
+    cv::Mat labels;
+    EXPECT_EQ(cv::connectedComponents(grey(page.pixels) == 0, labels) - 1, dots + 1);
+    EXPECT_EQ(cv::countNonZero(grey(page.pixels(block - cv::Size(8, 8) + cv::Point(4, 4)))), 0) << "hollow";
+}
+
 TEST(Colour, thresholdGivesTwoLevelsCleanPaperAndWholeStrokes)
 {
     Page page;
@@ -97,14 +165,26 @@ TEST(Colour, sealsAreStrengthenedOnWhitePaper)
         mirvak::SealColour colour;
         int own, other;
     };
-    for (const Case& kind : {Case{{200, 30, 40}, mirvak::SealColour::red, 0, 1},
-                             Case{{40, 50, 190}, mirvak::SealColour::blue, 2, 0}}) {
+    using mirvak::SealColour;
+    for (const Case& kind : {Case{{200, 30, 40}, SealColour::red, 0, 1},
+                             Case{{235, 175, 180}, SealColour::red, 0, 1}, // faint
+                             Case{{40, 50, 190}, SealColour::blue, 2, 0},
+                             Case{{60, 140, 170}, SealColour::blue, 2, 0}}) { // greenish
         Page page(kind.ink);
         const double before = surplus(page.image.pixels, kind.own, kind.other, page.seal);
+        mirvak::Image other;
+        other.pixels = page.image.pixels.clone();
         mirvak::strengthenSeal(page.image, kind.colour);
-        EXPECT_GT(share(grey(page.image.pixels) >= 250, page.paper), 0.99) << kind.own;
-        EXPECT_GT(surplus(page.image.pixels, kind.own, kind.other, page.seal), 1.1 * before) << kind.own;
-        EXPECT_GT(share(grey(page.image.pixels) < 140, page.text), 0.9) << kind.own;
+        mirvak::strengthenSeal(other, kind.colour == SealColour::red ? SealColour::blue : SealColour::red);
+        EXPECT_GT(share(grey(page.image.pixels) >= 250, page.paper), 0.99) << kind.ink;
+        EXPECT_GT(surplus(page.image.pixels, kind.own, kind.other, page.seal), 1.1 * before) << kind.ink;
+        EXPECT_LT(cv::mean(grey(page.image.pixels), page.seal)[0],
+                  0.9 * cv::mean(grey(other.pixels), page.seal)[0])
+            << "stronger than where the other colour is: " << kind.ink;
+        EXPECT_GT(share(grey(page.image.pixels) < 140, page.text), 0.9) << kind.ink;
+        cv::Mat around;
+        cv::dilate(page.seal, around, cv::Mat(), {-1, -1}, 3);
+        EXPECT_GT(share(grey(page.image.pixels) < 60, page.text & around), 0.5) << "print under the seal";
     }
 }
 
@@ -114,11 +194,20 @@ TEST(Colour, enhancingKeepsHuesAndRaisesContrast)
     page.image.pixels.convertTo(page.image.pixels, -1, 0.6, 40); // a flat picture
     const double contrast =
         cv::mean(grey(page.image.pixels), page.paper)[0] - cv::mean(grey(page.image.pixels), page.text)[0];
+    const cv::Scalar flat = cv::mean(page.image.pixels, page.seal);
+    const double tint = (flat[0] - flat[1]) / flat[0];
     mirvak::enhanceColour(page.image);
     const double after =
         cv::mean(grey(page.image.pixels), page.paper)[0] - cv::mean(grey(page.image.pixels), page.text)[0];
     EXPECT_GT(after, 1.2 * contrast);
+    EXPECT_LT(share(grey(page.image.pixels) == 255, page.paper), 0.05) << "burnt out";
+    mirvak::Image night; // with the cover on the lens there is nothing but noise
+    night.pixels = cv::Mat(size, CV_8UC3, cv::Scalar::all(8));
+    made::shine(night.pixels, {1, 1, 2});
+    mirvak::enhanceColour(night);
+    EXPECT_LT(cv::mean(grey(night.pixels))[0], 30);
     const cv::Scalar seal = cv::mean(page.image.pixels, page.seal);
+    EXPECT_GT((seal[0] - seal[1]) / seal[0], 1.15 * tint);
     EXPECT_GT(seal[0], seal[2]); // the ink: much red, little green, a trace more blue
     EXPECT_GE(seal[2], seal[1] - 4);
 }

@@ -1,5 +1,6 @@
 #include "Deskew.h"
 #include "MadePages.h"
+#include "TextSkew.h"
 
 #include <gtest/gtest.h>
 
@@ -70,7 +71,11 @@ TEST(Deskew, takesThePerspectiveOutAndKeepsTheShape)
 
 TEST(Deskew, leavesNoSliverOfTheDesk)
 {
-    mirvak::Image image = photograph(made::placed({820, 606}, {720, 1018}, -9, 0.05), Desk::dark);
+    mirvak::Image image = photograph(made::placed({820, 606}, {720, 1018}, -9, 0.05), Desk::dark),
+                  all = image;
+    all.pixels = image.pixels.clone();
+    ASSERT_EQ(mirvak::deskew(all, 10'000), Deskewed::page);
+    EXPECT_GE(std::min(all.pixels.cols, all.pixels.rows), 16) << "a margin never takes the whole page";
     ASSERT_EQ(mirvak::deskew(image, 15), Deskewed::page);
     cv::Mat grey;
     cv::cvtColor(image.pixels, grey, cv::COLOR_RGB2GRAY);
@@ -84,7 +89,7 @@ TEST(Deskew, leavesNoSliverOfTheDesk)
 TEST(Deskew, levelsTheLinesOfAPageWithoutEdgesAndCutsNothingAway)
 {
     const cv::Mat sheet = made::textPage({1400, 1400}, 34);
-    for (const double degrees : {-6.0, 4.5, 11.0}) {
+    for (const double degrees : {-6.0, 0.3, 4.5, 11.0}) {
         mirvak::Image image;
         const cv::Mat turn = cv::getRotationMatrix2D({700, 700}, -degrees, 1);
         cv::warpAffine(
@@ -93,9 +98,12 @@ TEST(Deskew, levelsTheLinesOfAPageWithoutEdgesAndCutsNothingAway)
         ASSERT_EQ(mirvak::deskew(image, 15), Deskewed::text) << degrees;
         EXPECT_GE(image.pixels.cols, before.cols) << degrees;
         EXPECT_GE(image.pixels.rows, before.rows) << degrees;
-        mirvak::Image again = image;
-        again.pixels = image.pixels.clone();
-        EXPECT_EQ(mirvak::deskew(again, 15), Deskewed::nothing) << degrees << ": still askew";
+        for (const cv::Mat& edge : {image.pixels.row(0), image.pixels.col(image.pixels.cols - 1)})
+            EXPECT_LE(cv::norm(edge, cv::Mat(edge.size(), CV_8UC3, cv::Scalar::all(245)), cv::NORM_INF), 20)
+                << degrees << ": the new ground is like the old one";
+        // A tenth of a degree is two pixels along a line of the page.
+        EXPECT_LT(std::abs(mirvak::findTextSkew(image.pixels).value_or(90)), 0.1)
+            << degrees << ": still askew";
     }
 }
 

@@ -1,3 +1,4 @@
+#include "Pixels.h"
 #include "TempDir.h"
 #include "TestImage.h"
 #include "mirvakcamera.h"
@@ -27,17 +28,7 @@ protected:
     static cv::Mat& pixels(const Handle& image) { return static_cast<mirvak::Image*>(image.get())->pixels; }
 
     /// Smallest rectangle around what is no longer white.
-    static cv::Rect inked(const Handle& image)
-    {
-        cv::Rect box;
-        for (int y = 0; y < pixels(image).rows; ++y) {
-            for (int x = 0; x < pixels(image).cols; ++x) {
-                if (pixels(image).at<cv::Vec3b>(y, x) != cv::Vec3b(255, 255, 255))
-                    box |= cv::Rect(x, y, 1, 1);
-            }
-        }
-        return box;
-    }
+    static cv::Rect inked(const Handle& image) { return otherThan(pixels(image), {255, 255, 255}); }
     MirvakCamera camera_;
 };
 
@@ -117,7 +108,13 @@ TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)
     }
     const Handle upright = white(200, 400);
     ASSERT_EQ(camera_.MirvakImage_Watermark(upright.get(), "Lumro", {100, 60}, 20, 0xff0000, 90), MIRVAK_OK);
-    EXPECT_GT(inked(upright).height, inked(upright).width); // clockwise: downwards
+    EXPECT_GT(inked(upright).height, inked(upright).width);
+    EXPECT_GE(inked(upright).y, 58) << "clockwise: downwards";
+    const Handle veil = white();
+    ASSERT_EQ(camera_.MirvakImage_Watermark(veil.get(), "HHH", {100, 60}, 40, 0x40000000, 0), MIRVAK_OK);
+    double darkest = 0;
+    cv::minMaxLoc(pixels(veil).reshape(1), &darkest);
+    EXPECT_NEAR(darkest, 255 - 0x40, 2) << "a quarter of black";
 }
 
 // In Japan this letter has a long stroke down its left side, in China only the end of the line below it.
@@ -162,6 +159,17 @@ TEST_F(ImageFacade, BytesComeOutWithTheirDescription)
     EXPECT_NE(camera_.MirvakImage_GetImageData(
                   image.get(), bytes.data(), width, height, channels, bits, stride, format, count),
               MIRVAK_OK);
+}
+
+TEST_F(ImageFacade, ScalesInFourWays)
+{
+    for (const int mode : {-1, 0, 1, 2, 3, 4}) {
+        const Handle image = white(40, 20);
+        const bool known = mode >= 0 && mode <= 3;
+        EXPECT_EQ(camera_.MirvakImage_Resize(image.get(), 30, 10, mode),
+                  known ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT);
+        EXPECT_EQ(camera_.MirvakImage_GetWidth(image.get()), known ? 30 : 40) << mode;
+    }
 }
 
 TEST_F(ImageFacade, SavingFailsCleanly)

@@ -1,5 +1,6 @@
 #include "Geometry.h"
 #include "ImagePool.h"
+#include "Pixels.h"
 #include "Rotate.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +23,7 @@ Image randomImage(int width, int height)
 
 bool same(const cv::Mat& a, const cv::Mat& b)
 {
-    return a.size() == b.size() && cv::norm(a, b, cv::NORM_INF) == 0;
+    return difference(a, b) == 0;
 }
 
 int darkPixels(const cv::Mat& rgb)
@@ -44,19 +45,12 @@ TEST(Rotate, quarterTurnsAreExactAtEverySize)
             Image image;
             image.pixels = before.pixels.clone();
             mirvak::rotate(image, 90.0 * turns);
-            const int clockwise = (turns + 4) % 4;
-            ASSERT_EQ(image.pixels.cols, clockwise % 2 ? size.height : size.width);
-            for (int y = 0; y < image.pixels.rows; ++y) {
-                for (int x = 0; x < image.pixels.cols; ++x) {
-                    const int right = size.width - 1, bottom = size.height - 1;
-                    const cv::Point from = clockwise == 0   ? cv::Point(x, y)
-                                           : clockwise == 1 ? cv::Point(y, bottom - x)
-                                           : clockwise == 2 ? cv::Point(right - x, bottom - y)
-                                                            : cv::Point(right - y, x);
-                    ASSERT_EQ(image.pixels.at<cv::Vec3b>(y, x), before.pixels.at<cv::Vec3b>(from))
-                        << size << " turned " << turns << " at " << x << "," << y;
-                }
+            cv::Mat wanted = before.pixels.clone(), transposed;
+            for (int turn = 0; turn < (turns + 4) % 4; ++turn) { // a quarter clockwise: transpose and mirror
+                cv::transpose(wanted, transposed);
+                cv::flip(transposed, wanted, 1);
             }
+            EXPECT_TRUE(same(image.pixels, wanted)) << size << " turned " << turns;
             mirvak::rotate(image, -90.0 * turns);
             EXPECT_TRUE(same(image.pixels, before.pixels));
         }
@@ -72,6 +66,25 @@ TEST(Rotate, aStreamOfTurnsUsesTwoBuffers)
         buffers.insert(image.pixels.data);
     }
     EXPECT_EQ(buffers.size(), 2U);
+}
+
+TEST(ImagePool, knowsNothingOfThePictureBefore)
+{
+    mirvak::ImagePool pool;
+    auto image = pool.take(80, 60);
+    const void* const buffer = image->pixels.data;
+    image->dpi = 100;
+    image->taken = std::chrono::steady_clock::now();
+    cv::Mat shown = image->pixels;
+    pool.giveBack(std::move(image));
+    image = pool.take(80, 60);
+    EXPECT_NE(image->pixels.data, buffer) << "somebody still shows it";
+    image->dpi = 100;
+    image->taken = std::chrono::steady_clock::now();
+    pool.giveBack(std::move(image));
+    image = pool.take(80, 60);
+    EXPECT_DOUBLE_EQ(image->dpi, mirvak::cameraDpi);
+    EXPECT_FALSE(image->taken);
 }
 
 TEST(Rotate, otherAnglesTurnClockwiseAndCutNothingOff)
@@ -140,16 +153,14 @@ TEST(Geometry, mergeLaysTheInsetWhereItIsAsked)
     const Image base = randomImage(100, 80);
     Image inset = randomImage(30, 30), merged;
     inset.pixels.setTo(cv::Scalar(1, 2, 3));
+    inset.dpi = base.dpi / 2;
     for (const cv::Rect place :
          {cv::Rect(20, 10, 15, 40), {-5, -5, 15, 40}, {90, 70, 60, 60}, {200, 200, 10, 10}}) {
         ASSERT_TRUE(mirvak::merge(base, inset, place, merged));
-        for (int y = 0; y < 80; ++y) {
-            for (int x = 0; x < 100; ++x) {
-                const cv::Vec3b wanted =
-                    place.contains({x, y}) ? cv::Vec3b(1, 2, 3) : base.pixels.at<cv::Vec3b>(y, x);
-                ASSERT_EQ(merged.pixels.at<cv::Vec3b>(y, x), wanted) << place << " at " << x << "," << y;
-            }
-        }
+        cv::Mat wanted = base.pixels.clone();
+        wanted(place & cv::Rect(0, 0, 100, 80)).setTo(cv::Scalar(1, 2, 3));
+        EXPECT_TRUE(same(merged.pixels, wanted)) << place;
+        EXPECT_EQ(merged.dpi, base.dpi);
     }
     EXPECT_FALSE(mirvak::merge(base, inset, {0, 0, 0, 10}, merged));
     EXPECT_FALSE(mirvak::merge(base, inset, {0, 0, 50'000, 50'000}, merged));

@@ -24,6 +24,16 @@ std::string words(cv::RNG& random, int letters)
     return text;
 }
 
+void write(cv::Mat& page,
+           const std::string& text,
+           cv::Point at,
+           double scale,
+           int thick,
+           int font = cv::FONT_HERSHEY_SIMPLEX)
+{
+    cv::putText(page, text, at, font, scale, ink, std::max(1, thick), cv::LINE_AA);
+}
+
 // Share of each pixel that lies inside, from its distance to the nearest edge.
 cv::Mat coverage(cv::Size size, const Corners& corners)
 {
@@ -79,14 +89,8 @@ cv::Mat textPage(cv::Size size, int lineHeight, unsigned seed)
             continue;
         const double share = line % 9 == 7 ? 0.55 : 1;
         const int letters = static_cast<int>(share * (size.width - 2 * margin) / (19.5 * scale));
-        cv::putText(page,
-                    words(random, letters),
-                    {margin, y},
-                    cv::FONT_HERSHEY_COMPLEX,
-                    scale,
-                    ink,
-                    std::max(1, cvRound(scale * 1.6)),
-                    cv::LINE_AA);
+        write(
+            page, words(random, letters), {margin, y}, scale, cvRound(scale * 1.6), cv::FONT_HERSHEY_COMPLEX);
     }
     return page;
 }
@@ -96,24 +100,19 @@ cv::Mat tablePage(cv::Size size)
     cv::Mat page = blankPage(size);
     const cv::Rect table(size.width / 8, size.height / 8, size.width * 3 / 4, size.height * 3 / 4);
     const int thick = std::max(2, size.width / 500);
-    for (int i = 0; i <= 4; ++i)
-        cv::line(page,
-                 {table.x + table.width * i / 4, table.y},
-                 {table.x + table.width * i / 4, table.br().y},
-                 ink,
-                 thick);
+    for (int i = 0; i <= 4; ++i) {
+        const int x = table.x + table.width * i / 4;
+        cv::line(page, {x, table.y}, {x, table.br().y}, ink, thick);
+    }
     for (int i = 0; i <= 12; ++i) {
         const int y = table.y + table.height * i / 12;
         cv::line(page, {table.x, y}, {table.br().x, y}, ink, thick);
         if (i < 12)
-            cv::putText(page,
-                        "cell " + std::to_string(i),
-                        {table.x + 12, y + table.height / 18},
-                        cv::FONT_HERSHEY_SIMPLEX,
-                        size.width / 1400.0,
-                        ink,
-                        thick,
-                        cv::LINE_AA);
+            write(page,
+                  "cell " + std::to_string(i),
+                  {table.x + 12, y + table.height / 18},
+                  size.width / 1400.0,
+                  thick);
     }
     return page;
 }
@@ -124,14 +123,11 @@ cv::Mat cardPage(cv::Size size)
     const cv::Rect portrait(size.width * 2 / 3, size.height / 6, size.width / 4, size.height / 2);
     cv::rectangle(card, portrait, cv::Scalar(120, 105, 95), cv::FILLED);
     for (int i = 0; i < 5; ++i)
-        cv::putText(card,
-                    "Name field",
-                    {size.width / 16, size.height * (i + 1) / 6},
-                    cv::FONT_HERSHEY_SIMPLEX,
-                    size.width / 500.0,
-                    ink,
-                    std::max(1, size.width / 250),
-                    cv::LINE_AA);
+        write(card,
+              "Name field",
+              {size.width / 16, size.height * (i + 1) / 6},
+              size.width / 500.0,
+              size.width / 250);
     return card;
 }
 

@@ -59,6 +59,12 @@ Document build(std::vector<ReadBlock> blocks)
     return mirvak::buildDocument(page);
 }
 
+/// A page with these lines, the first 300 px from the left and from the top.
+Document written(const std::vector<std::string>& lines)
+{
+    return build({blockAt(300, 300, lines)});
+}
+
 std::vector<std::string> textsOf(const Document& document)
 {
     std::vector<std::string> texts;
@@ -73,13 +79,11 @@ using Texts = std::vector<std::string>;
 
 TEST(DocumentBuilder, ParagraphsEndWhereTheNextWordHadRoom)
 {
-    const Document document = build({blockAt(300,
-                                             300,
-                                             {"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
-                                              "Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy",
-                                              "Uqy Vqy Wqy.",
-                                              "New Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
-                                              "Aqy Bqy Eqd."})});
+    const Document document = written({"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                                       "Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy",
+                                       "Uqy Vqy Wqy.",
+                                       "New Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                                       "Aqy Bqy Eqd."});
     EXPECT_EQ(
         textsOf(document),
         (Texts{"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy Uqy Vqy Wqy.",
@@ -90,14 +94,12 @@ TEST(DocumentBuilder, ParagraphsEndWhereTheNextWordHadRoom)
 
 TEST(DocumentBuilder, ParagraphsBeginWithAnIndentOrAfterAPause)
 {
-    const Document document = build({blockAt(300,
-                                             300,
-                                             {"    Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy",
-                                              "Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy",
-                                              "    Bqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy",
-                                              "Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy",
-                                              "",
-                                              "Cqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy"})});
+    const Document document = written({"    Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy",
+                                       "Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy",
+                                       "    Bqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy",
+                                       "Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy Sqy Tqy",
+                                       "",
+                                       "Cqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy"});
     ASSERT_EQ(document.paragraphs.size(), 3U);
     EXPECT_EQ(document.paragraphs[1].text.substr(0, 3), U"Bqy");
     EXPECT_NEAR(document.paragraphs[1].firstIndent, 4 * letter * 1440 / 300, 1);
@@ -105,14 +107,28 @@ TEST(DocumentBuilder, ParagraphsBeginWithAnIndentOrAfterAPause)
     EXPECT_NEAR(document.paragraphs[2].spaceBefore, pitch * 1440 / 300, 3) << "one line was left out";
 }
 
+TEST(DocumentBuilder, AnIndentedPassageKeepsItsPlace)
+{
+    const Document document = written({"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                                       "Kqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                                       "",
+                                       "        Kqy Lqy Mqy Nqy Oqy Pqy Qqy Rqy",
+                                       "        Sqy Tqy Uqy Vqy Wqy Xqy Yqy Zqy",
+                                       "        Uqy Vqy Wqy Xqy Yqy Zqy Aqy Bqy",
+                                       "",
+                                       "Cqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy"});
+    ASSERT_EQ(document.paragraphs.size(), 3U);
+    EXPECT_NEAR(document.paragraphs[1].leftIndent, 8 * letter * 1440 / 300, 1);
+    EXPECT_EQ(document.paragraphs[1].firstIndent, 0);
+    EXPECT_EQ(document.paragraphs[2].leftIndent, 0);
+}
+
 TEST(DocumentBuilder, ChineseLinesMayEndShort)
 {
-    const Document document = build({blockAt(300,
-                                             300,
-                                             {"    镇子的东头有一家旧书店门口种着两棵树",
-                                              "镇上的人都叫他顾先生他的店不大只有三",
-                                              "岁镇上的人都叫他顾先生他的店不大只有三间",
-                                              "    每天清早顾先生先把门板一块一块卸下来"})});
+    const Document document = written({"    镇子的东头有一家旧书店门口种着两棵树",
+                                       "镇上的人都叫他顾先生他的店不大只有三",
+                                       "岁镇上的人都叫他顾先生他的店不大只有三间",
+                                       "    每天清早顾先生先把门板一块一块卸下来"});
     EXPECT_EQ(document.paragraphs.size(), 2U);
 }
 
@@ -129,15 +145,21 @@ TEST(DocumentBuilder, SizesMakeHeadings)
     EXPECT_EQ(document.paragraphs[2].headingLevel, 0);
     EXPECT_NEAR(document.paragraphs[2].halfPoints, 2 * em * 72 / 300, 1);
     EXPECT_NEAR(document.paragraphs[0].halfPoints, 4 * em * 72 / 300, 2);
+
+    ReadBlock notice;
+    for (int line = 0; line < 4; ++line)
+        notice.push_back(lineAt(300, 300 + 70 * line, "Aqy Bqy Cqy Dqy Eqy Fqy Gqy", 1.4));
+    const std::vector<std::string> body(8, "Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy");
+    const Document large = build({notice, blockAt(300, 700, body)});
+    EXPECT_GT(large.paragraphs[0].halfPoints, large.paragraphs[1].halfPoints);
+    EXPECT_EQ(large.paragraphs[0].headingLevel, 0) << "a passage of large print is no heading";
 }
 
 TEST(DocumentBuilder, LinesKeepTheirSide)
 {
-    const Document document = build({blockAt(300,
-                                             300,
-                                             {"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
-                                              "                                Bqy 24y",
-                                              "              Mqiddle Aqb"})});
+    const Document document = written({"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                                       "                                Bqy 24y",
+                                       "              Mqiddle Aqb"});
     ASSERT_EQ(document.paragraphs.size(), 3U);
     EXPECT_EQ(document.paragraphs[0].alignment, Alignment::left);
     EXPECT_EQ(document.paragraphs[1].alignment, Alignment::right);
@@ -146,11 +168,9 @@ TEST(DocumentBuilder, LinesKeepTheirSide)
 
 TEST(DocumentBuilder, RowsOfATableShareTheirTabStops)
 {
-    const Document document = build({blockAt(300,
-                                             300,
-                                             {"Lqamp _ _ _ _ _ Bqrass _ _ _ _ _ _ 48.50",
-                                              "Cqase _ _ _ _ _ Oqak, Rqd _ _ _ _ 9.90",
-                                              "Kqey _ _ _ _ _ _ Tqn _ _ _ _ _ _ _ _ _ _ 0.05"})});
+    const Document document = written({"Lqamp _ _ _ _ _ Bqrass _ _ _ _ _ _ 48.50",
+                                       "Cqase _ _ _ _ _ Oqak, Rqd _ _ _ _ 9.90",
+                                       "Kqey _ _ _ _ _ _ Tqn _ _ _ _ _ _ _ _ _ _ 0.05"});
     EXPECT_EQ(textsOf(document)[1], "Cqase\tOqak, Rqd\t9.90");
     for (const auto& row : document.paragraphs) {
         ASSERT_EQ(row.tabs.size(), 2U);
@@ -159,6 +179,7 @@ TEST(DocumentBuilder, RowsOfATableShareTheirTabStops)
         EXPECT_EQ(row.tabs[1].position, document.paragraphs[0].tabs[1].position);
     }
     EXPECT_EQ(document.paragraphs[0].tabs[0].position, document.paragraphs[1].tabs[0].position);
+    EXPECT_NEAR(document.paragraphs[0].tabs[0].position, 11 * letter * 1440 / 300, 1) << "from the margin";
 }
 
 TEST(DocumentBuilder, ThePaperIsThatOfThePicture)
@@ -169,11 +190,16 @@ TEST(DocumentBuilder, ThePaperIsThatOfThePicture)
     EXPECT_NEAR(document.paperHeight, 16838, 1);
     EXPECT_NEAR(document.marginLeft, 1440, 1);
     EXPECT_NEAR(document.marginTop, 2160, 1);
+    const Document corner = build({blockAt(1500, 3000, {"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy"})});
+    EXPECT_NEAR(corner.marginRight, (2480 - 1500 - 39 * letter) * 1440 / 300, 1);
+    EXPECT_NEAR(corner.marginLeft, 11904 / 3, 1) << "room for the text stays";
+    EXPECT_EQ(corner.marginBottom, 1440) << "a short page leaves more, which is no margin";
 
-    // The same page taken from far away carries the same number: its print would be of 3 points.
-    ReadPage small{2480, 3508, 960, "eng", {block}};
-    const Document scaled = mirvak::buildDocument(small);
-    EXPECT_EQ(scaled.paragraphs[0].halfPoints, 22);
-    EXPECT_NEAR(scaled.paperHeight / static_cast<double>(scaled.paperWidth), 3508.0 / 2480, 0.001);
+    // The same page from far away or near carries the same number: its print would be of 3 or of 29 points.
+    for (const double dpi : {960, 100}) {
+        const Document scaled = mirvak::buildDocument({2480, 3508, dpi, "eng", {block}});
+        EXPECT_EQ(scaled.paragraphs[0].halfPoints, 22) << dpi;
+        EXPECT_NEAR(scaled.paperHeight / static_cast<double>(scaled.paperWidth), 3508.0 / 2480, 0.001);
+    }
     EXPECT_TRUE(build({}).paragraphs.empty());
 }

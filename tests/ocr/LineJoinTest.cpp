@@ -57,6 +57,10 @@ TEST(LineJoin, AHyphenOfTheWordItselfStays)
     EXPECT_EQ(lines({U"for thirty-", U"one years"}, dictionary), U"for thirty-one years");
     EXPECT_EQ(lines({U"recog-", U"nised"}, dictionary), U"recognised");
     EXPECT_EQ(lines({U"North-", U"South"}), U"North-South") << "a capital begins no second half";
+    EXPECT_EQ(lines({U"Санкт-", U"Петербург"}), U"Санкт-Петербург");
+    EXPECT_EQ(lines({U"co-", U"operate"}, {"co-operate", "operate"}), U"co-operate")
+        << "only together a word";
+    EXPECT_EQ(lines({U"mother-in-", U"law came"}, {"in", "law"}), U"mother-in-law came");
     EXPECT_EQ(lines({U"1990-", U"95"}), U"1990-95");
     EXPECT_EQ(lines({U"he said -", U"nothing"}), U"he said - nothing") << "a dash is none";
     EXPECT_EQ(lines({U"-", U"first point"}), U"- first point");

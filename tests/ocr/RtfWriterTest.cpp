@@ -69,6 +69,9 @@ TEST(RtfWriter, WritesTheShapeOfThePageAndItsParagraphs)
     document.paperWidth = 16838;
     document.paperHeight = 11906;
     document.marginLeft = 1200;
+    document.marginTop = 1300;
+    document.marginRight = 1400;
+    document.marginBottom = 1500;
     Paragraph& head = document.paragraphs[0];
     head.headingLevel = 2;
     head.alignment = mirvak::Alignment::centre;
@@ -78,8 +81,9 @@ TEST(RtfWriter, WritesTheShapeOfThePageAndItsParagraphs)
     document.paragraphs[2].spaceBefore = 120;
     const std::string rtf = mirvak::toRtf(document);
     EXPECT_THAT(rtf, HasSubstr("\\deflang1049"));
-    EXPECT_THAT(rtf, HasSubstr("\\paperw16838\\paperh11906\\margl1200"));
+    EXPECT_THAT(rtf, HasSubstr("\\paperw16838\\paperh11906\\margl1200\\margt1300\\margr1400\\margb1500"));
     EXPECT_THAT(rtf, HasSubstr("\\landscape"));
+    EXPECT_THAT(mirvak::toRtf(documentOf({U"standing"})), testing::Not(HasSubstr("\\landscape")));
     EXPECT_THAT(rtf, HasSubstr("\\s2\\outlinelevel1\\keepn\\qc"));
     EXPECT_THAT(rtf, HasSubstr("\\b\\fs33 Head"));
     EXPECT_THAT(rtf, HasSubstr("\\tx2000\\tqr\\tx5000"));

@@ -3,6 +3,7 @@
 #include "OddPictures.h"
 #include "PdfTools.h"
 #include "PictureBytes.h"
+#include "Pixels.h"
 #include "TempDir.h"
 #include "mirvakcamera.h"
 
@@ -52,11 +53,6 @@ double fieldsDifference(const cv::Mat& page, const cv::Mat& wanted)
         worst = std::max(worst, cv::norm(seen, meant, cv::NORM_INF));
     }
     return worst;
-}
-
-double difference(const cv::Mat& a, const cv::Mat& b)
-{
-    return a.size() == b.size() ? cv::norm(a, b, cv::NORM_INF) : 1e9;
 }
 
 class PdfFile : public ::testing::Test
@@ -169,14 +165,18 @@ TEST_F(PdfFile, CmykIsNeverANegative)
             odd::JpegKind kind{JCS_CMYK, stored};
             kind.adobe = adobe;
             kind.jfif = false;
-            const cv::Mat page = pageOf(file("cmyk.jpg", odd::jpeg(inks, kind)));
-            ASSERT_FALSE(page.empty());
+            const Bytes jpeg = odd::jpeg(inks, kind);
+            const std::optional<Image> decoded = mirvak::decodeImage(jpeg);
+            ASSERT_TRUE(decoded);
             // Without a resolution of its own: 215 dpi, so that a page has 11 x 8 pixels.
-            const auto white = page.at<cv::Vec3b>(page.rows / 2, 1);
-            const auto red = page.at<cv::Vec3b>(page.rows / 2, page.cols - 2);
-            EXPECT_GE(*std::min_element(white.val, white.val + 3), 240) << adobe << stored;
-            EXPECT_GE(red[0], 180) << adobe << stored;
-            EXPECT_LE(std::max(red[1], red[2]), 80) << adobe << stored;
+            for (const cv::Mat& page : {pageOf(file("cmyk.jpg", jpeg)), decoded->pixels}) {
+                ASSERT_FALSE(page.empty());
+                const auto white = page.at<cv::Vec3b>(page.rows / 2, 1);
+                const auto red = page.at<cv::Vec3b>(page.rows / 2, page.cols - 2);
+                EXPECT_GE(*std::min_element(white.val, white.val + 3), 240) << adobe << stored;
+                EXPECT_GE(red[0], 180) << adobe << stored;
+                EXPECT_LE(std::max(red[1], red[2]), 80) << adobe << stored;
+            }
         }
     }
 }
@@ -190,6 +190,18 @@ TEST_F(PdfFile, TurnedAndMirroredPicturesStandUpright)
         const cv::Mat page = pageOf(file("turned.jpg", jpeg));
         EXPECT_EQ(page.size(), upright->pixels.size()) << orientation;
         EXPECT_LE(fieldsDifference(page, upright->pixels), 12) << orientation;
+    }
+}
+
+TEST_F(PdfFile, APixelMayBeHigherThanWide)
+{
+    odd::JpegKind kind;
+    kind.dpiDown = 144; // as of a fax: half as high as wide
+    const Bytes jpeg = odd::jpeg(fields(48, 32), kind);
+    for (const auto& [orientation, size] :
+         {std::pair(1, "48 x 16"), {3, "48 x 16"}, {6, "16 x 48"}, {8, "16 x 48"}}) {
+        pageOf(file("fax.jpg", withOrientation(jpeg, orientation)));
+        EXPECT_THAT(tools::pageSizes(pdf), testing::ElementsAre(size)) << orientation;
     }
 }
 
@@ -210,6 +222,8 @@ TEST_F(PdfFile, EveryKindOfPngKeepsItsPixels)
     });
     expectPage("16 bits", odd::png(greyRamp(), {0, 16}), greyRamp());
     expectPage("RGB, 16 bits", odd::png(fields(), {2, 16}), fields());
+    const cv::Mat ochre(24, 32, CV_8UC3, cv::Scalar(190, 130, 50));
+    expectPage("RGB with opacity, 16 bits", odd::png(ochre, {6, 16}), ochre);
     EXPECT_EQ(add(file("a.png", odd::png(fields(), {2, 16, true}))), MIRVAK_BAD_ARGUMENT)
         << "not readable whole";
     cv::Mat noise(24, 32, CV_8UC3);
@@ -253,7 +267,7 @@ TEST_F(PdfFile, WhatIsNoPictureIsRefusedAndTheOtherPagesStay)
     Bytes broken = png;
     broken[broken.size() / 2] ^= 0xff;
     Bytes forged = jpeg; // 65535 x 65535 pixels
-    const Bytes frame = bytesOf({0xff, 0xc0});
+    const Bytes frame = hexBytes("ffc0");
     std::fill_n(std::search(forged.begin(), forged.end(), frame.begin(), frame.end()) + 5, 4, 0xff);
     ASSERT_EQ(mkfifo(dir.file("pipe").c_str(), 0600), 0);
     const std::pair<std::string, int> cases[] = {
@@ -326,7 +340,7 @@ TEST_F(PdfFile, WhatFailsLeavesNoFileAndNoPages)
 
 TEST_F(PdfFile, AFileOfThatNameIsNeverReplaced)
 {
-    const Bytes old = bytesOf({'o', 'l', 'd'});
+    const Bytes old = hexBytes("6f6c64");
     tools::write(pdf, old);
     for (const std::string& taken : {pdf, dir.path()}) {
         ASSERT_EQ(add(jpegFile("a.jpg")), MIRVAK_OK);

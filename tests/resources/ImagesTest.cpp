@@ -9,17 +9,12 @@
 
 namespace {
 
-const QStringList languages{QStringLiteral("zh"),
-                            QStringLiteral("hk"),
-                            QStringLiteral("en"),
-                            QStringLiteral("pl"),
-                            QStringLiteral("jp")};
-
 QStringList words(const char* text)
 {
     return QString::fromLatin1(text).simplified().split(QLatin1Char(' '));
 }
 
+const QStringList languages = words("zh hk en pl jp");
 const QStringList captionedNames =
     words("capture document barcode synthesis CardSynthesis videocapture "
           "continuousShooting OCR IDCardReader print PDF PdfEx sign fingerprint "
@@ -101,12 +96,11 @@ TEST(Images, OneIconServesAllLanguagesAndTheCaptionTellsThemApart)
             EXPECT_EQ(upper(QImage(imagePath(language, name))), upper(chinese)) << qPrintable(name);
     }
     const QString face = QStringLiteral("FaceVerify");
-    for (const QString& one : languages) {
-        for (const QString& other : languages) {
-            if (one != other) {
-                EXPECT_NE(QImage(imagePath(one, face)), QImage(imagePath(other, face))) << qPrintable(one);
-            }
-        }
+    QVector<QImage> captioned;
+    for (const QString& language : languages) {
+        const QImage image(imagePath(language, face));
+        EXPECT_FALSE(captioned.contains(image)) << qPrintable(language);
+        captioned.append(image);
     }
 }
 

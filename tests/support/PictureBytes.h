@@ -2,24 +2,32 @@
 
 #include "Codec.h"
 
-#include <initializer_list>
+#include <string>
 
-inline mirvak::Bytes bytesOf(std::initializer_list<int> values)
+/// Bytes written as pairs of hexadecimal digits; blanks between them mean nothing.
+inline mirvak::Bytes hexBytes(const std::string& text)
 {
     mirvak::Bytes bytes;
-    for (const int value : values)
-        bytes.push_back(static_cast<std::uint8_t>(value));
+    for (size_t at = 0; at < text.size(); at += text[at] == ' ' ? 1 : 2) {
+        if (text[at] != ' ')
+            bytes.push_back(static_cast<std::uint8_t>(std::stoi(text.substr(at, 2), nullptr, 16)));
+    }
     return bytes;
 }
 
-/// An Exif segment that holds nothing but the orientation, put behind the start-of-image marker.
+/// The JPEG with these bytes put in: behind its start-of-image marker, or where told.
+inline mirvak::Bytes withSegment(const mirvak::Bytes& jpeg, const mirvak::Bytes& segment, int at = 2)
+{
+    mirvak::Bytes result = jpeg;
+    result.insert(result.begin() + at, segment.begin(), segment.end());
+    return result;
+}
+
+/// With an Exif segment that holds nothing but the orientation.
 inline mirvak::Bytes withOrientation(const mirvak::Bytes& jpeg, int orientation)
 {
-    mirvak::Bytes segment =
-        bytesOf({0xff, 0xe1, 0, 34, 'E', 'x', 'i', 'f', 0, 0, 'M', 'M', 0, 42, 0, 0, 0, 8, 0, 1});
-    const mirvak::Bytes entry = bytesOf({0x01, 0x12, 0, 3, 0, 0, 0, 1, 0, orientation, 0, 0, 0, 0, 0, 0});
-    segment.insert(segment.end(), entry.begin(), entry.end());
-    mirvak::Bytes result = jpeg;
-    result.insert(result.begin() + 2, segment.begin(), segment.end());
-    return result;
+    mirvak::Bytes exif =
+        hexBytes("ffe1 0022 457869660000 4d4d002a00000008 0001 0112000300000001 00000000 00000000");
+    exif[exif.size() - 7] = static_cast<std::uint8_t>(orientation);
+    return withSegment(jpeg, exif);
 }

@@ -22,10 +22,11 @@ struct Outcome
     QByteArray messages;
 };
 
-Outcome runTool(const QStringList& arguments)
+/// @param arguments apart by blanks
+Outcome runTool(const QString& arguments)
 {
     QProcess tool;
-    tool.start(QStringLiteral(DESKPICTURES), arguments);
+    tool.start(QStringLiteral(DESKPICTURES), arguments.split(QLatin1Char(' ')));
     if (!tool.waitForFinished(240000))
         return {};
     return {tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1, tool.readAllStandardError()};
@@ -73,12 +74,7 @@ TEST(DeskPictures, PagesLieWhereTheTruthSays)
 {
     const TempDir folder;
     const QString path = QString::fromStdString(folder.path());
-    ASSERT_EQ(runTool({QStringLiteral("--only"),
-                       QStringLiteral("codes,russian-text"),
-                       path,
-                       QStringLiteral("800x600"),
-                       QStringLiteral("1600x1200")})
-                  .exitCode,
+    ASSERT_EQ(runTool(QStringLiteral("--only codes,russian-text %1 800x600 1600x1200").arg(path)).exitCode,
               0);
     const QList<QByteArray> lines = contentOf(path + QStringLiteral("/truth.csv")).split('\n').mid(1);
     ASSERT_EQ(lines.size(), 5); // two pages in two sizes, and the end of the last line
@@ -104,13 +100,9 @@ TEST(DeskPictures, TheNumberOfThreadsDoesNotChangeThePictures)
     std::array<QString, 2> paths;
     for (int i = 0; i < 2; ++i) {
         paths[i] = QString::fromStdString(folders[i].path());
-        const QStringList arguments = {QStringLiteral("--jobs"),
-                                       QString::number(i + 1),
-                                       QStringLiteral("--only"),
-                                       QStringLiteral("card-back,form"),
-                                       paths[i],
-                                       QStringLiteral("800x600")};
-        ASSERT_EQ(runTool(arguments).exitCode, 0);
+        const QString order =
+            QStringLiteral("--jobs %1 --only card-back,form %2 800x600").arg(i + 1).arg(paths[i]);
+        ASSERT_EQ(runTool(order).exitCode, 0);
     }
     for (const char* name :
          {"/pictures/800x600/02-form.jpg", "/pictures/800x600/10-card-back.jpg", "/truth.csv"}) {
@@ -125,7 +117,7 @@ TEST(DeskPictures, WrongOrdersAreRefusedInOneLine)
     const TempDir folder;
     const QString path = QString::fromStdString(folder.path());
     for (const char* size : {"1600x1201", "1600", "0x0", "1600x-1200", "1000000x750000", "wide"}) {
-        const Outcome outcome = runTool({path, QLatin1String(size)});
+        const Outcome outcome = runTool(path + QLatin1Char(' ') + QLatin1String(size));
         EXPECT_EQ(outcome.exitCode, 2) << size;
         EXPECT_EQ(outcome.messages.count('\n'), 1) << outcome.messages.toStdString();
         EXPECT_TRUE(outcome.messages.contains(size)) << outcome.messages.toStdString();
@@ -134,8 +126,7 @@ TEST(DeskPictures, WrongOrdersAreRefusedInOneLine)
 
     // A file stands where the folder should be made.
     const QString blocked = QString::fromStdString(folder.write("file", "x"));
-    const Outcome outcome =
-        runTool({QStringLiteral("--only"), QStringLiteral("card-back"), blocked, QStringLiteral("800x600")});
+    const Outcome outcome = runTool(QStringLiteral("--only card-back %1 800x600").arg(blocked));
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_TRUE(outcome.messages.contains(blocked.toUtf8())) << outcome.messages.toStdString();
     EXPECT_EQ(contentOf(blocked), QByteArray("x"));

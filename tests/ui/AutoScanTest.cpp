@@ -1,4 +1,5 @@
 #include "AutoScan.h"
+#include "Part.h"
 
 #include <gtest/gtest.h>
 
@@ -20,12 +21,7 @@ protected:
         dialog.SetTitleName(QStringLiteral("Timer Scan"));
         dialog.show();
     }
-    template <class Part> Part* part(const char* name) const
-    {
-        auto* found = dialog.findChild<Part*>(QLatin1String(name));
-        EXPECT_NE(found, nullptr) << name;
-        return found;
-    }
+    template <class Control> Control* part(const char* name) const { return ::part<Control>(dialog, name); }
     QString text(const char* label) const { return part<QLabel>(label)->text(); }
     QString shownCount() const
     {

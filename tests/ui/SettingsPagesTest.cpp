@@ -1,6 +1,7 @@
 // What the pages of the settings show, store and tell.
 #include "AnsweredDialogs.h"
 #include "FreshSettings.h"
+#include "Part.h"
 #include "SetAbout.h"
 #include "SetAutoPage.h"
 #include "SetGlobal.h"
@@ -22,13 +23,6 @@
 
 namespace {
 
-template <class Control> Control* control(const QWidget& page, const char* name)
-{
-    auto* found = page.findChild<Control*>(QLatin1String(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
 class SettingsPages : public FreshSettings
 {
 protected:
@@ -49,7 +43,7 @@ protected:
 class Prefix : public SettingsPages
 {
 protected:
-    Prefix() : edit(control<QLineEdit>(page, "editPrefix"))
+    Prefix() : edit(part<QLineEdit>(page, "editPrefix"))
     {
         edit->clear();
         settings.GetSettings()->clear();
@@ -127,19 +121,20 @@ TEST_F(SettingsPages, StoreEveryControlUnderItsKeyAlone)
 TEST_F(SettingsPages, CountTheRowsOfAPosition)
 {
     const SetImage image;
-    auto* watermark = control<QComboBox>(image, "comboWatermarkPosition");
-    watermark->setCurrentIndex(watermark->findText(QStringLiteral("Bottom left")));
-    EXPECT_EQ(stored("Watermark_Pos"), 2);
-    watermark->setCurrentIndex(watermark->findText(QStringLiteral("None")));
-    EXPECT_EQ(stored("Watermark_Pos"), 0);
-    auto* merge = control<QComboBox>(image, "comboMergePosition");
-    merge->setCurrentIndex(merge->findText(QStringLiteral("Bottom left")));
-    EXPECT_EQ(stored("Merge_Pos"), 1);
     const SetAutoPage automatic;
-    auto* delay = control<QComboBox>(automatic, "comboDelay");
+    auto* delay = part<QComboBox>(automatic, "comboDelay");
     EXPECT_EQ(delay->currentText(), QStringLiteral("5")) << "where nothing is stored";
-    delay->setCurrentIndex(delay->findText(QStringLiteral("1")));
-    EXPECT_EQ(stored("AutoScan_Delay"), 1);
+    auto* watermark = part<QComboBox>(image, "comboWatermarkPosition");
+    auto* merge = part<QComboBox>(image, "comboMergePosition");
+    const std::tuple<QComboBox*, const char*, const char*, int> choices[] = {
+        {watermark, "Bottom left", "Watermark_Pos", 2},
+        {watermark, "None", "Watermark_Pos", 0},
+        {merge, "Bottom left", "Merge_Pos", 1},
+        {delay, "1", "AutoScan_Delay", 1}};
+    for (const auto& [box, text, key, value] : choices) {
+        box->setCurrentIndex(box->findText(QLatin1String(text)));
+        EXPECT_EQ(stored(key), value) << text;
+    }
 }
 
 TEST_F(SettingsPages, ShowWhatIsStoredAndWriteNothing)
@@ -166,17 +161,17 @@ TEST_F(SettingsPages, ShowWhatIsStoredAndWriteNothing)
         page->hide();
     }
     EXPECT_EQ(everything(), before);
-    EXPECT_EQ(control<QLineEdit>(global, "editPrefix")->text(), QString(40, QLatin1Char('p')));
-    EXPECT_TRUE(control<QRadioButton>(global, "radioDateTime")->isChecked());
-    EXPECT_TRUE(control<QRadioButton>(global, "radioRedSeal")->isChecked());
-    EXPECT_EQ(control<QComboBox>(global, "comboLanguage")->currentIndex(), -1);
-    EXPECT_EQ(control<QComboBox>(image, "comboMergePosition")->currentText(), QStringLiteral("Top right"));
-    EXPECT_EQ(control<QComboBox>(image, "comboScanSize")->currentText(), QStringLiteral("A4"));
-    EXPECT_TRUE(control<QCheckBox>(image, "checkBookLine")->isChecked());
-    EXPECT_EQ(control<QLineEdit>(image, "editPath")->text(), QStringLiteral("/some/where"));
-    EXPECT_TRUE(control<QRadioButton>(automatic, "radioTimerScan")->isChecked());
-    EXPECT_EQ(control<QComboBox>(automatic, "comboDelay")->currentIndex(), -1);
-    EXPECT_EQ(control<QLineEdit>(shortcut, "editBook")->text(), QStringLiteral("Ctrl+B"));
+    EXPECT_EQ(part<QLineEdit>(global, "editPrefix")->text(), QString(40, QLatin1Char('p')));
+    EXPECT_TRUE(part<QRadioButton>(global, "radioDateTime")->isChecked());
+    EXPECT_TRUE(part<QRadioButton>(global, "radioRedSeal")->isChecked());
+    EXPECT_EQ(part<QComboBox>(global, "comboLanguage")->currentIndex(), -1);
+    EXPECT_EQ(part<QComboBox>(image, "comboMergePosition")->currentText(), QStringLiteral("Top right"));
+    EXPECT_EQ(part<QComboBox>(image, "comboScanSize")->currentText(), QStringLiteral("A4"));
+    EXPECT_TRUE(part<QCheckBox>(image, "checkBookLine")->isChecked());
+    EXPECT_EQ(part<QLineEdit>(image, "editPath")->text(), QStringLiteral("/some/where"));
+    EXPECT_TRUE(part<QRadioButton>(automatic, "radioTimerScan")->isChecked());
+    EXPECT_EQ(part<QComboBox>(automatic, "comboDelay")->currentIndex(), -1);
+    EXPECT_EQ(part<QLineEdit>(shortcut, "editBook")->text(), QStringLiteral("Ctrl+B"));
 }
 
 TEST_F(SettingsPages, TakeAnUnknownChoiceAsTheFirst)
@@ -184,33 +179,13 @@ TEST_F(SettingsPages, TakeAnUnknownChoiceAsTheFirst)
     store("Naming_Rules", 2);
     store("Scan_Type", -3);
     const SetGlobal global;
-    EXPECT_TRUE(control<QRadioButton>(global, "radioSerialNumber")->isChecked());
-    EXPECT_TRUE(control<QRadioButton>(global, "radioOriginal")->isChecked());
+    EXPECT_TRUE(part<QRadioButton>(global, "radioSerialNumber")->isChecked());
+    EXPECT_TRUE(part<QRadioButton>(global, "radioOriginal")->isChecked());
     EXPECT_EQ(stored("Naming_Rules"), 2) << "but nothing is written";
-    control<QRadioButton>(global, "radioOriginal")->click();
+    part<QRadioButton>(global, "radioOriginal")->click();
     EXPECT_EQ(stored("Scan_Type"), 0) << "a click on the ticked one is a choice too";
     const SetAutoPage automatic;
-    EXPECT_TRUE(control<QRadioButton>(automatic, "radioAutoScan")->isChecked()) << "where nothing is stored";
-}
-
-TEST_F(SettingsPages, TellOfAChangeBeforeOrAfterItIsStored)
-{
-    SetGlobal global;
-    SetImage image;
-    QVariant seen;
-    const auto look = [&](const char* key) { return [&seen, this, key] { seen = stored(key); }; };
-    QObject::connect(&global, &SetGlobal::languageitemchanged, &global, look("App_Language"));
-    QObject::connect(&image, &SetImage::currentmergepos, &image, look("Merge_Pos"));
-    QObject::connect(&image, &SetImage::booklineclicked, &image, look("Book_Line"));
-    QObject::connect(&image, &SetImage::scansizechanged, &image, look("Scan_Size"));
-    use(control<QComboBox>(global, "comboLanguage"));
-    EXPECT_EQ(seen, 2);
-    use(control<QComboBox>(image, "comboMergePosition"));
-    EXPECT_EQ(seen, 3);
-    use(control<QCheckBox>(image, "checkBookLine"));
-    EXPECT_EQ(seen, true);
-    use(control<QComboBox>(image, "comboScanSize"));
-    EXPECT_FALSE(seen.isValid()) << "the camera is set before the size is stored";
+    EXPECT_TRUE(part<QRadioButton>(automatic, "radioAutoScan")->isChecked()) << "where nothing is stored";
 }
 
 TEST_F(Prefix, TakesForbiddenCharactersOutOfTheEditOnly)
@@ -278,11 +253,11 @@ TEST_F(SettingsPages, ChooseAFolder)
 {
     AnsweredDialogs answers;
     const SetImage image;
-    auto* path = control<QLineEdit>(image, "editPath");
+    auto* path = part<QLineEdit>(image, "editPath");
     const QString usual =
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/ScannerImage");
     EXPECT_EQ(path->text(), usual);
-    auto* browse = control<QAbstractButton>(image, "buttonBrowse");
+    auto* browse = part<QAbstractButton>(image, "buttonBrowse");
     browse->click(); // cancelled
     EXPECT_EQ(path->text(), usual);
     EXPECT_FALSE(stored("Save_Path").isValid());
@@ -306,14 +281,14 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcut)
     store("Shortcut_Document", QStringLiteral("rubbish"));
     const SetShortcut page;
     const auto isMarked = [&page](const char* edit) {
-        return control<QLineEdit>(page, edit)->property("unusable").toBool();
+        return part<QLineEdit>(page, edit)->property("unusable").toBool();
     };
-    const auto* hint = control<QLabel>(page, "labelHint");
+    const auto* hint = part<QLabel>(page, "labelHint");
     EXPECT_TRUE(isMarked("editDocument"));
     EXPECT_FALSE(hint->isHidden());
     EXPECT_FALSE(isMarked("editBook")) << "an empty text is no mistake";
 
-    auto* scanner = control<QLineEdit>(page, "editScanner");
+    auto* scanner = part<QLineEdit>(page, "editScanner");
     for (const char* text : {"F5", "Ctrl+S", "ctrl+shift+s", "Ctrl+K, Ctrl+S", "Ctrl++", "Space"}) {
         scanner->setText(QLatin1String(text));
         EXPECT_FALSE(isMarked("editScanner")) << text;
@@ -331,8 +306,8 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcut)
     scanner->setText(QString(60, QLatin1Char('x')));
     EXPECT_EQ(stored("Shortcut_Scanner").toString().size(), 40);
 
-    QTest::keyClicks(control<QLineEdit>(page, "editDocument"), QStringLiteral("x"));
-    QTest::keyClicks(control<QLineEdit>(page, "editBook"), QStringLiteral("x"));
+    QTest::keyClicks(part<QLineEdit>(page, "editDocument"), QStringLiteral("x"));
+    QTest::keyClicks(part<QLineEdit>(page, "editBook"), QStringLiteral("x"));
     EXPECT_EQ(stored("Shortcut_Document"), QStringLiteral("rubbish"));
     EXPECT_FALSE(stored("Shortcut_Book").isValid());
 }
@@ -350,15 +325,15 @@ TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
                 marked << edit->objectName();
         return marked;
     };
-    const auto* why = control<QLabel>(page, "labelTaken");
+    const auto* why = part<QLabel>(page, "labelTaken");
     EXPECT_TRUE(marks().isEmpty());
     EXPECT_TRUE(why->isHidden());
-    auto* scanner = control<QLineEdit>(page, "editScanner");
+    auto* scanner = part<QLineEdit>(page, "editScanner");
     scanner->setText(QStringLiteral("f5"));
     EXPECT_EQ(marks(), QStringList{QStringLiteral("editBook")});
     EXPECT_FALSE(why->isHidden());
-    EXPECT_TRUE(control<QLabel>(page, "labelHint")->isHidden());
-    EXPECT_EQ(control<QLineEdit>(page, "editBook")->accessibleDescription(), why->text());
+    EXPECT_TRUE(part<QLabel>(page, "labelHint")->isHidden());
+    EXPECT_EQ(part<QLineEdit>(page, "editBook")->accessibleDescription(), why->text());
     scanner->setText(QStringLiteral("Ctrl+D, Ctrl+E"));
     EXPECT_EQ(marks(), QStringList{QStringLiteral("editDocument")}) << "its key is the first of two";
     EXPECT_EQ(changed.count(), 2);
@@ -367,8 +342,8 @@ TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
 TEST_F(SettingsPages, NameTheProgramAndItsVersion)
 {
     const SetAbout page;
-    EXPECT_EQ(control<QLabel>(page, "labelProduct")->text(),
+    EXPECT_EQ(part<QLabel>(page, "labelProduct")->text(),
               QStringLiteral("Lumro High Speed Portable Scanner"));
-    EXPECT_EQ(control<QLabel>(page, "labelNumber")->text(), QStringLiteral(BUILT_VERSION));
-    EXPECT_FALSE(control<QLabel>(page, "labelLogo")->pixmap(Qt::ReturnByValue).isNull());
+    EXPECT_EQ(part<QLabel>(page, "labelNumber")->text(), QStringLiteral(BUILT_VERSION));
+    EXPECT_FALSE(part<QLabel>(page, "labelLogo")->pixmap(Qt::ReturnByValue).isNull());
 }

@@ -1,5 +1,6 @@
 #include "ToolBar.h"
 #include "FreshSettings.h"
+#include "Part.h"
 #include "Settings.h"
 
 #include <QCheckBox>
@@ -17,16 +18,9 @@ namespace {
 
 using Changes = std::vector<std::pair<int, bool>>;
 
-template <class T> T* child(const QWidget& parent, const char* name)
-{
-    T* found = parent.findChild<T*>(QLatin1String(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
 void click(const ToolBar& bar, const char* name)
 {
-    child<QPushButton>(bar, name)->click();
+    part<QPushButton>(bar, name)->click();
 }
 
 QRect textField(QComboBox& box)
@@ -93,9 +87,9 @@ TEST_F(ToolStrip, StoredCroppingIsTickedSilently)
     for (const int stored : {0, 1, 2, 3, 4, -1}) {
         settings::deskew.write(settings, stored);
         const ToolBar bar;
-        EXPECT_EQ(child<QPushButton>(bar, "buttonDeskew")->isChecked(), stored == 1);
-        EXPECT_EQ(child<QPushButton>(bar, "buttonDeskewEx")->isChecked(), stored == 2);
-        EXPECT_EQ(child<QPushButton>(bar, "buttonManualDeskew")->isChecked(), stored == 3);
+        EXPECT_EQ(part<QPushButton>(bar, "buttonDeskew")->isChecked(), stored == 1);
+        EXPECT_EQ(part<QPushButton>(bar, "buttonDeskewEx")->isChecked(), stored == 2);
+        EXPECT_EQ(part<QPushButton>(bar, "buttonManualDeskew")->isChecked(), stored == 3);
     }
     // A stored choice takes part in the exchange like a clicked one.
     settings::deskew.write(settings, 2);
@@ -110,8 +104,8 @@ TEST_F(ToolStrip, StoredCroppingIsTickedSilently)
 TEST_F(ToolStrip, TheSecondCameraLocksTheViewButNotItself)
 {
     ToolBar bar;
-    auto* assist = child<QCheckBox>(bar, "checkAssist");
-    auto* zoom = child<QPushButton>(bar, "buttonZoomIn");
+    auto* assist = part<QCheckBox>(bar, "checkAssist");
+    auto* zoom = part<QPushButton>(bar, "buttonZoomIn");
     EXPECT_FALSE(assist->isEnabled());
     bar.SetAssistEnable(true);
 
@@ -120,11 +114,11 @@ TEST_F(ToolStrip, TheSecondCameraLocksTheViewButNotItself)
     QObject::connect(&bar, &ToolBar::checkAssistSign, &bar, [&] { zoomAtSignal.append(zoom->isEnabled()); });
     assist->click();
     bar.SetAssistChecked(true); // no change, no signal
-    EXPECT_FALSE(child<QComboBox>(bar, "comboDevice")->isEnabled());
+    EXPECT_FALSE(part<QComboBox>(bar, "comboDevice")->isEnabled());
     EXPECT_TRUE(assist->isEnabled());
-    EXPECT_TRUE(child<QPushButton>(bar, "buttonDeskew")->isEnabled());
+    EXPECT_TRUE(part<QPushButton>(bar, "buttonDeskew")->isEnabled());
     bar.SetAssistChecked(false);
-    EXPECT_TRUE(child<QComboBox>(bar, "comboDevice")->isEnabled());
+    EXPECT_TRUE(part<QComboBox>(bar, "comboDevice")->isEnabled());
     ASSERT_EQ(assistSign.count(), 2);
     EXPECT_EQ(assistSign[0][0], true);
     EXPECT_EQ(assistSign[1][0], false);
@@ -135,7 +129,7 @@ TEST_F(ToolStrip, AChoiceMadeWhileADeviceOpensIsNotReported)
 {
     ToolBar bar;
     bar.SetDeviceNames({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    auto* devices = child<QComboBox>(bar, "comboDevice");
+    auto* devices = part<QComboBox>(bar, "comboDevice");
     QList<int> reported;
     QObject::connect(&bar, &ToolBar::checkDeviceSign, &bar, [&](int index) {
         reported.append(index);
@@ -196,7 +190,7 @@ TEST_F(ToolStrip, FitsNarrowWindows)
                 right = widget->geometry().right();
             }
             EXPECT_LT(right, width);
-            auto* resolutions = child<QComboBox>(bar, "comboResolution");
+            auto* resolutions = part<QComboBox>(bar, "comboResolution");
             EXPECT_GE(textField(*resolutions).width(),
                       resolutions->fontMetrics().horizontalAdvance(resolutions->currentText()))
                 << width;

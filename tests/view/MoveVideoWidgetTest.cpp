@@ -120,6 +120,12 @@ TEST_F(MoveVideoWidgetTest, ObeysTheGivenPlace)
     inset->ShowMvVideoWgt(30, 40, 160, 120);
     EXPECT_TRUE(inset->isVisible());
     EXPECT_EQ(inset->geometry(), QRect(30, 40, 160, 120));
+    inset->SetMvDataFrame(plain({320, 160}, Qt::blue)); // of another shape
+    QCoreApplication::processEvents();
+    inset->ShowMvVideoWgt(30, 40, 160, 120);
+    EXPECT_EQ(shownAt({110, 50}), QColor(32, 32, 32)) << "not stretched";
+    EXPECT_EQ(shownAt({110, 100}), QColor(Qt::blue));
+    EXPECT_NE(shownAt({31, 100}), QColor(Qt::blue)) << "an edge keeps the two pictures apart";
     inset->MoveMvVideoWgt(70, 90);
     EXPECT_EQ(inset->pos(), QPoint(70, 90));
     inset->SetMainSize({400, 300});

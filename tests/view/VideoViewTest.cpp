@@ -150,10 +150,15 @@ TEST_F(VideoViewTest, PansByDraggingUnlessTheMouseIsTurnedOff)
     EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-10, -7));
     mouse(*view_, QEvent::MouseMove, {10, 10}); // not pressed
     EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-10, -7));
+    mouse(*view_, QEvent::MouseButtonPress, {200, 150});
+    mouse(*view_, QEvent::MouseButtonRelease, {200, 150}, Qt::RightButton); // of another button
+    mouse(*view_, QEvent::MouseMove, {203, 152});
+    mouse(*view_, QEvent::MouseButtonRelease, {200, 150});
+    EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-7, -5));
     view_->SetMouseStatue(false);
     drag(*view_, {200, 150}, {220, 170});
     wheel(*view_, {0, 120});
-    EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-10, -7));
+    EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-7, -5));
     EXPECT_EQ(view_->zoom(), 1.1);
 }
 
@@ -192,8 +197,12 @@ TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)
         return view_->getSelectedRect();
     };
     EXPECT_FALSE(select().isNull());
-    drag(*view_, {50, 50}, {51, 51}); // a mere click, not a crop to two pixels
-    EXPECT_TRUE(view_->getSelectedRect().isNull());
+    for (const QPoint& to :
+         {QPoint(51, 51), QPoint(50, 200), QPoint(200, 50)}) { // no crop to a line of pixels
+        EXPECT_FALSE(select().isNull());
+        drag(*view_, {50, 50}, to);
+        EXPECT_TRUE(view_->getSelectedRect().isNull()) << to.x();
+    }
     EXPECT_FALSE(select().isNull());
     view_->onDeskewChanged(2, false);
     EXPECT_TRUE(view_->getSelectedRect().isNull());
@@ -204,6 +213,11 @@ TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)
     EXPECT_FALSE(select().isNull());
     show(plain({1200, 1600}, Qt::green));
     EXPECT_TRUE(view_->getSelectedRect().isNull()) << "the picture was turned";
+    EXPECT_FALSE(select().isNull());
+    for (int turn : {1, 2})
+        Q_EMIT bar_->clickRotateSign(turn);
+    show(plain({1200, 1600}, Qt::green));
+    EXPECT_TRUE(view_->getSelectedRect().isNull()) << "turned on its head before a frame came";
     EXPECT_FALSE(select().isNull());
     view_->ClearFrame();
     EXPECT_TRUE(view_->getSelectedRect().isNull());
@@ -300,10 +314,18 @@ TEST_F(VideoViewTest, PassesTheToolBarOnAndCountsCroppingOptionsFromNought)
     EXPECT_EQ(zoom.count(), 3);
     Q_EMIT bar_->clickAdapSign();
     EXPECT_EQ(view_->zoom(), 1.0);
-    view_->toggleFreeze();
-    Q_EMIT bar_->clickRotateSign(3);
+    for (const auto& change :
+         std::vector<std::function<void()>>{[&] { Q_EMIT bar_->clickRotateSign(3); },
+                                            [&] { Q_EMIT bar_->checkDeviceSign(1); },
+                                            [&] { Q_EMIT bar_->checkResolutionSign(1); }}) {
+        view_->toggleFreeze();
+        EXPECT_TRUE(view_->isFrozen());
+        change();
+        EXPECT_FALSE(view_->isFrozen()) << "one who changes the picture wants to see it change";
+    }
     EXPECT_EQ(rotate.value(0), QVariantList({3}));
-    EXPECT_FALSE(view_->isFrozen()) << "one who turns the picture wants to see it turn";
+    EXPECT_EQ(device.value(0), QVariantList({1}));
+    device.clear();
 
     view_->SetDeviceNames({QStringLiteral("one"), QStringLiteral("two")});
     view_->SetDeviceDefaultIdx(1);
@@ -379,8 +401,13 @@ TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return view_->isFullScreen() && view_->size() == QSize(800, 600); }));
         EXPECT_EQ(view_->GetImageCurrentSize(), QSize(800, 800)) << "the picture covers the screen";
+        view_->onDeskewChanged(2, true);
+        drag(*view_, {160, 60}, {239, 139}); // the picture lies at 0, -100
+        const QRect part = view_->getSelectedRect();
+        EXPECT_EQ(part, QRect(60, 60, 30, 30));
         goBack();
         EXPECT_TRUE(QTest::qWaitFor(isBack));
+        EXPECT_EQ(view_->getSelectedRect(), part);
         EXPECT_EQ(view_->GetImageCurrentSize(), QSize(300, 300));
         EXPECT_EQ(window_.windowState(), state);
         EXPECT_TRUE(window_.isVisible());
