@@ -12,9 +12,17 @@ PreviewBuffers::PreviewBuffers() : shelf_(std::make_shared<Shelf>()) {}
 std::unique_ptr<PreviewBuffers::Buffer> PreviewBuffers::take(size_t bytes)
 {
     std::unique_ptr<Buffer> buffer;
+    std::vector<std::unique_ptr<Buffer>> outgrown; // freed after unlocking
     {
         const std::lock_guard lock(shelf_->mutex);
-        if (!shelf_->buffers.empty()) {
+        if (shelf_->bytes != bytes) {
+            outgrown.swap(shelf_->buffers);
+            shelf_->bytes = bytes;
+            shelf_->made = 0;
+        }
+        if (shelf_->made < keptAtMost || shelf_->buffers.empty()) {
+            ++shelf_->made;
+        } else {
             buffer = std::move(shelf_->buffers.back());
             shelf_->buffers.pop_back();
         }
@@ -37,6 +45,10 @@ void PreviewBuffers::giveBack(void* buffer)
     std::unique_ptr<Buffer> returned(static_cast<Buffer*>(buffer));
     const std::shared_ptr<Shelf> shelf = std::move(returned->home);
     const std::lock_guard lock(shelf->mutex);
-    if (shelf->buffers.size() < keptAtMost)
+    if (returned->pixels.size() != shelf->bytes)
+        return;
+    if (shelf->made > keptAtMost)
+        --shelf->made;
+    else
         shelf->buffers.push_back(std::move(returned));
 }

@@ -8,7 +8,8 @@
 
 /// RGB pixels for the preview that are used again as soon as nobody shows them. A picture made of a buffer
 /// keeps it for as long as any copy of the picture lives, so a slow view never sees it change, and gives it
-/// back afterwards, also after this object is gone. Thread-safe.
+/// back afterwards, also after this object is gone. The first frames of a size make all buffers that a slow
+/// view will ever need, so that the memory of a long preview does not grow later. Thread-safe.
 class PreviewBuffers
 {
     struct Shelf;
@@ -33,6 +34,8 @@ private:
     struct Shelf
     {
         std::mutex mutex;
+        size_t bytes = 0; // of each buffer
+        size_t made = 0;  // lent and lying here
         std::vector<std::unique_ptr<Buffer>> buffers;
     };
     static void giveBack(void* buffer);
