@@ -42,7 +42,7 @@ QString CardComposition::captureFile()
         return {};
     }
     ConfigSettings store;
-    const QString path =
+    QString path =
         desk_.saveCropped(frame.get(), settings::deskew.read(store), settings::scanType.read(store));
     desk_.addThumbnail(path);
     return path;

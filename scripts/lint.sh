@@ -1,59 +1,81 @@
 #!/bin/bash
-# clang-tidy over the project's own sources with the flags of the release build, which is made first: it
-# writes the headers that the sources include.
-#   scripts/lint.sh [--build-folder FOLDER] [PATTERN...]     only files like 'core/*.cpp'; another build
+# clang-tidy over the project's own sources, tests and benchmarks included, with the flags of the release build. That
+# is made first: it writes the headers that the sources include, and knows which ones they include.
+#   scripts/lint.sh [--build-folder FOLDER] [PATTERN...]     another build, already made; only files like 'core/*.cpp'
 #
-# Most of the time goes into the headers of the libraries. So the files of a folder are looked at as one
-# translation unit, the analyser included; where their names collide, the batch is halved until they do not.
+# Most of the time goes into the headers of the libraries. So files with the same flags are looked at as one translation
+# unit, as far as their names do not collide; clang analyses what a file called UnifiedSource* includes as if it stood
+# there. What was found clean is not looked at again until something changes that decides about it (lib/lint-cache.sh).
 . "$(dirname "$0")/lib/common.sh"
-lint=$root/build/lint
-batch_size=10
+. scripts/lib/lint-cache.sh
+work=$root/build/lint
+batch_size=16
 
-flags_of() { # FILE: without the launcher, the compiler, g++'s precompiled headers and the output
-    grep -F -- " -c $root/$1\"" "$build_folder/compile_commands.json" | head -n 1 |
-        sed -e 's/^ *"command": "//; s/",$//; s/\\\(.\)/\1/g' -e 's/^[^ ]*ccache\.sh //; s/^[^ ]* //; s/ -o .*//' \
-            -e 's/ -fpch-preprocess//; s/ -Winvalid-pch//; s/ -include [^ ]*cmake_pch.hxx//'
+config_of() { # FILE: the nearest .clang-tidy
+    local folder=$1
+    until folder=$(dirname "$folder") && [ -f "$folder/.clang-tidy" ]; do :; done
+    printf '%s\n' "$folder/.clang-tidy"
 }
 
-tidy() { # UNIT FLAGS: what it has to say; fails when it has
-    local flags
-    eval "flags=($2)"
-    clang-tidy --quiet "$1" -- "${flags[@]}" -Xclang -analyzer-opt-analyze-headers 2>"$1.log"
+# One line for each set of files with the same flags and rules.
+sets() { # FILE...
+    local file
+    for file; do printf '%s\t%s\n' "$file" "$(config_of "$file")"; done |
+        awk -F'\t' 'NR == FNR { flags[$1] = $3; next } { print $2 " " flags[$1] "\t" $1 }' "$work/commands" - | sort |
+        awk -F'\t' '{ printf "%s%s", ($1 == last ? " " : start), $2; last = $1; start = "\n" } END { print "" }'
 }
 
-lint_batch() { # FILE...
-    local unit report flags half=$(($# / 2))
-    flags=$(flags_of "$1")
-    if [ -z "$flags" ]; then
-        say "$1: not part of the build"
-        return 1
-    fi
-    unit=$(mktemp "$lint/XXXXXX.cpp")
+new_unit() { # FILE...
+    local unit
+    unit=$(mktemp "$work/UnifiedSource-XXXXXX.cpp")
     printf "#include \"$root/%s\" // NOLINT\n" "$@" >"$unit"
-    report=$(tidy "$unit" "$flags") && return
-    if [ $# -eq 1 ] || ! grep -q clang-diagnostic-error <<<"$report"; then
+    printf '%s\n' "$unit"
+}
+
+tidy() { # UNIT FILE [OPTION]: with the flags and the rules of the file
+    local flags
+    eval "flags=($(awk -F'\t' -v file="$2" '$1 == file { print $3 }' "$work/commands"))"
+    clang-tidy --quiet --config-file="$(config_of "$2")" "${@:3}" "$1" -- "${flags[@]}" -ferror-limit=0 2>"$1.log"
+}
+
+files_with_errors() { # UNIT FILE...: asks the compiler only, by a rule that costs nothing
+    local unit=$1 report file
+    shift
+    report=$(tidy "$unit" "$1" --checks=-*,bugprone-suspicious-include) && return
+    for file; do
+        ! grep -q "^$root/$file:.* error: " <<<"$report" || printf '%s\n' "$file"
+    done
+}
+
+# The files, which have the same flags: on each line some that compile together.
+units() { # FILE...
+    local colliding
+    while [ $# -gt 0 ]; do
+        mapfile -t colliding < <(files_with_errors "$(new_unit "$@")" "$@")
+        [ ${#colliding[@]} -lt $# ] || colliding=("${@:2}")
+        printf '%s\n' "$@" | grep -vxF "$(printf '%s\n' "${colliding[@]}")" | xargs -n "$batch_size"
+        set -- "${colliding[@]}"
+    done
+}
+
+lint() { # FILE...
+    local unit report
+    unit=$(new_unit "$@")
+    if report=$(tidy "$unit" "$1"); then
+        remember_clean "$@"
+    else
         say "${report:-$(cat "$unit.log")}"
         return 1
     fi
-    local failed=0
-    lint_batch "${@:1:half}" || failed=1
-    lint_batch "${@:half+1}" || failed=1
-    return $failed
 }
 
-batches() { # FILE...: one batch a line, each from one folder
-    printf '%s\n' "$@" | awk -v size="$batch_size" '
-        { folder = $0; sub("/[^/]*$", "", folder) }
-        NR > 1 && (folder != last || count == size) { printf "\n"; count = 0 }
-        { printf "%s%s", (count ? " " : ""), $0; count++; last = folder }
-        END { printf "\n" }'
-}
-
-if [ "${1:-}" = --batch ]; then # one of the processes that the script starts below
-    build_folder=$2
-    lint_batch "${@:3}"
+# The processes that the script starts below.
+case "${1:-}" in
+--units | --lint)
+    "${1#--}" "${@:2}"
     exit
-fi
+    ;;
+esac
 
 build_folder=build/release
 if [ "${1:-}" = --build-folder ]; then
@@ -62,9 +84,15 @@ if [ "${1:-}" = --build-folder ]; then
 else
     build release
 fi
-rm -rf "$lint"
-mkdir -p "$lint"
-[ $# -gt 0 ] || set -- 'app/*.cpp' 'outputs/*.cpp' 'core/*.cpp' 'ui/*.cpp' 'view/*.cpp' 'platform/*.cpp' 'sound/*.cpp' 'tools/*.cpp'
+[ $# -gt 0 ] || set -- '*.cpp'
+rm -rf "$work"
+mkdir -p "$work"
 mapfile -t files < <(sources "$@")
-batches "${files[@]}" | xargs -P "$(nproc)" -L 1 "$0" --batch "$build_folder" || die "Lint: see above."
+read_build "$build_folder" "${files[@]}"
+mapfile -t due < <(not_known_clean "${files[@]}")
+if [ ${#due[@]} -gt 0 ]; then
+    say "Lint: ${#due[@]} of ${#files[@]} files have changed."
+    sets "${due[@]}" | xargs -P "$(nproc)" -L 1 "$0" --units >"$work/units"
+    xargs -P "$(nproc)" -L 1 "$0" --lint <"$work/units" || die "Lint: see above."
+fi
 say "Lint: ${#files[@]} files are clean."

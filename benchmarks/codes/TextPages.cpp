@@ -38,7 +38,7 @@ cv::Mat writtenPage(int number)
     page.fill(Qt::white);
     QPainter painter(&page);
     const char* const faces[] = {"DejaVu Sans", "DejaVu Sans Mono", "Noto Sans CJK SC"};
-    QFont font(QLatin1String(faces[number % 3]));
+    QFont font{QLatin1String(faces[number % 3])};
     font.setPixelSize(12 + number % 6 * 7);
     font.setBold(number % 2);
     painter.setFont(font);
