@@ -11,17 +11,13 @@
 work=$root/build/lint
 batch_size=16
 
-config_of() { # FILE: the nearest .clang-tidy
-    local folder=$1
-    until folder=$(dirname "$folder") && [ -f "$folder/.clang-tidy" ]; do :; done
-    printf '%s\n' "$folder/.clang-tidy"
-}
+of_source() { awk -F'\t' -v source="$1" -v column="$2" '$1 == source { print $column }' "$work/commands"; }
+rules=3 flags=4 # its columns
 
-# One line for each set of files with the same flags and rules.
+# One line for each set of files with the same rules and flags.
 sets() { # FILE...
-    local file
-    for file; do printf '%s\t%s\n' "$file" "$(config_of "$file")"; done |
-        awk -F'\t' 'NR == FNR { flags[$1] = $3; next } { print $2 " " flags[$1] "\t" $1 }' "$work/commands" - | sort |
+    printf '%s\n' "$@" |
+        awk -F'\t' 'NR == FNR { due[$1]; next } $1 in due { print $3 " " $4 "\t" $1 }' - "$work/commands" | sort |
         awk -F'\t' '{ printf "%s%s", ($1 == last ? " " : start), $2; last = $1; start = "\n" } END { print "" }'
 }
 
@@ -32,10 +28,11 @@ new_unit() { # FILE...
     printf '%s\n' "$unit"
 }
 
-tidy() { # UNIT FILE [OPTION]: with the flags and the rules of the file
-    local flags
-    eval "flags=($(awk -F'\t' -v file="$2" '$1 == file { print $3 }' "$work/commands"))"
-    clang-tidy --quiet --config-file="$(config_of "$2")" "${@:3}" "$1" -- "${flags[@]}" -ferror-limit=0 2>"$1.log"
+tidy() { # UNIT FILE [OPTION]: by the rules and with the flags of the file
+    local arguments
+    eval "arguments=($(of_source "$2" $flags))"
+    clang-tidy --quiet --config-file="$(of_source "$2" $rules)" "${@:3}" "$1" \
+        -- "${arguments[@]}" -ferror-limit=0 2>"$1.log"
 }
 
 files_with_errors() { # UNIT FILE...: asks the compiler only, by a rule that costs nothing
@@ -50,12 +47,13 @@ files_with_errors() { # UNIT FILE...: asks the compiler only, by a rule that cos
 # The files, which have the same flags: on each line some that compile together.
 units() { # FILE...
     local colliding
-    while [ $# -gt 0 ]; do
+    while [ $# -gt 1 ]; do
         mapfile -t colliding < <(files_with_errors "$(new_unit "$@")" "$@")
         [ ${#colliding[@]} -lt $# ] || colliding=("${@:2}")
         printf '%s\n' "$@" | grep -vxF "$(printf '%s\n' "${colliding[@]}")" | xargs -n "$batch_size"
         set -- "${colliding[@]}"
     done
+    [ $# -eq 0 ] || say "$1"
 }
 
 lint() { # FILE...

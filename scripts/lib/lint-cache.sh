@@ -4,7 +4,7 @@
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/lumro-lint
 kept_days=60 # without being used
 
-# From the build, into $work: "commands" (source, object, flags) and "keys" (source, key).
+# From the build, into $work: "commands" (source, object, rules, flags) and "keys" (source, key).
 read_build() { # BUILD_FOLDER SOURCE...
     commands "$1" >"$work/commands"
     includes "$1" >"$work/includes"
@@ -20,7 +20,16 @@ commands() { # BUILD_FOLDER
     sed -n 's/^ *"command": "\(.*\)",$/\1/p' "$1/compile_commands.json" |
         sed 's/\\\(.\)/\1/g; s/ -fpch-preprocess//; s/ -Winvalid-pch//; s/ -include [^ ]*cmake_pch.hxx//' |
         sed -n "s,^\([^ ]*ccache\.sh \)\?[^ ]* \(.*\) -o \([^ ]*\) -c $root/\([^ ]*\)\$,\4\t\3\t\2,p" |
-        sort -s -u -t "$(printf '\t')" -k 1,1
+        sort -s -u -t "$(printf '\t')" -k 1,1 |
+        while IFS=$'\t' read -r source object flags; do
+            printf '%s\t%s\t%s\t%s\n' "$source" "$object" "$(rules_of "$source")" "$flags"
+        done
+}
+
+rules_of() { # SOURCE: the nearest .clang-tidy
+    local folder=./$1
+    until folder=${folder%/*} && [ -f "$folder/.clang-tidy" ]; do :; done
+    printf '%s\n' "$folder/.clang-tidy"
 }
 
 # The files of the project, generated ones among them, of which each object was made: object, file.
@@ -34,19 +43,16 @@ includes() { # BUILD_FOLDER
 
 # Source and key. Paths are those below the project's root, so that another clone finds the same keys.
 keys() {
-    local common
-    common=$({
-        clang-tidy --version
-        dpkg-query -W '*-dev' 2>/dev/null || :
-        git ls-files '*.clang-tidy' | xargs tail -n +1
-    } | sha256sum)
+    local versions
+    versions=$({ clang-tidy --version && dpkg-query -W '*-dev'; } 2>/dev/null | sha256sum)
     mkdir "$work/facts"
-    cut -f 2 "$work/includes" | sort -u | xargs sha256sum |
-        awk -F'\t' -v common="$common" -v root="$root/" -v facts="$work/facts" '
+    { cut -f 2 "$work/includes" && git ls-files --full-name '*.clang-tidy' | sed "s,^,$root/,"; } | sort -u |
+        xargs sha256sum | awk -F'\t' -v versions="$versions" -v root="$root/" -v facts="$work/facts" '
             FILENAME == "-" { hash[substr($0, 67)] = substr($0, 1, 64); next }
             FILENAME ~ /includes$/ { made_of[$1] = made_of[$1] hash[$2] " " $2 "\n"; next }
             {
-                fact = common "\n" $3 "\n" made_of[$2]
+                rules = hash[root ".clang-tidy"] " " hash[root substr($3, 3)]
+                fact = versions "\n" rules "\n" $4 "\n" made_of[$2]
                 gsub(root, "", fact)
                 file = sprintf("%s/%05d", facts, FNR)
                 print fact >file
@@ -55,21 +61,19 @@ keys() {
     paste <(cut -f 1 "$work/commands") <(sha256sum "$work"/facts/* | cut -c 1-64)
 }
 
-key_of() { awk -F'\t' -v source="$1" '$1 == source { print $2 }' "$work/keys"; } # SOURCE
-
 not_known_clean() { # SOURCE...
     local source key
+    local -A key_of
     mkdir -p "$cache"
     find "$cache" -type f -mtime "+$kept_days" -delete
-    local -A known_key
-    while IFS=$'\t' read -r source key; do known_key["$source"]=$key; done <"$work/keys"
+    while IFS=$'\t' read -r source key; do key_of["$source"]=$key; done <"$work/keys"
     for source; do
-        key=${known_key["$source"]}
+        key=${key_of["$source"]}
         if [ -e "$cache/$key" ]; then touch "$cache/$key"; else printf '%s\n' "$source"; fi
     done
 }
 
 remember_clean() { # SOURCE...
     local source
-    for source; do : >"$cache/$(key_of "$source")"; done
+    for source; do : >"$cache/$(awk -F'\t' -v source="$source" '$1 == source { print $2 }' "$work/keys")"; done
 }
