@@ -99,8 +99,9 @@ protected:
     }
     QColor colourOf(int row) const
     {
-        const QImage picture = list->item(row)->icon().pixmap(180, 100).toImage();
-        return picture.pixelColor(picture.rect().center());
+        const QListWidgetItem* entry = list->item(row);
+        const QImage picture = entry ? entry->icon().pixmap(180, 100).toImage() : QImage();
+        return picture.isNull() ? QColor() : picture.pixelColor(picture.rect().center());
     }
     bool turns(int row, const QColor& colour) const
     {
