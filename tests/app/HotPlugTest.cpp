@@ -155,7 +155,7 @@ TEST_F(HotPlugTest, WhatDoesNotOpenYetIsWaitedForAndHoldsNobodyUp)
             << fault << qPrintable(view().GetShowInfo());
         ::testing::internal::CaptureStderr();
         window_->onScanner();
-        window_->onAutoScanTiemr();
+        EXPECT_EQ(window_->GetImageSync(std::chrono::seconds(2)), nullptr);
         const std::string errors = ::testing::internal::GetCapturedStderr();
         EXPECT_EQ(errors.find("timeout"), std::string::npos) << fault;
         EXPECT_TRUE(files().isEmpty());

@@ -76,6 +76,20 @@ TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)
     }
 }
 
+TEST_F(SecondCameraTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
+{
+    useDesk(camera() + ", " + camera("unplug_after = 0.1;", 2) + ", " + camera("", 3));
+    camera_.MirvakDevs_Init();
+    QSignalSpy lost(&second_, &SecondCamera::lost);
+    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    while (second_.channel().take(std::chrono::seconds(30))) {
+    } // without the event loop: the message lies there
+    ASSERT_EQ(second_.start(identity(1)), SecondCamera::OpenResult::Ok);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(second_.isOpen());
+    EXPECT_EQ(lost.count(), 0);
+}
+
 TEST_F(SecondCameraTest, StoppingSendsTheWaitingCaptureAway)
 {
     useDesk(camera() + ", " + camera("stall_after = 0.1;", 2));
