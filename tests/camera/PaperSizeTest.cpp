@@ -32,6 +32,8 @@ TEST(PaperSize, ASheetTooLargeForA4AsksForA3)
 {
     EXPECT_EQ(judgePaperSize(sheet(0.97), paperA4, 0.0, 0.9), paperA3); // 0.94 of the area
     EXPECT_EQ(judgePaperSize(sheet(1.2), paperA4, 0.0, 0.9), paperA3) << "no edge of the sheet is to be seen";
+    EXPECT_EQ(judgePaperSize(sheet(0.6, {250, 0}), paperA4, 0.0, 0.9), paperA3)
+        << "its right side is not to be seen";
     EXPECT_FALSE(judgePaperSize(sheet(0.8), paperA4, 0.0, 0.9));
     EXPECT_FALSE(judgePaperSize(sheet(0.97), paperA3, 0.0, 0.9)) << "there is no larger size";
 }

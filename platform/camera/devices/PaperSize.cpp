@@ -27,6 +27,17 @@ bool liesWithin(const Outline& page, const cv::Size& picture, double share)
     });
 }
 
+/// Whether the picture's border cuts a side of the page off.
+bool reachesBeyond(const Outline& page, const cv::Size& picture)
+{
+    const double tolerance = std::max(picture.width, picture.height) / 200.0; // outlines are good to less
+    for (size_t i = 0; i < page.corners.size(); ++i) {
+        if (liesOnBorder(page.corners[i], page.corners[(i + 1) % page.corners.size()], picture, tolerance))
+            return true;
+    }
+    return false;
+}
+
 /// A sheet that covers the picture shows no outline: it is bright on all sides.
 bool isAllPaper(const cv::Mat& rgb)
 {
@@ -59,7 +70,7 @@ std::optional<int> judgePaperSize(const cv::Mat& rgb, int present, double low, d
     if (share < low)
         return std::nullopt;
     if (present == paperA4)
-        return share > high || !liesWithin(*page, rgb.size(), 1.0) ? std::optional(paperA3) : std::nullopt;
+        return share > high || reachesBeyond(*page, rgb.size()) ? std::optional(paperA3) : std::nullopt;
     const double shareInA4 = share / (a4ShareOfA3 * a4ShareOfA3);
     const bool fits = shareInA4 <= high * gap && liesWithin(*page, rgb.size(), a4ShareOfA3 * gap);
     return fits ? std::optional(paperA4) : std::nullopt;
