@@ -108,6 +108,9 @@ TEST(Sightings, OfTwoTextsAtOnePlaceTheBetterFoundedStays)
     for (int pass = 0; pass < 3; ++pass)
         all.push_back(seen(Symbology::code128, "TRUTH", pass, here));
     EXPECT_THAT(credible(all), ElementsAre("TRUTH"));
+    for (int pass = 0; pass < 2; ++pass)
+        all.push_back(seen(Symbology::code128, "PIECE", pass, {200, 100, 200, 80})); // half beside it
+    EXPECT_THAT(credible(all), ElementsAre("TRUTH"));
     all.push_back(seen(Symbology::pdf417, "RIGHT", 1, here, 0));
     EXPECT_THAT(credible(all), ElementsAre("RIGHT"));
 }

@@ -110,6 +110,14 @@ TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)
     ASSERT_EQ(camera_.MirvakImage_Watermark(upright.get(), "Lumro", {100, 60}, 20, 0xff0000, 90), MIRVAK_OK);
     EXPECT_GT(inked(upright).height, inked(upright).width);
     EXPECT_GE(inked(upright).y, 58) << "clockwise: downwards";
+    const auto widthOf = [&](const char* text) {
+        const Handle image = white();
+        EXPECT_EQ(camera_.MirvakImage_Watermark(image.get(), text, {100, 60}, 20, 0, 0), MIRVAK_OK);
+        return inked(image).width;
+    };
+    EXPECT_GT(widthOf("H H"), widthOf("HH"));
+    for (const char* sign : {"-", ".", "/", "#", "!"})
+        EXPECT_GT(widthOf(sign), 0) << sign;
     const Handle veil = white();
     ASSERT_EQ(camera_.MirvakImage_Watermark(veil.get(), "HHH", {100, 60}, 40, 0x40000000, 0), MIRVAK_OK);
     double darkest = 0;

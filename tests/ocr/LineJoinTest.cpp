@@ -49,6 +49,8 @@ TEST(LineJoin, AHyphenThatBreaksAWordGoes)
     EXPECT_EQ(lines({U"the recog-", U"nised text"}), U"the recognised text");
     EXPECT_EQ(lines({U"распо-", U"знавание"}), U"распознавание");
     EXPECT_EQ(lines({U"soft\u00ad", U"ware"}), U"software");
+    EXPECT_EQ(lines({U"note\u00ad", U"book"}, {"note", "book"}), U"notebook")
+        << "it says itself that it goes";
 }
 
 TEST(LineJoin, AHyphenOfTheWordItselfStays)

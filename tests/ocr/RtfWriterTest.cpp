@@ -77,7 +77,8 @@ TEST(RtfWriter, WritesTheShapeOfThePageAndItsParagraphs)
     head.alignment = mirvak::Alignment::centre;
     head.halfPoints = 33;
     document.paragraphs[1].tabs = {{2000, false}, {5000, true}};
-    document.paragraphs[2].firstIndent = 400;
+    document.paragraphs[2].leftIndent = 300;
+    document.paragraphs[2].firstIndent = -400;
     document.paragraphs[2].spaceBefore = 120;
     const std::string rtf = mirvak::toRtf(document);
     EXPECT_THAT(rtf, HasSubstr("\\deflang1049"));
@@ -87,5 +88,5 @@ TEST(RtfWriter, WritesTheShapeOfThePageAndItsParagraphs)
     EXPECT_THAT(rtf, HasSubstr("\\s2\\outlinelevel1\\keepn\\qc"));
     EXPECT_THAT(rtf, HasSubstr("\\b\\fs33 Head"));
     EXPECT_THAT(rtf, HasSubstr("\\tx2000\\tqr\\tx5000"));
-    EXPECT_THAT(rtf, HasSubstr("\\fi400\\sb120"));
+    EXPECT_THAT(rtf, HasSubstr("\\li300\\fi-400\\sb120"));
 }
