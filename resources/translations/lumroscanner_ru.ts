@@ -142,7 +142,7 @@
     </message>
     <message>
         <source>Co&amp;ntinuous shooting</source>
-        <translation>&amp;Непрерывная съёмка</translation>
+        <translation>С&amp;ерийная съёмка</translation>
     </message>
     <message>
         <source>&amp;Shortcuts</source>
@@ -251,7 +251,7 @@
     </message>
     <message>
         <source>Continuous shooting</source>
-        <translation>Непрерывная съёмка</translation>
+        <translation>Серийная съёмка</translation>
     </message>
     <message>
         <source>Recognize text</source>
@@ -630,7 +630,7 @@
     <name>SetAutoPage</name>
     <message>
         <source>Continuous shooting</source>
-        <translation>Непрерывная съёмка</translation>
+        <translation>Серийная съёмка</translation>
     </message>
     <message>
         <source>AutoScan</source>
