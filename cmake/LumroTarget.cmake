@@ -22,18 +22,28 @@ function(lumro_qt_target name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
 endfunction()
 
-# A test program. Qt tests share the support main (offscreen, throw-away settings, fixed locale).
+# The code of tests: quick to compile rather than to run; all of it as for programs, or they could not share
+# precompiled headers.
+function(lumro_test_target name)
+  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1> -fPIE)
+endfunction()
+
+# A test program. Qt tests share the support main (offscreen, throw-away settings, fixed locale). All share the
+# precompiled headers of their support library.
 #   lumro_test(NAME name [QT] SOURCES ... LIBS ...)
 function(lumro_test)
   cmake_parse_arguments(T "QT" "NAME" "SOURCES;LIBS" ${ARGN})
   add_executable(${T_NAME} ${T_SOURCES})
   if(T_QT)
     lumro_qt_target(${T_NAME})
-    target_link_libraries(${T_NAME} PRIVATE test_support_qt ${T_LIBS})
+    set(support test_support_qt)
   else()
     lumro_target(${T_NAME})
-    target_link_libraries(${T_NAME} PRIVATE test_support ${T_LIBS})
+    set(support test_support)
   endif()
+  lumro_test_target(${T_NAME})
+  target_link_libraries(${T_NAME} PRIVATE ${support} ${T_LIBS})
+  target_precompile_headers(${T_NAME} REUSE_FROM ${support})
   set_target_properties(${T_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${T_NAME} COMMAND ${T_NAME})
   set_tests_properties(${T_NAME} PROPERTIES TIMEOUT 1200)
