@@ -28,4 +28,4 @@ make_pictures() {
 
 "$lab" prepare
 [ -f "$pictures/1600x1200_a.jpg" ] || make_pictures
-"$lab" run 360 "exec $root/tests/hardware/lab/with-cameras $pictures $folder/tests/v4l2_test $*"
+"$lab" run 1100 "exec $root/tests/hardware/lab/with-cameras $pictures $folder/tests/v4l2_test $*"

@@ -7,7 +7,7 @@ trap 'end_owned; rm -rf "$work"' EXIT
 map=$work/widgets
 program=${PROGRAM:+$(realpath "$PROGRAM")}
 expected_messages= # a pattern of the lines on standard error that a step provokes
-: "${patience:=20}" # seconds for anything that the program is asked for
+: "${patience:=60}" # seconds for anything that the program is asked for, also on a busy machine
 
 fail() {
     trap - ERR

@@ -58,7 +58,7 @@ recognised_text() { # NUMBER PAGE WORDS: as the document spells them
     close_program
 }
 
-clipboard_is() { [ "$(timeout 2 xclip -out -selection clipboard)" = "$1" ]; }
+clipboard_is() { [ "$(timeout 10 xclip -out -selection clipboard)" = "$1" ]; }
 
 codes() {
     lay_page 11-codes.jpg
@@ -80,7 +80,7 @@ codes() {
 }
 copied_every_code() {
     local copied text
-    copied=$(timeout 2 xclip -out -selection clipboard) || return 1
+    copied=$(timeout 10 xclip -out -selection clipboard) || return 1
     while IFS= read -r text; do
         [[ $copied == *"$text   "* ]] || return 1
     done < <(tail -n +2 "$made_pictures/codes.csv" | cut -d, -f6-)
