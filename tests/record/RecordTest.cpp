@@ -1,4 +1,5 @@
 // The library as the program uses it.
+#include "DiskFullAt.h"
 #include "FilmTools.h"
 #include "TempDir.h"
 #include "mirvakrecord.h"
@@ -143,6 +144,23 @@ TEST_F(RecordTest, RefusesWhatItCannotFilm)
     for (const int bytes : {-1, 0, static_cast<int>(frame.size()) - 1, static_cast<int>(frame.size()) + 1})
         EXPECT_EQ(record.MirvakRecord_Write(frame.data(), bytes), MIRVAK_RECORD_WRONG_SIZE) << bytes;
     EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_NO_FRAME);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST_F(RecordTest, EveryCallTellsThatTheRecordingHasFailed)
+{
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    const DiskFullAt limit(100);
+    while (write() == MIRVAK_RECORD_OK)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    int number = 1;
+    const auto expectTold = [&] {
+        EXPECT_EQ(record.MirvakRecord_GetLength(number), MIRVAK_RECORD_IO_ERROR);
+        EXPECT_EQ(record.MirvakRecord_GetCounts(number, number, number), MIRVAK_RECORD_IO_ERROR);
+    };
+    expectTold();
+    EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_IO_ERROR);
+    expectTold();
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 

@@ -32,7 +32,7 @@ void PlainCopyThread::start(const std::string& path, UniqueFd film, std::chrono:
             if (before.valid())
                 before.wait();
             makeCopy(path, film.get(), *cancelled);
-            done.set_value_at_thread_exit();
+            done.set_value();
         })
         .detach();
     last_.wait_for(wait);

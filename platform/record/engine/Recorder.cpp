@@ -45,7 +45,8 @@ MirvakRecordResult Recorder::start()
     threadEnded_ = ended.get_future();
     std::thread([self = shared_from_this(), opened = std::move(opened), ended = std::move(ended)]() mutable {
         self->run(std::move(opened));
-        ended.set_value_at_thread_exit();
+        self.reset();
+        ended.set_value();
     }).detach();
     return result.get();
 }
