@@ -142,16 +142,16 @@ TEST(CodeReader, TwoLabelsWithTheSameTextAreTwoCodes)
 
 TEST(CodeReader, TextOfOtherCharacterSetsBecomesUtf8AndNulDoesNotCutIt)
 {
-    CodePage page(1400, 500);
-    const auto lay = [&](const std::string& bytes, int x) {
-        const cv::Mat code = drawBinaryCode(BARCODE_DATAMATRIX, bytes, 6);
+    CodePage page(1800, 500);
+    const auto lay = [&](const cv::Mat& code, int x) {
         const cv::Mat grey = page.grey();
         code.copyTo(grey(cv::Rect(x, 150, code.cols, code.rows)));
     };
-    lay(std::string("a\0b", 3), 100);
-    lay("caf\xE9 noir", 500);
-    lay("\xD6\xD0\xB9\xFA", 900);
-    EXPECT_THAT(read(page.rgb()), ElementsAre("a\u2400b", "café noir", "中国"));
+    lay(drawBinaryCode(BARCODE_DATAMATRIX, std::string("a\0b", 3), 6), 100);
+    lay(drawBinaryCode(BARCODE_DATAMATRIX, "caf\xE9 noir", 6), 500);
+    lay(drawBinaryCode(BARCODE_DATAMATRIX, "\xD6\xD0\xB9\xFA", 6), 900);
+    lay(drawCode(BARCODE_DATAMATRIX, "Привет", 6), 1300); // names its character set, ISO 8859-5
+    EXPECT_THAT(read(page.rgb()), ElementsAre("a\u2400b", "café noir", "中国", "Привет"));
 }
 
 TEST(CodeReader, EmptyTinyAndNoisyPicturesHoldNone)

@@ -73,7 +73,7 @@ protected:
     MirvakCamera camera_;
     CaptureProcessor processor_{camera_};
     FrameDelivery delivery_{camera_, [](const QImage&) {}};
-    StillCapture capture_{session_, delivery_, processor_, [] { return QRect(); }};
+    StillCapture capture_{session_, delivery_, processor_, [] { return QRect(10, 20, 100, 50); }};
     ContinuousScan scan_{camera_, capture_};
     CameraSession session_{camera_, onFrame, this};
 };
@@ -84,7 +84,9 @@ TEST_F(ContinuousScanTest, EachTickTakesAPictureOnAThreadOfItsOwn)
     for (int i = 1; i <= 3; ++i) {
         scan_.onAutoScanTiemr();
         ASSERT_TRUE(QTest::qWaitFor([&] { return saved_.size() == i; }, 10000));
-        EXPECT_TRUE(QFile::exists(saved_.last()));
+        EXPECT_EQ(QImage(saved_.last()).size(), i < 3 ? QSize(640, 480) : QSize(100, 50))
+            << "cropped as chosen";
+        delivery_.setCroppingMode(i < 2 ? cropping::none : cropping::selection);
     }
     EXPECT_EQ(files(), 3);
 }

@@ -180,6 +180,15 @@ TEST(DocumentBuilder, RowsOfATableShareTheirTabStops)
     }
     EXPECT_EQ(document.paragraphs[0].tabs[0].position, document.paragraphs[1].tabs[0].position);
     EXPECT_NEAR(document.paragraphs[0].tabs[0].position, 11 * letter * 1440 / 300, 1) << "from the margin";
+
+    // Alone on its line, a cell at the right end is flush right, and one in the middle is not.
+    const Document single =
+        written({"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                 "Aqy _ _ _ _ _ Bqy",
+                 "Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                 "Aqy _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ _ Bqy"});
+    EXPECT_FALSE(single.paragraphs[1].tabs.at(0).right);
+    EXPECT_TRUE(single.paragraphs[3].tabs.at(0).right);
 }
 
 TEST(DocumentBuilder, ThePaperIsThatOfThePicture)

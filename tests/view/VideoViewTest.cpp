@@ -385,7 +385,8 @@ TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
     const Qt::WindowStates state = window_.windowState();
     QSignalSpy doubleClicked(view_, &VideoView::doubClickSign);
     mouse(*view_, QEvent::MouseButtonDblClick, {200, 150});
-    mouse(*view_, QEvent::MouseButtonDblClick, {200, 150}, Qt::RightButton);
+    for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton})
+        mouse(*view_, QEvent::MouseButtonDblClick, {200, 150}, other);
     EXPECT_EQ(doubleClicked.count(), 1);
 
     const auto isBack = [&] {
