@@ -136,6 +136,13 @@ TEST_F(SingleInstanceTest, OneThatDoesNotAnswerKeepsOthersOutWhileItLives)
     EXPECT_EQ(startOnce(key_), Start::Runs) << "also when it ends while it is asked";
     end.wait();
 
+    const QByteArray name = QByteArray::fromStdString(folder_.path());
+    InstanceSocket owner(name), other(name);
+    ASSERT_EQ(owner.claim(), InstanceSocket::Claim::Ours);
+    ASSERT_EQ(other.claim(), InstanceSocket::Claim::Taken);
+    owner.release();
+    EXPECT_EQ(other.await(patience), InstanceSocket::Answer::Ended);
+
     Holder older([this] { return (new QSharedMemory(key_))->create(1); }); // without a socket
     EXPECT_EQ(startOnce(key_), Start::Silent);
     older.crash();
