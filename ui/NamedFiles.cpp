@@ -23,7 +23,7 @@ QString namedFiles(const QStringList& paths)
     QStringList names;
     for (int i = 0; i < std::min(paths.size(), mostNames); ++i)
         names.append(shortened(QFileInfo(paths[i]).fileName()));
-    const QString text = names.join(QStringLiteral(", "));
+    QString text = names.join(QStringLiteral(", "));
     const int more = paths.size() - names.size();
     if (more == 0)
         return text;

@@ -82,6 +82,8 @@ TEST(PaperSize, ACamerasOwnZoomIsWideAgainWhenItIsClosed)
     }
     EXPECT_EQ(zoom, 1.0);
     zoom = 1.2; // by the user, in another program
-    OpenCamera(std::make_unique<ZoomCamera>(zoom), pool);
+    {
+        const OpenCamera closedAgain(std::make_unique<ZoomCamera>(zoom), pool);
+    }
     EXPECT_EQ(zoom, 1.2);
 }

@@ -29,7 +29,8 @@ LabCameraModel sideCamera()
 
 Picture served(const std::string& file)
 {
-    return decodeJpeg(std::string(std::getenv("LUMRO_LAB_PICTURES")) + "/" + file);
+    const char* folder = std::getenv("LUMRO_LAB_PICTURES");
+    return decodeJpeg(folder ? folder + ("/" + file) : file);
 }
 
 /// Which of the lab's raw frames it is by its first row; after 64 frames the pattern repeats.

@@ -50,7 +50,7 @@ constexpr std::chrono::seconds missingFor{1};
 
 } // namespace
 
-DeskBackend::DeskBackend(DeskConfig desk, std::filesystem::path file)
+DeskBackend::DeskBackend(const DeskConfig& desk, std::filesystem::path file)
     : file_(std::move(file)), read_(stampOfFile()), seen_(read_)
 {
     lay(desk);

@@ -15,7 +15,7 @@ class DeskBackend : public CameraBackend
 public:
     /// With a file, the desk follows it: a camera that is no longer in it is unplugged, a new one plugged in;
     /// what has changed of one that stays holds when it is opened next.
-    explicit DeskBackend(DeskConfig desk, std::filesystem::path file = {});
+    explicit DeskBackend(const DeskConfig& desk, std::filesystem::path file = {});
 
     /// A camera that has pulled itself out is missing for a second.
     std::vector<CameraInfo> enumerate() override;
