@@ -32,9 +32,11 @@ QString nameOf(const QWidget& widget)
 
 void line(QTextStream& out, const QString& name, const QWidget& widget, const QRect& rect, bool isEnabled)
 {
-    const QPoint corner = widget.mapToGlobal(rect.topLeft());
+    const qreal scale = widget.devicePixelRatioF(); // one screen, its corner at 0
+    const QPoint corner = widget.mapToGlobal(rect.topLeft()) * scale;
+    const QSize size = rect.size() * scale;
     const QString window = nameOf(*widget.window());
-    out << name << ' ' << corner.x() << ' ' << corner.y() << ' ' << rect.width() << ' ' << rect.height()
+    out << name << ' ' << corner.x() << ' ' << corner.y() << ' ' << size.width() << ' ' << size.height()
         << ' ' << (window.isEmpty() ? QStringLiteral("-") : window) << ' ' << int(isEnabled) << '\n';
 }
 

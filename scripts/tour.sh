@@ -2,10 +2,14 @@
 # Works the program from start to end by real clicks and keys, on a virtual display and with the virtual desk,
 # and leaves screenshots and the produced files in a folder. Fails when something that a user expects does not
 # happen.
-#   scripts/tour.sh FOLDER
+#   scripts/tour.sh FOLDER            what the program does, function by function
+#   scripts/tour.sh --window FOLDER   how its windows behave: scripts/lib/tour-window-*.sh, one after the other
 #   PROGRAM=...        another build's program instead of that of build/release
 #   APP_LANGUAGE=0|1|2 Chinese, English (otherwise) or Russian
-[ $# -eq 1 ] || { echo "usage: $0 FOLDER" >&2 && exit 2; }
+#   QT_SCALE_FACTOR=2  as on a screen with small pixels
+windows_only=
+[ "${1:-}" != --window ] || { windows_only=1 && shift; }
+[ $# -eq 1 ] || { echo "usage: $0 [--window] FOLDER" >&2 && exit 2; }
 shots=$(realpath -m "$1")
 . "$(dirname "$0")/lib/common.sh"
 . scripts/lib/display.sh
@@ -121,10 +125,28 @@ strip_and_choices() {
     await "the choice's end" is_gone More
 }
 
+# Each file tour-window-NAME.sh has a function window_NAME, which finds the program running on the ordinary desk with
+# its preferences as delivered, and leaves it so.
+windows() {
+    local file name
+    for file in scripts/lib/tour-window-*.sh; do
+        . "$file"
+        name=${file##*/tour-window-}
+        "window_${name%.sh}"
+        is_there LumroScanner || fail "$file does not leave the program running"
+    done
+}
+
 . scripts/lib/tour-scans.sh
 . scripts/lib/tour-documents.sh
 
 start
+if [ -n "$windows_only" ]; then
+    windows
+    close_program
+    say "Screenshots and files: $shots"
+    exit
+fi
 pages
 drawn_crop
 view

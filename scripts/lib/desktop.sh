@@ -69,6 +69,17 @@ is_there() { line_of "$@"; }
 is_gone() { ! line_of "$@"; }
 is_enabled() { line_of "$@" | grep -q ' 1$'; }
 
+# Whether a window and all that it shows lie on the screen.
+is_on_screen() { # WINDOW
+    local width height
+    read -r width height < <(xdotool getdisplaygeometry)
+    awk -v window="$1" -v width="$width" -v height="$height" '
+        $6 != window {next}
+        {seen = 1}
+        $2 < 0 || $3 < 0 || $2 + $4 > width || $3 + $5 > height {print $1 " lies outside"; outside = 1}
+        END {exit !seen || outside}' "$map"
+}
+
 # Prints the middle of a widget that has stopped moving: the map follows the screen by a tenth of a second.
 middle_of() { # NAME [WINDOW]
     local now before=
@@ -119,7 +130,7 @@ drag_in_view() { # X1 Y1 X2 Y2
 # What the preview shows, below the tool bar.
 view_looks() {
     set -- $(line_of videoView)
-    import -window root -crop "$4x$(($5 - 100))+$2+$(($3 + 100))" rgb:- | md5sum
+    import -window root -crop "$4x$(($5 * 3 / 4))+$2+$(($3 + $5 / 4))" rgb:- | md5sum
 }
 looks_other() { [ "$(view_looks)" != "$1" ]; }
 
