@@ -23,7 +23,7 @@ enum MirvakOCRResult {
     MIRVAK_OCR_IO_ERROR = -5,     // the document could not be written
     MIRVAK_OCR_NO_TEXT = -6,      // nothing in the picture can be read
     MIRVAK_OCR_NO_MEMORY = -7,
-    MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds, or stopped by Deinit
+    MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds of computing, or stopped by Deinit
     MIRVAK_OCR_EXISTS = -9,  // a file has the name; a new document never replaces one
 };
 
