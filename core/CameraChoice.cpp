@@ -6,6 +6,8 @@ namespace {
 
 constexpr std::chrono::seconds preferredFor{10};
 constexpr std::chrono::seconds oneArrival{5}; // a device with two heads names them one after the other
+constexpr std::chrono::seconds oneExchange{
+    5}; // another is often listed before the end of the first is noticed
 
 } // namespace
 
@@ -41,7 +43,7 @@ void CameraChoice::lost(const QString& identity, Time now)
     open_.clear();
     lost_ = identity;
     lostAt_ = now;
-    idleSince_ = now;
+    idleSince_ = std::max(idleSince_, now - oneExchange);
 }
 
 const Camera* CameraChoice::find(const QString& identity) const

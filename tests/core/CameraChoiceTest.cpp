@@ -61,6 +61,12 @@ TEST_F(CameraChoiceTest, WhatIsPluggedInWhileNoneWorksIsOpenedTheBestKindFirst)
     EXPECT_EQ(candidates(), List{QStringLiteral("spare")});
     listed({infrared_, face_, spare_, desk_});
     EXPECT_EQ(candidates().first(), QStringLiteral("desk"));
+    open("desk");
+    pass(1min);
+    listed({infrared_, face_, camera("new", 2)});
+    pass(1s);
+    lose("desk");
+    EXPECT_EQ(candidates(), List{QStringLiteral("new")}) << "listed before the end of the other was noticed";
 }
 
 TEST_F(CameraChoiceTest, TheLostOneTakesItsPlaceBackForTenSeconds)
