@@ -49,6 +49,20 @@ bool MainDesk::showsSecondCamera() const
     return assist_ && assist_->isShown();
 }
 
+QStringList MainDesk::savePages(void* image, int colourMode)
+{
+    const SavedPages saved = parts_.capture.savePages(image, colourMode);
+    ++captures_;
+    if (saved.failed > 0 && !saved.paths.isEmpty())
+        showNotice(tr("%1 of %2 pages could not be saved. Please check the folder %3.")
+                       .arg(QString::number(saved.failed),
+                            QString::number(saved.failed + saved.paths.size()),
+                            settings::savePath(settings_)));
+    else if (saved.failed > 0)
+        tellNotSaved();
+    return saved.paths;
+}
+
 QString MainDesk::saveFrame(void* image, int colourMode)
 {
     return saveCropped(image, croppingMode(), colourMode);

@@ -47,6 +47,7 @@ public:
     bool mayCapture() override;
     bool mayCompose() override;
     FrameHandle takeFrame(std::chrono::seconds timeout) override;
+    QStringList savePages(void* image, int colourMode) override;
     QString saveFrame(void* image, int colourMode) override;
     QString saveCropped(void* image, int cropMode, int colourMode) override;
     QString freeImagePath() const override;

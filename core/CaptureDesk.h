@@ -3,7 +3,7 @@
 #include "FrameHandle.h"
 
 #include <QPixmap>
-#include <QString>
+#include <QStringList>
 
 #include <chrono>
 
@@ -22,7 +22,10 @@ public:
     virtual bool mayCompose() = 0;
     /// The next frame of the main camera, turned as the view is; null when none came in time.
     virtual FrameHandle takeFrame(std::chrono::seconds timeout) = 0;
-    /// Saves a processed copy with the present cropping mode; the path, or empty (the user has been told).
+    /// Saves what the present cropping mode makes of it: one file, or one for each page that lies there, in
+    /// reading order. What could not be saved is missing (the user has been told).
+    virtual QStringList savePages(void* image, int colourMode) = 0;
+    /// One file of it, uncut where the mode would make several; the path, or empty (the user has been told).
     virtual QString saveFrame(void* image, int colourMode) = 0;
     /// The same, cut as `cropMode` (one of cropping::) says.
     virtual QString saveCropped(void* image, int cropMode, int colourMode) = 0;

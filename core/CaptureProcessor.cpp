@@ -43,7 +43,7 @@ QString CaptureProcessor::imageSave(void* image, int cropMode, int colourMode, c
     const std::lock_guard lock(saveMutex_);
     if (!image)
         return QString();
-    QString path = getImagePath();
+    const QString path = getImagePath();
     if (path.isEmpty())
         return QString();
     const FrameHandle work = ownImage(camera_, camera_.MirvakImage_Clone(image));
@@ -52,10 +52,49 @@ QString CaptureProcessor::imageSave(void* image, int cropMode, int colourMode, c
         return QString();
     }
     crop(work.get(), cropMode, selection);
-    applyColour(work.get(), colourMode);
-    stampWatermark(work.get());
+    return finish(work.get(), colourMode, path);
+}
+
+SavedPages CaptureProcessor::savePages(void* image, int cropMode, int colourMode, const QRect& selection)
+{
+    std::vector<FrameHandle> pages;
+    if (image && cropMode == cropping::second)
+        pages = pagesOf(image);
+    SavedPages saved;
+    const auto note = [&saved](const QString& path) {
+        if (path.isEmpty())
+            ++saved.failed;
+        else
+            saved.paths << path;
+    };
+    if (pages.empty()) // without a page to find, automatic cropping makes the picture level and cuts nothing
+        note(imageSave(image, cropMode == cropping::second ? cropping::deskew : cropMode, colourMode, selection));
+    const std::lock_guard lock(saveMutex_);
+    for (const FrameHandle& page : pages) {
+        const QString path = getImagePath();
+        note(path.isEmpty() ? path : finish(page.get(), colourMode, path));
+    }
+    return saved;
+}
+
+std::vector<FrameHandle> CaptureProcessor::pagesOf(void* image) const
+{
+    std::vector<void*> found;
+    camera_.MirvakImage_DeskewAll(image, deskewMargin, found);
+    std::vector<FrameHandle> pages;
+    pages.reserve(found.size());
+    for (void* page : found)
+        pages.push_back(ownImage(camera_, page));
+    return pages;
+}
+
+/// Colours, watermark, and the file under that name or, when something has it meanwhile, the next.
+QString CaptureProcessor::finish(void* work, int colourMode, QString path) const
+{
+    applyColour(work, colourMode);
+    stampWatermark(work);
     const int result = FileNaming::saveNew(path, int(MIRVAK_EXISTS), [&](const QString& name) {
-        return camera_.MirvakImage_Save(name.toUtf8().constData(), work.get(), jpegQuality, saveMode);
+        return camera_.MirvakImage_Save(name.toUtf8().constData(), work, jpegQuality, saveMode);
     });
     if (result != MIRVAK_OK) {
         std::fprintf(

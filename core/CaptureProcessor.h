@@ -1,9 +1,12 @@
 #pragma once
 
+#include "FrameHandle.h"
+
 #include <QRect>
-#include <QString>
+#include <QStringList>
 
 #include <mutex>
+#include <vector>
 
 class MirvakCamera;
 class QImage;
@@ -12,9 +15,16 @@ class QImage;
 namespace cropping {
 constexpr int none = 0;
 constexpr int deskew = 1;    ///< the page is found, straightened and cut out
-constexpr int second = 2;    ///< remembered by the tool bar, no processing
+constexpr int second = 2;    ///< all pages side by side, one picture each; where one is wanted, uncut
 constexpr int selection = 3; ///< the rectangle drawn in the preview
 } // namespace cropping
+
+/// What became of one shot.
+struct SavedPages
+{
+    QStringList paths; ///< full paths, in the order in which people read
+    int failed = 0;    ///< pages that were not saved (one line each on standard error)
+};
 
 /// Turns a frame into a file: crop, colour, watermark, save under the next free name. Thread-safe: one
 /// capture at a time, so two captures never take the same name.
@@ -31,6 +41,11 @@ public:
     /// @return full path of the new file; empty when nothing was written (one line on standard error)
     QString imageSave(void* image, int cropMode, int colourMode, const QRect& selection = QRect());
 
+    /// The same, but with cropping::second every page that lies there, straightened and cut out, becomes a file
+    /// of its own. Where no page is found the picture is one, level and uncut. What cannot be saved is missing
+    /// and counted, the others are there.
+    SavedPages savePages(void* image, int cropMode, int colourMode, const QRect& selection = QRect());
+
     /// Saves a picture that is one already. Only modes 0, 1 and 3 write; with automatic cropping chosen in
     /// the settings a margin of 15 pixels is cut off.
     QString imageSave(const QImage& image, int mode);
@@ -39,6 +54,8 @@ public:
     QString getImagePath() const;
 
 private:
+    std::vector<FrameHandle> pagesOf(void* image) const;
+    QString finish(void* work, int colourMode, QString path) const;
     void crop(void* work, int cropMode, const QRect& selection) const;
     void applyColour(void* work, int colourMode) const;
     void stampWatermark(void* work) const;

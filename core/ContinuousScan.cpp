@@ -61,12 +61,12 @@ bool ContinuousScan::scannerimage()
 
 bool ContinuousScan::save(void* image)
 {
-    const QString path = capture_.save(image, settings::scanType.read());
-    if (path.isEmpty())
-        Q_EMIT saveFailed();
-    else
+    const SavedPages saved = capture_.savePages(image, settings::scanType.read());
+    for (const QString& path : saved.paths)
         Q_EMIT pictureSaved(path);
-    return !path.isEmpty();
+    if (saved.failed > 0)
+        Q_EMIT saveFailed();
+    return !saved.paths.isEmpty();
 }
 
 void ContinuousScan::onAutoScanTiemr()

@@ -32,7 +32,7 @@ public:
     /// Capture thread: looks whether a new page lies in the frame.
     void checkautopage(void* image);
 
-    /// One picture with the settings as they are. Waits for its frame. False when none was saved.
+    /// One shot with the settings as they are. Waits for its frame. False when nothing of it was saved.
     bool scannerimage();
     /// The same on a thread of its own, one a tick; the ticks that wait for a frame share the first that
     /// comes.
@@ -41,9 +41,10 @@ public:
 Q_SIGNALS:
     /// A new page lies still. Emitted on the capture thread.
     void autopageScanSign();
-    /// The picture lies in this file. Emitted on the thread that took it.
+    /// A picture lies in this file; with several pages side by side one shot gives several. Emitted on the
+    /// thread that took it.
     void pictureSaved(const QString& path);
-    /// A frame came but could not be saved. Emitted on the thread that took it.
+    /// A frame came but could not be saved, or not all of its pages. Emitted on the thread that took it.
     void saveFailed();
 
 private:

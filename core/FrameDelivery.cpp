@@ -1,13 +1,13 @@
 #include "FrameDelivery.h"
 
 #include "CaptureProcessor.h"
-#include "mirvakcamera.h"
 
 namespace {
 
 constexpr int outlineWidth = 5;           // pixels of the frame
 constexpr unsigned paperSizeInterval = 3; // frames; the check costs a page detection
 constexpr unsigned pageInterval = 5;      // frames
+constexpr unsigned pagesInterval = 4;     // frames; looking for several pages costs that of some for one
 
 } // namespace
 
@@ -42,11 +42,23 @@ void FrameDelivery::rotate(void* image, int& width, int& height) const
 QImage FrameDelivery::toPicture(void* image, int width, int height)
 {
     std::unique_ptr<PreviewBuffers::Buffer> buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
-    FrameHandle outlined = ownImage(camera_, nullptr);
-    if (croppingMode_ == cropping::deskew) {
-        const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
-        outlined = ownImage(camera_, camera_.MirvakImage_DrawLine(image, red, outlineWidth));
-    }
+    const FrameHandle outlined = outline(image);
     camera_.MirvakImage_GetImageRGBData(outlined ? outlined.get() : image, buffer->pixels.data());
     return PreviewBuffers::wrap(std::move(buffer), width, height);
+}
+
+FrameHandle FrameDelivery::outline(void* image)
+{
+    const int mode = croppingMode_;
+    const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
+    if (mode == cropping::deskew)
+        return ownImage(camera_, camera_.MirvakImage_DrawLine(image, red, outlineWidth));
+    if (mode != cropping::second) {
+        pagesAge_ = 0;
+        return ownImage(camera_, nullptr);
+    }
+    // What lies there seldom moves: the outlines of a search hold for the next frames too.
+    if (pagesAge_++ % pagesInterval == 0)
+        camera_.MirvakImage_FindPages(image, pages_);
+    return ownImage(camera_, camera_.MirvakImage_DrawOutlines(image, pages_, red, outlineWidth));
 }

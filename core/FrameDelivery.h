@@ -2,13 +2,12 @@
 
 #include "ImageChannel.h"
 #include "PreviewBuffers.h"
+#include "mirvakcamera.h"
 
 #include <QImage>
 
 #include <atomic>
 #include <functional>
-
-class MirvakCamera;
 
 /// What happens to every frame of the main camera: turn, show, hand to a waiting capture, inspect. Runs on
 /// the capture thread; the setters may be called from any thread.
@@ -41,7 +40,8 @@ public:
     }
     int rotation() const { return rotation_; }
 
-    /// One of cropping::; with cropping::deskew the page's outline is drawn into the shown picture.
+    /// One of cropping::; with cropping::deskew the page's outline is drawn into the shown picture, with
+    /// cropping::second those of all pages.
     void setCroppingMode(int mode) { croppingMode_ = mode; }
     int croppingMode() const { return croppingMode_; }
 
@@ -51,6 +51,7 @@ public:
 
 private:
     void rotate(void* image, int& width, int& height) const;
+    FrameHandle outline(void* image);
     QImage toPicture(void* image, int width, int height);
 
     MirvakCamera& camera_;
@@ -61,6 +62,8 @@ private:
     Inspect pageCheck_;
     Inspect recorder_;
     PreviewBuffers buffers_;
+    std::vector<MirvakOutline> pages_; ///< capture thread
+    unsigned pagesAge_ = 0;            ///< frames since a page was last searched for; capture thread
     std::atomic<int> rotation_{0};
     std::atomic<int> croppingMode_{0};
     std::atomic<unsigned> frameCount_{0};

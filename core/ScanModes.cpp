@@ -34,5 +34,6 @@ void ScanModes::capture(int colourMode)
         desk_.showNotice(tr("The camera delivers no picture."));
         return;
     }
-    desk_.addThumbnail(desk_.saveFrame(frame.get(), colourMode));
+    for (const QString& path : desk_.savePages(frame.get(), colourMode))
+        desk_.addThumbnail(path);
 }

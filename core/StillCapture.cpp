@@ -21,9 +21,9 @@ FrameHandle StillCapture::take(std::chrono::milliseconds timeout)
     return delivery_.channel().take(timeout);
 }
 
-QString StillCapture::save(void* image, int colourMode)
+SavedPages StillCapture::savePages(void* image, int colourMode)
 {
-    return save(image, delivery_.croppingMode(), colourMode);
+    return processor_.savePages(image, delivery_.croppingMode(), colourMode, selection_());
 }
 
 QString StillCapture::save(void* image, int cropMode, int colourMode)

@@ -26,9 +26,9 @@ public:
     bool isStreaming() const;
     /// The next frame, turned as the view is; null when none came in time or the stream ended.
     FrameHandle take(std::chrono::milliseconds timeout);
-    /// Saves a processed copy with the present cropping mode; the path, or empty.
-    QString save(void* image, int colourMode);
-    /// The same, cut as `cropMode` (one of cropping::) says.
+    /// Saves what the present cropping mode makes of it: one file, or one for each page that lies there.
+    SavedPages savePages(void* image, int colourMode);
+    /// Saves a processed copy; the path, or empty. One file, cut as `cropMode` (one of cropping::) says.
     QString save(void* image, int cropMode, int colourMode);
 
 private:

@@ -33,8 +33,9 @@ void PdfExControl::scan()
     const FrameHandle frame = desk_.takeFrame(frameTimeout);
     if (!frame)
         return dialog_.ShowNote(tr("The camera delivers no picture."));
-    const QString path = desk_.saveFrame(frame.get(), settings::scanType.read());
-    if (path.isEmpty())
+    const QStringList pages = desk_.savePages(frame.get(), settings::scanType.read());
+    if (pages.isEmpty())
         return dialog_.ShowNote(tr("The picture could not be saved."));
-    dialog_.SetScannerImage(path);
+    for (const QString& path : pages)
+        dialog_.SetScannerImage(path);
 }

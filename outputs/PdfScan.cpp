@@ -11,27 +11,28 @@ constexpr std::chrono::seconds frameTimeout(10);
 
 } // namespace
 
-QString PdfScan::capture()
+QStringList PdfScan::capture()
 {
     const FrameHandle frame = desk_.takeFrame(frameTimeout);
     if (!frame) {
         desk_.showNotice(tr("The camera delivers no picture."));
         return {};
     }
-    QString path = desk_.saveFrame(frame.get(), settings::scanType.read());
-    desk_.addThumbnail(path);
-    return path;
+    QStringList pictures = desk_.savePages(frame.get(), settings::scanType.read());
+    for (const QString& path : pictures)
+        desk_.addThumbnail(path);
+    return pictures;
 }
 
 void PdfScan::scan()
 {
     if (!desk_.mayCapture())
         return;
-    const QString picture = capture();
-    if (picture.isEmpty())
+    const QStringList pictures = capture();
+    if (pictures.isEmpty())
         return;
-    const QString folder = picture.left(picture.lastIndexOf(QLatin1Char('/')));
-    const pdfFile::Result result = pdfFile::write(camera_, {picture}, pdfFile::pathIn(folder));
+    const QString folder = pictures.first().section(QLatin1Char('/'), 0, -2);
+    const pdfFile::Result result = pdfFile::write(camera_, pictures, pdfFile::pathIn(folder));
     if (result.code == MIRVAK_OK)
         desk_.addDocument(result.path, pdfFile::icon());
     else

@@ -5,7 +5,7 @@
 class CaptureDesk;
 class MirvakCamera;
 
-/// One capture, and a PDF of one page of it beside it. GUI thread only.
+/// One capture, and a PDF of it beside it, a page for each picture that it gives. GUI thread only.
 class PdfScan
 {
     Q_DECLARE_TR_FUNCTIONS(PdfScan)
@@ -19,7 +19,7 @@ public:
     void scan();
 
 private:
-    QString capture();
+    QStringList capture();
 
     CaptureDesk& desk_;
     MirvakCamera& camera_;

@@ -23,6 +23,14 @@ public:
         return ownImage(camera,
                         frameComes ? makeImageHandle(frameSize.width(), frameSize.height()) : nullptr);
     }
+    QStringList savePages(void* image, int colourMode) override
+    {
+        QStringList pages;
+        for (int i = 0; i < pagesInShot; ++i)
+            pages << saveCropped(image, 0, colourMode);
+        pages.removeAll({});
+        return pages;
+    }
     QString saveFrame(void* image, int colourMode) override { return saveCropped(image, 0, colourMode); }
     QString saveCropped(void* image, int cropMode, int colourMode) override
     {
@@ -64,6 +72,7 @@ public:
     QSize frameSize{8, 8};
     QSize secondSize{12, 9};
     QStringList savesAs; ///< one a capture; then nothing can be saved
+    int pagesInShot = 1;
     int framesTaken = 0;
     QList<int> cropModes;
     QList<int> colourModes;

@@ -2,13 +2,28 @@
 #include "Deskew.h"
 #include "Impl.h"
 #include "OutlineDrawing.h"
+#include "SheetFinder.h"
 #include "Watermark.h"
 #include "imageCalls.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
 using mirvak::Image;
+
+namespace {
+
+MirvakOutline outlineOf(const mirvak::Outline& found)
+{
+    MirvakOutline outline{};
+    std::transform(found.corners.begin(), found.corners.end(), outline.corners, [](const cv::Point2d& p) {
+        return MirvakPointF{static_cast<float>(p.x), static_cast<float>(p.y)};
+    });
+    return outline;
+}
+
+} // namespace
 
 int MirvakCamera::MirvakImage_Deskew(void* image, int margin)
 {
@@ -20,14 +35,60 @@ int MirvakCamera::MirvakImage_Deskew(void* image, int margin)
     });
 }
 
+int MirvakCamera::MirvakImage_DeskewAll(void* image, int margin, std::vector<void*>& pages)
+{
+    pages.clear();
+    return mirvak::onImage("MirvakImage_DeskewAll", image, [&](const Image& source) {
+        if (margin < 0)
+            return MIRVAK_BAD_ARGUMENT;
+        std::vector<std::unique_ptr<Image>> owned;
+        for (Image& page : mirvak::deskewAll(source, margin))
+            owned.push_back(std::make_unique<Image>(std::move(page)));
+        pages.reserve(owned.size());
+        for (std::unique_ptr<Image>& page : owned)
+            pages.push_back(page.release());
+        return pages.empty() ? MIRVAK_NOT_FOUND : MIRVAK_OK;
+    });
+}
+
+int MirvakCamera::MirvakImage_FindPages(void* image, std::vector<MirvakOutline>& outlines)
+{
+    outlines.clear();
+    return mirvak::onImage("MirvakImage_FindPages", image, [&](const Image& source) {
+        for (const mirvak::Outline& sheet : mirvak::findSheets(source.pixels))
+            outlines.push_back(outlineOf(sheet));
+        return outlines.empty() ? MIRVAK_NOT_FOUND : MIRVAK_OK;
+    });
+}
+
 void* MirvakCamera::MirvakImage_DrawLine(void* image, int colour, int width)
 {
-    void* result = nullptr;
+    std::vector<MirvakOutline> page;
     mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
+        if (const auto found = mirvak::findOutline(source.pixels))
+            page.push_back(outlineOf(*found));
+        return MIRVAK_OK;
+    });
+    return MirvakImage_DrawOutlines(image, page, colour, width);
+}
+
+void* MirvakCamera::MirvakImage_DrawOutlines(void* image,
+                                             const std::vector<MirvakOutline>& outlines,
+                                             int colour,
+                                             int width)
+{
+    void* result = nullptr;
+    mirvak::onImage("MirvakImage_DrawOutlines", image, [&](const Image& source) {
         auto copy = impl_->pool.take(source.pixels.cols, source.pixels.rows);
         source.pixels.copyTo(copy->pixels);
         copy->dpi = source.dpi;
-        mirvak::drawOutline(source.pixels, copy->pixels, static_cast<unsigned>(colour), width);
+        for (const MirvakOutline& outline : outlines) {
+            std::array<cv::Point2d, 4> corners;
+            std::transform(outline.corners, outline.corners + 4, corners.begin(), [](const MirvakPointF& p) {
+                return cv::Point2d(p.x, p.y);
+            });
+            mirvak::drawOutline(copy->pixels, corners, static_cast<unsigned>(colour), width);
+        }
         result = copy.release();
         return MIRVAK_OK;
     });

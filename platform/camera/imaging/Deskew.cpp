@@ -2,6 +2,7 @@
 
 #include "Outline.h"
 #include "PageShape.h"
+#include "SheetFinder.h"
 #include "TextSkew.h"
 
 #include <opencv2/imgproc.hpp>
@@ -16,9 +17,9 @@ namespace {
 constexpr double leastSkew = 0.04; // degrees; less is not worth resampling the picture
 constexpr int leastPage = 16;      // pixels that a margin leaves of the page
 
-void straighten(Image& image, const Outline& outline, int margin)
+void straighten(const cv::Mat& picture, const Outline& outline, int margin, cv::Mat& straight)
 {
-    const cv::Size2d page = pageSize(outline.corners, image.pixels.size());
+    const cv::Size2d page = pageSize(outline.corners, picture.size());
     const double room = std::min(page.width, page.height) - leastPage;
     const double trim = std::clamp(static_cast<double>(margin), 0.0, std::max(0.0, room / 2));
     const cv::Size size(std::max(1, cvRound(page.width - 2 * trim)),
@@ -33,8 +34,7 @@ void straighten(Image& image, const Outline& outline, int margin)
     std::copy(outline.corners.begin(), outline.corners.end(), from.begin());
     const cv::Mat back = cv::getPerspectiveTransform(to.data(), from.data());
     cv::warpPerspective(
-        image.pixels, image.spare, back, size, cv::INTER_LINEAR | cv::WARP_INVERSE_MAP, cv::BORDER_REPLICATE);
-    std::swap(image.pixels, image.spare);
+        picture, straight, back, size, cv::INTER_LINEAR | cv::WARP_INVERSE_MAP, cv::BORDER_REPLICATE);
 }
 
 // The most usual bright colour along the picture's border, where the new ground joins it.
@@ -89,7 +89,8 @@ void turnLevel(Image& image, double skew)
 Deskewed deskew(Image& image, int margin)
 {
     if (const std::optional<Outline> outline = findOutline(image.pixels)) {
-        straighten(image, refineOutline(image.pixels, *outline), margin);
+        straighten(image.pixels, refineOutline(image.pixels, *outline), margin, image.spare);
+        std::swap(image.pixels, image.spare);
         return Deskewed::page;
     }
     const std::optional<double> skew = findTextSkew(image.pixels);
@@ -97,6 +98,19 @@ Deskewed deskew(Image& image, int margin)
         return Deskewed::nothing;
     turnLevel(image, *skew);
     return Deskewed::text;
+}
+
+std::vector<Image> deskewAll(const Image& image, int margin)
+{
+    std::vector<Image> pages;
+    for (const Outline& sheet : findSheets(image.pixels)) {
+        Image page;
+        straighten(image.pixels, refineOutline(image.pixels, sheet), margin, page.pixels);
+        page.dpi = image.dpi;
+        page.taken = image.taken;
+        pages.push_back(std::move(page));
+    }
+    return pages;
 }
 
 } // namespace mirvak

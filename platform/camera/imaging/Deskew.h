@@ -2,6 +2,8 @@
 
 #include "Image.h"
 
+#include <vector>
+
 namespace mirvak {
 
 enum class Deskewed {
@@ -14,5 +16,9 @@ enum class Deskewed {
 /// that no sliver of the desk stays. The page keeps the orientation in which it is seen. Without a page
 /// nothing is cropped away: the picture grows, on the colour of its paper.
 Deskewed deskew(Image& image, int margin);
+
+/// The same for all sheets that lie side by side: one picture each, in reading order. Empty when no sheet is
+/// found; the picture itself stays as it is.
+std::vector<Image> deskewAll(const Image& image, int margin);
 
 } // namespace mirvak

@@ -1,5 +1,7 @@
 #include "EdgeField.h"
 
+#include <opencv2/imgproc.hpp>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -143,6 +145,18 @@ void EdgeField::addPoint(int x, int y)
                        static_cast<unsigned char>(direction),
                        static_cast<unsigned char>(weight)});
     directions_.ptr(y + padding)[x + padding] = static_cast<unsigned char>(direction + 1);
+}
+
+void EdgeField::erase(const std::vector<cv::Point>& part)
+{
+    erased_.create(directions_.size(), CV_8UC1);
+    erased_.setTo(0);
+    cv::fillConvexPoly(erased_(cv::Rect({padding, padding}, size())), part, 255);
+    directions_.setTo(0, erased_);
+    const auto isGone = [this](const EdgePoint& point) {
+        return erased_.ptr(point.y + padding)[point.x + padding] != 0;
+    };
+    points_.erase(std::remove_if(points_.begin(), points_.end(), isGone), points_.end());
 }
 
 double EdgeField::threshold() const

@@ -26,6 +26,10 @@ public:
     /// `planes`: three CV_8UC1 of one size.
     void build(const std::array<cv::Mat, 3>& planes);
 
+    /// Takes away what lies in a part of the picture, so that the next search finds something else.
+    /// `part`: convex, pixels; changeAcross() stays as it is.
+    void erase(const std::vector<cv::Point>& part);
+
     const std::vector<EdgePoint>& points() const { return points_; }
     /// EdgePoint::direction + 1 at a pixel, 0 where there is no edge. Rows are directionStride() bytes apart,
     /// and a frame of `padding` zeros lies around the picture, so that a search need not look out for its
@@ -51,7 +55,7 @@ private:
     cv::Mat gx_, gy_, magnitude_; // CV_16S, |gx| + |gy|
     std::vector<short> smoothed_, difference_;
     std::vector<EdgePoint> points_;
-    cv::Mat directions_; ///< with the frame around it
+    cv::Mat directions_, erased_; ///< with the frame around them
     int threshold_ = 0;
 };
 

@@ -11,7 +11,7 @@ constexpr int angles = 90;     // bins of two degrees over half a turn
 constexpr int voteSpread = 2;  // bins either side: the direction of one edge point is good to 5 degrees
 constexpr int offsetBin = 2;   // pixels
 constexpr int leastVotes = 30; // edge points
-constexpr size_t mostPeaks = 160;
+constexpr size_t leastPeaks = 160, peaksPerLine = 4; // of votes: many turn out to be no lines
 constexpr double leastOwnShare = 0.5; // of a line's points that no longer line has taken
 constexpr double leastLength = 40;    // pixels of well covered edge
 constexpr int fitReach = 3, traceReach = 2;
@@ -52,7 +52,7 @@ const std::vector<EdgeLine>&
 LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, size_t most)
 {
     vote(field);
-    findPeaks();
+    findPeaks(std::max(leastPeaks, peaksPerLine * most));
     lines_.clear();
     for (const Peak& peak : peaks_)
         addLine(peak, field, planes);
@@ -105,7 +105,7 @@ void LineFinder::vote(const EdgeField& field)
 }
 
 // A line between two bins counts in both; opposite ends of the angle range meet with the offset reversed.
-void LineFinder::findPeaks()
+void LineFinder::findPeaks(size_t most)
 {
     const auto cell = [this](int angle, int offset) {
         if (angle < 0 || angle >= angles) {
@@ -130,7 +130,7 @@ void LineFinder::findPeaks()
     }
     const auto more = [](const Peak& a, const Peak& b) { return a.votes > b.votes; };
     std::sort(peaks_.begin(), peaks_.end(), more);
-    peaks_.resize(std::min(peaks_.size(), mostPeaks));
+    peaks_.resize(std::min(peaks_.size(), most));
 }
 
 void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes)

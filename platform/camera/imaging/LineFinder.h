@@ -23,7 +23,7 @@ private:
         int votes, angle, offset;
     };
     void vote(const EdgeField& field);
-    void findPeaks();
+    void findPeaks(size_t most);
     void addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes);
 
     void dropRepeated(const EdgeField& field, size_t most);

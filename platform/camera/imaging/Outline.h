@@ -16,6 +16,9 @@ struct Outline
     double confidence = 0; ///< 0 to 1
 };
 
+/// From here on an outline is believed.
+constexpr double confidentOutline = 0.6;
+
 /// Whether the side between two corners follows the border of a picture of that size within `tolerance`
 /// pixels: the page runs out of the picture there.
 bool liesOnBorder(const cv::Point2d& from, const cv::Point2d& to, const cv::Size& picture, double tolerance);

@@ -1,6 +1,7 @@
 #include "QuadCheck.h"
 
 #include "Outline.h"
+#include "SmallLook.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,17 +18,7 @@ constexpr int beyondEnd = 24, bend = 7;     // steps of two pixels along, pixels
 constexpr double pageShare = 0.7;           // of the samples along a side
 constexpr double goesOn = 0.75, ends = 0.4; // shares of the side's length
 
-using Planes = std::array<cv::Mat, 3>;
-
-bool colourAt(const Planes& planes, const cv::Point2d& p, std::array<int, 3>& colour)
-{
-    const int x = cvRound(p.x), y = cvRound(p.y);
-    if (x < 0 || y < 0 || x >= planes[0].cols || y >= planes[0].rows)
-        return false;
-    for (size_t c = 0; c < 3; ++c)
-        colour[c] = planes[c].ptr(y)[x];
-    return true;
-}
+using Planes = SmallLook::Planes;
 
 bool closeTo(const std::array<int, 3>& a, const std::array<int, 3>& b, double tolerance)
 {

@@ -11,7 +11,9 @@ constexpr double outsideShare = 0.02;    // of the picture: a corner may lie tha
 constexpr double leastSide = 0.055;      // of the longer side of the picture: an identity card on A3
 constexpr double longestToShortest = 12; // a receipt
 constexpr double leastArea = 0.008;
-constexpr size_t mostOutlines = 12;
+constexpr size_t mostOutlines = 12, mostSheets = 200;
+constexpr double leastSheet = 0.5;   // confidence worth keeping among many
+constexpr double sameOutline = 6;    // pixels between corners
 constexpr double leastCutOffArea =
     0.15; // of a page that runs out of the picture: smaller things do at any desk
 constexpr double leastCoverage = 0.4;
@@ -46,6 +48,19 @@ bool shapeIsPossible(const std::array<cv::Point2d, 4>& p, double longest)
            r0 > 0.5 && r0 < 2 && r1 > 0.5 && r1 < 2;
 }
 
+// The same corners within `tolerance`, whichever comes first.
+bool isRotationOf(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point2d, 4>& b, double tolerance)
+{
+    for (size_t first = 0; first < 4; ++first) {
+        size_t same = 0;
+        while (same < 4 && cv::norm(a[(first + same) % 4] - b[same]) <= tolerance)
+            ++same;
+        if (same == 4)
+            return true;
+    }
+    return false;
+}
+
 double areaOf(const std::array<cv::Point2d, 4>& p)
 {
     return 0.5 * std::abs(cross(p[2] - p[0], p[3] - p[1]));
@@ -59,9 +74,10 @@ struct SideFit
 };
 
 // The edge of a page ends at its corners; that of a desk, a table's ruling or another sheet runs on.
-double overrunOf(const EdgeLine& line, double from, double to)
+double overrunOf(const EdgeLine& line, double from, double to, QuadFinder::Search search)
 {
-    const double reach = std::clamp(0.2 * (to - from), 10.0, 40.0), gap = 4;
+    const bool alone = search == QuadFinder::Search::page;
+    const double reach = alone ? std::clamp(0.2 * (to - from), 10.0, 40.0) : 5, gap = alone ? 4 : 1;
     const auto covered = [&](double a, double b) {
         a = std::max(a, line.tBegin());
         b = std::min(b, line.tEnd());
@@ -70,7 +86,7 @@ double overrunOf(const EdgeLine& line, double from, double to)
     return 0.5 * (covered(from - gap - reach, from - gap) + covered(to + gap, to + gap + reach));
 }
 
-SideFit fitOf(const QuadFinder::Side& side)
+SideFit fitOf(const QuadFinder::Side& side, QuadFinder::Search search)
 {
     SideFit fit;
     if (side.line->isBorder()) {
@@ -89,12 +105,12 @@ SideFit fitOf(const QuadFinder::Side& side)
     fit.secondEnd = clipped(to - end, to - skip);
     if (side.from > side.to)
         std::swap(fit.firstEnd, fit.secondEnd);
-    fit.overrun = overrunOf(*side.line, from, to);
+    fit.overrun = overrunOf(*side.line, from, to, search);
     return fit;
 }
 
 // How much the page differs from what lies around it, over the sides that can be seen: 0 to 1.
-double contrastOf(const QuadFinder::Quad& quad, const std::array<SideFit, 4>& fits)
+double contrastOf(QuadFinder::Quad& quad, const std::array<SideFit, 4>& fits)
 {
     double clear = 0, leastClear = 1, steady = 0, leastSteady = 1;
     int inwards = 0, seen = 0;
@@ -116,16 +132,17 @@ double contrastOf(const QuadFinder::Quad& quad, const std::array<SideFit, 4>& fi
                             0.25 * std::min(1.0, 2.5 * leastSteady);
     // Pages are brighter than desks. A sheet that is darker all around may be a cover, or a box on a page;
     // one that is now the one and now the other is mostly put together from different things.
-    const double likely = inwards == seen ? 1 : inwards == -seen ? 0.85 : 0.8;
+    quad.darker = inwards == -seen;
+    const double likely = inwards == seen ? 1 : quad.darker ? 0.85 : 0.8;
     return likely * std::clamp((contrast - (inwards == seen ? 0.35 : 0.45)) / 0.4, 0.0, 1.0);
 }
 
-void rate(QuadFinder::Quad& quad)
+void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
 {
     std::array<SideFit, 4> fits;
     double covered = 0, least = 1, overrun = 0, corners = 0;
     for (size_t i = 0; i < 4; ++i) {
-        fits[i] = fitOf(quad.sides[i]);
+        fits[i] = fitOf(quad.sides[i], search);
         if (fits[i].whole.covered < leastCoverage)
             return;
         covered += fits[i].whole.covered;
@@ -146,9 +163,10 @@ void rate(QuadFinder::Quad& quad)
 
 } // namespace
 
-const std::vector<Outline>& QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size)
+const std::vector<Outline>& QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search)
 {
     size_ = size;
+    search_ = search;
     best_.clear();
     collectLines(lines);
     findCorners();
@@ -191,10 +209,20 @@ void QuadFinder::findCorners()
                              found.point.y >= -marginY && found.point.y <= size_.height - 1 + marginY;
             found.t[0] = line(i).positionOf(found.point);
             found.t[1] = line(k).positionOf(found.point);
+            if (search_ == Search::sheets)
+                found.possible = found.possible && startsAt(i, found.t[0]) && startsAt(k, found.t[1]);
             corners_[i * lines_.size() + k] = found;
             corners_[k * lines_.size() + i] = found;
         }
     }
+}
+
+// Among many lines most crossings lie where no edge is; without them there are few outlines to try.
+bool QuadFinder::startsAt(size_t i, double t) const
+{
+    const double near = 3, far = 19, least = 0.5;
+    return line(i).isBorder() || line(i).coveredBetween(t + near, t + far) >= least ||
+           line(i).coveredBetween(t - far, t - near) >= least;
 }
 
 double QuadFinder::positionOn(size_t line, size_t other) const
@@ -247,19 +275,36 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     quad.area = areaOf(quad.corners) / size_.area();
     if (quad.area < leastArea)
         return;
-    rate(quad);
+    rate(quad, search_);
     if (quad.score > 0)
         keep(quad);
 }
 
 void QuadFinder::keep(const Quad& quad)
 {
-    if (best_.size() == mostOutlines && best_.back().score >= quad.score)
+    const size_t most = search_ == Search::page ? mostOutlines : mostSheets;
+    if (best_.size() == most && best_.back().score >= quad.score)
+        return;
+    if (search_ == Search::sheets && (quad.confidence < leastSheet || dropsRivals(quad)))
         return;
     const auto better = [](const Quad& a, const Quad& b) { return a.score > b.score; };
     best_.insert(std::upper_bound(best_.begin(), best_.end(), quad, better), quad);
-    if (best_.size() > mostOutlines)
+    if (best_.size() > most)
         best_.pop_back();
+}
+
+/// Of outlines that hardly differ one is enough, or those of one sheet would crowd out the others. Drops the
+/// worse ones. @return true when `quad` itself is the worse one
+bool QuadFinder::dropsRivals(const Quad& quad)
+{
+    const auto isSame = [&](const Quad& other) {
+        return isRotationOf(other.corners, quad.corners, sameOutline);
+    };
+    const auto rival = std::find_if(best_.begin(), best_.end(), isSame);
+    if (rival != best_.end() && rival->score >= quad.score)
+        return true;
+    best_.erase(std::remove_if(best_.begin(), best_.end(), isSame), best_.end());
+    return false;
 }
 
 } // namespace mirvak

@@ -15,8 +15,13 @@ namespace mirvak {
 class QuadFinder
 {
 public:
+    enum class Search {
+        page,   ///< the one page: a side that runs on beyond its corner speaks against it
+        sheets, ///< several: the sides of a neighbour may begin a little further on in the same line
+    };
     /// The most likely outlines, best first. `size`: of the small picture.
-    const std::vector<Outline>& find(const std::vector<EdgeLine>& lines, const cv::Size& size);
+    const std::vector<Outline>&
+    find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search = Search::page);
 
     struct Side
     {
@@ -30,7 +35,10 @@ public:
         double area = 0;                    ///< share of the picture
         double score = 0;                   ///< prefers the larger of two good outlines
         double confidence = 0;              ///< 0 to 1
+        bool darker = false;                ///< than what lies around it, on every side that can be seen
     };
+    /// What the last find() answered, with all that is known of it. The sides point into its `lines`.
+    const std::vector<Quad>& quads() const { return best_; }
 
 private:
     struct Corner
@@ -43,9 +51,11 @@ private:
     void findCorners();
     void tryQuads();
     void keep(const Quad& quad);
+    bool dropsRivals(const Quad& quad);
     void tryQuad(size_t a, size_t b, size_t c, size_t d);
     const EdgeLine& line(size_t i) const { return *lines_[i]; }
     const Corner& corner(size_t i, size_t k) const { return corners_[i * lines_.size() + k]; }
+    bool startsAt(size_t line, double t) const;
     double positionOn(size_t line, size_t other) const;
 
     std::vector<EdgeLine> borders_;
@@ -54,6 +64,7 @@ private:
     std::vector<Quad> best_;
     std::vector<Outline> outlines_;
     cv::Size size_;
+    Search search_ = Search::page;
 };
 
 /// Moves each side by up to a few pixels to where the colours change most along all of it: the edge of the

@@ -5,7 +5,7 @@
 //
 // Images. A handle (void*) stands for one picture: 8 bits a channel, 3 channels, order red, green, blue,
 // origin top left, rows without padding, and a resolution in dots per inch. Whoever obtains a handle
-// (Clone, Merge, DrawLine) releases it with MirvakImage_Release. The handle given to a frame callback
+// (Clone, Merge, DeskewAll, DrawLine, DrawOutlines) releases it with MirvakImage_Release. The handle given to a frame callback
 // belongs to the library and is valid until the callback returns; it may be changed in place. A null handle
 // gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not be used again.
 //
@@ -17,6 +17,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #define MIRVAK_API __attribute__((visibility("default")))
 
@@ -50,6 +51,13 @@ using MirvakDevsCallback = void (*)(void* context);
 struct MirvakPointF
 {
     float x, y;
+};
+
+/// The corners of a page, clockwise as seen, the first the one nearest to the top left of the picture. A
+/// corner may lie slightly outside.
+struct MirvakOutline
+{
+    MirvakPointF corners[4];
 };
 
 class MIRVAK_API MirvakCamera
@@ -156,6 +164,14 @@ public:
     /// Finds the page, takes the perspective out and crops to it, `margin` pixels inside each edge. Without a
     /// confident outline it straightens by the text lines alone and cuts nothing away.
     int MirvakImage_Deskew(void* image, int margin);
+    /// Does so with each of the pages, cards and receipts that lie side by side: `pages` receives a new image
+    /// of each, row by row from the top, each row from the left; the caller releases every one. `image` stays
+    /// as it is. MIRVAK_NOT_FOUND, and `pages` is empty, when none stands out with confidence: then
+    /// MirvakImage_Deskew makes one page of the picture without cutting anything away. In every other error
+    /// `pages` is empty too.
+    int MirvakImage_DeskewAll(void* image, int margin, std::vector<void*>& pages);
+    /// The outlines of the same pages in the same order, to a few pixels; MIRVAK_NOT_FOUND without any.
+    int MirvakImage_FindPages(void* image, std::vector<MirvakOutline>& outlines);
     /// `mode` 0 nearest, 1 bilinear, 2 area (for reducing), 3 bicubic.
     int MirvakImage_Resize(void* image, int width, int height, int mode);
     int MirvakImage_DelBGColor(void* image); ///< paper becomes white, uneven light goes, ink and colour stay
@@ -173,6 +189,11 @@ public:
     /// A new image with the outline of the page drawn in `colour`, `width` pixels thick; an unchanged copy
     /// when no page is found. Null for a null handle.
     void* MirvakImage_DrawLine(void* image, int colour, int width);
+    /// A new image with these outlines drawn in the same way. Null for a null handle.
+    void* MirvakImage_DrawOutlines(void* image,
+                                   const std::vector<MirvakOutline>& outlines,
+                                   int colour,
+                                   int width);
     /// Watches a stream for a new page; three to ten pictures a second are enough. `flag` comes back false
     /// exactly once for each new page, when it has lain still for 0.3 s with no hand in sight, true
     /// otherwise. Changing light, focus and exposure, a nudge of a centimetre, the bare desk and the last

@@ -1,0 +1,75 @@
+#include "SheetFinder.h"
+
+#include "EdgeField.h"
+#include "LineFinder.h"
+#include "QuadFinder.h"
+#include "ReadingOrder.h"
+#include "SheetChoice.h"
+#include "SmallLook.h"
+
+namespace mirvak {
+
+namespace {
+
+constexpr size_t mostLines = 100;
+constexpr int mostRounds = 6;
+
+} // namespace
+
+struct SheetFinder::Work
+{
+    bool searchOnce();
+
+    SmallLook look;
+    EdgeField edges;
+    LineFinder lines;
+    QuadFinder quads;
+    SheetChoice choice;
+};
+
+/// One search among the edges that are left. The edges of what was found go, so that the next search has its
+/// lines for the other sheets: the longest ones are all that it looks at.
+bool SheetFinder::Work::searchOnce()
+{
+    const SmallLook::Planes& planes = look.planes();
+    const auto& found = lines.find(edges, planes, mostLines);
+    quads.find(found, look.reduction().size(), QuadFinder::Search::sheets);
+    const std::vector<Outline> more = choice.choose(quads.quads(), edges, planes);
+    for (const Outline& sheet : more) {
+        std::vector<cv::Point> part;
+        for (const cv::Point2d& corner : sheet.corners)
+            part.emplace_back(cvRound(corner.x), cvRound(corner.y));
+        edges.erase(part);
+    }
+    return !more.empty();
+}
+
+SheetFinder::SheetFinder() : work_(std::make_unique<Work>()) {}
+
+SheetFinder::~SheetFinder() = default;
+
+std::vector<Outline> SheetFinder::find(const cv::Mat& rgb)
+{
+    if (!SmallLook::canHoldPage(rgb))
+        return {};
+    Work& work = *work_;
+    work.edges.build(work.look.build(rgb));
+    work.choice.clear();
+    for (int round = 0; round < mostRounds && work.searchOnce(); ++round) {
+    }
+    if (work.choice.losesPage(work.edges, work.look.planes()))
+        return {};
+    std::vector<Outline> sheets = work.choice.sheets();
+    for (Outline& sheet : sheets)
+        sheet.corners = work.look.inPicture(sheet.corners);
+    sortForReading(sheets);
+    return sheets;
+}
+
+std::vector<Outline> findSheets(const cv::Mat& rgb)
+{
+    thread_local SheetFinder finder;
+    return finder.find(rgb);
+}
+
+} // namespace mirvak
