@@ -69,8 +69,14 @@ void FramePathWithOutline(benchmark::State& state)
     framePath(state, cropping::deskew);
 }
 
+void FramePathWithOutlines(benchmark::State& state)
+{
+    framePath(state, cropping::second);
+}
+
 BENCHMARK(BareJpegDecode)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(FramePath)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(FramePathWithOutline)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(FramePathWithOutlines)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace

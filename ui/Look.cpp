@@ -1,6 +1,7 @@
 #include "Look.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPalette>
 #include <QStyle>
@@ -142,6 +143,26 @@ QRadioButton::indicator:checked { background-color: qradialgradient(cx: 0.5, cy:
 )");
 }
 
+// What a field says while it is empty shall not be taken for what it holds.
+void slantWhileEmpty(QLineEdit& edit)
+{
+    const auto slant = [&edit] {
+        QFont font = edit.font();
+        font.setItalic(edit.text().isEmpty());
+        edit.setFont(font);
+    };
+    QObject::connect(&edit, &QLineEdit::textChanged, &edit, slant);
+    slant();
+}
+
+void addFieldRules(QWidget& container, const QString& rules)
+{
+    addRules(container, rules);
+    for (QLineEdit* edit : container.findChildren<QLineEdit*>())
+        if (!edit->placeholderText().isEmpty())
+            slantWhileEmpty(*edit);
+}
+
 } // namespace
 
 void install(QApplication& application)
@@ -153,13 +174,13 @@ void install(QApplication& application)
 
 void dress(QWidget& container)
 {
-    addRules(container,
+    addFieldRules(container,
              buttonRules() + fieldRules() + tickRules() + groupRules() + progressRules() + sliderRules());
 }
 
 void dressFields(QWidget& container)
 {
-    addRules(container, fieldRules() + tickRules() + groupRules());
+    addFieldRules(container, fieldRules() + tickRules() + groupRules());
 }
 
 QIcon dimmable(const QIcon& icon, const QSize& size)

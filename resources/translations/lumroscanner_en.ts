@@ -367,6 +367,10 @@
         <translation>Please complete the image merge first!</translation>
     </message>
     <message>
+        <source>%1 of %2 pages could not be saved. Please check the folder %3.</source>
+        <translation>%1 of %2 pages could not be saved. Please check the folder %3.</translation>
+    </message>
+    <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
         <translation>The picture could not be saved. Please check the folder %1.</translation>
     </message>
@@ -833,12 +837,28 @@
         <translation>Book:</translation>
     </message>
     <message>
-        <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
-        <translation>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</translation>
+        <source>Press the keys</source>
+        <translation>Press the keys</translation>
     </message>
     <message>
-        <source>A marked combination belongs to a function above it already.</source>
-        <translation>A marked combination belongs to a function above it already.</translation>
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>A marked text is no key combination. Right ones are written like Ctrl+S or Ctrl+Shift+F5.</source>
+        <translation>A marked text is no key combination. Right ones are written like Ctrl+S or Ctrl+Shift+F5.</translation>
+    </message>
+    <message>
+        <source>The keys of &quot;%1&quot; and &quot;%2&quot; are set in the file %3, as Shortcut_Document and Shortcut_Book. They hold from the next start.</source>
+        <translation>The keys of &quot;%1&quot; and &quot;%2&quot; are set in the file %3, as Shortcut_Document and Shortcut_Book. They hold from the next start.</translation>
+    </message>
+    <message>
+        <source>The strip of pictures uses %1 too, and no longer gets it.</source>
+        <translation>The strip of pictures uses %1 too, and no longer gets it.</translation>
+    </message>
+    <message>
+        <source>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</source>
+        <translation>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</translation>
     </message>
 </context>
 <context>
@@ -986,8 +1006,8 @@
         <translation>Find, straighten and cut out the page</translation>
     </message>
     <message>
-        <source>Second cropping option</source>
-        <translation>Second cropping option</translation>
+        <source>Crop and straighten all pages, cards and receipts side by side: one file each</source>
+        <translation>Crop and straighten all pages, cards and receipts side by side: one file each</translation>
     </message>
     <message>
         <source>Cut out the area drawn in the picture</source>

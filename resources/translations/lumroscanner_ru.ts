@@ -367,6 +367,10 @@
         <translation>Сначала завершите объединение снимков!</translation>
     </message>
     <message>
+        <source>%1 of %2 pages could not be saved. Please check the folder %3.</source>
+        <translation>Не удалось сохранить страниц: %1 из %2. Проверьте папку %3.</translation>
+    </message>
+    <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
         <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
     </message>
@@ -834,12 +838,28 @@
         <translation>Сканирование книги:</translation>
     </message>
     <message>
-        <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
-        <translation>Отмеченный текст не является сочетанием клавиш. Пример записи: Ctrl+S или Ctrl+Shift+F5.</translation>
+        <source>Press the keys</source>
+        <translation>Нажмите клавиши</translation>
     </message>
     <message>
-        <source>A marked combination belongs to a function above it already.</source>
-        <translation>Отмеченное сочетание уже назначено одной из функций выше.</translation>
+        <source>None</source>
+        <translation>Не задано</translation>
+    </message>
+    <message>
+        <source>A marked text is no key combination. Right ones are written like Ctrl+S or Ctrl+Shift+F5.</source>
+        <translation>Отмеченный текст не является сочетанием клавиш. Пример правильной записи: Ctrl+S или Ctrl+Shift+F5.</translation>
+    </message>
+    <message>
+        <source>The keys of &quot;%1&quot; and &quot;%2&quot; are set in the file %3, as Shortcut_Document and Shortcut_Book. They hold from the next start.</source>
+        <translation>Клавиши для «%1» и «%2» задаются в файле %3 параметрами Shortcut_Document и Shortcut_Book и действуют со следующего запуска.</translation>
+    </message>
+    <message>
+        <source>The strip of pictures uses %1 too, and no longer gets it.</source>
+        <translation>%1 используется и в ленте снимков, где больше не будет действовать.</translation>
+    </message>
+    <message>
+        <source>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</source>
+        <translation>%1 не запускает «%2»: это сочетание занято функцией «%3».</translation>
     </message>
 </context>
 <context>
@@ -988,8 +1008,8 @@
         <translation>Найти, выровнять и обрезать страницу</translation>
     </message>
     <message>
-        <source>Second cropping option</source>
-        <translation>Второй способ обрезки</translation>
+        <source>Crop and straighten all pages, cards and receipts side by side: one file each</source>
+        <translation>Обрезать и выровнять все страницы, карточки и чеки, лежащие рядом: каждый в отдельный файл</translation>
     </message>
     <message>
         <source>Cut out the area drawn in the picture</source>

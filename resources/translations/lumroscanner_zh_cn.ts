@@ -367,6 +367,10 @@
         <translation>请先完成图像合并！</translation>
     </message>
     <message>
+        <source>%1 of %2 pages could not be saved. Please check the folder %3.</source>
+        <translation>共 %2 页，其中 %1 页无法保存，请检查文件夹 %3。</translation>
+    </message>
+    <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
         <translation>图片无法保存，请检查文件夹 %1。</translation>
     </message>
@@ -832,12 +836,28 @@
         <translation>书籍扫描：</translation>
     </message>
     <message>
-        <source>A marked text is no key combination. Write one like Ctrl+S or Ctrl+Shift+F5.</source>
-        <translation>标出的文字不是快捷键，请按 Ctrl+S 或 Ctrl+Shift+F5 的形式填写。</translation>
+        <source>Press the keys</source>
+        <translation>请按下快捷键</translation>
     </message>
     <message>
-        <source>A marked combination belongs to a function above it already.</source>
-        <translation>标出的快捷键已被上方的功能占用。</translation>
+        <source>None</source>
+        <translation>未设置</translation>
+    </message>
+    <message>
+        <source>A marked text is no key combination. Right ones are written like Ctrl+S or Ctrl+Shift+F5.</source>
+        <translation>标出的文字不是快捷键，正确的写法如 Ctrl+S 或 Ctrl+Shift+F5。</translation>
+    </message>
+    <message>
+        <source>The keys of &quot;%1&quot; and &quot;%2&quot; are set in the file %3, as Shortcut_Document and Shortcut_Book. They hold from the next start.</source>
+        <translation>“%1”和“%2”的快捷键在文件 %3 中设置，名称为 Shortcut_Document 和 Shortcut_Book，下次启动后生效。</translation>
+    </message>
+    <message>
+        <source>The strip of pictures uses %1 too, and no longer gets it.</source>
+        <translation>缩略图栏也使用 %1，设置后该键在缩略图栏中不再起作用。</translation>
+    </message>
+    <message>
+        <source>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</source>
+        <translation>%1 不能启动“%2”，因为该快捷键已用于“%3”。</translation>
     </message>
 </context>
 <context>
@@ -984,8 +1004,8 @@
         <translation>自动纠偏裁边</translation>
     </message>
     <message>
-        <source>Second cropping option</source>
-        <translation>第二种裁切方式</translation>
+        <source>Crop and straighten all pages, cards and receipts side by side: one file each</source>
+        <translation>裁切并校正并排放置的所有页面、证件和票据，每张保存为一个文件</translation>
     </message>
     <message>
         <source>Cut out the area drawn in the picture</source>

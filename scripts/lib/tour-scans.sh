@@ -79,7 +79,7 @@ settings_pages() {
     await "the interval" setting_is AutoScan_Delay 1
     click buttonShortcut ConfigSet
     click editScanner
-    xdotool type F9
+    xdotool key F9
     await "the shortcut" setting_is Shortcut_Scanner F9
     close_settings
 }

@@ -2,6 +2,7 @@
 #include "Background.h"
 #include "CaptureProcessor.h"
 #include "Codec.h"
+#include "DiskFullAt.h"
 #include "Enhance.h"
 #include "Pixels.h"
 #include "Seal.h"
@@ -120,6 +121,40 @@ TEST_F(CapturePixels, CroppingModesCutWhatTheyMean)
             0)
             << part;
     EXPECT_EQ(difference(captured(noise, cropping::selection), noise), 0) << "nothing is selected";
+}
+
+TEST_F(CapturePixels, EveryPageOfTheSecondModeIsAFileAndAFailureLosesNoOther)
+{
+    cv::Mat desk(640, 960, CV_8UC3, cv::Scalar(50, 55, 60));
+    const cv::Rect places[] = {{60, 60, 240, 340}, {360, 70, 240, 340}, {660, 60, 240, 340}};
+    for (const cv::Rect& place : places)
+        desk(place).setTo(cv::Scalar(235, 235, 230));
+    cv::randu(desk(cv::Rect(380, 90, 200, 300)), 60, 200); // the middle one makes a large file
+    Image frame;
+    frame.pixels = desk.clone();
+    const SavedPages all = processor_.savePages(&frame, cropping::second, 2);
+    ASSERT_EQ(all.paths.size(), 3);
+    EXPECT_EQ(all.failed, 0);
+    for (const char* name : {"/IMAGE_000.png", "/IMAGE_001.png", "/IMAGE_002.png"})
+        EXPECT_TRUE(all.paths.contains(settings::savePath(store_) + QLatin1String(name))) << name;
+    const auto first = mirvak::readImage(all.paths[0].toStdString());
+    ASSERT_TRUE(first);
+    EXPECT_NEAR(first->pixels.cols, 240 - 30, 2);
+    EXPECT_TRUE(otherThan(first->pixels, white).empty()) << "the colours are of the mode, no desk is left";
+    EXPECT_EQ(difference(frame.pixels, desk), 0) << "the frame is the caller's";
+    {
+        const DiskFullAt full(20'000);
+        const SavedPages some = processor_.savePages(&frame, cropping::second, 0);
+        EXPECT_EQ(some.failed, 1);
+        EXPECT_EQ(some.paths.size(), 2);
+        for (const QString& path : some.paths)
+            EXPECT_FALSE(QImage(path).isNull());
+    }
+    frame.pixels = cv::Mat(480, 640, CV_8UC3, cv::Scalar(120, 110, 100));
+    const SavedPages none = processor_.savePages(&frame, cropping::second, 0);
+    ASSERT_EQ(none.paths.size(), 1) << "without pages the picture is one";
+    EXPECT_EQ(difference(mirvak::readImage(none.paths[0].toStdString())->pixels, frame.pixels), 0);
+    EXPECT_EQ(processor_.savePages(nullptr, cropping::second, 0).failed, 1);
 }
 
 TEST_F(CapturePixels, TheWatermarkStandsAtItsAnchorInPureRed)

@@ -118,7 +118,7 @@ TEST_F(FrameDeliveryTest, PaperSizeIsLookedAtOnEveryThirdFrameAndThePageOnEveryF
     EXPECT_EQ(recorded, 30);
 }
 
-TEST_F(FrameDeliveryTest, TheOutlineIsDrawnOnlyWithAutomaticCropping)
+TEST_F(FrameDeliveryTest, OutlinesAreDrawnOnlyWithAutomaticCropping)
 {
     cv::Mat page(480, 640, CV_8UC3, cv::Scalar(40, 45, 50));
     page(cv::Rect(120, 80, 400, 320)).setTo(cv::Scalar(250, 250, 250));
@@ -135,10 +135,15 @@ TEST_F(FrameDeliveryTest, TheOutlineIsDrawnOnlyWithAutomaticCropping)
         }
         return red;
     };
-    for (const int other : {cropping::none, cropping::second, cropping::selection})
+    for (const int other : {cropping::none, cropping::selection})
         EXPECT_EQ(redPixels(other), 0) << other;
     // Four sides of 720 px half perimeter, five pixels thick, less where smoothing touches them.
     EXPECT_GT(redPixels(cropping::deskew), 4000);
+    page(cv::Rect(300, 60, 30, 400)).setTo(cv::Scalar(40, 45, 50)); // two pages side by side
+    EXPECT_EQ(redPixels(cropping::none), 0);
+    for (int i = 0; i < 5; ++i) // each of them in every frame, not only in those that are searched
+        EXPECT_GT(redPixels(cropping::second), 6000) << i;
+    EXPECT_EQ(redPixels(cropping::none), 0);
 }
 
 } // namespace

@@ -22,6 +22,17 @@ TEST(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommand)
     EXPECT_TRUE(desk.notices.isEmpty());
 }
 
+TEST(ScanModesTest, EveryPageOfOneShotIsListed)
+{
+    FakeDesk desk;
+    desk.pagesInShot = 3; // and the last one cannot be saved
+    desk.savesAs = QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")};
+    const QStringList saved = desk.savesAs;
+    ScanModes(desk, desk.camera).scan();
+    EXPECT_EQ(desk.thumbnails, saved);
+    EXPECT_EQ(desk.framesTaken, 1);
+}
+
 TEST(ScanModesTest, WithoutLeaveOrFrameNothingIsSaved)
 {
     FakeDesk desk;

@@ -37,6 +37,9 @@ TEST_F(ImageFacade, NullHandlesAreRefusedEverywhere)
     bool flag = false;
     double value = 0;
     unsigned char byte = 0;
+    std::vector<void*> pages;
+    std::vector<MirvakOutline> outlines;
+    EXPECT_EQ(camera_.MirvakImage_DrawOutlines(nullptr, outlines, 0, 5), nullptr);
     EXPECT_EQ(camera_.MirvakImage_Clone(nullptr), nullptr);
     EXPECT_EQ(camera_.MirvakImage_DrawLine(nullptr, 0, 5), nullptr);
     EXPECT_EQ(camera_.MirvakImage_Merge(nullptr, nullptr, 0, 0, 1, 1), nullptr);
@@ -46,6 +49,8 @@ TEST_F(ImageFacade, NullHandlesAreRefusedEverywhere)
                              camera_.MirvakImage_Rotate(nullptr, 90),
                              camera_.MirvakImage_Crop(nullptr, 0, 0, 1, 1),
                              camera_.MirvakImage_Deskew(nullptr, 15),
+                             camera_.MirvakImage_DeskewAll(nullptr, 15, pages),
+                             camera_.MirvakImage_FindPages(nullptr, outlines),
                              camera_.MirvakImage_Threshold(nullptr),
                              camera_.MirvakImage_WhitePaperSeal(nullptr, 0),
                              camera_.MirvakImage_Watermark(nullptr, "x", {0, 0}, 20, 0, 0),
@@ -88,6 +93,39 @@ TEST_F(ImageFacade, AChangeOfACopyLeavesTheOriginalAlone)
         ASSERT_EQ(camera_.MirvakImage_Threshold(original.get()), MIRVAK_OK);
         EXPECT_EQ(cv::norm(pixels(other), before, cv::NORM_INF), 0) << first;
     }
+}
+
+TEST_F(ImageFacade, EveryPageSideBySideBecomesAPictureOfItsOwn)
+{
+    const Handle desk = own(makeImageHandle(960, 640, {50, 55, 60}));
+    const cv::Rect places[] = {{60, 60, 360, 240}, {500, 80, 300, 420}, {80, 360, 340, 220}};
+    for (const cv::Rect& place : places) {
+        pixels(desk)(place).setTo(cv::Scalar(235, 235, 230));
+        pixels(desk)(cv::Rect(place.x + 40, place.y + 40, 30, 30)).setTo(cv::Scalar(place.x % 200, 20, 20));
+    }
+    static_cast<mirvak::Image*>(desk.get())->dpi = 300;
+    const cv::Mat before = pixels(desk).clone();
+    std::vector<void*> pages(2);
+    ASSERT_EQ(camera_.MirvakImage_DeskewAll(desk.get(), 10, pages), MIRVAK_OK);
+    EXPECT_EQ(cv::norm(pixels(desk), before, cv::NORM_INF), 0);
+    ASSERT_EQ(pages.size(), 3U);
+    for (size_t i = 0; i < 3; ++i) {
+        const Handle page = own(pages[i]);
+        EXPECT_NEAR(pixels(page).cols, places[i].width - 20, 2) << i;
+        EXPECT_NEAR(pixels(page).rows, places[i].height - 20, 2) << i;
+        EXPECT_NEAR(pixels(page).at<cv::Vec3b>(45, 45)[0], places[i].x % 200, 3) << i;
+        EXPECT_EQ(static_cast<mirvak::Image*>(page.get())->dpi, 300);
+    }
+    std::vector<MirvakOutline> outlines;
+    ASSERT_EQ(camera_.MirvakImage_FindPages(desk.get(), outlines), MIRVAK_OK);
+    ASSERT_EQ(outlines.size(), 3U);
+    EXPECT_NEAR(outlines[1].corners[2].x, 800, 3);
+    EXPECT_NEAR(outlines[1].corners[2].y, 500, 3);
+    EXPECT_EQ(camera_.MirvakImage_DeskewAll(desk.get(), -1, pages), MIRVAK_BAD_ARGUMENT);
+    EXPECT_TRUE(pages.empty());
+    EXPECT_EQ(camera_.MirvakImage_DeskewAll(white().get(), 15, pages), MIRVAK_NOT_FOUND);
+    EXPECT_EQ(camera_.MirvakImage_FindPages(white().get(), outlines), MIRVAK_NOT_FOUND);
+    EXPECT_TRUE(outlines.empty());
 }
 
 TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)

@@ -2,6 +2,7 @@
 
 #include "DiskFullAt.h"
 #include "FakeDesk.h"
+#include "../pdf/PdfTools.h"
 #include "PdfFile.h"
 #include "Settings.h"
 #include "TempDir.h"
@@ -62,6 +63,18 @@ TEST_F(PdfScanTest, MakesACaptureAndAPdfOfItBeside)
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.read(8).startsWith("%PDF-1."));
+}
+
+TEST_F(PdfScanTest, EveryPageOfOneShotIsAPage)
+{
+    desk.pagesInShot = 2;
+    const QString other = QString::fromStdString(folder.file("other.png"));
+    ASSERT_TRUE(QFile::copy(picture, other));
+    desk.savesAs << other;
+    pdf.scan();
+    ASSERT_EQ(pdfs().size(), 1);
+    EXPECT_EQ(desk.thumbnails, (QStringList{picture, other}));
+    EXPECT_EQ(tools::pageSizes(folder.file(pdfs()[0].toStdString())).size(), 2U);
 }
 
 TEST_F(PdfScanTest, ManyWithinASecondAreAllKept)

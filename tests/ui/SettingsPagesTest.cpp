@@ -105,7 +105,7 @@ TEST_F(SettingsPages, StoreEveryControlUnderItsKeyAlone)
         {"radioTimerScan", "AutoScan_Type", 1},
         {"radioAutoScan", "AutoScan_Type", 0},
         {"comboDelay", "AutoScan_Delay", 30},
-        {"editScanner", "Shortcut_Scanner", QStringLiteral("xy")},
+        {"editScanner", "Shortcut_Scanner", QStringLiteral("Y")},
     };
     for (const Row& row : rows) {
         QVariantMap expected = everything();
@@ -312,6 +312,42 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcut)
     EXPECT_FALSE(stored("Shortcut_Book").isValid());
 }
 
+TEST_F(SettingsPages, RecordTheKeysThatArePressed)
+{
+    SetShortcut page;
+    auto* scanner = part<QLineEdit>(page, "editScanner");
+    const auto* strip = part<QLabel>(page, "labelStrip");
+    EXPECT_FALSE(scanner->placeholderText().isEmpty());
+    EXPECT_TRUE(scanner->font().italic()) << "what stands in an empty field is no key";
+    struct Press
+    {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        const char* stored;
+        bool stripLosesIt;
+    };
+    const Press presses[] = {{Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier, "Ctrl+Shift+S", false},
+                             {Qt::Key_F5, Qt::NoModifier, "F5", false},
+                             {Qt::Key_Shift, Qt::ShiftModifier, "F5", false}, // not yet a combination
+                             {Qt::Key_Escape, Qt::NoModifier, "F5", false},
+                             {Qt::Key_Tab, Qt::NoModifier, "F5", false},
+                             {Qt::Key_Z, Qt::ControlModifier, "Ctrl+Z", true},
+                             {Qt::Key_5, Qt::KeypadModifier, "5", false},
+                             {Qt::Key_Return, Qt::NoModifier, "Return", true},
+                             {Qt::Key_Backspace, Qt::NoModifier, "", false},
+                             {Qt::Key_Backspace, Qt::ControlModifier, "Ctrl+Backspace", false},
+                             {Qt::Key_Delete, Qt::NoModifier, "", false},
+                             {Qt::Key_Space, Qt::NoModifier, "Space", false}};
+    for (const Press& press : presses) {
+        QTest::keyClick(scanner, press.key, press.modifiers);
+        EXPECT_EQ(stored("Shortcut_Scanner").toString(), QLatin1String(press.stored));
+        EXPECT_EQ(scanner->text(), QLatin1String(press.stored));
+        EXPECT_EQ(scanner->font().italic(), scanner->text().isEmpty());
+        EXPECT_EQ(strip->isHidden(), !press.stripLosesIt) << press.stored;
+    }
+    EXPECT_TRUE(part<QLabel>(page, "labelFile")->text().contains(settings.GetSettings()->fileName()));
+}
+
 TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
 {
     store("Shortcut_Document", QStringLiteral("Ctrl+D"));
@@ -334,6 +370,7 @@ TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
     EXPECT_FALSE(why->isHidden());
     EXPECT_TRUE(part<QLabel>(page, "labelHint")->isHidden());
     EXPECT_EQ(part<QLineEdit>(page, "editBook")->accessibleDescription(), why->text());
+    EXPECT_EQ(why->text(), QStringLiteral("F5 does not start \"Book\", because \"Scanner\" has these keys."));
     scanner->setText(QStringLiteral("Ctrl+D, Ctrl+E"));
     EXPECT_EQ(marks(), QStringList{QStringLiteral("editDocument")}) << "its key is the first of two";
     EXPECT_EQ(changed.count(), 2);

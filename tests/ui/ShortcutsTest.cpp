@@ -133,8 +133,7 @@ TEST_F(ShortcutsTest, AChangeInTheSettingsWorksAtOnce)
     dialog.findChild<QPushButton*>(QStringLiteral("buttonShortcut"))->click();
     auto* edit = dialog.findChild<QLineEdit*>(QStringLiteral("editScanner"));
     edit->setFocus();
-    edit->selectAll();
-    QTest::keyClicks(edit, QStringLiteral("Ctrl+G"));
+    QTest::keyClick(edit, Qt::Key_G, Qt::ControlModifier);
     dialog.close();
     ASSERT_TRUE(activate(window));
     EXPECT_EQ(pressed(), (QVector<int>{0, 0, 0}));

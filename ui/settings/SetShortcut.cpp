@@ -6,6 +6,8 @@
 
 #include "ui_SetShortcut.h"
 
+#include <QDir>
+#include <QSettings>
 #include <QStyle>
 
 namespace {
@@ -15,6 +17,15 @@ void setMarked(QLineEdit& edit, bool marked)
     edit.setProperty("unusable", marked);
     edit.style()->unpolish(&edit); // the rules of the style sheet are looked up anew
     edit.style()->polish(&edit);
+}
+
+// As beside the field, without the colon of the language.
+QString nameOf(const QLabel& label)
+{
+    QString name = label.text();
+    if (name.endsWith(QLatin1Char(':')) || name.endsWith(QChar(0xff1a)))
+        name.chop(1);
+    return name.trimmed();
 }
 
 } // namespace
@@ -31,6 +42,12 @@ SetShortcut::SetShortcut(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
         markUnusable();
         Q_EMIT shortcutschanged();
     });
+    ui_->labelFile->setText(
+        tr("The keys of \"%1\" and \"%2\" are set in the file %3, as Shortcut_Document and Shortcut_Book. They "
+           "hold from the next start.")
+            .arg(nameOf(*ui_->labelDocument),
+                 nameOf(*ui_->labelBook),
+                 QDir::toNativeSeparators(settings_.GetSettings()->fileName())));
     markUnusable();
 }
 
@@ -40,17 +57,29 @@ void SetShortcut::markUnusable()
 {
     using ShortcutText::Use;
     const QVector<QLineEdit*> edits{ui_->editScanner, ui_->editDocument, ui_->editBook};
-    QStringList texts;
+    const QVector<QLabel*> names{ui_->labelScanner, ui_->labelDocument, ui_->labelBook};
+    QStringList texts, taken;
     for (const QLineEdit* edit : edits)
         texts.append(edit->text());
     const QVector<Use> uses = ShortcutText::uses(texts);
     for (int i = 0; i < edits.size(); ++i) {
-        const bool isMarked = uses[i] == Use::Unreadable || uses[i] == Use::Taken;
-        if (edits[i]->property("unusable").toBool() != isMarked)
-            setMarked(*edits[i], isMarked);
-        const QLabel* why = uses[i] == Use::Taken ? ui_->labelTaken : ui_->labelHint;
-        edits[i]->setAccessibleDescription(isMarked ? why->text() : QString());
+        QString why;
+        if (uses[i] == Use::Unreadable)
+            why = ui_->labelHint->text();
+        else if (uses[i] == Use::Taken)
+            taken << (why = takenText(nameOf(*names[i]), texts, i, nameOf(*names[ShortcutText::ownerOf(texts, i)])));
+        if (edits[i]->property("unusable").toBool() == why.isEmpty())
+            setMarked(*edits[i], !why.isEmpty());
+        edits[i]->setAccessibleDescription(why);
     }
     ui_->labelHint->setVisible(uses.contains(Use::Unreadable));
-    ui_->labelTaken->setVisible(uses.contains(Use::Taken));
+    ui_->labelTaken->setText(taken.join(QLatin1Char('\n')));
+    ui_->labelTaken->setVisible(!taken.isEmpty());
+    ui_->labelStrip->setText(tr("The strip of pictures uses %1 too, and no longer gets it.").arg(texts.first()));
+    ui_->labelStrip->setVisible(ShortcutText::isUsedByStrip(texts.first()));
+}
+
+QString SetShortcut::takenText(const QString& name, const QStringList& texts, int index, const QString& owner)
+{
+    return tr("%1 does not start \"%2\", because \"%3\" has these keys.").arg(texts[index], name, owner);
 }

@@ -24,6 +24,8 @@ Q_SIGNALS:
 
 private:
     void markUnusable();
+    static QString
+    takenText(const QString& name, const QStringList& texts, int index, const QString& owner);
 
     ConfigSettings settings_;
     std::unique_ptr<Ui_SetShortcut> ui_;

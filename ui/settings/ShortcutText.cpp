@@ -12,23 +12,44 @@ QKeySequence ShortcutText::sequence(const QString& text)
     return sequence;
 }
 
+namespace {
+
+// Of two combinations of which one begins the other, the longer would never be reached.
+bool collide(const QKeySequence& a, const QKeySequence& b)
+{
+    return !a.isEmpty() && !b.isEmpty() &&
+           (a.matches(b) != QKeySequence::NoMatch || b.matches(a) != QKeySequence::NoMatch);
+}
+
+} // namespace
+
+int ShortcutText::ownerOf(const QStringList& texts, int index)
+{
+    for (int i = 0; i < index; ++i) {
+        if (collide(sequence(texts[i]), sequence(texts[index])) && ownerOf(texts, i) < 0)
+            return i;
+    }
+    return -1;
+}
+
 QVector<ShortcutText::Use> ShortcutText::uses(const QStringList& texts)
 {
     QVector<Use> uses;
-    QVector<QKeySequence> bound;
-    for (const QString& text : texts) {
-        const QKeySequence keys = sequence(text);
-        // Of two combinations of which one begins the other, the longer would never be reached.
-        const bool isTaken = std::any_of(bound.begin(), bound.end(), [&](const QKeySequence& other) {
-            return keys.matches(other) != QKeySequence::NoMatch ||
-                   other.matches(keys) != QKeySequence::NoMatch;
-        });
-        if (keys.isEmpty())
-            uses.append(text.isEmpty() ? Use::None : Use::Unreadable);
+    for (int i = 0; i < texts.size(); ++i) {
+        if (sequence(texts[i]).isEmpty())
+            uses.append(texts[i].isEmpty() ? Use::None : Use::Unreadable);
         else
-            uses.append(isTaken ? Use::Taken : Use::Bound);
-        if (uses.last() == Use::Bound)
-            bound.append(keys);
+            uses.append(ownerOf(texts, i) < 0 ? Use::Bound : Use::Taken);
     }
     return uses;
+}
+
+bool ShortcutText::isUsedByStrip(const QString& text)
+{
+    const QKeySequence keys = sequence(text);
+    const auto own = {QKeySequence(QKeySequence::Undo), QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter),
+                      QKeySequence(Qt::Key_Up), QKeySequence(Qt::Key_Down), QKeySequence(Qt::Key_Left),
+                      QKeySequence(Qt::Key_Right), QKeySequence(Qt::Key_Home), QKeySequence(Qt::Key_End),
+                      QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::Key_PageDown)};
+    return std::any_of(own.begin(), own.end(), [&](const QKeySequence& key) { return collide(keys, key); });
 }

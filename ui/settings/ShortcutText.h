@@ -21,4 +21,10 @@ enum class Use {
 /// What becomes of each text when their combinations shall work side by side.
 QVector<Use> uses(const QStringList& texts);
 
+/// The earlier text whose combination keeps that of text `index` from working; -1 for none.
+int ownerOf(const QStringList& texts, int index);
+
+/// Whether the thumbnail strip has a use of its own for the combination.
+bool isUsedByStrip(const QString& text);
+
 } // namespace ShortcutText
