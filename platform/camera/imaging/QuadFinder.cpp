@@ -269,6 +269,8 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
         std::swap(quad.corners[1], quad.corners[3]);
         std::swap(quad.sides[0], quad.sides[3]);
         std::swap(quad.sides[1], quad.sides[2]);
+        for (Side& side : quad.sides)
+            std::swap(side.from, side.to);
     }
     if (!shapeIsPossible(quad.corners, std::max(size_.width, size_.height)))
         return;

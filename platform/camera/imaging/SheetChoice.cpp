@@ -118,7 +118,7 @@ bool deskFollows(const Planes& planes, const Corners& whole, size_t i, const Cor
         Colour gap{}; // the mean of some, for a desk may be rough
         for (int n = 0; n < gapSamples; ++n) {
             Colour here{};
-            const cv::Point2d from = at + away * (3.0 + n);
+            const cv::Point2d from = at + away * (2.5 + 0.5 * n);
             if (!colourAt(planes, from + way * (static_cast<double>(k + n) / samplesAlong), here))
                 return false;
             for (size_t c = 0; c < 3; ++c)
