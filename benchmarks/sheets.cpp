@@ -1,6 +1,6 @@
-// How surely sheets that lie side by side are told apart: made scenes of known truth on every desk. A line for
-// each kind of scene: how many sheets lay there, how many were found, how many answers were none, how far the
-// outlines agree with the truth (shared area over joined area), and what the search took.
+// How surely sheets that lie side by side are told apart: made scenes of known truth on every desk. A line
+// for each kind of scene: how many sheets lay there, how many were found, how many answers were none, how far
+// the outlines agree with the truth (shared area over joined area), and what the search took.
 #include "MadeDesks.h"
 #include "Outline.h"
 #include "SheetFinder.h"
@@ -48,7 +48,15 @@ int main(int argc, char** argv)
                                                             {made::Desk::checked, "checked"},
                                                             {made::Desk::noisy, "rough"},
                                                             {made::Desk::coloured, "coloured"}};
-    std::printf("%-22s %-9s %5s %5s %5s %6s %6s %6s\n", "sheets", "desk", "laid", "found", "wrong", "mean", "least", "ms");
+    std::printf("%-22s %-9s %5s %5s %5s %6s %6s %6s\n",
+                "sheets",
+                "desk",
+                "laid",
+                "found",
+                "wrong",
+                "mean",
+                "least",
+                "ms");
     Score all;
     for (int kind = 0; kind < made::sheetSceneKinds; ++kind) {
         for (const auto& [desk, name] : desks) {
@@ -66,8 +74,14 @@ int main(int argc, char** argv)
                 what = scene.name;
             }
             std::printf("%-22s %-9s %5d %5d %5d %6.3f %6.3f %6.1f\n",
-                        what.c_str(), name, score.laid, score.found, score.wrong,
-                        score.sum / std::max(1, score.found), score.least, score.milliseconds / seeds);
+                        what.c_str(),
+                        name,
+                        score.laid,
+                        score.found,
+                        score.wrong,
+                        score.sum / std::max(1, score.found),
+                        score.least,
+                        score.milliseconds / seeds);
             all.laid += score.laid;
             all.found += score.found;
             all.wrong += score.wrong;

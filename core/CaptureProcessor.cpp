@@ -68,7 +68,8 @@ SavedPages CaptureProcessor::savePages(void* image, int cropMode, int colourMode
             saved.paths << path;
     };
     if (pages.empty()) // without a page to find, automatic cropping makes the picture level and cuts nothing
-        note(imageSave(image, cropMode == cropping::second ? cropping::deskew : cropMode, colourMode, selection));
+        note(imageSave(
+            image, cropMode == cropping::second ? cropping::deskew : cropMode, colourMode, selection));
     const std::lock_guard lock(saveMutex_);
     for (const FrameHandle& page : pages) {
         const QString path = getImagePath();

@@ -41,9 +41,9 @@ public:
     /// @return full path of the new file; empty when nothing was written (one line on standard error)
     QString imageSave(void* image, int cropMode, int colourMode, const QRect& selection = QRect());
 
-    /// The same, but with cropping::second every page that lies there, straightened and cut out, becomes a file
-    /// of its own. Where no page is found the picture is one, level and uncut. What cannot be saved is missing
-    /// and counted, the others are there.
+    /// The same, but with cropping::second every page that lies there, straightened and cut out, becomes a
+    /// file of its own. Where no page is found the picture is one, level and uncut. What cannot be saved is
+    /// missing and counted, the others are there.
     SavedPages savePages(void* image, int cropMode, int colourMode, const QRect& selection = QRect());
 
     /// Saves a picture that is one already. Only modes 0, 1 and 3 write; with automatic cropping chosen in

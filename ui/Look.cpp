@@ -175,7 +175,8 @@ void install(QApplication& application)
 void dress(QWidget& container)
 {
     addFieldRules(container,
-             buttonRules() + fieldRules() + tickRules() + groupRules() + progressRules() + sliderRules());
+                  buttonRules() + fieldRules() + tickRules() + groupRules() + progressRules() +
+                      sliderRules());
 }
 
 void dressFields(QWidget& container)

@@ -63,7 +63,9 @@ void layReceipts(ManySheets& scene, double degrees)
     Table table(scene, 4, 1);
     int i = 0;
     for (const double length : {980.0, 620.0, 430.0, 800.0}) {
-        table.lay(textPage({300, static_cast<int>(length * 1.3)}, 24, 3), {220, length}, i % 2 ? degrees : -degrees);
+        table.lay(textPage({300, static_cast<int>(length * 1.3)}, 24, 3),
+                  {220, length},
+                  i % 2 ? degrees : -degrees);
         ++i;
     }
     scene.name = "receipts";

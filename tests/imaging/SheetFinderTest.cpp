@@ -12,7 +12,10 @@ namespace {
 
 const cv::Size frame(1632, 1224);
 
-void expectSheets(const cv::Mat& picture, const std::vector<Corners>& truth, const std::string& name, double least)
+void expectSheets(const cv::Mat& picture,
+                  const std::vector<Corners>& truth,
+                  const std::string& name,
+                  double least)
 {
     const std::vector<mirvak::Outline> found = mirvak::findSheets(picture);
     ASSERT_EQ(found.size(), truth.size()) << name;
@@ -48,7 +51,8 @@ TEST(Sheets, AreFoundOnPatternedClothToo)
 
 TEST(Sheets, NothingElseIsAnswered)
 {
-    for (const Desk kind : {Desk::light, Desk::dark, Desk::wood, Desk::checked, Desk::noisy, Desk::coloured}) {
+    for (const Desk kind :
+         {Desk::light, Desk::dark, Desk::wood, Desk::checked, Desk::noisy, Desk::coloured}) {
         cv::Mat bare = made::desk(frame, kind), page = bare.clone(), ring = bare.clone();
         made::shine(bare, {0.7, 0.5, 4});
         EXPECT_TRUE(mirvak::findSheets(bare).empty()) << "a bare desk " << static_cast<int>(kind);

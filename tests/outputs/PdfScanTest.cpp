@@ -1,8 +1,8 @@
 #include "PdfScan.h"
 
+#include "../pdf/PdfTools.h"
 #include "DiskFullAt.h"
 #include "FakeDesk.h"
-#include "../pdf/PdfTools.h"
 #include "PdfFile.h"
 #include "Settings.h"
 #include "TempDir.h"

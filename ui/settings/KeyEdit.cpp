@@ -39,7 +39,8 @@ bool KeyEdit::records(const QKeyEvent& event) const
            key != Qt::Key_Backtab && key != Qt::Key_Escape;
 }
 
-// Before it becomes a key press here, a combination is offered to the shortcuts and access keys of the window.
+// Before it becomes a key press here, a combination is offered to the shortcuts and access keys of the
+// window.
 bool KeyEdit::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride && records(*static_cast<QKeyEvent*>(event))) {

@@ -42,12 +42,12 @@ SetShortcut::SetShortcut(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
         markUnusable();
         Q_EMIT shortcutschanged();
     });
-    ui_->labelFile->setText(
-        tr("The keys of \"%1\" and \"%2\" are set in the file %3, as Shortcut_Document and Shortcut_Book. They "
-           "hold from the next start.")
-            .arg(nameOf(*ui_->labelDocument),
-                 nameOf(*ui_->labelBook),
-                 QDir::toNativeSeparators(settings_.GetSettings()->fileName())));
+    ui_->labelFile->setText(tr("The keys of \"%1\" and \"%2\" are set in the file %3, as Shortcut_Document "
+                               "and Shortcut_Book. They "
+                               "hold from the next start.")
+                                .arg(nameOf(*ui_->labelDocument),
+                                     nameOf(*ui_->labelBook),
+                                     QDir::toNativeSeparators(settings_.GetSettings()->fileName())));
     markUnusable();
 }
 
@@ -67,7 +67,8 @@ void SetShortcut::markUnusable()
         if (uses[i] == Use::Unreadable)
             why = ui_->labelHint->text();
         else if (uses[i] == Use::Taken)
-            taken << (why = takenText(nameOf(*names[i]), texts, i, nameOf(*names[ShortcutText::ownerOf(texts, i)])));
+            taken << (why = takenText(
+                          nameOf(*names[i]), texts, i, nameOf(*names[ShortcutText::ownerOf(texts, i)])));
         if (edits[i]->property("unusable").toBool() == why.isEmpty())
             setMarked(*edits[i], !why.isEmpty());
         edits[i]->setAccessibleDescription(why);
@@ -75,7 +76,8 @@ void SetShortcut::markUnusable()
     ui_->labelHint->setVisible(uses.contains(Use::Unreadable));
     ui_->labelTaken->setText(taken.join(QLatin1Char('\n')));
     ui_->labelTaken->setVisible(!taken.isEmpty());
-    ui_->labelStrip->setText(tr("The strip of pictures uses %1 too, and no longer gets it.").arg(texts.first()));
+    ui_->labelStrip->setText(
+        tr("The strip of pictures uses %1 too, and no longer gets it.").arg(texts.first()));
     ui_->labelStrip->setVisible(ShortcutText::isUsedByStrip(texts.first()));
 }
 

@@ -24,8 +24,7 @@ Q_SIGNALS:
 
 private:
     void markUnusable();
-    static QString
-    takenText(const QString& name, const QStringList& texts, int index, const QString& owner);
+    static QString takenText(const QString& name, const QStringList& texts, int index, const QString& owner);
 
     ConfigSettings settings_;
     std::unique_ptr<Ui_SetShortcut> ui_;

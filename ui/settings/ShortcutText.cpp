@@ -47,9 +47,16 @@ QVector<ShortcutText::Use> ShortcutText::uses(const QStringList& texts)
 bool ShortcutText::isUsedByStrip(const QString& text)
 {
     const QKeySequence keys = sequence(text);
-    const auto own = {QKeySequence(QKeySequence::Undo), QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter),
-                      QKeySequence(Qt::Key_Up), QKeySequence(Qt::Key_Down), QKeySequence(Qt::Key_Left),
-                      QKeySequence(Qt::Key_Right), QKeySequence(Qt::Key_Home), QKeySequence(Qt::Key_End),
-                      QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::Key_PageDown)};
+    const auto own = {QKeySequence(QKeySequence::Undo),
+                      QKeySequence(Qt::Key_Return),
+                      QKeySequence(Qt::Key_Enter),
+                      QKeySequence(Qt::Key_Up),
+                      QKeySequence(Qt::Key_Down),
+                      QKeySequence(Qt::Key_Left),
+                      QKeySequence(Qt::Key_Right),
+                      QKeySequence(Qt::Key_Home),
+                      QKeySequence(Qt::Key_End),
+                      QKeySequence(Qt::Key_PageUp),
+                      QKeySequence(Qt::Key_PageDown)};
     return std::any_of(own.begin(), own.end(), [&](const QKeySequence& key) { return collide(keys, key); });
 }

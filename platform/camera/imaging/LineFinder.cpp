@@ -12,8 +12,8 @@ constexpr int voteSpread = 2;  // bins either side: the direction of one edge po
 constexpr int offsetBin = 2;   // pixels
 constexpr int leastVotes = 30; // edge points
 constexpr size_t leastPeaks = 160, peaksPerLine = 4; // of votes: many turn out to be no lines
-constexpr double leastOwnShare = 0.5; // of a line's points that no longer line has taken
-constexpr double leastLength = 40;    // pixels of well covered edge
+constexpr double leastOwnShare = 0.5;                // of a line's points that no longer line has taken
+constexpr double leastLength = 40;                   // pixels of well covered edge
 constexpr int fitReach = 3, traceReach = 2;
 
 struct Directions

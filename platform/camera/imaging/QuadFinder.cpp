@@ -12,8 +12,8 @@ constexpr double leastSide = 0.055;      // of the longer side of the picture: a
 constexpr double longestToShortest = 12; // a receipt
 constexpr double leastArea = 0.008;
 constexpr size_t mostOutlines = 12, mostSheets = 200;
-constexpr double leastSheet = 0.5;   // confidence worth keeping among many
-constexpr double sameOutline = 6;    // pixels between corners
+constexpr double leastSheet = 0.5; // confidence worth keeping among many
+constexpr double sameOutline = 6;  // pixels between corners
 constexpr double leastCutOffArea =
     0.15; // of a page that runs out of the picture: smaller things do at any desk
 constexpr double leastCoverage = 0.4;
@@ -163,7 +163,8 @@ void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
 
 } // namespace
 
-const std::vector<Outline>& QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search)
+const std::vector<Outline>&
+QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search)
 {
     size_ = size;
     search_ = search;

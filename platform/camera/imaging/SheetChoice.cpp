@@ -17,19 +17,19 @@ using Planes = SheetChoice::Planes;
 using Quad = SheetChoice::Quad;
 using Colour = std::array<int, 3>;
 
-constexpr double mostOverlap = 0.08;   // of the smaller one: edges are found to a few pixels
-constexpr double partOfWhole = 0.8;    // of its area: what is larger is the same sheet
-constexpr double onSide = 5;           // pixels from the line of a side
-constexpr double atCorner = 10;        // pixels: a corner nearer than that is the sheet's own
-constexpr double besideEdge = 6;       // pixels from an edge, where its blur has ended
-constexpr double justBeside = 3;       // pixels: less than any gap between two sheets
-constexpr double facingShare = 0.6;    // of a side, for another sheet to lie along it
-constexpr double beyondFold = 28;      // pixels: the shadow of a fold is narrower
+constexpr double mostOverlap = 0.08; // of the smaller one: edges are found to a few pixels
+constexpr double partOfWhole = 0.8;  // of its area: what is larger is the same sheet
+constexpr double onSide = 5;         // pixels from the line of a side
+constexpr double atCorner = 10;      // pixels: a corner nearer than that is the sheet's own
+constexpr double besideEdge = 6;     // pixels from an edge, where its blur has ended
+constexpr double justBeside = 3;     // pixels: less than any gap between two sheets
+constexpr double facingShare = 0.6;  // of a side, for another sheet to lie along it
+constexpr double beyondFold = 28;    // pixels: the shadow of a fold is narrower
 constexpr int samplesAlong = 24, gapSamples = 4;
-constexpr double gapShare = 0.7;       // of the samples in a gap between sheets, which may be rough or shaded
-constexpr double sameShade = 0.05;     // of the brightness, in each colour
-constexpr double patternShare = 0.15;  // of the samples outside, for a colour to be usual there
-constexpr double patternSide = 0.5;    // of the samples inside
+constexpr double gapShare = 0.7;      // of the samples in a gap between sheets, which may be rough or shaded
+constexpr double sameShade = 0.05;    // of the brightness, in each colour
+constexpr double patternShare = 0.15; // of the samples outside, for a colour to be usual there
+constexpr double patternSide = 0.5;   // of the samples inside
 
 double cross(const cv::Point2d& a, const cv::Point2d& b)
 {
@@ -244,7 +244,8 @@ bool SheetChoice::isFree(const Quad& quad) const
 bool SheetChoice::isSheet(const Quad& quad, const std::vector<Quad>& quads, const Planes& planes) const
 {
     return quad.confidence >= confidentOutline && isFree(quad) && paperReachesBorder(planes, quad.corners) &&
-           !isPattern(planes, quad.corners) && !joinsSeveral(quad, quads, planes) && !isDeskBetween(quad, quads);
+           !isPattern(planes, quad.corners) && !joinsSeveral(quad, quads, planes) &&
+           !isDeskBetween(quad, quads);
 }
 
 std::vector<Outline>

@@ -7,12 +7,28 @@
 #include "SheetChoice.h"
 #include "SmallLook.h"
 
+#include <algorithm>
+
 namespace mirvak {
 
 namespace {
 
 constexpr size_t mostLines = 100;
 constexpr int mostRounds = 6;
+constexpr double rimWidth = 4; // pixels, at the corners
+
+// The edge itself lies about the outline; what is left of it would bend the lines of the neighbours.
+std::vector<cv::Point> withRim(const std::array<cv::Point2d, 4>& corners)
+{
+    const cv::Point2d middle = 0.25 * (corners[0] + corners[1] + corners[2] + corners[3]);
+    std::vector<cv::Point> part;
+    for (const cv::Point2d& corner : corners) {
+        const cv::Point2d away = corner - middle;
+        const cv::Point2d rim = corner + away * (rimWidth / std::max(1.0, cv::norm(away)));
+        part.emplace_back(cvRound(rim.x), cvRound(rim.y));
+    }
+    return part;
+}
 
 } // namespace
 
@@ -36,10 +52,7 @@ bool SheetFinder::Work::searchOnce()
     quads.find(found, look.reduction().size(), QuadFinder::Search::sheets);
     const std::vector<Outline> more = choice.choose(quads.quads(), edges, planes);
     for (const Outline& sheet : more) {
-        std::vector<cv::Point> part;
-        for (const cv::Point2d& corner : sheet.corners)
-            part.emplace_back(cvRound(corner.x), cvRound(corner.y));
-        edges.erase(part);
+        edges.erase(withRim(sheet.corners));
     }
     return !more.empty();
 }

@@ -15,7 +15,8 @@ class SmallLook
 public:
     using Planes = std::array<cv::Mat, 3>;
 
-    /// The side to which the longer one of a picture is reduced, and the least a picture needs to hold a page.
+    /// The side to which the longer one of a picture is reduced, and the least a picture needs to hold a
+    /// page.
     static constexpr int longestSide = 640, leastSize = 64;
     static bool canHoldPage(const cv::Mat& rgb);
 

@@ -5,9 +5,10 @@
 //
 // Images. A handle (void*) stands for one picture: 8 bits a channel, 3 channels, order red, green, blue,
 // origin top left, rows without padding, and a resolution in dots per inch. Whoever obtains a handle
-// (Clone, Merge, DeskewAll, DrawLine, DrawOutlines) releases it with MirvakImage_Release. The handle given to a frame callback
-// belongs to the library and is valid until the callback returns; it may be changed in place. A null handle
-// gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not be used again.
+// (Clone, Merge, DeskewAll, DrawLine, DrawOutlines) releases it with MirvakImage_Release. The handle given to
+// a frame callback belongs to the library and is valid until the callback returns; it may be changed in
+// place. A null handle gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not be used
+// again.
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
 // image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
@@ -190,10 +191,8 @@ public:
     /// when no page is found. Null for a null handle.
     void* MirvakImage_DrawLine(void* image, int colour, int width);
     /// A new image with these outlines drawn in the same way. Null for a null handle.
-    void* MirvakImage_DrawOutlines(void* image,
-                                   const std::vector<MirvakOutline>& outlines,
-                                   int colour,
-                                   int width);
+    void*
+    MirvakImage_DrawOutlines(void* image, const std::vector<MirvakOutline>& outlines, int colour, int width);
     /// Watches a stream for a new page; three to ten pictures a second are enough. `flag` comes back false
     /// exactly once for each new page, when it has lain still for 0.3 s with no hand in sight, true
     /// otherwise. Changing light, focus and exposure, a nudge of a centimetre, the bare desk and the last
