@@ -1,5 +1,5 @@
-# What holds for every window: clicks beside it do not bury it, Escape asks before work is lost, files are chosen in
-# the folder of the captures, messages have the frame of the other windows.
+# What holds for every window: clicks beside it do not bury it, Escape asks before work is lost; files are chosen in
+# the folder of the captures, in the frame of the other windows.
 
 window_care() {
     click btnMore
@@ -23,12 +23,4 @@ window_care() {
     shoot window-care-question
     click buttonOkSecond MsgBox
     await "the end of the pages' window" is_gone PdfEx
-
-    click btnRecord
-    await "the recording's window" is_there VideoRecord
-    click ButtonStop
-    await "the offer" is_there FolderOffer
-    shoot window-care-message
-    xdotool key Escape
-    await "the recording's end" is_gone VideoRecord
 }
