@@ -18,6 +18,7 @@
 #include "Thumbnail.h"
 #include "TitleBar.h"
 #include "VideoView.h"
+#include "WindowCare.h"
 #include "ui_LumroScanner.h"
 
 #include <QApplication>
@@ -26,7 +27,6 @@
 #include <QPushButton>
 #include <QStyleOption>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace {
 
@@ -57,6 +57,7 @@ LumroScanner::LumroScanner(QWidget* parent)
     ui_->setupUi(this);
     setWindowFlags(Qt::FramelessWindowHint | Qt::Window);
     setWindowTitle(tr("Lumro TRVS"));
+    new WindowCare(*this);
     makeParts();
     makeFeatures();
     connectTools();
@@ -244,12 +245,11 @@ void LumroScanner::usbhidkeydevcallback(int key, void* self)
 
 void LumroScanner::onMore()
 {
+    if (more_->isVisible())
+        return comeForward(*more_);
     if (desk_->isDialogOpen())
         return;
     more_->move(frameGeometry().center() - more_->rect().center());
-    // Its window type alone would let a click on this window cover it while it blocks this window.
-    more_->winId();
-    more_->windowHandle()->setTransientParent(windowHandle());
     more_->show();
 }
 

@@ -85,6 +85,8 @@ int main(int argc, char** argv)
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // No window draws with OpenGL; without this the first one loads the whole driver, a third of the start.
     QApplication::setAttribute(Qt::AA_ForceRasterWidgets);
+    // File dialogs with the frame and the buttons of the other windows, on every desktop.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication app(argc, argv);
     Q_INIT_RESOURCE(images);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/common/images/common/lumro.png")));

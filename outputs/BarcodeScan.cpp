@@ -2,6 +2,7 @@
 
 #include "BarCode.h"
 #include "CaptureDesk.h"
+#include "ComeForward.h"
 #include "mirvakcamera.h"
 
 #include <QCoreApplication>
@@ -73,6 +74,5 @@ void BarcodeScan::show(const QString& text)
     if (!window_)
         window_ = std::make_unique<BarCode>();
     window_->SetCodeData(text);
-    window_->show();
-    window_->activateWindow();
+    comeForward(*window_);
 }

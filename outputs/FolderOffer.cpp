@@ -22,6 +22,7 @@ void FolderOffer::make(const QString& file) const
     box.button(QMessageBox::Open)->setObjectName(QStringLiteral("buttonOpen"));
     box.button(QMessageBox::Ok)->setObjectName(QStringLiteral("buttonFinish"));
     box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
     if (Dialogs::instance().ask(box) != QMessageBox::Open || file.isEmpty())
         return;
     const QString folder = QFileInfo(file).absolutePath();

@@ -7,7 +7,6 @@
 
 #include "ui_ImageMerge.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -140,6 +139,12 @@ void ImageMerge::onSave()
     close();
 }
 
+QString ImageMerge::questionBeforeClosing() const
+{
+    return result_.isEmpty() ? QString()
+                             : tr("The merged picture has not been saved. Close without saving it?");
+}
+
 void ImageMerge::setVisible(bool visible)
 {
     if (visible)
@@ -164,20 +169,12 @@ void ImageMerge::closeEvent(QCloseEvent* event)
     QWidget::closeEvent(event);
 }
 
-void ImageMerge::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QWidget::keyPressEvent(event);
-}
-
 void ImageMerge::paintEvent(QPaintEvent*)
 {
     if (!ui_)
         return;
     Look::paintBackground(*this);
-    const QRect area = ui_->framePreview->geometry();
+    const QRect area(ui_->framePreview->mapTo(this, QPoint()), ui_->framePreview->size());
     QPainter painter(this);
     painter.fillRect(area, ground);
     if (!result_.isEmpty()) {

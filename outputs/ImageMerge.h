@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "MergeLayout.h"
+#include "UnsavedWork.h"
 
 #include <memory>
 
@@ -17,7 +18,7 @@ class Ui_ImageMerge;
 /// While the user tries out layouts and gaps only the places are computed and the preview is painted from
 /// reduced pictures, so that it follows the slider; the result itself is put together, from the full
 /// pictures, when it is saved. Closing drops the pictures.
-class ImageMerge : public QWidget
+class ImageMerge : public QWidget, public UnsavedWork
 {
     Q_OBJECT
 
@@ -36,6 +37,7 @@ public:
     /// when a size is empty.
     void CalcDispRect(const QRect& area, int width, int height, QRect& place) const;
 
+    QString questionBeforeClosing() const override;
     void setVisible(bool visible) override;
 
 Q_SIGNALS:
@@ -45,7 +47,6 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -1,5 +1,6 @@
 #include "PdfEx.h"
 
+#include "ComeForward.h"
 #include "Dialogs.h"
 #include "FileHandover.h"
 #include "FileNaming.h"
@@ -89,9 +90,7 @@ void PdfEx::ShowPdf(void* device, int width, int height, int rotation, int resol
     height_ = height;
     rotation_ = rotation;
     resolutionIndex_ = resolutionIndex;
-    show();
-    raise();
-    activateWindow();
+    comeForward(*this);
 }
 
 void PdfEx::SetPdfDataframe(const QImage& frame)
@@ -255,6 +254,13 @@ qint64 PdfEx::getNameIndex(const QString& directory, const QString& prefix, cons
 void PdfEx::finish()
 {
     writing_->finish();
+}
+
+QString PdfEx::questionBeforeClosing() const
+{
+    if (pages().isEmpty() || writing_->isRunning()) // which keeps the dialog open
+        return {};
+    return tr("The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.");
 }
 
 void PdfEx::setVisible(bool visible)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PdfFile.h"
+#include "UnsavedWork.h"
 
 #include <QStringList>
 #include <QTimer>
@@ -18,7 +19,7 @@ class Ui_PdfEx;
 /// into another order and taken out; their files stay on the disk. The contents are made on first use.
 ///
 /// GUI thread only, except SetPdfDataframe() and takesFrames().
-class PdfEx : public QWidget
+class PdfEx : public QWidget, public UnsavedWork
 {
     Q_OBJECT
 
@@ -50,6 +51,7 @@ public:
 
     /// Waits for a PDF that is being written. Call it before the camera library's object goes.
     void finish();
+    QString questionBeforeClosing() const override;
     void setVisible(bool visible) override;
 
 Q_SIGNALS:

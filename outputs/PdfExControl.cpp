@@ -1,6 +1,7 @@
 #include "PdfExControl.h"
 
 #include "CaptureDesk.h"
+#include "ComeForward.h"
 #include "PdfEx.h"
 #include "Settings.h"
 
@@ -22,7 +23,9 @@ PdfExControl::PdfExControl(CaptureDesk& desk, PdfEx& dialog, QObject* parent)
 
 void PdfExControl::open(void* device, int width, int height, int rotation, int resolutionIndex)
 {
-    if (!desk_.mayCapture() || dialog_.isVisible())
+    if (dialog_.isVisible())
+        return comeForward(dialog_);
+    if (!desk_.mayCapture())
         return;
     dialog_.ShowPdf(device, width, height, rotation, resolutionIndex);
     desk_.enableTools(false);

@@ -15,8 +15,8 @@ public:
     /// Both are borrowed for the life of this object.
     PdfExControl(CaptureDesk& desk, PdfEx& dialog, QObject* parent = nullptr);
 
-    /// Behind the button. The arguments are those of PdfEx::ShowPdf(). While the dialog shows nothing
-    /// happens.
+    /// Behind the button. The arguments are those of PdfEx::ShowPdf(). A dialog that shows comes
+    /// forward.
     void open(void* device, int width, int height, int rotation, int resolutionIndex);
 
 private:

@@ -69,9 +69,10 @@ QStringList PdfSynthesis::choosePictures(const QString& folder)
     QFileDialog dialog(&window_);
     dialog.resize(window_.width() / 2, window_.height() / 2);
     dialog.setNameFilter(tr("Image files(*.jpg *.png *.bmp)"));
-    // Where a folder a day is made this names it twice; the dialog then opens where it finds itself best.
-    dialog.setDirectory(folder + QLatin1Char('/') +
-                        QDate::currentDate().toString(QStringLiteral("yyyyMMdd")));
+    // Where a folder a day is made this names it twice.
+    const QString today =
+        folder + QLatin1Char('/') + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+    dialog.setDirectory(QFileInfo(today).isDir() ? today : folder);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setViewMode(QFileDialog::List);
     return Dialogs::instance().chooseFiles(dialog);
@@ -79,7 +80,9 @@ QStringList PdfSynthesis::choosePictures(const QString& folder)
 
 QString PdfSynthesis::chooseTarget()
 {
-    QFileDialog dialog(&window_, tr("Save PDF path"), QString(), tr("PDF(*.pdf)"));
+    ConfigSettings store;
+    const QString folder = FileNaming(store).targetDirectory();
+    QFileDialog dialog(&window_, tr("Save PDF path"), folder, tr("PDF(*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QStringLiteral("pdf"));
     return Dialogs::instance().chooseFiles(dialog).value(0);

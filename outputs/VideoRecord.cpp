@@ -1,5 +1,6 @@
 #include "VideoRecord.h"
 
+#include "ComeForward.h"
 #include "FolderOffer.h"
 #include "Look.h"
 
@@ -56,9 +57,7 @@ void VideoRecord::Resume()
 {
     showSeconds(prefix_, filmTime(0));
     timer_.start();
-    show();
-    raise();
-    activateWindow();
+    comeForward(*this);
     ui_->ButtonStop->setFocus();
 }
 

@@ -8,6 +8,13 @@
 #include <QPrinter>
 #include <QUrl>
 
+namespace {
+
+/// So that a list of files can be read, whatever size the caller proposes.
+constexpr QSize leastForFiles(760, 480);
+
+} // namespace
+
 Dialogs& Dialogs::instance()
 {
     static Dialogs dialogs = real();
@@ -24,6 +31,8 @@ Dialogs Dialogs::real()
         };
     dialogs.ask = [](QMessageBox& box) { return QMessageBox::StandardButton(box.exec()); };
     dialogs.chooseFiles = [](QFileDialog& dialog) {
+        dialog.resize(dialog.size().expandedTo(leastForFiles));
+        dialog.setSizeGripEnabled(true); // its frame has no edges to pull at
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
     };
     dialogs.openUrl = [](const QUrl& url) { return QDesktopServices::openUrl(url); };
@@ -52,4 +61,11 @@ int Dialogs::inform(QWidget* parent, const QString& title, const QString& text)
     MsgBox box(parent);
     box.Information(title, text);
     return instance().runMessage(box);
+}
+
+bool Dialogs::confirm(QWidget* parent, const QString& text)
+{
+    MsgBox box(parent);
+    box.Question(text);
+    return instance().runMessage(box) == QDialog::Accepted;
 }

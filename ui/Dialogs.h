@@ -40,4 +40,6 @@ struct Dialogs
     static int warn(QWidget* parent, const QString& text);
     static int error(QWidget* parent, const QString& text);
     static int inform(QWidget* parent, const QString& title, const QString& text);
+    /// The same with Question(text). @return whether the user agreed
+    static bool confirm(QWidget* parent, const QString& text);
 };

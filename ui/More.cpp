@@ -10,7 +10,14 @@
 
 #include <QMouseEvent>
 
+#include <algorithm>
+
 namespace {
+
+constexpr QSize wantedSize(800, 600);
+constexpr int atTheSides = 54;   // px: frame, margins and a scroll bar
+constexpr int columnPitch = 122; // px
+constexpr int mostColumns = 6;
 
 QString boxStyle(const QString& folder1, const QString& folder2, const char* identifier)
 {
@@ -41,13 +48,15 @@ More::More(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), readsPictures_(settings::appLanguage.read() == 0)
 {
     setWindowModality(Qt::WindowModal);
-    setFixedSize(800, 600);
+    setFixedSize(wantedSize);
 }
 
 void More::setVisible(bool visible)
 {
-    if (visible)
+    if (visible) {
         build();
+        setFixedSize(wantedSize); // a small screen may have cut it down the last time
+    }
     QWidget::setVisible(visible);
 }
 
@@ -79,6 +88,7 @@ void More::build()
     for (int i = 0; i < boxes_.size(); ++i)
         prepareBox(i);
     captionBoxes();
+    arrange();
 }
 
 More::~More() = default;
@@ -108,28 +118,49 @@ void More::prepareBox(int index)
 
 void More::captionBoxes()
 {
-    const QList<QLabel*> labels{ui_->labelCapture,
-                                ui_->labelDocument,
-                                ui_->labelBarcode,
-                                ui_->labelSynthesis,
-                                ui_->labelCardSynthesis,
-                                ui_->labelVideoCapture,
-                                ui_->labelContinuousShooting,
-                                ui_->labelOcr,
-                                ui_->labelIdCardReader,
-                                ui_->labelPrint,
-                                ui_->labelPdf,
-                                ui_->labelPdfEx,
-                                ui_->labelSign,
-                                ui_->labelFingerprint,
-                                ui_->labelBookscan,
-                                ui_->labelFaceVerify,
-                                ui_->labelLaohua};
-    for (int i = 0; i < labels.size(); ++i) {
+    labels_ = {ui_->labelCapture,
+               ui_->labelDocument,
+               ui_->labelBarcode,
+               ui_->labelSynthesis,
+               ui_->labelCardSynthesis,
+               ui_->labelVideoCapture,
+               ui_->labelContinuousShooting,
+               ui_->labelOcr,
+               ui_->labelIdCardReader,
+               ui_->labelPrint,
+               ui_->labelPdf,
+               ui_->labelPdfEx,
+               ui_->labelSign,
+               ui_->labelFingerprint,
+               ui_->labelBookscan,
+               ui_->labelFaceVerify,
+               ui_->labelLaohua};
+    for (int i = 0; i < labels_.size(); ++i) {
         const QString text = readsPictures_ ? QString() : functionButtons::caption(i);
-        labels[i]->setFont(fitting(font(), text, labels[i]->maximumWidth()));
-        labels[i]->setText(text);
+        labels_[i]->setFont(fitting(font(), text, labels_[i]->maximumWidth()));
+        labels_[i]->setText(text);
     }
+}
+
+/// In as many columns as the width has room for; each box with its name below it.
+void More::arrange()
+{
+    const int columns = std::clamp((width() - atTheSides) / columnPitch, 1, mostColumns);
+    if (!ui_ || columns == columns_)
+        return;
+    columns_ = columns;
+    QGridLayout& grid = *ui_->layoutBoxes;
+    for (int i = 0; i < boxes_.size(); ++i) {
+        grid.removeWidget(boxes_[i]);
+        grid.removeWidget(labels_[i]);
+        grid.addWidget(boxes_[i], i / columns * 2, i % columns);
+        grid.addWidget(labels_[i], i / columns * 2 + 1, i % columns);
+    }
+}
+
+void More::resizeEvent(QResizeEvent*)
+{
+    arrange();
 }
 
 void More::paintEvent(QPaintEvent*)

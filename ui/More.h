@@ -6,6 +6,7 @@
 #include <memory>
 
 class QCheckBox;
+class QLabel;
 class TitleBar;
 class Ui_More;
 
@@ -27,6 +28,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
@@ -34,6 +36,7 @@ private:
     void makeTitleBar();
     void prepareBox(int index);
     void captionBoxes();
+    void arrange();
 
     /// The pictures' own captions are Chinese. As at the start: a language chosen since waits for the next
     /// one.
@@ -41,4 +44,6 @@ private:
     std::unique_ptr<Ui_More> ui_; ///< null until first shown
     TitleBar* titleBar_ = nullptr;
     QVector<QCheckBox*> boxes_; ///< by bit of the mask
+    QVector<QLabel*> labels_;   ///< the same
+    int columns_ = 0;
 };

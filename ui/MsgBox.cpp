@@ -49,6 +49,15 @@ void MsgBox::Information(const QString& title, const QString& text)
     fill(title.isEmpty() ? tr("warnning") : title, text.isEmpty() ? tr("warnning") : text);
 }
 
+void MsgBox::Question(const QString& text)
+{
+    fill(tr("Question"), text);
+    ui_->buttonCancel->setVisible(true);
+    ui_->buttonCancel->setDefault(true); // what loses nothing lies nearest
+    ui_->buttonCancel->setFocus();
+    fitMessage();
+}
+
 void MsgBox::fill(const QString& title, const QString& text)
 {
     ui_->labelTitle->setText(title);

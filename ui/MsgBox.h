@@ -6,7 +6,7 @@
 
 class Ui_MsgBox;
 
-/// The application's own message dialog. Fill it by one of the three operations, then run it with exec():
+/// The application's own message dialog. Fill it by one of its operations, then run it with exec():
 /// Accepted for "OK", Rejected for "Cancel", Escape and every other way of closing. GUI thread only.
 class MsgBox : public QDialog
 {
@@ -20,6 +20,8 @@ public:
     void Error(const QString& text);
     /// An empty title or text is replaced by the caption of a warning.
     void Information(const QString& title, const QString& text);
+    /// With "OK" and "Cancel".
+    void Question(const QString& text);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -1,5 +1,7 @@
 #include "FullScreen.h"
 
+#include "ComeForward.h"
+
 #include <QEvent>
 #include <QTimer>
 #include <QWidget>
@@ -18,7 +20,7 @@ void FullScreen::toggle()
         enter();
     else
         leave();
-    widget_.window()->activateWindow();
+    comeForward(*widget_.window());
     widget_.setFocus(Qt::OtherFocusReason); // for the Escape key
 }
 

@@ -328,6 +328,10 @@
         <source>There is no picture to save.</source>
         <translation>There is no picture to save.</translation>
     </message>
+    <message>
+        <source>The merged picture has not been saved. Close without saving it?</source>
+        <translation>The merged picture has not been saved. Close without saving it?</translation>
+    </message>
 </context>
 <context>
     <name>LumroScanner</name>
@@ -422,6 +426,10 @@
         <source>error</source>
         <translation>error</translation>
     </message>
+    <message>
+        <source>Question</source>
+        <translation>Question</translation>
+    </message>
 </context>
 <context>
     <name>NamedFiles</name>
@@ -486,6 +494,10 @@
     <message>
         <source>The PDF is written.</source>
         <translation>The PDF is written.</translation>
+    </message>
+    <message>
+        <source>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</source>
+        <translation>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</translation>
     </message>
 </context>
 <context>

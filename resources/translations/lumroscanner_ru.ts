@@ -328,6 +328,10 @@
         <source>There is no picture to save.</source>
         <translation>Нет изображения для сохранения.</translation>
     </message>
+    <message>
+        <source>The merged picture has not been saved. Close without saving it?</source>
+        <translation>Объединённый снимок не сохранён. Закрыть без сохранения?</translation>
+    </message>
 </context>
 <context>
     <name>LumroScanner</name>
@@ -422,6 +426,10 @@
         <source>error</source>
         <translation>Ошибка</translation>
     </message>
+    <message>
+        <source>Question</source>
+        <translation>Вопрос</translation>
+    </message>
 </context>
 <context>
     <name>NamedFiles</name>
@@ -487,6 +495,10 @@
     <message>
         <source>The PDF is written.</source>
         <translation>PDF записан.</translation>
+    </message>
+    <message>
+        <source>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</source>
+        <translation>Список страниц ещё не записан в PDF. Закрыть и отказаться от списка? Файлы снимков останутся.</translation>
     </message>
 </context>
 <context>

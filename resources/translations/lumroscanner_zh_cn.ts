@@ -328,6 +328,10 @@
         <source>There is no picture to save.</source>
         <translation>没有可保存的图片。</translation>
     </message>
+    <message>
+        <source>The merged picture has not been saved. Close without saving it?</source>
+        <translation>合并后的图片尚未保存，确定不保存就关闭吗？</translation>
+    </message>
 </context>
 <context>
     <name>LumroScanner</name>
@@ -422,6 +426,10 @@
         <source>error</source>
         <translation>错误</translation>
     </message>
+    <message>
+        <source>Question</source>
+        <translation>询问</translation>
+    </message>
 </context>
 <context>
     <name>NamedFiles</name>
@@ -485,6 +493,10 @@
     <message>
         <source>The PDF is written.</source>
         <translation>PDF 已生成。</translation>
+    </message>
+    <message>
+        <source>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</source>
+        <translation>这些页面尚未写入 PDF，确定放弃页面列表并关闭吗？图片文件会保留。</translation>
     </message>
 </context>
 <context>

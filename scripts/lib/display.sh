@@ -2,6 +2,7 @@
 # Source it after common.sh.
 
 window_title="Lumro TRVS"
+: "${window_manager:=openbox --sm-disable}"
 owned=
 
 # own PID: it is ended with this script, however that ends.
@@ -48,9 +49,9 @@ start_virtual_display() {
         mkdir -p -m 700 "$XDG_RUNTIME_DIR"
     fi
     rm -f "$number"
-    openbox --sm-disable >/dev/null 2>&1 &
+    $window_manager >/dev/null 2>&1 &
     own $!
-    wait_for 60 window_manager_runs || die "The window manager (openbox) does not start."
+    wait_for 60 window_manager_runs || die "The window manager ($window_manager) does not start."
 }
 
 window_manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }

@@ -201,9 +201,7 @@ TEST_F(ImageMergeTest, AFailureIsSaidAndLeavesNoFile)
 TEST_F(ImageMergeTest, EveryWayOutDropsThePair)
 {
     const std::pair<const char*, std::function<void()>> ways[] = {
-        {"Cancel", [&] { click("buttonCancel"); }},
-        {"Escape", [&] { QTest::keyClick(&dialog, Qt::Key_Escape); }},
-        {"the title bar", [&] { click("buttonClose"); }}};
+        {"Cancel", [&] { click("buttonCancel"); }}, {"the title bar", [&] { click("buttonClose"); }}};
     for (const auto& [name, leave] : ways) {
         open(path("a.jpg"));
         leave();

@@ -64,11 +64,13 @@ protected:
         Dialogs::instance().chooseFiles = [this](QFileDialog& dialog) {
             if (dialog.acceptMode() == QFileDialog::AcceptSave) {
                 saveCaption = dialog.windowTitle();
+                saveFolder = dialog.directory().path();
                 return target.isEmpty() ? QStringList() : QStringList{target};
             }
             ++timesAsked;
             filters = dialog.nameFilters();
             dialogSize = dialog.size();
+            openFolder = dialog.directory().path();
             return pictures;
         };
         window.resize(901, 700);
@@ -90,7 +92,7 @@ protected:
     int timesAsked = 0;
     QStringList filters;
     QSize dialogSize;
-    QString saveCaption;
+    QString saveCaption, openFolder, saveFolder;
     FakeDesk desk;
     QWidget window;
     PdfSynthesis synthesis{desk, window};
@@ -106,6 +108,8 @@ TEST_F(PdfSynthesisTest, AsksWritesListsAndOffersTheFolder)
     EXPECT_EQ(filters, QStringList{QStringLiteral("Image files(*.jpg *.png *.bmp)")});
     EXPECT_EQ(dialogSize, QSize(450, 350));
     EXPECT_EQ(saveCaption, QStringLiteral("Save PDF path"));
+    EXPECT_EQ(openFolder, path("scans"));
+    EXPECT_EQ(saveFolder, path("scans"));
     EXPECT_EQ(answers.messages, QStringList{QStringLiteral("PDF|Do you want to open the PDF directory?")});
     EXPECT_EQ(answers.opened, QStringList{QString::fromStdString(folder.path())});
     EXPECT_EQ(desk.documents, QStringList{target});
