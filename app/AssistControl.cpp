@@ -91,6 +91,15 @@ void AssistControl::makeOverlay()
         return;
     overlay_ = new MoveVideoWidget(&view_);
     connect(&view_, &VideoView::pictureMoved, overlay_, &MoveVideoWidget::followMain);
+    tellWhatIsSaved();
+}
+
+void AssistControl::tellWhatIsSaved()
+{
+    if (overlay_)
+        overlay_->SetCaption(settings::cameraSynthesis.read()
+                                 ? QString()
+                                 : tr("Not in the captures: \"Composite photo\" is off."));
 }
 
 void AssistControl::placeAgain()

@@ -30,6 +30,8 @@ public:
     void onAssistCheacked(bool checked);
     /// The corner chosen in the settings has changed.
     void placeAgain();
+    /// The settings have changed whether the second camera's picture goes into the captures.
+    void tellWhatIsSaved();
     /// Releases the second camera; for the end of the program.
     void stop() { second_.stop(); }
 

@@ -6,6 +6,7 @@
 #include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
+#include "FrozenPage.h"
 #include "LanguageFolder.h"
 #include "MainDesk.h"
 #include "More.h"
@@ -107,7 +108,8 @@ void LumroScanner::makeFeatures()
     desk_->setAssist(assist_.get());
     scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
-    outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, *this);
+    outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this);
+    frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
@@ -149,6 +151,7 @@ void LumroScanner::connectTools()
             &LumroScanner::autopageScanSign,
             Qt::DirectConnection);
     connect(scans_.get(), &ScanControl::pictureSaved, this, &LumroScanner::setthumdnailpath);
+    connect(outputs_.get(), &OutputControl::filmSizeWanted, this, &LumroScanner::filmAt);
 }
 
 void LumroScanner::connectButtons()
@@ -194,6 +197,7 @@ void LumroScanner::connectSettings()
     connect(shortcuts, &Shortcuts::documentPressed, this, &LumroScanner::onDocument);
     connect(shortcuts, &Shortcuts::bookPressed, this, &LumroScanner::onBookFlat);
     connect(configSet_, &ConfigSet::currentmergepos, this, [this] { assist_->placeAgain(); });
+    connect(configSet_, &ConfigSet::compositechanged, this, [this] { assist_->tellWhatIsSaved(); });
 }
 
 void LumroScanner::startKeys()

@@ -16,6 +16,7 @@ class AssistControl;
 class BtnControl;
 class ConfigSet;
 class DeviceControl;
+class FrozenPage;
 class MainDesk;
 class More;
 class OutputControl;
@@ -122,6 +123,7 @@ private:
     void serveKey(int key);
     void showFrame(const QImage& frame);
     void readBookLine();
+    void filmAt(int resolutionIndex);
     void featureMissing();
 
     std::unique_ptr<Ui_LumroScanner> ui_;
@@ -143,6 +145,7 @@ private:
     std::unique_ptr<ScanModes> scanModes_;
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
+    std::unique_ptr<FrozenPage> frozenPage_;
     DeviceControl* devices_ = nullptr;
     KeyGate keyGate_;
     bool keysListening_ = false;

@@ -128,6 +128,13 @@ void LumroScanner::onRecord()
     outputs_->onRecord(session_, *ui_->videoView, delivery_.rotation());
 }
 
+void LumroScanner::filmAt(int resolutionIndex)
+{
+    ui_->videoView->SetDefaultResolution(resolutionIndex);
+    onResolutionChanged(resolutionIndex);
+    onRecord();
+}
+
 void LumroScanner::onBookFlat()
 {
     featureMissing();

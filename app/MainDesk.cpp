@@ -12,15 +12,29 @@
 
 #include <algorithm>
 
+MainDesk::MainDesk(const Parts& parts) : parts_(parts) {}
+
 bool MainDesk::isDialogOpen() const
 {
     return std::any_of(
         blockers_.begin(), blockers_.end(), [](const QWidget* dialog) { return dialog->isVisible(); });
 }
 
+QWidget& MainDesk::front() const
+{
+    const auto shown = std::find_if(
+        fronts_.begin(), fronts_.end(), [](const QWidget* window) { return window->isVisible(); });
+    return shown == fronts_.end() ? parts_.view : **shown;
+}
+
 bool MainDesk::mayCompose()
 {
-    return !isDialogOpen() && parts_.session.state() != CameraSession::Lost && parts_.session.isOpen();
+    if (isDialogOpen() || wait_.isWaiting())
+        return false;
+    const bool hasCamera = parts_.session.state() != CameraSession::Lost && parts_.session.isOpen();
+    if (!hasCamera)
+        showNotice(tr("No found device!"));
+    return hasCamera;
 }
 
 bool MainDesk::mayCapture()
@@ -34,14 +48,14 @@ bool MainDesk::mayCapture()
 
 FrameHandle MainDesk::takeFrame(std::chrono::seconds timeout)
 {
-    FrameHandle frame = parts_.capture.take(timeout);
+    FrameHandle frame = wait_.take(parts_.delivery.channel(), timeout);
     ++captures_;
     return frame;
 }
 
 FrameHandle MainDesk::takeSecondFrame(std::chrono::seconds timeout)
 {
-    return assist_ ? assist_->channel().take(timeout) : FrameHandle();
+    return assist_ ? wait_.take(assist_->channel(), timeout) : FrameHandle();
 }
 
 bool MainDesk::showsSecondCamera() const

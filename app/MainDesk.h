@@ -2,6 +2,7 @@
 
 #include "CaptureDesk.h"
 #include "ConfigSettings.h"
+#include "FrameWait.h"
 
 #include <QObject>
 #include <QVector>
@@ -32,11 +33,13 @@ public:
         CaptureProcessor& processor;
         StillCapture& capture;
     };
-    explicit MainDesk(const Parts& parts) : parts_(parts) {}
+    explicit MainDesk(const Parts& parts);
 
     /// While this window shows, nothing is captured and no device is changed.
     void addBlocker(const QWidget* dialog) { blockers_ << dialog; }
     bool isDialogOpen() const;
+    /// While this window shows, it has the live picture in the view's place.
+    void addFront(QWidget* window) { fronts_ << window; }
     /// Where the second camera's picture comes from; without it there is none.
     void setAssist(AssistControl* assist) { assist_ = assist; }
     /// How often the window has waited for a frame or saved one. Thread-safe.
@@ -67,8 +70,12 @@ Q_SIGNALS:
     void toolsEnabled(bool enable);
 
 private:
+    QWidget& front() const;
+
     Parts parts_;
+    FrameWait wait_{[this]() -> QWidget& { return front(); }};
     QVector<const QWidget*> blockers_;
+    QVector<QWidget*> fronts_;
     AssistControl* assist_ = nullptr;
     ConfigSettings settings_;
     bool mergePending_ = false;

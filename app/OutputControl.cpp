@@ -1,13 +1,16 @@
 #include "OutputControl.h"
 
 #include "CameraSession.h"
+#include "FirstSide.h"
 #include "ImageMerge.h"
 #include "MainDesk.h"
 #include "PdfEx.h"
+#include "RecordingMark.h"
 #include "Thumbnail.h"
 #include "VideoView.h"
 
-OutputControl::OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, QWidget& window)
+OutputControl::OutputControl(
+    MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, VideoView& view, QWidget& window)
     : strip_(strip), imageMerge_(new ImageMerge(&window)), pdfEx_(new PdfEx(&window, camera)),
       composition_(desk,
                    [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
@@ -22,6 +25,19 @@ OutputControl::OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& st
     });
     desk.addBlocker(imageMerge_);
     connect(imageMerge_, &ImageMerge::postSynthesisPath, this, &OutputControl::onGetSynthesisPath);
+    desk.addFront(pdfEx_);
+    connect(&recording_, &RecordControl::filmSizeWanted, this, &OutputControl::filmSizeWanted);
+    makeSigns(view);
+}
+
+void OutputControl::makeSigns(VideoView& view)
+{
+    auto* firstSide = new FirstSide(view);
+    connect(&composition_, &CardComposition::firstSideChanged, firstSide, &FirstSide::showPicture);
+    connect(firstSide, &FirstSide::givenUp, &composition_, &CardComposition::giveUp);
+    auto* mark = new RecordingMark(view);
+    connect(&recording_, &RecordControl::filming, mark, &RecordingMark::showLength);
+    connect(&recording_, &RecordControl::ended, mark, &QWidget::hide);
 }
 
 void OutputControl::ImgMerge(const QPixmap& first, const QPixmap& second, const QString& savePath)

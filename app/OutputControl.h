@@ -26,8 +26,8 @@ class OutputControl : public QObject
     Q_OBJECT
 
 public:
-    /// `camera`, `desk` and `strip` are borrowed; the dialogs belong to `window`.
-    OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, QWidget& window);
+    /// `camera`, `desk` and `strip` are borrowed; the dialogs belong to `window`, the signs to `view`.
+    OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, VideoView& view, QWidget& window);
 
     /// Both buttons of the composition.
     void onPicCompose() { composition_.takeShot(); }
@@ -48,7 +48,13 @@ public:
     /// Ends a recording and waits for what is being written; for the end of the program.
     void finish();
 
+Q_SIGNALS:
+    /// The user wants this resolution, one of the open camera's, for a film, and then the film.
+    void filmSizeWanted(int resolutionIndex);
+
 private:
+    void makeSigns(VideoView& view);
+
     Thumbnail& strip_;
     ImageMerge* imageMerge_;
     PdfEx* pdfEx_;

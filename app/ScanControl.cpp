@@ -8,6 +8,7 @@ ScanControl::ScanControl(MirvakCamera& camera, StillCapture& capture, MainDesk& 
     : desk_(desk), dialog_(new AutoScan(&window)), continuous_(camera, capture)
 {
     desk_.addBlocker(dialog_);
+    dialog_->countReported();
     connect(dialog_, &AutoScan::timerScanReady, this, &ScanControl::onAutoScanTiemr);
     connect(dialog_, &AutoScan::autoscanStop, this, &ScanControl::onStopAutoScan);
     connect(&continuous_,
@@ -16,8 +17,8 @@ ScanControl::ScanControl(MirvakCamera& camera, StillCapture& capture, MainDesk& 
             &ScanControl::autopageScanSign,
             Qt::DirectConnection);
     connect(this, &ScanControl::autopageScanSign, this, &ScanControl::onPageFound, Qt::QueuedConnection);
-    connect(&continuous_, &ContinuousScan::pictureSaved, this, &ScanControl::pictureSaved);
-    // From the thread of a timed capture this comes through the event loop.
+    // Both by way of the event loop, from the thread of a timed capture.
+    connect(&continuous_, &ContinuousScan::pictureSaved, this, &ScanControl::onSaved);
     connect(&continuous_, &ContinuousScan::saveFailed, &desk_, &MainDesk::tellNotSaved);
 }
 
@@ -41,7 +42,15 @@ void ScanControl::onAutoScanner()
 void ScanControl::onPageFound()
 {
     // A page that was found just before the user pressed "Stop" is told of afterwards.
-    if (continuous_.watchesPages() && continuous_.scannerimage())
+    if (continuous_.watchesPages())
+        continuous_.scannerimage([this](std::chrono::seconds timeout) { return desk_.takeFrame(timeout); });
+}
+
+/// The strip and the count learn of it together.
+void ScanControl::onSaved(const QString& path)
+{
+    Q_EMIT pictureSaved(path);
+    if (dialog_->isVisible()) // else it is the last one of a scan that has been stopped
         dialog_->SetAutoPageNum();
 }
 

@@ -30,11 +30,12 @@ public:
 Q_SIGNALS:
     /// A new page lies still. Emitted on the capture thread.
     void autopageScanSign();
-    /// A picture was taken. Emitted on the thread that took it.
+    /// A picture was taken.
     void pictureSaved(const QString& path);
 
 private:
     void onPageFound();
+    void onSaved(const QString& path);
 
     MainDesk& desk_;
     AutoScan* dialog_;

@@ -33,7 +33,7 @@ void CompositeCapture::take(int colourMode)
         return;
     }
     const FrameHandle main = desk_.takeFrame(frameTimeout);
-    const FrameHandle second = desk_.takeSecondFrame(frameTimeout);
+    const FrameHandle second = main ? desk_.takeSecondFrame(frameTimeout) : ownImage(camera_, nullptr);
     const FrameHandle merged = main && second ? merge(main, second) : ownImage(camera_, nullptr);
     if (!merged) {
         desk_.showNotice(tr("One of the cameras delivers no picture."));

@@ -51,11 +51,11 @@ void ContinuousScan::checkautopage(void* image)
         Q_EMIT autopageScanSign();
 }
 
-bool ContinuousScan::scannerimage()
+bool ContinuousScan::scannerimage(const TakeFrame& take)
 {
     if (!capture_.isStreaming())
         return false;
-    const FrameHandle image = capture_.take(frameTimeout);
+    const FrameHandle image = take(frameTimeout);
     return image && save(image.get());
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "FrameHandle.h"
 #include "Workers.h"
 
 #include <QObject>
 
 #include <atomic>
+#include <chrono>
+#include <functional>
 
 class MirvakCamera;
 class StillCapture;
@@ -32,8 +35,10 @@ public:
     /// Capture thread: looks whether a new page lies in the frame.
     void checkautopage(void* image);
 
-    /// One shot with the settings as they are. Waits for its frame. False when nothing of it was saved.
-    bool scannerimage();
+    using TakeFrame = std::function<FrameHandle(std::chrono::seconds timeout)>;
+    /// One shot with the settings as they are, of the frame that `take` waits for. False when nothing of it was
+    /// saved.
+    bool scannerimage(const TakeFrame& take);
     /// The same on a thread of its own, one a tick; the ticks that wait for a frame share the first that
     /// comes.
     void onAutoScanTiemr();

@@ -2,8 +2,14 @@
 
 #include "mirvakcamera.h"
 
+#include <algorithm>
 #include <cstdio>
-#include <stdexcept>
+
+namespace {
+
+constexpr std::chrono::milliseconds pulse(20);
+
+} // namespace
 
 void ImageChannel::offer(void* image)
 {
@@ -23,21 +29,43 @@ void ImageChannel::offer(void* image)
     arrived_.notify_one();
 }
 
-FrameHandle ImageChannel::take(std::chrono::milliseconds timeout)
+FrameHandle ImageChannel::take(std::chrono::milliseconds timeout, const std::function<bool()>& meanwhile)
 {
-    const auto deadline = std::chrono::steady_clock::now() + timeout;
-    std::unique_lock lock(mutex_);
+    const Time deadline = std::chrono::steady_clock::now() + timeout;
+    Lock lock(mutex_);
     if (waiting_ == 0)
         frames_.clear(); // a frame that answered an older request shows an older page
     requested_ = true;
     ++waiting_;
-    while (frames_.empty() && !closed_ && !ended_) {
-        if (arrived_.wait_until(lock, deadline) == std::cv_status::timeout && frames_.empty())
-            break;
-    }
+    const bool isWanted = await(lock, deadline, meanwhile);
     --waiting_;
+    if (isWanted)
+        return handOver();
+    if (waiting_ == 0)
+        frames_.clear();
+    return ownImage(camera_, nullptr);
+}
+
+/// False when the request was given up.
+bool ImageChannel::await(Lock& lock, Time deadline, const std::function<bool()>& meanwhile)
+{
+    for (Time now; !isSettled() && (now = std::chrono::steady_clock::now()) < deadline;) {
+        arrived_.wait_until(lock, meanwhile ? std::min(now + pulse, deadline) : deadline);
+        if (!meanwhile || isSettled())
+            continue;
+        lock.unlock();
+        const bool goesOn = meanwhile();
+        lock.lock();
+        if (!goesOn)
+            return false;
+    }
+    return true;
+}
+
+FrameHandle ImageChannel::handOver()
+{
     if (frames_.empty()) {
-        if (!closed_ && !ended_)
+        if (!isSettled())
             std::fputs("Get image timeout!\n", stderr);
         return ownImage(camera_, nullptr);
     }

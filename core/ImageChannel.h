@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <mutex>
 
 /// Hands single frames from a capture thread to whoever wants to save one. Thread-safe.
@@ -22,8 +23,9 @@ public:
 
     /// The first frame offered after this call, or null when none came in time or the channel was closed. A
     /// time-out is named on standard error. Consumers may wait at the same time; each gets a frame of its
-    /// own.
-    FrameHandle take(std::chrono::milliseconds timeout);
+    /// own. `meanwhile` is called about fifty times a second while none has come, on the consumer's thread
+    /// and without the lock; its false gives the request up, also one that has just been answered.
+    FrameHandle take(std::chrono::milliseconds timeout, const std::function<bool()>& meanwhile = {});
 
     /// The stream has ended: those who wait, and those who come before it runs again, are sent away without a
     /// frame. It runs again with the next frame offered, or from resume().
@@ -37,6 +39,12 @@ public:
     bool isRequested() const;
 
 private:
+    using Lock = std::unique_lock<std::mutex>;
+    using Time = std::chrono::steady_clock::time_point;
+    bool isSettled() const { return !frames_.empty() || closed_ || ended_; }
+    bool await(Lock& lock, Time deadline, const std::function<bool()>& meanwhile);
+    FrameHandle handOver();
+
     MirvakCamera& camera_;
     mutable std::mutex mutex_;
     std::condition_variable arrived_;

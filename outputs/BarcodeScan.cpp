@@ -3,9 +3,9 @@
 #include "BarCode.h"
 #include "CaptureDesk.h"
 #include "ComeForward.h"
+#include "InputShield.h"
 #include "mirvakcamera.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 namespace {
@@ -26,6 +26,18 @@ void BarcodeScan::scan()
     if (isReading_ || !desk_.mayCapture())
         return;
     isReading_ = true;
+    const QPointer<BarcodeScan> self(this);
+    bool isStarted = false;
+    {
+        const InputShield shield; // its end lets events in
+        isStarted = startReading();
+    }
+    if (self && !isStarted)
+        isReading_ = false;
+}
+
+bool BarcodeScan::startReading()
+{
     // Shared, because a job is copied.
     std::shared_ptr<void> frame = capture();
     const auto job = [this, frame]() mutable {
@@ -34,13 +46,7 @@ void BarcodeScan::scan()
         QMetaObject::invokeMethod(
             this, [this, text] { show(text); }, Qt::QueuedConnection);
     };
-    if (frame && workers_.start(job))
-        return;
-    // Clicks of the meantime still wait in the queue: they come in here, where they do nothing.
-    const QPointer<BarcodeScan> self(this);
-    QCoreApplication::processEvents();
-    if (self)
-        isReading_ = false;
+    return frame && workers_.start(job);
 }
 
 FrameHandle BarcodeScan::capture()

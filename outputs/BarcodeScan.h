@@ -31,6 +31,7 @@ public:
     const BarCode* window() const { return window_.get(); }
 
 private:
+    bool startReading();
     FrameHandle capture();
     QString read(void* frame) const;
     void show(const QString& text);

@@ -1,9 +1,9 @@
 #include "CardComposition.h"
 
 #include "CaptureDesk.h"
+#include "InputShield.h"
 #include "Settings.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 namespace {
@@ -22,16 +22,22 @@ void CardComposition::takeShot()
     if (isTaking_ || !desk_.mayCompose())
         return;
     isTaking_ = true;
+    const QPointer<CardComposition> self(this);
+    {
+        const InputShield shield; // its end lets events in
+        takeSide();
+    }
+    if (self)
+        isTaking_ = false;
+}
+
+void CardComposition::takeSide()
+{
     const QString path = captureFile();
     if (!path.isEmpty() && isPending())
         finish(QPixmap(path));
     else if (!path.isEmpty())
         keepFirst(QPixmap(path));
-    // Clicks of the meantime still wait in the queue: they come in here, where they do nothing.
-    const QPointer<CardComposition> self(this);
-    QCoreApplication::processEvents();
-    if (self)
-        isTaking_ = false;
 }
 
 QString CardComposition::captureFile()
@@ -54,18 +60,31 @@ void CardComposition::keepFirst(const QPixmap& first)
         desk_.showNotice(tr("The picture cannot be read back. Please try again."));
         return;
     }
-    first_ = first;
-    desk_.setMergePending(true);
-    desk_.enableTools(false);
+    setFirst(first);
     desk_.showNotice(
         tr("The first picture is taken. Lay the second side under the camera and press the button again."));
 }
 
 void CardComposition::finish(const QPixmap& second)
 {
-    const QPixmap first = std::exchange(first_, QPixmap());
-    desk_.setMergePending(false);
-    desk_.enableTools(true);
+    const QPixmap first = first_;
+    setFirst(QPixmap());
     desk_.showNotice(QString());
     show_(first, second, desk_.freeImagePath());
+}
+
+void CardComposition::giveUp()
+{
+    if (!isPending())
+        return;
+    setFirst(QPixmap());
+    desk_.showNotice(tr("The merge was given up. The first picture stays in the list."));
+}
+
+void CardComposition::setFirst(const QPixmap& first)
+{
+    first_ = first;
+    desk_.setMergePending(isPending());
+    desk_.enableTools(!isPending());
+    Q_EMIT firstSideChanged(first);
 }

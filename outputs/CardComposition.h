@@ -26,12 +26,19 @@ public:
     /// Behind the composition buttons. A shot that fails leaves everything as it was. Clicks that come while
     /// a shot is being taken do nothing: an impatient user must not get the same side twice.
     void takeShot();
+    /// Forgets the first picture; its file stays.
+    void giveUp();
     bool isPending() const { return !first_.isNull(); } ///< the first picture waits for the second
 
+Q_SIGNALS:
+    void firstSideChanged(const QPixmap& first); ///< null: none waits any more
+
 private:
+    void takeSide();
     QString captureFile();
     void keepFirst(const QPixmap& first);
     void finish(const QPixmap& second);
+    void setFirst(const QPixmap& first);
 
     CaptureDesk& desk_;
     ShowPair show_;

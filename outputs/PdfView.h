@@ -2,14 +2,26 @@
 
 #include "MoveVideoView.h"
 
+#include <QTimer>
+
 /// The live picture in the multi-page PDF dialog: the newest frame, fitted, painted at the display's pace.
+/// One that stands still says so, because what lies under the camera may be another page by now.
 class PdfView : public MoveVideoView
 {
     Q_OBJECT
 
 public:
-    explicit PdfView(QWidget* parent = nullptr) : MoveVideoView(parent) {}
+    explicit PdfView(QWidget* parent = nullptr);
 
     /// Thread-safe; as MoveVideoView::SetFrame().
     void SetImageData(const QImage& frame) { SetFrame(frame); }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void watch();
+
+    QTimer stillTimer_{this}; ///< runs out when no frame comes any more
 };

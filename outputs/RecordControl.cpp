@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 #include <QPixmap>
+#include <QPushButton>
 
 #include <algorithm>
 #include <chrono>
@@ -24,6 +25,11 @@ constexpr int rgbFrames = 2;
 constexpr std::chrono::milliseconds watchInterval(250);
 constexpr int ticksToTell = 2 * 4; // a slow camera in the dark is not silent yet
 constexpr int ticksToEnd = 10 * 4; // so long a camera may be away
+
+int pixelsOf(const QSize& size)
+{
+    return size.width() * size.height();
+}
 
 QSize sizeIn(const QString& text)
 {
@@ -58,23 +64,60 @@ void RecordControl::start(const Source& source)
     ConfigSettings store;
     const QString folder = FileNaming(store).targetDirectory();
     if (folder.isEmpty())
-        return;
+        return desk_.showNotice(tr("The video could not be recorded. Please check the folder %1.")
+                                    .arg(settings::savePath(store)));
     const QSize size = sizeOf(source);
-    if (size.width() * size.height() > mostPixels) {
-        Dialogs::instance().information(&window_,
-                                        tr("Tips"),
-                                        tr("Recording stopped, please adjust the resolution to 1600 * 1200"),
-                                        QMessageBox::Ok);
-        return;
-    }
-    open(folder, source.rotation % 2 == 1 ? size.transposed() : size);
+    if (pixelsOf(size) > mostPixels)
+        refuseSize(source.device);
+    else
+        open(folder, source.rotation % 2 == 1 ? size.transposed() : size);
+}
+
+QSize RecordControl::sizeAt(void* device, int resolutionIndex) const
+{
+    return {camera_.MirvakDevice_GetResolutionWidth(device, format, resolutionIndex),
+            camera_.MirvakDevice_GetResolutionHeight(device, format, resolutionIndex)};
 }
 
 QSize RecordControl::sizeOf(const Source& source) const
 {
-    const QSize size(camera_.MirvakDevice_GetResolutionWidth(source.device, format, source.resolutionIndex),
-                     camera_.MirvakDevice_GetResolutionHeight(source.device, format, source.resolutionIndex));
+    const QSize size = sizeAt(source.device, source.resolutionIndex);
     return size.isEmpty() ? sizeIn(source.resolutionText) : size;
+}
+
+/// The largest that can be filmed; -1 when there is none.
+int RecordControl::fittingResolution(void* device) const
+{
+    int best = -1, pixels = 0;
+    for (int i = 0; i < camera_.MirvakDevice_GetResolutionSize(device, format); ++i) {
+        const int offered = pixelsOf(sizeAt(device, i));
+        if (offered <= mostPixels && offered > pixels) {
+            best = i;
+            pixels = offered;
+        }
+    }
+    return best;
+}
+
+void RecordControl::refuseSize(void* device)
+{
+    QMessageBox box(QMessageBox::Information,
+                    tr("Tips"),
+                    tr("Recording stopped, please adjust the resolution to 1600 * 1200"),
+                    QMessageBox::Ok,
+                    &window_);
+    box.setObjectName(QStringLiteral("FilmSize"));
+    box.setInformativeText(
+        tr("The picture of this camera is too large for a film: choose at most 1600 x 1200."));
+    const int fitting = fittingResolution(device);
+    if (fitting >= 0) {
+        const QSize size = sizeAt(device, fitting);
+        QPushButton* film = box.addButton(QMessageBox::Apply);
+        film->setObjectName(QStringLiteral("buttonFilm"));
+        film->setText(tr("Record at %1 x %2").arg(size.width()).arg(size.height()));
+    }
+    if (Dialogs::instance().ask(box) == QMessageBox::Apply)
+        Q_EMIT filmSizeWanted(fitting);
 }
 
 void RecordControl::open(const QString& folder, QSize size)
@@ -94,6 +137,7 @@ void RecordControl::open(const QString& folder, QSize size)
     recording_ = true;
     watch_.start();
     recordWindow_->StartRecord(path_);
+    Q_EMIT filming(0);
 }
 
 void RecordControl::makeParts()
@@ -129,10 +173,10 @@ void RecordControl::record(void* image)
 void RecordControl::watch()
 {
     int milliseconds = 0;
-    if (recorder_->MirvakRecord_GetLength(milliseconds) == MIRVAK_RECORD_OK)
-        watchCamera();
-    else
-        tellEnded(stopRecorder());
+    if (recorder_->MirvakRecord_GetLength(milliseconds) != MIRVAK_RECORD_OK)
+        return tellEnded(stopRecorder());
+    Q_EMIT filming(filmSeconds());
+    watchCamera();
 }
 
 // A pulled cable is soon put back: the film shows its last picture meanwhile and then goes on.
@@ -167,6 +211,7 @@ int RecordControl::stopRecorder()
 {
     watch_.stop();
     recording_ = false;
+    Q_EMIT ended();
     return recorder_->MirvakRecord_Stop();
 }
 

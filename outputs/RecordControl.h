@@ -50,7 +50,16 @@ public:
 
     const VideoRecord* window() const { return recordWindow_; } ///< null before the first recording
 
+Q_SIGNALS:
+    void filming(int seconds); ///< long is the film now; at its begin and then at each watch()
+    void ended();              ///< in whatever way
+    /// The size was refused, and the user wants this one of the camera's resolutions and then the film.
+    void filmSizeWanted(int resolutionIndex);
+
 private:
+    QSize sizeAt(void* device, int resolutionIndex) const;
+    int fittingResolution(void* device) const;
+    void refuseSize(void* device);
     QSize sizeOf(const Source& source) const;
     void open(const QString& folder, QSize size);
     void makeParts();

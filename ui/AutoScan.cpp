@@ -86,7 +86,8 @@ void AutoScan::onInterval()
     Q_EMIT timerScanReady();
     if (!scanTimer_.isActive()) // what the signal started has ended the scan
         return;
-    showCount(count_ + 1);
+    if (!countsReported_)
+        showCount(count_ + 1);
     startCountdown(); // in step again, should the program have been busy for a while
 }
 

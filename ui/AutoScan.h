@@ -32,6 +32,9 @@ public:
     void SetAutopageScan();
     /// One more page was taken.
     void SetAutoPageNum();
+    /// Timed pictures, too, count when they are reported by SetAutoPageNum(): one that could not be saved is
+    /// none. Without this each timerScanReady() counts.
+    void countReported() { countsReported_ = true; }
 
     void setVisible(bool visible) override;
     void reject() override;
@@ -60,6 +63,7 @@ private:
     QTimer scanTimer_{this};
     QTimer tickTimer_{this};
     bool isTimerScan_ = false;
+    bool countsReported_ = false;
     int count_ = 0;
     int interval_ = 0;  ///< seconds
     int remaining_ = 0; ///< seconds that the next tick shows

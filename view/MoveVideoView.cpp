@@ -46,6 +46,15 @@ void MoveVideoView::customEvent(QEvent* event)
     frame_ = newest;
     if (frame_.size() != before)
         Q_EMIT frameSizeChanged();
+    Q_EMIT frameTaken();
+    update();
+}
+
+void MoveVideoView::SetCaption(const QString& caption)
+{
+    if (caption_ == caption)
+        return;
+    caption_ = caption;
     update();
 }
 
@@ -53,10 +62,16 @@ void MoveVideoView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), ground);
-    if (frame_.isNull()) {
+    if (frame_.isNull())
         overlay::drawInfo(painter, rect(), tr("Please waiting..."));
-        return;
-    }
+    else
+        paintPicture(painter);
+    if (!caption_.isEmpty())
+        overlay::drawCaption(painter, rect(), caption_);
+}
+
+void MoveVideoView::paintPicture(QPainter& painter)
+{
     QRect place(QPoint(), frame_.size().scaled(size(), Qt::KeepAspectRatio));
     place.moveCenter(rect().center());
     const QSize shown = place.size() * devicePixelRatioF();

@@ -18,17 +18,23 @@ public:
     void SetFrame(const QImage& frame);
     /// Drops the picture, so that the info text shows again. GUI thread only, when no frame comes any more.
     void ClearFrame();
+    /// A line over the lower edge of the picture; an empty one takes it away.
+    void SetCaption(const QString& caption);
     QSize frameSize() const { return frame_.size(); } ///< px; empty before the first frame
 
 Q_SIGNALS:
     void frameSizeChanged();
+    void frameTaken(); ///< a new picture is about to be painted
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void customEvent(QEvent* event) override;
 
 private:
+    void paintPicture(QPainter& painter);
+
     FrameMailbox mailbox_;
     QImage frame_; // the shown one
     FrameScaler scaler_;
+    QString caption_;
 };

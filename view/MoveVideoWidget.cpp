@@ -33,6 +33,11 @@ void MoveVideoWidget::SetMvDataFrame(const QImage& image)
     view_->SetFrame(image);
 }
 
+void MoveVideoWidget::SetCaption(const QString& caption)
+{
+    view_->SetCaption(caption);
+}
+
 QSize MoveVideoWidget::fittingSize() const
 {
     return main_.isEmpty() ? size() : insetPlace::size(main_, view_->frameSize());

@@ -25,6 +25,9 @@ public:
     /// The newest frame; as VideoView::SetImageData(). Thread-safe.
     void SetMvDataFrame(const QImage& frame);
 
+    /// A line over the picture's lower edge.
+    void SetCaption(const QString& caption);
+
     /// Shows it at a corner of the main picture ("Merge_Pos", as insetPlace::position()), a third as large.
     /// It stays there when the main picture changes its place, until the user drags it.
     void showAt(int corner);

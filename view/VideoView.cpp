@@ -1,5 +1,6 @@
 #include "VideoView.h"
 
+#include "FrozenBar.h"
 #include "FullScreen.h"
 #include "ToolBar.h"
 #include "ToolBarHost.h"
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr int noticeMs = 5000;
 constexpr int rectangleOption = 2;   // the cropping option that lets the user draw
 constexpr int smallestRectangle = 5; // px; less is a click, and a page cropped to it would be lost
 const QColor ground(32, 32, 32);
@@ -47,12 +47,12 @@ QRect scaledRect(const QRect& rect, qreal factor)
 
 VideoView::VideoView(QWidget* parent)
     : QWidget(parent), info_(tr("Please waiting...")), toolBar_(new ToolBar(this)),
-      toolBarHost_(new ToolBarHost(toolBar_, this)), fullScreen_(new FullScreen(*this))
+      toolBarHost_(new ToolBarHost(toolBar_, this)), frozenBar_(new FrozenBar(*this)),
+      fullScreen_(new FullScreen(*this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    noticeTimer_.setObjectName(QStringLiteral("noticeTimer"));
-    noticeTimer_.setSingleShot(true);
-    connect(&noticeTimer_, &QTimer::timeout, this, [this] { ShowNotice(QString()); });
+    connect(&notice_, &ViewNotice::changed, this, qOverload<>(&QWidget::update));
+    connect(frozenBar_, &FrozenBar::saveClicked, this, &VideoView::saveFrozenClicked);
     geometry_.setViewSize(size());
     connect(fullScreen_, &FullScreen::toggled, this, [this](bool on) { geometry_.setExpanding(on); });
     connectToolBar();
@@ -61,35 +61,6 @@ VideoView::VideoView(QWidget* parent)
 VideoView::~VideoView()
 {
     delete toolBarHost_; // it watches the focus, which moves when the tool bar goes
-}
-
-void VideoView::connectToolBar()
-{
-    connect(toolBar_, &ToolBar::checkDeviceSign, this, &VideoView::checkDeviceSign);
-    connect(toolBar_, &ToolBar::checkModelSign, this, &VideoView::checkModelSign);
-    connect(toolBar_, &ToolBar::checkResolutionSign, this, &VideoView::checkResolutionSign);
-    connect(toolBar_, &ToolBar::checkAssistSign, this, &VideoView::checkAssistSign);
-    connect(toolBar_, &ToolBar::clickDeskewSign, this, [this](int id, bool checked) {
-        onDeskewChanged(id - 1, checked);
-        Q_EMIT clickDeskewSign(id - 1, checked);
-    });
-    connect(toolBar_, &ToolBar::clickAdapSign, this, &VideoView::clickAdapSign);
-    connect(toolBar_, &ToolBar::clickFullScreenSign, this, &VideoView::clickFullScreenSign);
-    connect(toolBar_, &ToolBar::clickZoomSign, this, &VideoView::clickZoomSign);
-    connect(toolBar_, &ToolBar::clickRotateSign, this, &VideoView::clickRotateSign);
-    connect(toolBar_, &ToolBar::clickFreezSign, this, &VideoView::clickFreezSign);
-
-    connect(toolBar_, &ToolBar::clickAdapSign, this, &VideoView::SetViewAdap);
-    connect(toolBar_, &ToolBar::clickFullScreenSign, this, &VideoView::toggleFullscreen);
-    connect(toolBar_, &ToolBar::clickZoomSign, this, &VideoView::SetHotKeyZoom);
-    connect(toolBar_, &ToolBar::clickFreezSign, this, &VideoView::toggleFreeze);
-    // A still would hide what these do, and a turned picture has other things inside the rectangle.
-    connect(toolBar_, &ToolBar::checkDeviceSign, this, [this] { setFrozen(false); });
-    connect(toolBar_, &ToolBar::checkResolutionSign, this, [this] { setFrozen(false); });
-    connect(toolBar_, &ToolBar::clickRotateSign, this, [this] {
-        setFrozen(false);
-        setSelection(QRect());
-    });
 }
 
 void VideoView::SetImageData(const QImage& frame)
@@ -109,8 +80,12 @@ void VideoView::customEvent(QEvent* event)
 void VideoView::takeFrame()
 {
     const QImage newest = mailbox_.take();
-    if (newest.isNull() || frozen_)
-        return;
+    if (!newest.isNull() && !frozen_)
+        setFrame(newest);
+}
+
+void VideoView::setFrame(const QImage& newest)
+{
     const QSize before = frame_.size();
     frame_ = newest;
     if (before == frame_.size())
@@ -126,7 +101,7 @@ void VideoView::ClearFrame()
     mailbox_.take();
     frame_ = QImage();
     scaler_ = FrameScaler();
-    frozen_ = false;
+    setFrozen(false);
     geometry_.setSourceSize(QSize());
     relayout();
 }
@@ -139,67 +114,7 @@ void VideoView::SetShowInfo(const QString& text)
 
 void VideoView::ShowNotice(const QString& text)
 {
-    notice_ = text;
-    if (!text.isEmpty())
-        noticeTimer_.start(noticeMs);
-    update();
-}
-
-void VideoView::SetDeviceName(const QString& name)
-{
-    toolBar_->SetDeviceName(name);
-}
-void VideoView::SetDeviceNames(const QStringList& names)
-{
-    toolBar_->SetDeviceNames(names);
-}
-void VideoView::SetDeviceDefaultIdx(int index)
-{
-    toolBar_->SetDefaultDevice(index);
-}
-void VideoView::SetModelType(const QString& model)
-{
-    toolBar_->SetModelType(model);
-}
-void VideoView::SetResolution(const QString& resolution)
-{
-    toolBar_->SetResolution(resolution);
-}
-void VideoView::SetResolutions(const QStringList& resolutions)
-{
-    toolBar_->SetResolutions(resolutions);
-}
-void VideoView::SetDefaultResolution(int index)
-{
-    toolBar_->SetDefaultResolution(index);
-}
-void VideoView::SetAssistEnable(bool enable)
-{
-    toolBar_->SetAssistEnable(enable);
-}
-void VideoView::SetAssistChecked(bool checked)
-{
-    toolBar_->SetAssistChecked(checked);
-}
-int VideoView::GetCurrentDeviceIndex() const
-{
-    return toolBar_->GetCurrentDeviceIndex();
-}
-int VideoView::GetResolutionCurrentIndex() const
-{
-    return toolBar_->GetResolutionCurrentIndex();
-}
-QString VideoView::GetResolutionCurrentText(int index) const
-{
-    return toolBar_->GetResolutionCurrentText(index);
-}
-int VideoView::GetResolutionCurrentCount() const
-{
-    return toolBar_->GetResolutionCurrentCount();
-}
-void VideoView::onGetEnableTools(bool enable)
-{
-    toolBar_->setEnabled(enable);
+    notice_.say(text);
 }
 
 void VideoView::SetBooklineEnable(bool enable)
@@ -245,7 +160,21 @@ void VideoView::toggleFreeze()
 
 void VideoView::setFrozen(bool frozen)
 {
+    if (frozen_ == frozen)
+        return;
     frozen_ = frozen;
+    frozenBar_->offerSaving(false);
+    frozenBar_->setVisible(frozen);
+    Q_EMIT frozenChanged(frozen);
+    update();
+}
+
+void VideoView::ShowStill(const QImage& still)
+{
+    if (!frozen_ || still.isNull())
+        return;
+    setFrame(still);
+    frozenBar_->offerSaving(true);
     update();
 }
 
@@ -307,8 +236,7 @@ void VideoView::paintEvent(QPaintEvent*)
         overlay::drawInfo(painter, rect(), info_);
     else
         paintPicture(painter);
-    if (!notice_.isEmpty())
-        overlay::drawNotice(painter, rect(), notice_);
+    notice_.paint(painter, rect());
 }
 
 void VideoView::paintPicture(QPainter& painter)
@@ -324,8 +252,6 @@ void VideoView::paintPicture(QPainter& painter)
     const QRect selected = pressed_ ? drawing_ : selection_.inView(geometry_);
     if (selectionMode_ && !selected.isNull())
         overlay::drawSelection(painter, selected);
-    if (frozen_)
-        overlay::drawLabel(painter, visible, tr("Frozen"));
 }
 
 void VideoView::resizeEvent(QResizeEvent*)

@@ -4,14 +4,15 @@
 #include "FrameMailbox.h"
 #include "FrameScaler.h"
 #include "ViewGeometry.h"
+#include "ViewNotice.h"
 
 #include <QImage>
 #include <QStringList>
-#include <QTimer>
 #include <QWidget>
 
 #include <atomic>
 
+class FrozenBar;
 class FullScreen;
 class ToolBar;
 class ToolBarHost;
@@ -80,6 +81,8 @@ public:
     void SetHotKeyZoom(int direction);
     double zoom() const { return geometry_.zoom(); } ///< 1.0 fits the view
     bool isFrozen() const { return frozen_; }
+    /// Takes the place of the frozen picture, and can be saved from now on; ignored while the view is live.
+    void ShowStill(const QImage& still);
     bool isSelectionMode() const { return selectionMode_; }
 
 public Q_SLOTS:
@@ -92,7 +95,7 @@ public Q_SLOTS:
     /// Escape key leaves it too; a double click only emits doubClickSign().
     void toggleFullscreen();
     /// A frozen view keeps its picture and says so; frames that come meanwhile are dropped. Captures do not
-    /// pass through the view, so they stay live.
+    /// pass through the view, so they stay live, which it says too.
     void toggleFreeze();
 
 Q_SIGNALS:
@@ -109,6 +112,8 @@ Q_SIGNALS:
     void clickRotateSign(int quarterTurns);
     void clickFreezSign();
     void doubClickSign();
+    void frozenChanged(bool frozen);
+    void saveFrozenClicked();                  ///< of the picture that ShowStill() was given
     void rectSelected(const QRect& rectangle); ///< in view coordinates; null when a click removed it
     /// The shown picture lies here now, in view coordinates; null without a picture.
     void pictureMoved(const QRect& displayed);
@@ -127,6 +132,7 @@ protected:
 private:
     void connectToolBar();
     void takeFrame();
+    void setFrame(const QImage& newest);
     void setFrozen(bool frozen);
     void changeZoom(int direction);
     void relayout();
@@ -140,8 +146,7 @@ private:
     ViewGeometry geometry_;
     QRect announced_; // by pictureMoved()
     QString info_;
-    QString notice_;
-    QTimer noticeTimer_{this};
+    ViewNotice notice_{this};
     std::atomic<bool> bookLine_{false};
     bool frozen_ = false;
     bool mouseReacts_ = true;
@@ -152,5 +157,6 @@ private:
     CropSelection selection_;
     ToolBar* toolBar_;
     ToolBarHost* toolBarHost_;
+    FrozenBar* frozenBar_;
     FullScreen* fullScreen_;
 };

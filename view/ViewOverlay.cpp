@@ -13,7 +13,14 @@ QPen guidePen()
     return QPen(Qt::red, 3, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
 }
 
-void drawOnDarkGround(QPainter& painter, const QRect& box, int flags, const QString& text)
+constexpr int wrapped = Qt::AlignCenter | Qt::TextWordWrap;
+
+QRect padded(const QRect& text)
+{
+    return text.adjusted(-padding, -padding / 2, padding, padding / 2);
+}
+
+void drawText(QPainter& painter, const QRect& box, const QString& text, int flags)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -23,11 +30,6 @@ void drawOnDarkGround(QPainter& painter, const QRect& box, int flags, const QStr
     painter.setPen(Qt::white);
     painter.drawText(box.adjusted(padding, padding / 2, -padding, -padding / 2), flags, text);
     painter.restore();
-}
-
-QRect padded(const QRect& text)
-{
-    return text.adjusted(-padding, -padding / 2, padding, padding / 2);
 }
 
 } // namespace
@@ -61,14 +63,26 @@ void drawNotice(QPainter& painter, const QRect& view, const QString& text)
     const QRect room = view.adjusted(4 * padding, padding, -4 * padding, -3 * padding);
     QRect box = padded(painter.fontMetrics().boundingRect(room, flags, text)) & view;
     box.moveBottom(room.bottom());
-    drawOnDarkGround(painter, box, flags, text);
+    drawText(painter, box, text, flags);
 }
 
-void drawLabel(QPainter& painter, const QRect& visible, const QString& text)
+void drawCaption(QPainter& painter, const QRect& view, const QString& text)
 {
-    QRect box = padded(painter.fontMetrics().boundingRect(text));
-    box.moveBottomLeft(visible.bottomLeft() + QPoint(padding, -padding));
-    drawOnDarkGround(painter, box, Qt::AlignCenter, text);
+    QRect box(QPoint(), boxSize(painter.fontMetrics(), view.size(), text));
+    box.moveCenter(view.center());
+    box.moveBottom(view.bottom());
+    drawBox(painter, box, text);
+}
+
+QSize boxSize(const QFontMetrics& metrics, const QSize& room, const QString& text)
+{
+    const QRect inside(QPoint(), room - QSize(2 * padding, padding));
+    return padded(metrics.boundingRect(inside, wrapped, text)).size();
+}
+
+void drawBox(QPainter& painter, const QRect& box, const QString& text)
+{
+    drawText(painter, box, text, wrapped);
 }
 
 } // namespace overlay

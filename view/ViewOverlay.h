@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QRect>
+#include <QSize>
 #include <QString>
 
+class QFontMetrics;
 class QPainter;
 
 /// What the preview draws besides the picture. All rectangles in view coordinates.
@@ -15,7 +17,11 @@ void drawBookLine(QPainter& painter, const QRect& view, const QRect& picture);
 void drawSelection(QPainter& painter, const QRect& rectangle);
 /// A line for the user at the lower edge, on a dark ground that makes it readable over any picture.
 void drawNotice(QPainter& painter, const QRect& view, const QString& text);
-/// A small label in the lower left corner of the visible picture.
-void drawLabel(QPainter& painter, const QRect& visible, const QString& text);
+/// What has to be known about the picture of a small view, over its lower edge.
+void drawCaption(QPainter& painter, const QRect& view, const QString& text);
+/// The same ground for what stands in a widget of its own, and the text in it, broken into lines.
+void drawBox(QPainter& painter, const QRect& box, const QString& text = QString());
+/// What that text needs, within `room`.
+QSize boxSize(const QFontMetrics& metrics, const QSize& room, const QString& text);
 
 } // namespace overlay

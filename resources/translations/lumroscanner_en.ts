@@ -23,6 +23,10 @@
         <source>The second camera cannot be opened.</source>
         <translation>The second camera cannot be opened.</translation>
     </message>
+    <message>
+        <source>Not in the captures: &quot;Composite photo&quot; is off.</source>
+        <translation>Not in the captures: &quot;Composite photo&quot; is off.</translation>
+    </message>
 </context>
 <context>
     <name>AutoScan</name>
@@ -109,6 +113,10 @@
     <message>
         <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
         <translation>The first picture is taken. Lay the second side under the camera and press the button again.</translation>
+    </message>
+    <message>
+        <source>The merge was given up. The first picture stays in the list.</source>
+        <translation>The merge was given up. The first picture stays in the list.</translation>
     </message>
 </context>
 <context>
@@ -221,6 +229,32 @@
     <message>
         <source>The picture could not be printed.</source>
         <translation>The picture could not be printed.</translation>
+    </message>
+</context>
+<context>
+    <name>FirstSide</name>
+    <message>
+        <source>First side</source>
+        <translation>First side</translation>
+    </message>
+    <message>
+        <source>Give up the merge</source>
+        <translation>Give up the merge</translation>
+    </message>
+    <message>
+        <source>Give up the merge (Esc)</source>
+        <translation>Give up the merge (Esc)</translation>
+    </message>
+</context>
+<context>
+    <name>FrozenBar</name>
+    <message>
+        <source>Save the frozen picture</source>
+        <translation>Save the frozen picture</translation>
+    </message>
+    <message>
+        <source>Frozen. Captures save the live page.</source>
+        <translation>Frozen. Captures save the live page.</translation>
     </message>
 </context>
 <context>
@@ -377,6 +411,10 @@
     <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
         <translation>The picture could not be saved. Please check the folder %1.</translation>
+    </message>
+    <message>
+        <source>No found device!</source>
+        <translation>No found device!</translation>
     </message>
 </context>
 <context>
@@ -570,6 +608,13 @@
     </message>
 </context>
 <context>
+    <name>PdfView</name>
+    <message>
+        <source>The picture stands still: the camera delivers no new one.</source>
+        <translation>The picture stands still: the camera delivers no new one.</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>
@@ -606,6 +651,25 @@
     <message>
         <source>The camera delivers no picture; the video shows the last one.</source>
         <translation>The camera delivers no picture; the video shows the last one.</translation>
+    </message>
+    <message>
+        <source>The video could not be recorded. Please check the folder %1.</source>
+        <translation>The video could not be recorded. Please check the folder %1.</translation>
+    </message>
+    <message>
+        <source>The picture of this camera is too large for a film: choose at most 1600 x 1200.</source>
+        <translation>The picture of this camera is too large for a film: choose at most 1600 x 1200.</translation>
+    </message>
+    <message>
+        <source>Record at %1 x %2</source>
+        <translation>Record at %1 x %2</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingMark</name>
+    <message>
+        <source>Recording, %1</source>
+        <translation>Recording, %1</translation>
     </message>
 </context>
 <context>
@@ -1111,9 +1175,12 @@
         <source>Please waiting...</source>
         <translation>Please waiting...</translation>
     </message>
+</context>
+<context>
+    <name>WaitingSign</name>
     <message>
-        <source>Frozen</source>
-        <translation>Frozen</translation>
+        <source>Waiting for a picture of the camera. Press Esc to give it up.</source>
+        <translation>Waiting for a picture of the camera. Press Esc to give it up.</translation>
     </message>
 </context>
 </TS>

@@ -23,6 +23,10 @@
         <source>The second camera cannot be opened.</source>
         <translation>Не удалось открыть вторую камеру.</translation>
     </message>
+    <message>
+        <source>Not in the captures: &quot;Composite photo&quot; is off.</source>
+        <translation>Не попадёт на снимки: «Составной снимок» выключен.</translation>
+    </message>
 </context>
 <context>
     <name>AutoScan</name>
@@ -109,6 +113,10 @@
     <message>
         <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
         <translation>Первый снимок сделан. Положите под камеру вторую сторону и нажмите кнопку ещё раз.</translation>
+    </message>
+    <message>
+        <source>The merge was given up. The first picture stays in the list.</source>
+        <translation>Объединение отменено. Первый снимок остался в списке.</translation>
     </message>
 </context>
 <context>
@@ -221,6 +229,32 @@
     <message>
         <source>The picture could not be printed.</source>
         <translation>Не удалось напечатать изображение.</translation>
+    </message>
+</context>
+<context>
+    <name>FirstSide</name>
+    <message>
+        <source>First side</source>
+        <translation>Первая сторона</translation>
+    </message>
+    <message>
+        <source>Give up the merge</source>
+        <translation>Отменить объединение</translation>
+    </message>
+    <message>
+        <source>Give up the merge (Esc)</source>
+        <translation>Отменить объединение (Esc)</translation>
+    </message>
+</context>
+<context>
+    <name>FrozenBar</name>
+    <message>
+        <source>Save the frozen picture</source>
+        <translation>Сохранить этот кадр</translation>
+    </message>
+    <message>
+        <source>Frozen. Captures save the live page.</source>
+        <translation>Изображение остановлено. Снимки делаются с живой картинки.</translation>
     </message>
 </context>
 <context>
@@ -377,6 +411,10 @@
     <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
         <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
+    </message>
+    <message>
+        <source>No found device!</source>
+        <translation>Устройство не найдено!</translation>
     </message>
 </context>
 <context>
@@ -571,6 +609,13 @@
     </message>
 </context>
 <context>
+    <name>PdfView</name>
+    <message>
+        <source>The picture stands still: the camera delivers no new one.</source>
+        <translation>Изображение не обновляется: камера не передаёт новых кадров.</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>
@@ -607,6 +652,25 @@
     <message>
         <source>The camera delivers no picture; the video shows the last one.</source>
         <translation>Камера не передаёт изображение; в видео остаётся последний кадр.</translation>
+    </message>
+    <message>
+        <source>The video could not be recorded. Please check the folder %1.</source>
+        <translation>Не удалось записать видео. Проверьте папку %1.</translation>
+    </message>
+    <message>
+        <source>The picture of this camera is too large for a film: choose at most 1600 x 1200.</source>
+        <translation>Изображение этой камеры слишком велико для видео: выберите разрешение не больше 1600 x 1200.</translation>
+    </message>
+    <message>
+        <source>Record at %1 x %2</source>
+        <translation>Запись %1 x %2</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingMark</name>
+    <message>
+        <source>Recording, %1</source>
+        <translation>Идёт запись, %1</translation>
     </message>
 </context>
 <context>
@@ -1113,9 +1177,12 @@
         <source>Please waiting...</source>
         <translation>Подождите…</translation>
     </message>
+</context>
+<context>
+    <name>WaitingSign</name>
     <message>
-        <source>Frozen</source>
-        <translation>Изображение остановлено</translation>
+        <source>Waiting for a picture of the camera. Press Esc to give it up.</source>
+        <translation>Ожидание изображения от камеры. Esc — отменить.</translation>
     </message>
 </context>
 </TS>

@@ -23,6 +23,10 @@
         <source>The second camera cannot be opened.</source>
         <translation>无法打开副摄像头。</translation>
     </message>
+    <message>
+        <source>Not in the captures: &quot;Composite photo&quot; is off.</source>
+        <translation>不会拍入图片：“合成拍照”已关闭。</translation>
+    </message>
 </context>
 <context>
     <name>AutoScan</name>
@@ -109,6 +113,10 @@
     <message>
         <source>The first picture is taken. Lay the second side under the camera and press the button again.</source>
         <translation>第一张已拍好。请将第二面放在摄像头下方，然后再次点击按钮。</translation>
+    </message>
+    <message>
+        <source>The merge was given up. The first picture stays in the list.</source>
+        <translation>已放弃合并。第一张图片仍保留在列表中。</translation>
     </message>
 </context>
 <context>
@@ -221,6 +229,32 @@
     <message>
         <source>The picture could not be printed.</source>
         <translation>图片打印失败。</translation>
+    </message>
+</context>
+<context>
+    <name>FirstSide</name>
+    <message>
+        <source>First side</source>
+        <translation>第一面</translation>
+    </message>
+    <message>
+        <source>Give up the merge</source>
+        <translation>放弃合并</translation>
+    </message>
+    <message>
+        <source>Give up the merge (Esc)</source>
+        <translation>放弃合并（Esc）</translation>
+    </message>
+</context>
+<context>
+    <name>FrozenBar</name>
+    <message>
+        <source>Save the frozen picture</source>
+        <translation>保存定格画面</translation>
+    </message>
+    <message>
+        <source>Frozen. Captures save the live page.</source>
+        <translation>画面已定格，拍照保存的是实时画面。</translation>
     </message>
 </context>
 <context>
@@ -377,6 +411,10 @@
     <message>
         <source>The picture could not be saved. Please check the folder %1.</source>
         <translation>图片无法保存，请检查文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>No found device!</source>
+        <translation>未找到设备！</translation>
     </message>
 </context>
 <context>
@@ -569,6 +607,13 @@
     </message>
 </context>
 <context>
+    <name>PdfView</name>
+    <message>
+        <source>The picture stands still: the camera delivers no new one.</source>
+        <translation>画面已停止更新：摄像头没有传来新图像。</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>
@@ -605,6 +650,25 @@
     <message>
         <source>The camera delivers no picture; the video shows the last one.</source>
         <translation>摄像头没有传来图像，视频将保持最后一帧。</translation>
+    </message>
+    <message>
+        <source>The video could not be recorded. Please check the folder %1.</source>
+        <translation>无法录制视频，请检查文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>The picture of this camera is too large for a film: choose at most 1600 x 1200.</source>
+        <translation>此摄像头的画面太大，无法录像：请选择不超过 1600 x 1200 的分辨率。</translation>
+    </message>
+    <message>
+        <source>Record at %1 x %2</source>
+        <translation>以 %1 x %2 录像</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingMark</name>
+    <message>
+        <source>Recording, %1</source>
+        <translation>正在录像，%1</translation>
     </message>
 </context>
 <context>
@@ -1109,9 +1173,12 @@
         <source>Please waiting...</source>
         <translation>请稍候…</translation>
     </message>
+</context>
+<context>
+    <name>WaitingSign</name>
     <message>
-        <source>Frozen</source>
-        <translation>画面已定格</translation>
+        <source>Waiting for a picture of the camera. Press Esc to give it up.</source>
+        <translation>正在等待摄像头图像，按 Esc 键放弃。</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 // Films, as the window's user meets them.
 #include "WindowFixture.h"
 
+#include "RecordingMark.h"
 #include "VideoRecord.h"
 
 #include <QtEndian>
@@ -14,10 +15,9 @@ class RecordWindowTest : public LumroScannerTest
 protected:
     RecordWindowTest()
     {
-        Dialogs::instance().ask = [](QMessageBox&) { return QMessageBox::Ok; };
-        Dialogs::instance().information = [this](QWidget*, const QString&, const QString& text, auto) {
-            messages_ << text;
-            return QMessageBox::Ok;
+        Dialogs::instance().ask = [this](QMessageBox& box) {
+            messages_ << box.text();
+            return box.button(QMessageBox::Apply) ? QMessageBox::Apply : QMessageBox::Ok;
         };
     }
     VideoRecord* box() const { return window_->findChild<VideoRecord*>(); }
@@ -73,13 +73,35 @@ TEST_F(RecordWindowTest, ARecordingWhoseWindowWasClosedIsStoppedWhenTheCameraIsG
     click("btnRecord");
     ASSERT_TRUE(box() && box()->isVisible());
     box()->close();
+    const auto* mark = window_->findChild<RecordingMark*>();
+    ASSERT_TRUE(mark->isVisible() && view().rect().contains(mark->geometry()));
+    const auto look = [=] { return const_cast<RecordingMark*>(mark)->grab().toImage(); };
+    const QImage first = look();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return look() != first; }, 60000)) << "it counts";
     ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 60000));
+    EXPECT_TRUE(mark->isVisible()) << "the film is still being made";
     click("btnRecord");
     ASSERT_TRUE(box()->isVisible());
     pressStop();
+    EXPECT_FALSE(mark->isVisible());
     ASSERT_EQ(files().size(), 1);
     EXPECT_TRUE(boxesOf(files().first()).contains(QStringLiteral("moov")));
     EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 1; }));
+}
+
+TEST_F(RecordWindowTest, ATooLargePictureIsRefusedWithAWayOut)
+{
+    std::string large = camera();
+    large.replace(large.find("640x480"), 7, "2048x1536");
+    useDesk(large);
+    show();
+    ASSERT_TRUE(waitForPicture());
+    click("btnRecord");
+    EXPECT_EQ(messages_,
+              QStringList(QStringLiteral("Recording stopped, please adjust the resolution to 1600 * 1200")));
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 1);
+    ASSERT_TRUE(box() && box()->isVisible()) << "the film begins in the size that fits";
+    pressStop();
 }
 
 TEST_F(RecordWindowTest, EveryOrderOfStartStopTurnResizeUnplugAndCloseLeavesWholeFiles)

@@ -74,6 +74,7 @@ protected:
     CaptureProcessor processor_{camera_};
     FrameDelivery delivery_{camera_, [](const QImage&) {}};
     StillCapture capture_{session_, delivery_, processor_, [] { return QRect(10, 20, 100, 50); }};
+    ContinuousScan::TakeFrame take_ = [this](std::chrono::seconds limit) { return capture_.take(limit); };
     ContinuousScan scan_{camera_, capture_};
     CameraSession session_{camera_, onFrame, this};
 };
@@ -126,10 +127,10 @@ TEST_F(ContinuousScanTest, WithoutACameraOrAFolderATickSavesNothing)
 {
     scan_.onAutoScanTiemr();
     scan_.finish();
-    EXPECT_FALSE(scan_.scannerimage());
+    EXPECT_FALSE(scan_.scannerimage(take_));
     start();
     settings::setSavePath(store_, QString::fromStdString(folder().file("no/such/parent")));
-    EXPECT_FALSE(scan_.scannerimage());
+    EXPECT_FALSE(scan_.scannerimage(take_));
     scan_.onAutoScanTiemr();
     EXPECT_TRUE(QTest::qWaitFor([&] { return failed_ == 2; }, 10000));
 }

@@ -45,6 +45,30 @@ TEST_F(ImageChannelTest, TheFirstFrameAfterTheRequestIsHandedOver)
     EXPECT_FALSE(channel_.isRequested());
 }
 
+TEST_F(ImageChannelTest, AWaitThatIsWatchedTakesAFrameThatComesWhileItIsLookedAfterAndCanBeGivenUp)
+{
+    EXPECT_EQ(widthOf(channel_.take(20s,
+                                    [&] {
+                                        channel_.offer(frame(11).get());
+                                        return true;
+                                    })),
+              11);
+    auto other = std::async(std::launch::async, [&] { return channel_.take(20s); });
+    waitForRequest();
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(channel_.take(20s, [] { return false; }), nullptr);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "nothing has timed out";
+    channel_.offer(frame(12).get());
+    EXPECT_EQ(widthOf(other.get()), 12) << "who did not give up gets his frame";
+    EXPECT_EQ(channel_.take(20s,
+                            [&] {
+                                channel_.offer(frame(13).get());
+                                return false;
+                            }),
+              nullptr)
+        << "what was given up is not saved after all";
+}
+
 TEST_F(ImageChannelTest, ATimeOutKeepsOneFrameAtMostAndNeverAnswersTheNextRequest)
 {
     ::testing::internal::CaptureStderr();

@@ -4,6 +4,7 @@
 #include "../ui/AnsweredDialogs.h"
 #include "FakeDesk.h"
 #include "PdfExControl.h"
+#include "PdfView.h"
 #include "Settings.h"
 #include "TempDir.h"
 #include "Thumbnail.h"
@@ -100,6 +101,25 @@ TEST_F(PdfExTest, OpensUnderTheGuardAndGivesTheToolsBack)
     EXPECT_FALSE(dialog.isVisible() || dialog.takesFrames());
     EXPECT_TRUE(desk.toolsEnabled);
     EXPECT_EQ(quit.count(), 1);
+}
+
+TEST_F(PdfExTest, APictureThatStandsStillSaysSoUntilTheNextOneComes)
+{
+    open();
+    auto* preview = dialog.findChild<PdfView*>();
+    const auto shows = [&] {
+        QCoreApplication::processEvents();
+        return preview->grab().toImage();
+    };
+    QImage frame(40, 30, QImage::Format_RGB888);
+    frame.fill(Qt::green);
+    dialog.SetPdfDataframe(frame);
+    const QImage live = shows();
+    preview->findChild<QTimer*>()->start(0); // the same end, sooner
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows() != live; }));
+    dialog.SetPdfDataframe(frame);
+    EXPECT_EQ(shows(), live);
+    EXPECT_TRUE(preview->findChild<QTimer*>()->isActive()) << "it may stop again";
 }
 
 TEST_F(PdfExTest, ScansAndChosenFilesBecomeOnePdf)

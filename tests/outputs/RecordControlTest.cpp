@@ -33,11 +33,6 @@ protected:
             asked << box.windowTitle() << box.text() << box.informativeText();
             return answer;
         };
-        Dialogs::instance().information =
-            [this](QWidget*, const QString& title, const QString& text, QMessageBox::StandardButtons) {
-                informed << title << text;
-                return QMessageBox::Ok;
-            };
         Dialogs::instance().openUrl = [this](const QUrl& url) {
             opened << url.toLocalFile();
             return true;
@@ -138,7 +133,7 @@ protected:
     ConfigSettings store;
     FakeDesk desk;
     QWidget window;
-    QStringList asked, informed, opened;
+    QStringList asked, opened;
     bool isNoise = false;
     uint64_t noise = 0;
     QMessageBox::StandardButton answer = QMessageBox::Ok;
@@ -177,17 +172,20 @@ TEST_F(RecordControlTest, NothingStartsWithoutLeaveFolderOrAFittingSize)
     start();
     desk.allowed = true;
     start(QStringLiteral("1601 * 1200"));
-    EXPECT_EQ(informed.size(), 2);
-    EXPECT_EQ(informed.last(),
+    EXPECT_EQ(asked.value(0), QStringLiteral("Tips"));
+    EXPECT_EQ(asked.value(1),
               QStringLiteral("Recording stopped, please adjust the resolution to 1600 * 1200"));
+    EXPECT_TRUE(asked.value(2).contains(QStringLiteral("too large for a film")));
+    EXPECT_TRUE(desk.notices.isEmpty());
     settings::setSavePath(store, QStringLiteral("/proc/none/here"));
     start();
+    EXPECT_TRUE(desk.notices.value(0).contains(QStringLiteral("/proc/none/here")));
     EXPECT_FALSE(control.isRecording());
     EXPECT_TRUE(!box() || !box()->isVisible());
     settings::setSavePath(store, folder());
     start(QString()); // stands for 1600 * 1200
     EXPECT_TRUE(control.isRecording());
-    EXPECT_EQ(informed.size(), 2);
+    EXPECT_EQ(asked.size(), 3);
 }
 
 TEST_F(RecordControlTest, FollowsAStreamThatIsTurnedOrGetsAnotherSize)

@@ -66,6 +66,7 @@ void ConfigSet::relayPages()
     connect(image, &SetImage::booklineclicked, this, &ConfigSet::booklineclicked);
     connect(image, &SetImage::scansizechanged, this, &ConfigSet::scansizechanged);
     connect(image, &SetImage::currentmergepos, this, &ConfigSet::currentmergepos);
+    connect(image, &SetImage::compositechanged, this, &ConfigSet::compositechanged);
     connect(image, &SetImage::bookrmfingerclicked, this, [this](bool checked) { removeFinger_ = checked; });
     connect(image, &SetImage::bookdoublepageclicked, this, [this](bool checked) { doublePage_ = checked; });
     connect(

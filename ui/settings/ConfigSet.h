@@ -30,6 +30,7 @@ Q_SIGNALS:
     void languageitemchanged(int row);
     void scansizechanged(const int& row);
     void currentmergepos(const int& row);
+    void compositechanged(bool checked);
     void shortcutschanged();
 
 protected:

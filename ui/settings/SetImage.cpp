@@ -62,6 +62,7 @@ void SetImage::connectSignals()
             qOverload<int>(&QComboBox::currentIndexChanged),
             this,
             &SetImage::currentmergepos);
+    connect(ui_->checkComposite, &QCheckBox::toggled, this, &SetImage::compositechanged);
     connect(ui_->checkBookLine, &QCheckBox::toggled, this, &SetImage::booklineclicked);
     connect(ui_->checkRemoveFinger, &QCheckBox::toggled, this, &SetImage::bookrmfingerclicked);
     connect(ui_->checkDoublePage, &QCheckBox::toggled, this, &SetImage::bookdoublepageclicked);

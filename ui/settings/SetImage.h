@@ -24,6 +24,7 @@ Q_SIGNALS:
     void bookdoublepageclicked(bool checked);
     void bookdocprocesclicked(bool checked);
     void scansizechanged(const int& row); ///< 0 automatic, 1 A4, 2 A3; stored after the signal
+    void compositechanged(bool checked);  ///< stored already
     void currentmergepos(const int& row); ///< row as stored in "Merge_Pos"; stored already
 
 private:
