@@ -24,7 +24,7 @@ namespace {
 
 constexpr size_t pictureBytes = 1'000'000;
 
-/// A job that decodes one code with that text.
+/// A job that decodes one code with that text. One that is tried again may be read twice.
 DecoderPool::Job jobFor(const std::string& text, std::set<std::string>& read)
 {
     const cv::Mat code = drawCode(BARCODE_CODE128, text, 3);
@@ -51,7 +51,7 @@ std::string script(const TempDir& folder, const std::string& body)
 
 TEST(DecoderPool, AHelperThatDiesIsReplacedAndItsPictureTriedAgain)
 {
-    std::set<std::string> read; // a picture that is tried again may be read twice
+    std::set<std::string> read;
     std::vector<pid_t> killed;
     {
         DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
@@ -93,10 +93,13 @@ TEST(DecoderPool, NeitherAHelperNorMemoryOutlivesThePool)
 {
     const int descriptors = openDescriptors();
     std::vector<pid_t> pids;
-    std::set<std::string> read; // a picture that is tried again may be read twice
+    std::set<std::string> read;
     {
         DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
-        pool.run({jobFor("ONE", read)});
+        DecoderPool::Job large = jobFor("DOES NOT FIT", read);
+        large.size = {2000, 2000};
+        pool.run({large, jobFor("ONE", read)});
+        EXPECT_THAT(read, ElementsAre("ONE"));
         pids = pool.pids();
         ASSERT_EQ(pids.size(), 1U);
         EXPECT_GT(pictureMemories(), 0);
@@ -107,52 +110,29 @@ TEST(DecoderPool, NeitherAHelperNorMemoryOutlivesThePool)
     EXPECT_EQ(openDescriptors(), descriptors);
 }
 
-TEST(DecoderPool, AHelperThatHangsIsGivenUpAfterItsTime)
+TEST(DecoderPool, AHelperThatHangsDiesTalksNonsenseOrIsMissingEndsTheRun)
 {
     const TempDir folder;
-    DecoderPool pool(script(folder, "exec sleep 1000"), pictureBytes);
-    pool.setTimeLimit(50ms);
-    std::set<std::string> read; // a picture that is tried again may be read twice
-    pool.run({jobFor("ONE", read), jobFor("TWO", read), jobFor("THREE", read)});
-    EXPECT_THAT(read, IsEmpty());
-    EXPECT_THAT(pool.pids(), IsEmpty());
-}
-
-TEST(DecoderPool, AHelperThatAlwaysDiesTalksNonsenseOrIsMissingEndsTheRun)
-{
-    const TempDir folder;
-    std::set<std::string> read; // a picture that is tried again may be read twice
-    for (const std::string& program : {script(folder, "exit 3"),
-                                       script(folder, "printf nonsense >&3; exec sleep 1000"),
-                                       folder.file("missing")}) {
-        DecoderPool pool(program, pictureBytes);
-        pool.run(std::vector<DecoderPool::Job>(30, jobFor("ONE", read)));
-        EXPECT_THAT(read, IsEmpty()) << program;
+    std::set<std::string> read;
+    for (const char* body : {"exec sleep 1000", "exit 3", "printf nonsense >&3; exec sleep 1000", ""}) {
+        DecoderPool pool(*body ? script(folder, body) : folder.file("missing"), pictureBytes);
+        pool.setTimeLimit(50ms);
+        pool.run(std::vector<DecoderPool::Job>(10, jobFor("ONE", read)));
+        EXPECT_THAT(read, IsEmpty()) << body;
+        EXPECT_THAT(pool.pids(), IsEmpty()) << body;
     }
-}
-
-TEST(DecoderPool, APictureThatDoesNotFitIsLeftOut)
-{
-    DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
-    std::set<std::string> read; // a picture that is tried again may be read twice
-    DecoderPool::Job large = jobFor("LARGE", read);
-    large.size = {2000, 2000};
-    pool.run({large, jobFor("SMALL", read)});
-    EXPECT_THAT(read, ElementsAre("SMALL"));
 }
 
 TEST(DecoderPool, TheHelperGetsNoDescriptorsOfOurs)
 {
     const TempDir folder;
     const int ours = dup(STDERR_FILENO); // without close-on-exec, as a careless library opens it
-    const std::string list = folder.file("list");
-    DecoderPool pool(script(folder, "ls /proc/self/fd | tr '\\n' ' ' > " + list), pictureBytes);
-    std::set<std::string> read; // a picture that is tried again may be read twice
+    DecoderPool pool(script(folder, "ls /proc/self/fd | tr '\\n' ' ' > " + folder.file("list")),
+                     pictureBytes);
+    std::set<std::string> read;
     pool.run({jobFor("ONE", read)});
     close(ours);
-    std::ifstream file(list);
-    std::string fds;
-    std::getline(file, fds);
+    const std::string fds = folder.content("list");
     EXPECT_THAT(fds, testing::StartsWith("0 1 2 3 4 ")); // one more: ls reads the folder itself
     EXPECT_LE(fds.size(), std::string("0 1 2 3 4 5 ").size());
 }

@@ -18,7 +18,9 @@ struct FreeSymbol
     void operator()(zint_symbol* symbol) const { ZBarcode_Delete(symbol); }
 };
 
-cv::Mat drawn(int symbology, const std::string& text, int inputMode, int modulePx)
+} // namespace
+
+cv::Mat drawCode(int symbology, const std::string& text, int modulePx, int inputMode)
 {
     const std::unique_ptr<zint_symbol, FreeSymbol> symbol(ZBarcode_Create());
     symbol->symbology = symbology;
@@ -36,18 +38,6 @@ cv::Mat drawn(int symbology, const std::string& text, int inputMode, int moduleP
     cv::Mat grey;
     cv::cvtColor(rgb, grey, cv::COLOR_RGB2GRAY);
     return grey;
-}
-
-} // namespace
-
-cv::Mat drawCode(int zintSymbology, const std::string& text, int modulePx)
-{
-    return drawn(zintSymbology, text, UNICODE_MODE, modulePx);
-}
-
-cv::Mat drawBinaryCode(int zintSymbology, const std::string& bytes, int modulePx)
-{
-    return drawn(zintSymbology, bytes, DATA_MODE, modulePx);
 }
 
 CodePage::CodePage(int width, int height, int grey) : grey_(height, width, CV_8UC1, cv::Scalar(grey)) {}

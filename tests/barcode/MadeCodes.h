@@ -6,11 +6,10 @@
 #include <vector>
 
 /// The picture of one code with its quiet zone, black on white, CV_8UC1. `zintSymbology` is one of zint.h's
-/// BARCODE_ numbers; `modulePx` the side of a square or the width of the thinnest bar in pixels. Fails the
-/// program when the text does not fit the symbology.
-cv::Mat drawCode(int zintSymbology, const std::string& text, int modulePx);
-/// The same for bytes that are taken as they are.
-cv::Mat drawBinaryCode(int zintSymbology, const std::string& bytes, int modulePx);
+/// BARCODE_ numbers; `modulePx` the side of a square or the width of the thinnest bar in pixels; `inputMode`
+/// is 1 for UTF-8, 0 for bytes that are taken as they are. Fails the program when the text does not fit the
+/// symbology.
+cv::Mat drawCode(int zintSymbology, const std::string& text, int modulePx, int inputMode = 1);
 
 /// A page on which codes are laid.
 class CodePage

@@ -1,10 +1,9 @@
 // The cameras of the virtual desk, below the library's facade.
-#include "CameraTypes.h"
 #include "DeskBackend.h"
 #include "FrameCollector.h"
 #include "OpenCamera.h"
+#include "PictureBytes.h"
 #include "PictureSource.h"
-#include "TempDir.h"
 
 #include <gmock/gmock.h>
 
@@ -44,7 +43,19 @@ protected:
         return camera.start(2, index, 1, [this](Image* image) { collector.take(image); });
     }
 
+    /// The number of the picture that comes next, in its file's own bytes; -1 when none does.
+    int nextNumber(CameraDevice& device) const
+    {
+        RawFrame frame;
+        cv::Mat rgb;
+        const bool came = device.read(frame, patience, never) == ReadStatus::Frame &&
+                          frame.format == PixelFormat::Mjpeg &&
+                          JpegDecoder().decode(frame.data, frame.size, rgb);
+        return came ? pictures::numberOf(rgb) : -1;
+    }
+
     const TempDir folder;
+    const WakeEvent never;
     std::unique_ptr<DeskBackend> backend;
     std::vector<CameraInfo> cameras;
     ImagePool pool;
@@ -55,7 +66,7 @@ protected:
 
 TEST_F(DeskCamera, PlaysAFolderInNameOrderOnce)
 {
-    pictures::writeNumbered(folder.file("film"), 6, {32, 24});
+    pictures::writeFilm(folder, 6, {32, 24});
     folder.write("film/notes.txt", "no picture");
     auto config = settings("film");
     config.loop = false;
@@ -63,26 +74,17 @@ TEST_F(DeskCamera, PlaysAFolderInNameOrderOnce)
     const auto device = open(config);
     ASSERT_TRUE(device);
     ASSERT_EQ(device->start(device->modes().at(0), 1), MIRVAK_OK);
-    const WakeEvent never;
     std::vector<int> shown;
-    JpegDecoder decoder;
-    cv::Mat rgb;
-    for (RawFrame frame; shown.empty() || shown.back() < 5;) {
-        ASSERT_EQ(device->read(frame, patience, never), ReadStatus::Frame);
-        ASSERT_EQ(frame.format, PixelFormat::Mjpeg) << "the file itself is the frame";
-        ASSERT_TRUE(decoder.decode(frame.data, frame.size, rgb));
-        shown.push_back(pictures::numberOf(rgb));
-    }
+    do
+        shown.push_back(nextNumber(*device));
+    while (shown.back() >= 0 && shown.back() < 5);
     EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end()));
-    RawFrame frame;
-    ASSERT_EQ(device->read(frame, patience, never), ReadStatus::Frame);
-    ASSERT_TRUE(decoder.decode(frame.data, frame.size, rgb));
-    EXPECT_EQ(pictures::numberOf(rgb), 5) << "the last picture stays";
+    EXPECT_EQ(nextNumber(*device), 5) << "the last picture stays";
 }
 
 TEST_F(DeskCamera, ALateReaderGetsTheNewestFrame)
 {
-    pictures::writeNumbered(folder.file("film"), 40, {32, 24});
+    pictures::writeFilm(folder, 40, {32, 24});
     auto config = settings("film");
     config.loop = false;
     const auto device = open(config);
@@ -90,20 +92,14 @@ TEST_F(DeskCamera, ALateReaderGetsTheNewestFrame)
     for (const int waiting : {1, 3}) {
         const auto begin = WakeEvent::Clock::now();
         ASSERT_EQ(device->start(device->modes().at(0), waiting), MIRVAK_OK);
-        const WakeEvent never;
         never.waitUntil(begin + std::chrono::milliseconds(70)); // 14 frames at 200 a second
-        RawFrame frame;
-        ASSERT_EQ(device->read(frame, patience, never), ReadStatus::Frame);
-        JpegDecoder decoder;
-        cv::Mat rgb;
-        ASSERT_TRUE(decoder.decode(frame.data, frame.size, rgb));
-        EXPECT_GE(pictures::numberOf(rgb), 13 - (waiting - 1));
+        EXPECT_GE(nextNumber(*device), 13 - (waiting - 1));
     }
 }
 
 TEST_F(DeskCamera, FitsPicturesOnBlackGround)
 {
-    pictures::write(folder.file("wide.jpg"), pictures::solidJpeg({400, 100}, {200, 40, 90}));
+    folder.write("wide.jpg", pictures::solidJpeg({400, 100}, {200, 40, 90}));
     auto config = settings("wide.jpg");
     config.resolutions = {{100, 100}, {800, 400}, {400, 100}};
     OpenCamera camera(open(config), pool);
@@ -135,8 +131,8 @@ TEST_F(DeskCamera, PrefersPicturesTakenAtTheChosenSize)
     std::filesystem::create_directories(folder.file("40x30"));
     std::filesystem::create_directories(folder.file("8x6"));
     std::filesystem::create_directories(folder.file("99x99 drafts"));
-    pictures::write(folder.file("40x30/a.jpg"), pictures::solidJpeg({40, 30}, {200, 0, 0}));
-    pictures::write(folder.file("8x6/a.jpg"), pictures::solidJpeg({8, 6}, {0, 0, 200}));
+    folder.write("40x30/a.jpg", pictures::solidJpeg({40, 30}, {200, 0, 0}));
+    folder.write("8x6/a.jpg", pictures::solidJpeg({8, 6}, {0, 0, 200}));
     const auto chosen = [&](cv::Size size) {
         const auto files = PictureSource::filesOf(folder.path(), size);
         return files.size() == 1 ? files[0].parent_path().filename().string() : "";
@@ -152,9 +148,9 @@ TEST_F(DeskCamera, PassesOnOnlyFilesLikeACameras)
     cv::Mat picture(cv::Size(80, 40), CV_8UC3, cv::Scalar(0, 0, 200));
     picture.colRange(0, 40).setTo(cv::Scalar(200, 0, 0));
     const pictures::Bytes plain = pictures::jpeg(picture);
-    pictures::write(folder.file("plain.jpg"), plain);
-    pictures::write(folder.file("progressive.jpg"), pictures::jpeg(picture, true));
-    pictures::write(folder.file("turned.jpg"), pictures::withOrientation(plain, 6)); // stored a quarter left
+    folder.write("plain.jpg", plain);
+    folder.write("progressive.jpg", pictures::jpeg(picture, true));
+    folder.write("turned.jpg", withOrientation(plain, 6)); // stored a quarter left
     PictureSource source(
         {folder.file("plain.jpg"), folder.file("progressive.jpg"), folder.file("turned.jpg")});
     RawFrame frame;
@@ -176,11 +172,11 @@ TEST_F(DeskCamera, PassesOnOnlyFilesLikeACameras)
 TEST_F(DeskCamera, NativeDeliversEachPictureInItsOwnSize)
 {
     const cv::Mat texture = pictures::textured({48, 36});
-    pictures::write(folder.file("a.jpg"), pictures::solidJpeg({64, 20}, {0, 0, 0}));
+    folder.write("a.jpg", pictures::solidJpeg({64, 20}, {0, 0, 0}));
     Image png;
     png.pixels = texture;
-    pictures::write(folder.file("b.png"), encodeImage("png", png, 0));
-    pictures::write(folder.file("c.jpg"), pictures::Bytes{0xff, 0xd8, 0xff, 0xe0}); // dropped, not shown
+    folder.write("b.png", encodeImage("png", png, 0));
+    folder.write("c.jpg", pictures::Bytes{0xff, 0xd8, 0xff, 0xe0}); // dropped, not shown
     auto config = settings("");
     config.framesPerSecond = 50;
     OpenCamera camera(open(config), pool);
@@ -204,7 +200,7 @@ TEST_F(DeskCamera, NativeDeliversEachPictureInItsOwnSize)
 TEST_F(DeskCamera, BrokenFramesAreLeftOut)
 {
     for (const bool scaled : {false, true}) {
-        pictures::write(folder.file("p.jpg"), pictures::jpeg(pictures::textured({64, 48})));
+        folder.write("p.jpg", pictures::jpeg(pictures::textured({64, 48})));
         auto config = settings("p.jpg");
         config.corruptEvery = 4;
         config.resolutions = {scaled ? DeskConfig::Size{32, 24} : DeskConfig::Size{0, 0}};
@@ -218,58 +214,9 @@ TEST_F(DeskCamera, BrokenFramesAreLeftOut)
     }
 }
 
-TEST_F(DeskCamera, UnpluggedItComesBackWithTheNextSearch)
-{
-    pictures::writeNumbered(folder.file("film"), 2, {32, 24});
-    auto config = settings("film");
-    config.unplugAfter = 0.05;
-    {
-        OpenCamera camera(open(config), pool);
-        ASSERT_EQ(start(camera), MIRVAK_OK);
-        ASSERT_TRUE(collector.waitForEnd());
-        EXPECT_EQ(start(camera), MIRVAK_NO_DEVICE);
-        EXPECT_EQ(camera.stop(), MIRVAK_OK);
-        EXPECT_EQ(collector.ends(), 1);
-    }
-    MirvakResult why = MIRVAK_OK;
-    EXPECT_FALSE(backend->open(cameras[0], why));
-    EXPECT_EQ(why, MIRVAK_NO_DEVICE);
-    EXPECT_TRUE(backend->enumerate().empty()) << "it has to be plugged in again";
-    const auto deadline = WakeEvent::Clock::now() + patience;
-    for (cameras.clear(); cameras.empty() && WakeEvent::Clock::now() < deadline;)
-        cameras = backend->enumerate();
-    EXPECT_TRUE(backend->open(cameras.at(0), why));
-}
-
-TEST_F(DeskCamera, TheDeskFollowsItsFile)
-{
-    pictures::writeNumbered(folder.file("film"), 2, {32, 24});
-    const auto file = folder.file("desk.cfg");
-    backend = std::make_unique<DeskBackend>(DeskConfig(), file);
-    const auto after = [&](const std::string& text) {
-        folder.write("desk.cfg", text);
-        backend->enumerate(); // it is read when it is found unchanged
-        return backend->enumerate();
-    };
-    const std::string a = "{ name = \"A\"; source = \"film\"; fps = 200; }";
-    cameras = after("cameras = ( " + a + " );");
-    ASSERT_EQ(cameras.size(), 1U);
-    MirvakResult why = MIRVAK_OK;
-    OpenCamera camera(backend->open(cameras[0], why), pool);
-    ASSERT_EQ(start(camera), MIRVAK_OK);
-    EXPECT_EQ(after("cameras = ( ").size(), 1U) << "what cannot be read changes nothing";
-    EXPECT_TRUE(collector.waitForFrames(collector.frames() + 2));
-    EXPECT_TRUE(after("").empty());
-    EXPECT_TRUE(collector.waitForEnd()) << "it was unplugged while it streamed";
-    cameras = after("cameras = ( " + a + ", " + a + " );");
-    ASSERT_EQ(cameras.size(), 2U);
-    EXPECT_NE(cameras[0].identity, cameras[1].identity);
-    EXPECT_TRUE(backend->open(cameras[0], why));
-}
-
 TEST_F(DeskCamera, StalledItSendsNothingAndStops)
 {
-    pictures::writeNumbered(folder.file("film"), 2, {32, 24});
+    pictures::writeFilm(folder, 2, {32, 24});
     auto config = settings("film");
     config.stallAfter = 0.0;
     const auto device = open(config);
@@ -285,7 +232,7 @@ TEST_F(DeskCamera, StalledItSendsNothingAndStops)
 
 TEST_F(DeskCamera, RefusesToOpenOrStartAsAsked)
 {
-    pictures::writeNumbered(folder.file("film"), 1, {32, 24});
+    pictures::writeFilm(folder, 1, {32, 24});
     auto config = settings("film");
     config.failStart = true;
     OpenCamera camera(open(config), pool);
@@ -301,18 +248,4 @@ TEST_F(DeskCamera, RefusesToOpenOrStartAsAsked)
         EXPECT_FALSE(open(settings(nothing)));
         EXPECT_THAT(testing::internal::GetCapturedStderr(), ::testing::HasSubstr(nothing));
     }
-}
-
-TEST_F(DeskCamera, ThePicturesDecideTheTypeWhereNoneIsGiven)
-{
-    pictures::write(folder.file("small.jpg"), pictures::solidJpeg({32, 24}, {9, 9, 9}));
-    pictures::write(folder.file("large.jpg"), pictures::solidJpeg({64, 48}, {9, 9, 9}));
-    DeskConfig desk;
-    desk.cameras = {settings("small.jpg"), settings("large.jpg"), settings("large.jpg")};
-    desk.cameras[2].type = 3;
-    auto list = DeskBackend(desk).enumerate();
-    assignTypes(list, {});
-    EXPECT_EQ(list[0].type, 2);
-    EXPECT_EQ(list[1].type, 1);
-    EXPECT_EQ(list[2].type, 3);
 }

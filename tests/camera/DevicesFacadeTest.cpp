@@ -1,7 +1,6 @@
 // The Devs, Device and Hid calls as the program makes them.
 #include "FrameCollector.h"
 #include "Image.h"
-#include "TempDir.h"
 #include "mirvakcamera.h"
 
 #include <gmock/gmock.h>
@@ -22,7 +21,7 @@ protected:
     DevicesFacade()
     {
         setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
-        pictures::writeNumbered(folder.file("film"), 4, {64, 48});
+        pictures::writeFilm(folder, 4, {64, 48});
     }
     ~DevicesFacade() override { unsetenv("LUMRO_DESK"); }
 
@@ -139,6 +138,8 @@ TEST_F(DevicesFacade, TwoCamerasStreamAtOnceAndDeinitEndsThem)
     FrameCollector second;
     void* const a = camera.MirvakDevice_Create(0);
     void* const b = camera.MirvakDevice_Create(1);
+    EXPECT_EQ(camera.MirvakDevice_GetCameraType(0), 2);
+    EXPECT_EQ(camera.MirvakDevice_GetCameraType(1), 1) << "the largest picture";
     ASSERT_EQ(start(a, collector), MIRVAK_OK);
     ASSERT_EQ(start(b, second), MIRVAK_OK);
     EXPECT_EQ(start(a, collector), MIRVAK_BUSY);
@@ -208,6 +209,9 @@ TEST_F(DevicesFacade, TheListFollowsTheDeskWhileACameraStreams)
         return identities().size() == size;
     };
     ASSERT_EQ(camera.MirvakDevs_Watch(count, &changes), MIRVAK_OK);
+    folder.write("desk.cfg", "cameras = ( ");
+    EXPECT_EQ(camera.MirvakDevs_Refresh(), MIRVAK_OK);
+    EXPECT_EQ(identities(), before) << "what cannot be read changes nothing";
     lay({"name = \"C\"", "name = \"A\""}); // in front of the one that stays
     ASSERT_TRUE(listBecomes(2));
     EXPECT_EQ(identities()[1], before[0]);
@@ -223,7 +227,7 @@ TEST_F(DevicesFacade, ThePaperSizeChangesInTheRunningStream)
 {
     cv::Mat picture(cv::Size(200, 100), CV_8UC3, cv::Scalar(255, 0, 0));
     picture(cv::Rect(25, 10, 150, 80)).setTo(cv::Scalar(0, 255, 0));
-    pictures::write(folder.file("framed.jpg"), pictures::jpeg(picture));
+    folder.write("framed.jpg", pictures::jpeg(picture));
     setenv("LUMRO_DESK",
            folder
                .write("desk.cfg",

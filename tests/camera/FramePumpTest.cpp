@@ -1,8 +1,6 @@
 #include "FramePump.h"
 #include "FakeCamera.h"
 #include "FrameCollector.h"
-#include "MatrixCounter.h"
-#include "Rotate.h"
 
 #include <gmock/gmock.h>
 
@@ -132,47 +130,4 @@ TEST(FramePump, AnExceptionInTheSinkStaysInside)
     stream.pump.stop();
     EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("no room"));
     EXPECT_THAT(stream.collector.numbers(), ElementsAre(2));
-}
-
-TEST(FramePump, AllocatesNoPixelsAfterTheFirstFramesWhateverTheSinkDoes)
-{
-    constexpr int warmUp = 5;
-    constexpr int frames = 40;
-    for (const int quarterTurns : {0, 1, 2, 3}) {
-        Stream stream({FakeCamera::picture(3)}, true);
-        const MatrixCounter buffers;
-        int afterWarmUp = 0;
-        int atTheEnd = 0;
-        stream.collector.onFrame = [&, frame = 0](Image& image) mutable {
-            rotateQuarters(image, quarterTurns);
-            ++frame;
-            (frame == warmUp ? afterWarmUp : atTheEnd) = buffers.count();
-        };
-        stream.pump.setShare(0.7);
-        ASSERT_EQ(stream.start(), MIRVAK_OK);
-        ASSERT_TRUE(stream.collector.waitForFrames(frames));
-        stream.pump.stop();
-        const cv::Size turned = quarterTurns % 2 ? cv::Size(FakeCamera::height, FakeCamera::width)
-                                                 : cv::Size(FakeCamera::width, FakeCamera::height);
-        EXPECT_THAT(stream.collector.sizes(), ::testing::Each(turned));
-        EXPECT_GT(afterWarmUp, 0);
-        EXPECT_EQ(atTheEnd, afterWarmUp) << quarterTurns << " quarter turns";
-    }
-}
-
-TEST(FramePump, ThirtyLivesWhileStreaming)
-{
-    for (int life = 0; life < 30; ++life) {
-        Stream stream({FakeCamera::picture(1), FakeCamera::garbage()}, true);
-        ASSERT_EQ(stream.start(), MIRVAK_OK);
-        if (life % 3 == 0)
-            continue; // destroyed at once
-        ASSERT_TRUE(stream.collector.waitForFrames(1));
-        if (life % 3 == 1)
-            continue; // destroyed while streaming
-        stream.pump.stop();
-        ASSERT_EQ(stream.start(), MIRVAK_OK);
-        stream.pump.setShare(0.7);
-        ASSERT_TRUE(stream.collector.waitForFrames(3));
-    }
 }

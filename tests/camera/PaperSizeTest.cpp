@@ -28,22 +28,31 @@ cv::Mat sheet(double share, cv::Point2d offset = {0, 0})
 
 } // namespace
 
-TEST(PaperSize, ASheetTooLargeForA4AsksForA3)
+TEST(PaperSize, ASheetAsksForTheSizeThatItNeeds)
 {
-    EXPECT_EQ(judgePaperSize(sheet(0.97), paperA4, 0.0, 0.9), paperA3); // 0.94 of the area
-    EXPECT_EQ(judgePaperSize(sheet(1.2), paperA4, 0.0, 0.9), paperA3) << "no edge of the sheet is to be seen";
-    EXPECT_EQ(judgePaperSize(sheet(0.6, {250, 0}), paperA4, 0.0, 0.9), paperA3)
-        << "its right side is not to be seen";
-    EXPECT_FALSE(judgePaperSize(sheet(0.8), paperA4, 0.0, 0.9));
-    EXPECT_FALSE(judgePaperSize(sheet(0.97), paperA3, 0.0, 0.9)) << "there is no larger size";
-}
-
-TEST(PaperSize, ASheetThatFitsA4AsksForA4)
-{
-    EXPECT_EQ(judgePaperSize(sheet(0.6), paperA3, 0.0, 0.9), paperA4);
-    EXPECT_FALSE(judgePaperSize(sheet(0.6, {150, 0}), paperA3, 0.0, 0.9)) << "A4 would cut it off";
-    EXPECT_FALSE(judgePaperSize(sheet(0.8), paperA3, 0.0, 0.9));
-    EXPECT_FALSE(judgePaperSize(sheet(0.6), paperA3, 0.5, 0.9)) << "smaller than what counts as a page";
+    struct Case
+    {
+        const char* what;
+        double share;
+        double aside;
+        int present;
+        std::optional<int> wanted;
+        double low = 0;
+    };
+    for (const Case& sheetIs : {Case{"0.94 of the area", 0.97, 0, paperA4, paperA3},
+                                {"larger than what is seen", 1.2, 0, paperA4, paperA3},
+                                {"beyond the right border", 0.6, 250, paperA4, paperA3},
+                                {"0.64 of the area", 0.8, 0, paperA4, {}},
+                                {"too large for all", 0.97, 0, paperA3, {}},
+                                {"one that fits the middle", 0.6, 0, paperA3, paperA4},
+                                {"one that A4 would cut off", 0.6, 150, paperA3, {}},
+                                {"too large for the middle", 0.8, 0, paperA3, {}},
+                                {"smaller than what counts as a page", 0.6, 0, paperA3, {}, 0.5},
+                                {"not there", 0, 0, paperA4, {}},
+                                {"not there", 0, 0, paperA3, {}}})
+        EXPECT_EQ(judgePaperSize(sheet(sheetIs.share, {sheetIs.aside, 0}), sheetIs.present, sheetIs.low, 0.9),
+                  sheetIs.wanted)
+            << sheetIs.what;
 }
 
 TEST(PaperSize, OneSheetNeverSwingsBetweenTheSizes)
@@ -53,12 +62,6 @@ TEST(PaperSize, OneSheetNeverSwingsBetweenTheSizes)
         const bool back = judgePaperSize(sheet(shareInA3 / a4ShareOfA3), paperA4, 0.0, 0.9) == paperA3;
         EXPECT_FALSE(toA4 && back) << shareInA3;
     }
-}
-
-TEST(PaperSize, AnEmptyDeskChangesNothing)
-{
-    EXPECT_FALSE(judgePaperSize(sheet(0.0), paperA4, 0.0, 0.9));
-    EXPECT_FALSE(judgePaperSize(sheet(0.0), paperA3, 0.0, 0.9));
 }
 
 TEST(PaperSize, ACamerasOwnZoomIsWideAgainWhenItIsClosed)

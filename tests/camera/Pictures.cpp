@@ -2,18 +2,13 @@
 
 #include <turbojpeg.h>
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <stdexcept>
 
 namespace pictures {
-namespace {
 
 constexpr int levelsApart = 6; // well beyond the codec's error of 2
-
-} // namespace
 
 Bytes jpeg(const cv::Mat& rgb, bool progressive)
 {
@@ -69,30 +64,12 @@ Bytes withoutHuffmanTables(const Bytes& jpeg)
     return out;
 }
 
-Bytes withOrientation(const Bytes& jpeg, uint8_t orientation)
+void writeFilm(const TempDir& folder, int count, cv::Size size)
 {
-    // A big-endian TIFF header, one entry: tag 0x0112, type SHORT, count 1, value.
-    Bytes exif = {0xff, 0xe1, 0, 34,   'E', 'x', 'i', 'f', 0, 0, 'M', 'M',         0, 42, 0, 0, 0, 8,
-                  0,    1,    1, 0x12, 0,   3,   0,   0,   0, 1, 0,   orientation, 0, 0,  0, 0, 0, 0};
-    exif.insert(exif.begin(), jpeg.begin(), jpeg.begin() + 2);
-    exif.insert(exif.end(), jpeg.begin() + 2, jpeg.end());
-    return exif;
-}
-
-void write(const std::string& path, const Bytes& bytes)
-{
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-}
-
-void writeNumbered(const std::string& folder, int count, cv::Size size)
-{
-    std::filesystem::create_directories(folder);
-    for (int number = 0; number < count; ++number) {
-        char name[24];
-        std::snprintf(name, sizeof name, "/%03d.jpg", number);
-        write(folder + name, solidJpeg(size, cv::Scalar::all(number * levelsApart)));
-    }
+    std::filesystem::create_directories(folder.file("film"));
+    for (int number = 0; number < count; ++number)
+        folder.write("film/" + std::to_string(100 + number) + ".jpg",
+                     solidJpeg(size, cv::Scalar::all(number * levelsApart)));
 }
 
 int numberOf(const cv::Mat& rgb)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TempDir.h"
+
 #include <opencv2/core.hpp>
 
 #include <cstdint>
@@ -19,11 +21,9 @@ Bytes solidJpeg(cv::Size size, cv::Scalar rgb);
 cv::Mat textured(cv::Size size);
 /// Without the segments that define Huffman tables, as some cameras send it.
 Bytes withoutHuffmanTables(const Bytes& jpeg);
-/// With an Exif segment that says how the stored pixels lie (1 to 8).
-Bytes withOrientation(const Bytes& jpeg, uint8_t orientation);
-void write(const std::string& path, const Bytes& bytes);
-/// Writes `count` pictures 000.jpg, 001.jpg ... into `folder`, each of one grey whose level tells its number.
-void writeNumbered(const std::string& folder, int count, cv::Size size);
+/// Writes `count` pictures into the folder's folder "film", in name order, each of one grey whose level tells
+/// its number.
+void writeFilm(const TempDir& folder, int count, cv::Size size);
 /// The number of such a picture.
 int numberOf(const cv::Mat& rgb);
 

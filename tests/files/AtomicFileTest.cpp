@@ -33,19 +33,6 @@ protected:
         EXPECT_TRUE(file.write(text.data(), text.size()));
         return file.commit();
     }
-    std::string contentOf(const std::string& name) const
-    {
-        std::ifstream file(folder.file(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::vector<std::string> files() const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder.path()))
-            names.push_back(entry.path().filename());
-        return names;
-    }
-
     const TempDir folder;
     FileSystem system;
 };
@@ -66,11 +53,11 @@ protected:
     }
     void expectRefusal(const char* what)
     {
-        const auto before = files();
+        const auto before = folder.names();
         ::testing::internal::CaptureStderr();
         EXPECT_EQ(write("page", IfTaken::refuse), AtomicFile::Commit::taken) << what;
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << what;
-        EXPECT_THAT(files(), testing::UnorderedElementsAreArray(before)) << what;
+        EXPECT_THAT(folder.names(), testing::UnorderedElementsAreArray(before)) << what;
     }
 };
 
@@ -81,8 +68,8 @@ TEST_P(OnEveryFileSystem, AFileThatHasItsNameOutlivesAPowerCut)
     for (const IfTaken ifTaken : {IfTaken::refuse, IfTaken::replace}) {
         ASSERT_EQ(write("page", ifTaken), AtomicFile::Commit::done);
         EXPECT_EQ(FileSystem::sizeAfterPowerCut(folder.file("page")), off_t(text.size()));
-        EXPECT_EQ(contentOf("page"), text);
-        EXPECT_THAT(files(), ElementsAre("page"));
+        EXPECT_EQ(folder.content("page"), text);
+        EXPECT_THAT(folder.names(), ElementsAre("page"));
         folder.write("page", "is replaced next");
     }
 }
@@ -91,7 +78,7 @@ TEST_P(OnEveryFileSystem, NothingThatHasTheNameIsReplaced)
 {
     folder.write("page", "the page before");
     expectRefusal("a file");
-    EXPECT_EQ(contentOf("page"), "the page before");
+    EXPECT_EQ(folder.content("page"), "the page before");
     fs::remove(folder.file("page"));
     fs::create_directory(folder.file("page"));
     expectRefusal("a folder");
@@ -102,8 +89,8 @@ TEST_P(OnEveryFileSystem, NothingThatHasTheNameIsReplaced)
 
     system.beforeNaming = [this] { folder.write("page", "another program's"); };
     EXPECT_EQ(write("page", IfTaken::refuse), AtomicFile::Commit::taken) << "at the last moment";
-    EXPECT_EQ(contentOf("page"), "another program's");
-    EXPECT_THAT(files(), ElementsAre("page"));
+    EXPECT_EQ(folder.content("page"), "another program's");
+    EXPECT_THAT(folder.names(), ElementsAre("page"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds,
@@ -122,7 +109,7 @@ TEST_F(Writing, WhatAKilledProcessLeftIsRemovedAndNothingElse)
         ::kill(getpid(), SIGKILL);
     }
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
-    ASSERT_EQ(files().size(), 1U);
+    ASSERT_EQ(folder.names().size(), 1U);
     const std::string own = ".lumro-" + std::to_string(getpid()) + "-999.tmp";
     folder.write(own, "of an earlier process with this one's number");
     const std::vector<std::string> others{".lumro-notes.tmp", ".lumro-1-2.tmp.jpg", "1-2.tmp", ".lumro-.tmp"};
@@ -134,7 +121,7 @@ TEST_F(Writing, WhatAKilledProcessLeftIsRemovedAndNothingElse)
     mirvak::removeLeftOvers(folder.path());
     auto kept = others;
     kept.insert(kept.end(), {".lumro-1-3.tmp", ".lumro-1-4.tmp", ".lumro-1-5.tmp"});
-    EXPECT_THAT(files(), testing::UnorderedElementsAreArray(kept));
+    EXPECT_THAT(folder.names(), testing::UnorderedElementsAreArray(kept));
     mirvak::removeLeftOvers(folder.file("missing"));
 }
 
@@ -145,5 +132,5 @@ TEST_F(Writing, AFileThatIsBeingWrittenIsNoLeftOverUpToItsName)
     std::ofstream(file.temporary()) << "written by another library";
     system.beforeNaming = [this] { mirvak::removeLeftOvers(folder.path()); };
     EXPECT_EQ(file.commit(), AtomicFile::Commit::done);
-    EXPECT_EQ(contentOf("film"), "written by another library");
+    EXPECT_EQ(folder.content("film"), "written by another library");
 }

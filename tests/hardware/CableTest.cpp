@@ -132,8 +132,10 @@ TEST(Cable, CamerasComeAndGoWhileOneStreams)
     ASSERT_EQ(desk.start(other, others), MIRVAK_OK);
     ASSERT_TRUE(others.waitForFrames(2));
 
+    const int index = desk.indexOf(documentCamera());
     document.reset();
     EXPECT_TRUE(others.waitForEnd());
+    EXPECT_EQ(desk.library.MirvakDevice_Create(index), nullptr) << "in the list, but no longer there";
     ASSERT_TRUE(desk.waitUntilListed(documentCamera(), false));
     EXPECT_EQ(desk.library.MirvakDevice_Release(other), MIRVAK_OK);
     EXPECT_EQ(desk.identityOf(sideCamera()), side_);

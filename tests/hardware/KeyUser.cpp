@@ -1,7 +1,6 @@
 #include "KeyUser.h"
 
 #include "mirvakcamera.h"
-#include "waitFor.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -12,7 +11,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <grp.h>
-#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -50,14 +48,15 @@ KeyUser::KeyUser(uid_t user)
     if (process_ == 0)
         listenAs(user, output[1]);
     close(output[1]);
-    says_ = output[0];
+    output_ = output[0];
+    says_ = Lines(output_);
 }
 
 KeyUser::~KeyUser()
 {
     kill(process_, SIGKILL);
     waitpid(process_, nullptr, 0);
-    close(says_);
+    close(output_);
 }
 
 bool KeyUser::waitsForKeys() const
@@ -75,22 +74,4 @@ bool KeyUser::waitsForKeys() const
                return wordIn(task.path() / "comm") == "camera keys" &&
                       wordIn(task.path() / "wchan").find("poll") != std::string::npos;
            });
-}
-
-std::string KeyUser::nextLine()
-{
-    pollfd readable{says_, POLLIN, 0};
-    for (;;) {
-        if (const auto end = unread_.find('\n'); end != std::string::npos) {
-            const std::string line = unread_.substr(0, end);
-            unread_.erase(0, end + 1);
-            return line;
-        }
-        char buffer[512];
-        const int limit = int(std::chrono::milliseconds(patience).count());
-        const ssize_t count = poll(&readable, 1, limit) > 0 ? read(says_, buffer, sizeof buffer) : 0;
-        if (count <= 0)
-            return {};
-        unread_.append(buffer, std::size_t(count));
-    }
 }

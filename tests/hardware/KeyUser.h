@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "Lines.h"
 
 #include <sys/types.h>
 
@@ -18,10 +18,10 @@ public:
     bool waitsForKeys() const;
     /// Waits for what it says: "key N" for a press, and its lines on standard error. Empty when nothing
     /// comes.
-    std::string nextLine();
+    std::string nextLine() { return says_.next(); }
 
 private:
     pid_t process_ = -1;
-    int says_ = -1;
-    std::string unread_;
+    int output_ = -1;
+    Lines says_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include "Lines.h"
+
 #include <vector>
 
 #include <sys/types.h>
@@ -33,12 +34,10 @@ public:
     std::string waitForReport(const std::string& beginning);
 
 private:
-    void start();
     bool isThere() const;
 
     LabCameraModel model_;
     pid_t process_ = -1;
-    int commands_ = -1; ///< our end of its standard input
-    int reports_ = -1;  ///< our end of its standard output
-    std::string unread_;
+    int socket_ = -1; ///< the other end is its standard input and output
+    Lines reports_;
 };

@@ -8,6 +8,9 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <functional>
+#include <tuple>
+
 namespace {
 
 const cv::Size size(1000, 1414);
@@ -100,18 +103,6 @@ TEST(Colour, documentsAreDarkAndCrisp)
     EXPECT_GT(depth(crisp(fine)) / depth(crisp(coarse)), 1.2 * depth(plain(fine)) / depth(plain(coarse)));
 }
 
-TEST(Colour, whatIsColouredOnThePageStaysSo)
-{
-    Page page;
-    cv::Mat marked(size, CV_8UC1, cv::Scalar(0)); // with a yellow pen, nearly as light as the paper
-    marked(cv::Rect(120, 120, 300, 260)).setTo(255);
-    cv::Mat yellow = page.image.pixels.mul(cv::Scalar(1, 1, 0.62));
-    yellow.copyTo(page.image.pixels, marked);
-    const double before = surplus(page.image.pixels, 0, 2, marked & page.paper);
-    mirvak::removeBackground(page.image);
-    EXPECT_GT(surplus(page.image.pixels, 0, 2, marked & page.paper), 0.8 * before);
-}
-
 TEST(Colour, thresholdKeepsFaintPrintAndTheDotsOfSmallLetters)
 {
     Page faint({200, 30, 40}, 0.45);
@@ -188,18 +179,8 @@ TEST(Colour, sealsAreStrengthenedOnWhitePaper)
     }
 }
 
-TEST(Colour, enhancingKeepsHuesAndRaisesContrast)
+TEST(Colour, enhancingNeitherBurnsOutNorShowsTheNoiseOfTheNight)
 {
-    Page page;
-    page.image.pixels.convertTo(page.image.pixels, -1, 0.6, 40); // a flat picture
-    const double contrast =
-        cv::mean(grey(page.image.pixels), page.paper)[0] - cv::mean(grey(page.image.pixels), page.text)[0];
-    const cv::Scalar flat = cv::mean(page.image.pixels, page.seal);
-    const double tint = (flat[0] - flat[1]) / flat[0];
-    mirvak::enhanceColour(page.image);
-    const double after =
-        cv::mean(grey(page.image.pixels), page.paper)[0] - cv::mean(grey(page.image.pixels), page.text)[0];
-    EXPECT_GT(after, 1.2 * contrast);
     Page usual;
     mirvak::enhanceColour(usual.image);
     cv::Mat red;
@@ -210,8 +191,54 @@ TEST(Colour, enhancingKeepsHuesAndRaisesContrast)
     made::shine(night.pixels, {1, 1, 2});
     mirvak::enhanceColour(night);
     EXPECT_LT(cv::mean(grey(night.pixels))[0], 30);
-    const cv::Scalar seal = cv::mean(page.image.pixels, page.seal);
-    EXPECT_GT((seal[0] - seal[1]) / seal[0], 1.15 * tint);
-    EXPECT_GT(seal[0], seal[2]); // the ink: much red, little green, a trace more blue
-    EXPECT_GE(seal[2], seal[1] - 4);
+}
+
+// Fields of flat colours on paper under light that falls off, and what each kind of processing makes of them:
+// read off pictures that were looked at. Processors round differently, by less than the tolerance.
+TEST(Colour, everyColourComesOutAsItDid)
+{
+    constexpr int tolerance = 4, side = 60;
+    const std::vector<int> fields{
+        0xf0eee8, 0x2d2a2d, 0x787878, 0xc8c8c8, 0xc81e28, 0x2832be, 0x3c963c, 0xebdc5a, 0xc8a082};
+    const auto rgbOf = [](int colour) {
+        return cv::Vec3b(colour >> 16 & 255, colour >> 8 & 255, colour & 255);
+    };
+    cv::Mat sheet = made::blankPage({800, 600});
+    const auto field = [&](size_t i) {
+        return cv::Rect(60 + 140 * static_cast<int>(i % 5), 80 + 260 * static_cast<int>(i / 5), side, side);
+    };
+    for (size_t i = 0; i < fields.size(); ++i)
+        sheet(field(i)).setTo(rgbOf(fields[i]));
+    made::shine(sheet, {0.6, 1, 0});
+    using Colours = std::vector<int>;
+    const std::vector<std::tuple<const char*, std::function<void(mirvak::Image&)>, Colours>> kinds{
+        {"background",
+         mirvak::removeBackground,
+         Colours{0xffffff, 0x312e33, 0x848588, 0xdcdee4, 0xdc212d, 0x2c38d9, 0x41a744, 0xfff467, 0xdcb294}},
+        {"document",
+         mirvak::processDocument,
+         Colours{0xffffff, 0x060407, 0x626468, 0xdfe2e8, 0xdf0003, 0x020bdb, 0x139515, 0xfff73b, 0xdfa67a}},
+        {"threshold",
+         mirvak::threshold,
+         Colours{0xffffff, 0x000000, 0xffffff, 0xffffff, 0xffffff, 0x000000, 0xffffff, 0xffffff, 0xffffff}},
+        {"enhanced",
+         mirvak::enhanceColour,
+         Colours{0xfaf8f1, 0x010101, 0x535353, 0xafafaf, 0x9b0b13, 0x141ea2, 0x1e6a1e, 0xccbb31, 0x967155}},
+        {"red seal",
+         [](auto& i) { mirvak::strengthenSeal(i, mirvak::SealColour::red); },
+         Colours{0xffffff, 0x000000, 0x4c4f54, 0xf4f6fb, 0xd40000, 0x0001f0, 0x039304, 0xffff20, 0xe57b7b}},
+        {"blue seal",
+         [](auto& i) { mirvak::strengthenSeal(i, mirvak::SealColour::blue); },
+         Colours{0xffffff, 0x000000, 0x4c4f54, 0xf4f6fb, 0xf40000, 0x0000cd, 0x039304, 0xffff20, 0xf4ac6c}}};
+    for (const auto& [name, process, colours] : kinds) {
+        mirvak::Image image;
+        image.pixels = sheet.clone();
+        process(image);
+        for (size_t i = 0; i < fields.size(); ++i) {
+            const cv::Scalar mean = cv::mean(image.pixels(field(i) - cv::Size(40, 40) + cv::Point(20, 20)));
+            for (int c = 0; c < 3; ++c)
+                EXPECT_NEAR(mean[c], rgbOf(colours[i])[c], tolerance)
+                    << name << " field " << i << " channel " << c;
+        }
+    }
 }

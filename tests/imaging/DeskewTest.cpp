@@ -53,18 +53,28 @@ mirvak::Image photograph(const Corners& corners, Desk desk)
 TEST(Deskew, takesThePerspectiveOutAndKeepsTheShape)
 {
     constexpr int margin = 15;
-    const std::array<cv::Vec3d, 3> views{{{0, 0, 0}, {-8, 14, 0}, {5, 10, -12}}};
+    const std::array<cv::Vec3d, 4> views{{{0, 0, 0}, {-8, 14, 0}, {5, 10, -12}, {7, 0, 16}}};
     for (const cv::Vec3d& view : views) {
         const Corners corners = made::photographed(frame, sheetSize, 1800, 760, view);
-        mirvak::Image image = photograph(corners, Desk::wood);
+        mirvak::Image image = photograph(corners, Desk::wood), uncut;
+        uncut.pixels = image.pixels.clone();
         ASSERT_EQ(mirvak::deskew(image, margin), Deskewed::page) << view;
+        ASSERT_EQ(mirvak::deskew(uncut, 0), Deskewed::page);
+        ASSERT_EQ(uncut.pixels.size(), image.pixels.size() + cv::Size(2 * margin, 2 * margin));
+        const cv::Rect inside({margin, margin}, image.pixels.size());
+        EXPECT_LE(cv::norm(uncut.pixels(inside), image.pixels, cv::NORM_L1) / image.pixels.total(), 3)
+            << "moved";
         const cv::Size whole(image.pixels.cols + 2 * margin, image.pixels.rows + 2 * margin);
         // 2 %: a pixel of error at a corner moves the estimate of the perspective by that much.
         EXPECT_NEAR(1.0 * whole.height / whole.width, 1.414, 0.028) << view;
+        // As large as its nearest side was seen, so that no detail is lost.
+        const auto side = [&](size_t a, size_t b) { return cv::norm(corners[a] - corners[b]); };
+        const double across = std::max(side(0, 1), side(3, 2)), down = std::max(side(0, 3), side(1, 2));
+        EXPECT_NEAR(whole.width, std::max(across, down / 1.414), 0.02 * across) << view;
         for (size_t i = 0; i < dots.size(); ++i) {
             const cv::Point2d expected(dots[i].x / sheetSize.width * whole.width - margin,
                                        dots[i].y / sheetSize.height * whole.height - margin);
-            EXPECT_LE(cv::norm(dotIn(image.pixels, i) - expected), 4) << view << " dot " << i;
+            EXPECT_LE(cv::norm(dotIn(image.pixels, i) - expected), 3) << view << " dot " << i;
         }
     }
 }
@@ -89,6 +99,7 @@ TEST(Deskew, leavesNoSliverOfTheDesk)
 TEST(Deskew, levelsTheLinesOfAPageWithoutEdgesAndCutsNothingAway)
 {
     const cv::Mat sheet = made::textPage({1400, 1400}, 34);
+    const cv::Rect middle(500, 500, 400, 400);
     for (const double degrees : {-6.0, 0.3, 4.5, 11.0}) {
         mirvak::Image image;
         const cv::Mat turn = cv::getRotationMatrix2D({700, 700}, -degrees, 1);
@@ -96,8 +107,15 @@ TEST(Deskew, levelsTheLinesOfAPageWithoutEdgesAndCutsNothingAway)
             sheet, image.pixels, turn, sheet.size(), cv::INTER_LINEAR, cv::BORDER_CONSTANT, {245, 245, 245});
         const cv::Mat before = image.pixels.clone();
         ASSERT_EQ(mirvak::deskew(image, 15), Deskewed::text) << degrees;
-        EXPECT_GE(image.pixels.cols, before.cols) << degrees;
-        EXPECT_GE(image.pixels.rows, before.rows) << degrees;
+        // The picture grows as much as it must, and its middle stays.
+        const double angle = std::abs(degrees) * CV_PI / 180,
+                     grown = 1400 * (std::cos(angle) + std::sin(angle));
+        EXPECT_NEAR(image.pixels.cols, grown, 5) << degrees;
+        EXPECT_NEAR(image.pixels.rows, grown, 5) << degrees;
+        cv::Mat unturned = image.pixels(
+            cv::Rect((image.pixels.cols - 1400) / 2, (image.pixels.rows - 1400) / 2, 1400, 1400));
+        EXPECT_LE(cv::norm(unturned(middle), sheet(middle), cv::NORM_L1) / sheet(middle).total(), 40)
+            << degrees;
         for (const cv::Mat& edge : {image.pixels.row(0), image.pixels.col(image.pixels.cols - 1)})
             EXPECT_LE(cv::norm(edge, cv::Mat(edge.size(), CV_8UC3, cv::Scalar::all(245)), cv::NORM_INF), 20)
                 << degrees << ": the new ground is like the old one";

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace made {
 
@@ -58,16 +59,23 @@ cv::Mat woodDesk(cv::Size size, cv::RNG& random)
     random.fill(grain, cv::RNG::UNIFORM, 0, 60);
     cv::GaussianBlur(grain, grain, {1, 5}, 0);
     cv::resize(grain, wide, size, 0, 0, cv::INTER_CUBIC);
-    cv::Mat desk(size, CV_8UC3);
-    for (int y = 0; y < size.height; ++y) {
-        for (int x = 0; x < size.width; ++x) {
-            const int g = wide.at<unsigned char>(y, x);
-            desk.at<cv::Vec3b>(y, x) = cv::Vec3b(static_cast<unsigned char>(150 + g / 2),
-                                                 static_cast<unsigned char>(100 + g / 2),
-                                                 static_cast<unsigned char>(60 + g / 3));
-        }
-    }
+    std::array<cv::Mat, 3> planes;
+    for (const auto& [plane, base, share] :
+         {std::tuple(0, 150 - 0.25, 0.5), {1, 100 - 0.25, 0.5}, {2, 60 - 0.33, 1 / 3.0}})
+        wide.convertTo(planes[static_cast<size_t>(plane)], CV_8U, share, base);
+    cv::Mat desk;
+    cv::merge(planes.data(), 3, desk);
     return desk;
+}
+
+// The mask, 0 to 255, is the share of what is put over the ground.
+void mix(cv::Mat& ground, const cv::Mat& over, const cv::Mat& mask)
+{
+    cv::Mat share, before, after;
+    cv::cvtColor(mask, share, cv::COLOR_GRAY2RGB);
+    cv::multiply(ground, cv::Scalar::all(255) - share, before, 1 / 255.0, CV_32F);
+    cv::multiply(over, share, after, 1 / 255.0, CV_32F);
+    cv::add(before, after, ground, cv::noArray(), CV_8U);
 }
 
 } // namespace
@@ -139,14 +147,7 @@ void stamp(cv::Mat& sheet, cv::Point centre, int diameter, cv::Scalar colour)
                   cv::Rect(centre.x - diameter / 4, centre.y - diameter / 10, diameter / 2, diameter / 5),
                   255,
                   cv::FILLED);
-    for (int y = 0; y < sheet.rows; ++y) {
-        for (int x = 0; x < sheet.cols; ++x) {
-            const double share = cover.at<unsigned char>(y, x) / 255.0;
-            cv::Vec3b& p = sheet.at<cv::Vec3b>(y, x);
-            for (int c = 0; c < 3; ++c)
-                p[c] = cv::saturate_cast<unsigned char>(p[c] * (1 - share + share * colour[c] / 255));
-        }
-    }
+    mix(sheet, sheet.mul(cv::Scalar(colour), 1 / 255.0), cover);
 }
 
 cv::Mat desk(cv::Size size, Desk kind, unsigned seed)
@@ -203,17 +204,7 @@ void lay(cv::Mat& ground, const cv::Mat& sheet, const Corners& corners, double d
         cv::cvtColor(shade, shade, cv::COLOR_GRAY2RGB);
         cv::multiply(ground, shade, ground, 1, CV_8U);
     }
-    for (int y = 0; y < ground.rows; ++y) {
-        for (int x = 0; x < ground.cols; ++x) {
-            const int m = mask.at<unsigned char>(y, x);
-            if (m == 0)
-                continue;
-            cv::Vec3b& g = ground.at<cv::Vec3b>(y, x);
-            const cv::Vec3b& s = seen.at<cv::Vec3b>(y, x);
-            for (int c = 0; c < 3; ++c)
-                g[c] = static_cast<unsigned char>((g[c] * (255 - m) + s[c] * m + 127) / 255);
-        }
-    }
+    mix(ground, seen, mask);
 }
 
 void shine(cv::Mat& picture, const Light& light, unsigned seed)

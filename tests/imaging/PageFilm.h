@@ -3,9 +3,6 @@
 
 #include "MadePages.h"
 
-#include <opencv2/core.hpp>
-
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -42,7 +39,6 @@ struct Moment
     double zoom = 1;
     cv::Point2d shake; ///< pixels
     double blur = 0;   ///< standard deviation, pixels of a picture 640 wide
-    int jpeg = 0;      ///< quality; 0: the sensor's own pixels
 };
 
 class PageFilm
@@ -53,22 +49,13 @@ public:
     cv::Mat picture(const Moment& moment);
 
 private:
-    void layOut(const std::vector<Moment::Lying>& sheets);
     void drawArm(const Moment::Arm& arm, cv::Mat& picture) const;
     void shineOn(const Moment& moment, cv::Mat& picture);
 
     double perMm_;
     cv::Mat desk_, ground_, grain_;
-    std::map<const cv::Mat*, cv::Mat> small_; ///< the sheets at the film's scale
     std::vector<Moment::Lying> laidOut_;
     cv::RNG random_{7};
 };
-
-/// A page that the virtual desk shows, straight, four pixels a millimetre: "03-english-text".
-cv::Mat deskPage(const char* name);
-/// The same lines with other words in the same places: each line is turned round and round by another piece.
-cv::Mat otherWords(const cv::Mat& page);
-/// The page "02-form" with the rows of its table filled in otherwise; all that is printed stays.
-cv::Mat otherEntries(const cv::Mat& form);
 
 } // namespace made

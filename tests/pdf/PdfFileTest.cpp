@@ -62,14 +62,9 @@ protected:
     {
         ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     }
-    std::string file(const char* name, const Bytes& bytes) const
-    {
-        tools::write(dir.file(name), bytes);
-        return dir.file(name);
-    }
     std::string jpegFile(const char* name, const odd::JpegKind& kind = {}) const
     {
-        return file(name, odd::jpeg(fields(), kind));
+        return dir.write(name, odd::jpeg(fields(), kind));
     }
     int add(const std::string& path) { return camera.MirvakPDF_AddPage(path.c_str()); }
     int save(const std::string& path) { return camera.MirvakPDF_Save(path.c_str()); }
@@ -90,14 +85,6 @@ protected:
         const std::string said = testing::internal::GetCapturedStderr();
         EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << what << ": " << said;
     }
-    std::vector<std::string> files() const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
-            names.push_back(entry.path().filename().string());
-        return names;
-    }
-
     const TempDir dir;
     const std::string pdf = dir.file("合同 扫描.pdf");
     MirvakCamera camera;
@@ -116,14 +103,13 @@ TEST_F(PdfFile, JpegFilesAreKeptByteForByteInTheirOrder)
     }
     sources[2].insert(sources[2].end(), 300, 0x55); // what some cameras append
     for (const Bytes& source : sources)
-        ASSERT_EQ(add(file("页 1.png", source)), MIRVAK_OK) << "whatever its name says";
+        ASSERT_EQ(add(dir.write("页 1.png", source)), MIRVAK_OK) << "whatever its name says";
     EXPECT_EQ(save(pdf), MIRVAK_IO_ERROR) << "the file was written anew for each page";
     for (size_t i = 0; i < sources.size(); ++i)
-        ASSERT_EQ(add(file(("页 " + std::to_string(i) + ".png").c_str(), sources[i])), MIRVAK_OK);
+        ASSERT_EQ(add(dir.write("页 " + std::to_string(i) + ".png", sources[i])), MIRVAK_OK);
     ASSERT_EQ(save(pdf), MIRVAK_OK);
     EXPECT_EQ(tools::complaints(pdf), "");
-    const TempDir taken;
-    EXPECT_EQ(tools::jpegStreams(pdf, taken.path()), sources);
+    EXPECT_EQ(tools::jpegStreams(pdf), sources);
     EXPECT_THAT(tools::pageSizes(pdf),
                 testing::ElementsAre("25.6 x 19.2", "25.3187 x 18.989", "25.0435 x 18.7826"));
     const std::string about = tools::run("pdfinfo '" + pdf + "'");
@@ -147,7 +133,7 @@ TEST_F(PdfFile, EveryKindOfJpegLooksAsItShould)
     }
     cv::Mat grey;
     cv::extractChannel(greyRamp(), grey, 0);
-    const cv::Mat page = pageOf(file("grey.jpg", odd::jpeg(grey, {JCS_GRAYSCALE, JCS_GRAYSCALE})));
+    const cv::Mat page = pageOf(dir.write("grey.jpg", odd::jpeg(grey, {JCS_GRAYSCALE, JCS_GRAYSCALE})));
     EXPECT_LE(difference(page, greyRamp()), 2 * lossy) << "steps, not flat";
 }
 
@@ -169,7 +155,7 @@ TEST_F(PdfFile, CmykIsNeverANegative)
             const std::optional<Image> decoded = mirvak::decodeImage(jpeg);
             ASSERT_TRUE(decoded);
             // Without a resolution of its own: 215 dpi, so that a page has 11 x 8 pixels.
-            for (const cv::Mat& page : {pageOf(file("cmyk.jpg", jpeg)), decoded->pixels}) {
+            for (const cv::Mat& page : {pageOf(dir.write("cmyk.jpg", jpeg)), decoded->pixels}) {
                 ASSERT_FALSE(page.empty());
                 const auto white = page.at<cv::Vec3b>(page.rows / 2, 1);
                 const auto red = page.at<cv::Vec3b>(page.rows / 2, page.cols - 2);
@@ -187,7 +173,7 @@ TEST_F(PdfFile, TurnedAndMirroredPicturesStandUpright)
         const Bytes jpeg = withOrientation(odd::jpeg(fields(48, 32), {}), orientation);
         const std::optional<Image> upright = mirvak::decodeImage(jpeg);
         ASSERT_TRUE(upright);
-        const cv::Mat page = pageOf(file("turned.jpg", jpeg));
+        const cv::Mat page = pageOf(dir.write("turned.jpg", jpeg));
         EXPECT_EQ(page.size(), upright->pixels.size()) << orientation;
         EXPECT_LE(fieldsDifference(page, upright->pixels), 12) << orientation;
     }
@@ -200,7 +186,7 @@ TEST_F(PdfFile, APixelMayBeHigherThanWide)
     const Bytes jpeg = odd::jpeg(fields(48, 32), kind);
     for (const auto& [orientation, size] :
          {std::pair(1, "48 x 16"), {3, "48 x 16"}, {6, "16 x 48"}, {8, "16 x 48"}}) {
-        pageOf(file("fax.jpg", withOrientation(jpeg, orientation)));
+        pageOf(dir.write("fax.jpg", withOrientation(jpeg, orientation)));
         EXPECT_THAT(tools::pageSizes(pdf), testing::ElementsAre(size)) << orientation;
     }
 }
@@ -208,7 +194,7 @@ TEST_F(PdfFile, APixelMayBeHigherThanWide)
 TEST_F(PdfFile, EveryKindOfPngKeepsItsPixels)
 {
     const auto expectPage = [&](const char* name, const Bytes& png, const cv::Mat& wanted) {
-        EXPECT_EQ(difference(pageOf(file("picture.jpg", png)), wanted), 0) << name;
+        EXPECT_EQ(difference(pageOf(dir.write("picture.jpg", png)), wanted), 0) << name;
     };
     cv::Mat blackWhite = greyRamp(), nibbles = greyRamp(), fieldsOnWhite = fields(), palette = greyRamp();
     cv::Mat halves = cv::Mat(24, 32, CV_8UC3, cv::Scalar::all(0));
@@ -224,7 +210,7 @@ TEST_F(PdfFile, EveryKindOfPngKeepsItsPixels)
     expectPage("RGB, 16 bits", odd::png(fields(), {2, 16}), fields());
     const cv::Mat ochre(24, 32, CV_8UC3, cv::Scalar(190, 130, 50));
     expectPage("RGB with opacity, 16 bits", odd::png(ochre, {6, 16}), ochre);
-    EXPECT_EQ(add(file("a.png", odd::png(fields(), {2, 16, true}))), MIRVAK_BAD_ARGUMENT)
+    EXPECT_EQ(add(dir.write("a.png", odd::png(fields(), {2, 16, true}))), MIRVAK_BAD_ARGUMENT)
         << "not readable whole";
     cv::Mat noise(24, 32, CV_8UC3);
     cv::randu(noise, 0, 256);
@@ -254,7 +240,7 @@ TEST_F(PdfFile, ABmpKeepsItsPixels)
 TEST_F(PdfFile, VeryLongPicturesFit)
 {
     const cv::Mat banner(40, 30000, CV_8UC3, cv::Scalar(10, 200, 30));
-    ASSERT_EQ(add(file("banner.jpg", odd::jpeg(banner, {}))), MIRVAK_OK);
+    ASSERT_EQ(add(dir.write("banner.jpg", odd::jpeg(banner, {}))), MIRVAK_OK);
     ASSERT_EQ(save(pdf), MIRVAK_OK);
     EXPECT_EQ(tools::complaints(pdf), "");
     EXPECT_THAT(tools::run("qpdf --show-object=4 '" + pdf + "'"), testing::HasSubstr("/UserUnit 3"));
@@ -274,12 +260,12 @@ TEST_F(PdfFile, WhatIsNoPictureIsRefusedAndTheOtherPagesStay)
         {dir.file("missing.jpg"), MIRVAK_IO_ERROR},
         {dir.path(), MIRVAK_IO_ERROR},
         {dir.file("pipe"), MIRVAK_IO_ERROR},
-        {file("empty.jpg", {}), MIRVAK_BAD_ARGUMENT},
+        {dir.write("empty.jpg", ""), MIRVAK_BAD_ARGUMENT},
         {dir.write("text.jpg", "no picture at all"), MIRVAK_BAD_ARGUMENT},
-        {file("cut.jpg", Bytes(jpeg.begin(), jpeg.end() - 40)), MIRVAK_BAD_ARGUMENT},
-        {file("forged.jpg", forged), MIRVAK_BAD_ARGUMENT},
-        {file("cut.png", Bytes(png.begin(), png.end() - 20)), MIRVAK_BAD_ARGUMENT},
-        {file("broken.png", broken), MIRVAK_BAD_ARGUMENT},
+        {dir.write("cut.jpg", Bytes(jpeg.begin(), jpeg.end() - 40)), MIRVAK_BAD_ARGUMENT},
+        {dir.write("forged.jpg", forged), MIRVAK_BAD_ARGUMENT},
+        {dir.write("cut.png", Bytes(png.begin(), png.end() - 20)), MIRVAK_BAD_ARGUMENT},
+        {dir.write("broken.png", broken), MIRVAK_BAD_ARGUMENT},
         {dir.write("cut.bmp", "BM" + std::string(60, '\1')), MIRVAK_BAD_ARGUMENT}};
     ASSERT_EQ(add(jpegFile("first.jpg")), MIRVAK_OK);
     for (const auto& [path, result] : cases)
@@ -299,7 +285,7 @@ TEST_F(PdfFile, ACutAnywhereIsNoPage)
     testing::internal::CaptureStderr();
     for (const Bytes& whole : {jpeg, png})
         for (size_t size = 0; size < whole.size(); size += size < 700 ? 3 : 41)
-            EXPECT_NE(add(file("cut", Bytes(whole.begin(), whole.begin() + static_cast<long>(size)))),
+            EXPECT_NE(add(dir.write("cut", Bytes(whole.begin(), whole.begin() + static_cast<long>(size)))),
                       MIRVAK_OK)
                 << size;
     testing::internal::GetCapturedStderr();
@@ -313,7 +299,7 @@ TEST_F(PdfFile, WhatFailsLeavesNoFileAndNoPages)
         expectOneLine(what, [&] { EXPECT_EQ(save(target), result) << what; });
         expectOneLine(
             what, [&] { EXPECT_EQ(save(pdf), MIRVAK_BAD_ARGUMENT) << what << ": the list is not empty"; });
-        EXPECT_THAT(files(), testing::Each(testing::AnyOf("first.jpg", "second.jpg"))) << what;
+        EXPECT_THAT(dir.names(), testing::Each(testing::AnyOf("first.jpg", "second.jpg"))) << what;
     };
     const auto fill = [&] {
         EXPECT_EQ(add(first), MIRVAK_OK);
@@ -340,12 +326,11 @@ TEST_F(PdfFile, WhatFailsLeavesNoFileAndNoPages)
 
 TEST_F(PdfFile, AFileOfThatNameIsNeverReplaced)
 {
-    const Bytes old = hexBytes("6f6c64");
-    tools::write(pdf, old);
+    dir.write("合同 扫描.pdf", "old");
     for (const std::string& taken : {pdf, dir.path()}) {
         ASSERT_EQ(add(jpegFile("a.jpg")), MIRVAK_OK);
         EXPECT_EQ(save(taken), MIRVAK_EXISTS) << taken;
     }
-    EXPECT_EQ(tools::contents(pdf), old);
+    EXPECT_EQ(TempDir::contentOf(pdf), "old");
     pageOf(jpegFile("b.jpg")); // the page before is not in it
 }

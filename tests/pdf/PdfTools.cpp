@@ -1,9 +1,7 @@
 #include "PdfTools.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include "TempDir.h"
+
 #include <sstream>
 
 namespace tools {
@@ -60,31 +58,17 @@ std::vector<std::string> pageSizes(const std::string& pdf)
     return sizes;
 }
 
-std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf, const std::string& emptyFolder)
+std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf)
 {
-    run("pdfimages -all " + quoted(pdf) + " " + quoted(emptyFolder + "/picture"));
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(emptyFolder))
-        names.push_back(entry.path().string());
-    std::sort(names.begin(), names.end());
+    const TempDir folder;
+    run("pdfimages -all " + quoted(pdf) + " " + quoted(folder.file("picture")));
     std::vector<mirvak::Bytes> streams;
-    for (const std::string& name : names) {
+    for (const std::string& name : folder.names()) {
+        const std::string bytes = folder.content(name);
         if (name.find(".jpg") != std::string::npos)
-            streams.push_back(contents(name));
+            streams.emplace_back(bytes.begin(), bytes.end());
     }
     return streams;
-}
-
-mirvak::Bytes contents(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return mirvak::Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
-
-void write(const std::string& path, const mirvak::Bytes& bytes)
-{
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
 } // namespace tools

@@ -23,9 +23,6 @@ cv::Mat rendered(const std::string& pdf, int page = 1);
 std::vector<std::string> pageSizes(const std::string& pdf);
 
 /// The JPEG streams of the file as they lie in it, in page order.
-std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf, const std::string& emptyFolder);
-
-mirvak::Bytes contents(const std::string& path);
-void write(const std::string& path, const mirvak::Bytes& bytes);
+std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf);
 
 } // namespace tools

@@ -43,17 +43,4 @@ TEST(PlainCopyThread, ADiskThatDoesNotAnswerHoldsUpNobody)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST(PlainCopyThread, MakesEveryFilmPlainBeforeItEnds)
-{
-    const TempDir folder;
-    const std::string films[] = {folder.file("1.mp4"), folder.file("2.mp4"), folder.file("3.mp4")};
-    {
-        mirvak::PlainCopyThread copies(std::chrono::minutes(1));
-        for (const std::string& film : films)
-            copies.start(film, madeFilm(film), std::chrono::milliseconds(0));
-    }
-    for (const std::string& film : films)
-        EXPECT_THAT(tools::boxesOf(film), ::testing::ElementsAre("ftyp", "moov", "free", "mdat"));
-}
-
 } // namespace

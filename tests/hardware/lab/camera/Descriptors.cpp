@@ -26,11 +26,6 @@ Bytes Descriptors::device() const
     return bytes;
 }
 
-Bytes Descriptors::qualifier() const
-{
-    return {10, 6, 0, 2, 0xEF, 2, 1, 64, 1, 0};
-}
-
 Bytes Descriptors::string(int index) const
 {
     if (index == 0)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Bytes.h"
 #include "CameraModel.h"
+#include "Setup.h"
 
 namespace lab {
 
@@ -15,7 +15,6 @@ public:
     explicit Descriptors(const CameraModel& model) : model_(model) {}
 
     Bytes device() const;
-    Bytes qualifier() const;
     Bytes configuration() const;
     Bytes string(int index) const; ///< 0 languages, 1 maker, 2 name, 3 serial number
 

@@ -3,8 +3,6 @@
 #include "CameraModel.h"
 #include "Setup.h"
 
-#include <array>
-
 namespace lab {
 
 /// The stream that the host has asked for.
@@ -30,7 +28,14 @@ private:
     void correct();
 
     const CameraModel& model_;
-    std::array<std::uint8_t, 26> proposal_{};
+    struct __attribute__((packed)) Proposal
+    {
+        std::uint16_t hint;
+        std::uint8_t format, frame;
+        std::uint32_t interval;
+        std::uint16_t unused[5];
+        std::uint32_t frameBytes, payloadBytes;
+    } proposal_{};
 };
 
 } // namespace lab

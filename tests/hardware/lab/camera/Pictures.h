@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Bytes.h"
 #include "CameraModel.h"
+#include "Setup.h"
 
 #include <map>
 #include <string>

@@ -1,10 +1,29 @@
 #pragma once
 
-#include "Bytes.h"
-
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace lab {
+
+using Bytes = std::vector<std::uint8_t>;
+
+inline void append(Bytes& bytes, const Bytes& more)
+{
+    bytes.insert(bytes.end(), more.begin(), more.end());
+}
+
+// USB numbers are little endian.
+inline void append16(Bytes& bytes, std::uint32_t value)
+{
+    append(bytes, {std::uint8_t(value), std::uint8_t(value >> 8)});
+}
+
+inline void append32(Bytes& bytes, std::uint32_t value)
+{
+    append16(bytes, value);
+    append16(bytes, value >> 16);
+}
 
 /// A USB control request.
 struct Setup

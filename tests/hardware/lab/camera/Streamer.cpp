@@ -64,7 +64,7 @@ void Streamer::sendPayload(const Bytes& payload, unsigned epoch)
     while (!complete && epoch == transfers_.epoch()) {
         transfers_.serve(epoch, 1000ms, [&](const Urb& urb) {
             const std::size_t part = std::min<std::size_t>(urb.length, payload.size() - sent);
-            port_.send(urb.sequence, payload.data() + sent, part);
+            port_.send(urb, payload.data() + sent, part);
             sent += part;
             complete = part < urb.length;
         });

@@ -9,7 +9,7 @@ namespace {
 
 // Standard requests and descriptor types of the Universal Serial Bus Specification 2.0, chapter 9.
 constexpr int getStatus = 0, clearFeature = 1, getDescriptor = 6, getConfiguration = 8, getInterface = 10;
-constexpr int deviceType = 1, configurationType = 2, stringType = 3, qualifierType = 6;
+constexpr int deviceType = 1, configurationType = 2, stringType = 3;
 constexpr int streamingEndpoint = 1, streamingInterface = 1;
 constexpr int toEndpoint = 2;
 
@@ -32,7 +32,7 @@ void UsbCamera::handle(const Urb& urb)
     if (urb.isUnlink) {
         const bool wasPending =
             streamer_.transfers().remove(urb.unlinkSequence) || buttonTransfers_.remove(urb.unlinkSequence);
-        port_.finishUnlink(urb.sequence, wasPending);
+        port_.finish(urb, wasPending ? -ECONNRESET : 0);
     } else if (urb.endpoint == 0) {
         control(urb);
     } else {
@@ -44,11 +44,11 @@ void UsbCamera::control(const Urb& urb)
 {
     Answer bytes = answer(urb);
     if (!bytes) {
-        port_.finish(urb.sequence, 0, -EPIPE);
+        port_.finish(urb, -EPIPE);
     } else if (urb.toHost) {
-        port_.send(urb.sequence, bytes->data(), std::min<std::size_t>(bytes->size(), urb.length));
+        port_.send(urb, bytes->data(), std::min<std::size_t>(bytes->size(), urb.length));
     } else {
-        port_.finish(urb.sequence, urb.length, 0);
+        port_.finish(urb, 0, urb.length);
     }
 }
 
@@ -77,7 +77,7 @@ Answer UsbCamera::standardRequest(const Setup& setup)
     case clearFeature:
         if ((setup.type & 0x1f) == toEndpoint)
             streamer_.restart();
-        return Bytes();
+        [[fallthrough]];
     default:
         return Bytes();
     }
@@ -92,8 +92,6 @@ Answer UsbCamera::descriptor(const Setup& setup) const
         return descriptors_.configuration();
     case stringType:
         return descriptors_.string(setup.value & 0xff);
-    case qualifierType:
-        return descriptors_.qualifier();
     default:
         return std::nullopt;
     }
@@ -121,7 +119,7 @@ bool UsbCamera::pressButton()
     for (const std::uint8_t pressed : {1, 0}) {
         const Bytes status{streamStatus, streamingInterface, buttonEvent, pressed};
         const bool heard = buttonTransfers_.serve(0, std::chrono::seconds(5), [&](const Urb& urb) {
-            port_.send(urb.sequence, status.data(), status.size());
+            port_.send(urb, status.data(), status.size());
         });
         if (!heard)
             return false;

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <fstream>
 #include <system_error>
@@ -50,53 +51,41 @@ bool VhciPort::readAll(void* data, std::size_t size)
     return size == 0 || recv(socket_, data, size, MSG_WAITALL) == ssize_t(size);
 }
 
-void VhciPort::write(Command command,
-                     std::uint32_t sequence,
-                     int status,
-                     std::uint32_t count,
-                     const std::uint8_t* data,
-                     std::size_t size)
+// A host that has gone is noticed by next(): what is still to be sent is dropped.
+void VhciPort::reply(
+    const Urb& urb, int status, std::uint32_t count, const std::uint8_t* data, std::size_t size)
 {
-    std::uint32_t header[12] = {};
-    header[0] = htonl(command);
-    header[1] = htonl(sequence);
+    constexpr std::uint32_t submitReply = 3, unlinkReply = 4;
+    std::array<std::uint32_t, 12> header{};
+    header[0] = htonl(urb.isUnlink ? unlinkReply : submitReply);
+    header[1] = htonl(urb.sequence);
     header[5] = htonl(std::uint32_t(status));
     header[6] = htonl(count);
+    const auto* head = reinterpret_cast<const std::uint8_t*>(header.data());
+    Bytes packet(head, head + sizeof header);
+    packet.insert(packet.end(), data, data + size);
     const std::lock_guard lock(writing_);
-    writeAll(header, sizeof header);
-    writeAll(data, size);
-}
-
-// A host that has gone is noticed by next(): what is still to be sent is dropped.
-void VhciPort::writeAll(const void* data, std::size_t size)
-{
-    const char* rest = static_cast<const char*>(data);
-    while (size > 0) {
-        const ssize_t sent = ::send(socket_, rest, size, MSG_NOSIGNAL);
+    for (std::size_t at = 0; at < packet.size();) {
+        const ssize_t sent = ::send(socket_, packet.data() + at, packet.size() - at, MSG_NOSIGNAL);
         if (sent <= 0)
             return;
-        rest += sent;
-        size -= std::size_t(sent);
+        at += std::size_t(sent);
     }
 }
 
-void VhciPort::send(std::uint32_t sequence, const std::uint8_t* data, std::size_t size)
+void VhciPort::send(const Urb& urb, const std::uint8_t* data, std::size_t size)
 {
-    write(submitReply, sequence, 0, std::uint32_t(size), data, size);
+    reply(urb, 0, std::uint32_t(size), data, size);
 }
 
-void VhciPort::finish(std::uint32_t sequence, std::uint32_t bytesTaken, int status)
+void VhciPort::finish(const Urb& urb, int status, std::uint32_t bytesTaken)
 {
-    write(submitReply, sequence, status, bytesTaken, nullptr, 0);
-}
-
-void VhciPort::finishUnlink(std::uint32_t sequence, bool wasPending)
-{
-    write(unlinkReply, sequence, wasPending ? -ECONNRESET : 0, 0, nullptr, 0);
+    reply(urb, status, bytesTaken, nullptr, 0);
 }
 
 std::optional<Urb> VhciPort::next()
 {
+    constexpr std::uint32_t unlinkRequest = 2;
     std::uint32_t header[12];
     if (!readAll(header, sizeof header))
         return std::nullopt;

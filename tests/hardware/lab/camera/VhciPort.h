@@ -33,23 +33,14 @@ public:
 
     /// Waits for the next request; nothing when the host has gone.
     std::optional<Urb> next();
-    /// Ends a transfer to the host with this data. Thread-safe, as are the two below.
-    void send(std::uint32_t sequence, const std::uint8_t* data, std::size_t size);
-    /// Ends a transfer from the host, or one that the camera refuses (status is a negative errno).
-    void finish(std::uint32_t sequence, std::uint32_t bytesTaken, int status);
-    void finishUnlink(std::uint32_t sequence, bool wasPending);
+    /// Ends a transfer to the host with this data. Thread-safe, as is the other.
+    void send(const Urb& urb, const std::uint8_t* data, std::size_t size);
+    /// Ends a transfer from the host, one that is refused or a wish (status is 0 or a negative errno).
+    void finish(const Urb& urb, int status, std::uint32_t bytesTaken = 0);
 
 private:
-    enum Command : std::uint32_t { unlinkRequest = 2, submitReply = 3, unlinkReply = 4 };
-
     bool readAll(void* data, std::size_t size);
-    void writeAll(const void* data, std::size_t size);
-    void write(Command command,
-               std::uint32_t sequence,
-               int status,
-               std::uint32_t count,
-               const std::uint8_t* data,
-               std::size_t size);
+    void reply(const Urb& urb, int status, std::uint32_t count, const std::uint8_t* data, std::size_t size);
 
     int socket_ = -1;
     std::mutex writing_;
