@@ -255,6 +255,15 @@ TEST_F(DevicesFacade, ThePaperSizeChangesInTheRunningStream)
     EXPECT_EQ(camera.MirvakDevice_SetCameraSize(device, 4), MIRVAK_OK);
     EXPECT_EQ(cropped.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
     EXPECT_EQ(whole.get_future().wait_for(std::chrono::seconds(30)), std::future_status::ready);
+    mirvak::Image sheet; // it fills the picture
+    sheet.pixels = cv::Mat(600, 800, CV_8UC3, cv::Scalar(60, 55, 50));
+    sheet.pixels(cv::Rect(12, 9, 776, 582)).setTo(cv::Scalar(235, 235, 230));
+    for (const auto& [present, result, wanted] : {std::tuple(4, MIRVAK_OK, 3), {3, MIRVAK_NOT_FOUND, 7}}) {
+        int size = 7;
+        EXPECT_EQ(camera.MirvakDevice_SetCameraSize(device, present), MIRVAK_OK);
+        EXPECT_EQ(camera.MirvakDevice_JudgeCameraSize(device, &sheet, size, 0, 0.9), result);
+        EXPECT_EQ(size, wanted);
+    }
     camera.MirvakDevice_Release(device);
 }
 

@@ -1,6 +1,7 @@
 #include "Background.h"
 #include "Enhance.h"
 #include "MadePages.h"
+#include "PaperModel.h"
 #include "Seal.h"
 #include "Threshold.h"
 
@@ -77,6 +78,26 @@ TEST(Colour, paperBecomesWhiteUnderAnyLightAndInkStays)
         EXPECT_GT(share(grey(page.image.pixels) < 140, page.text), 0.9) << document;
         EXPECT_GT(surplus(page.image.pixels, 0, 1, page.seal), 0.8 * redBefore) << document;
     }
+}
+
+TEST(PaperModel, knowsThePaperUnderAllThatLiesOnIt)
+{
+    const auto lit = [](cv::Mat sheet) {
+        made::shine(sheet, {0.55, 1, 3});
+        return sheet;
+    };
+    cv::Mat paper = made::blankPage(size), printed = made::textPage(size, 34);
+    made::stamp(printed, sealCentre, sealDiameter, {200, 30, 40});
+    printed(cv::Rect(150, 400, 300, 260)).setTo(cv::Scalar(70, 60, 50));   // a photograph
+    printed(cv::Rect(600, 450, 250, 90)).setTo(cv::Scalar(245, 225, 120)); // a coloured box
+    cv::Mat seen, wanted = paper.clone();
+    made::shine(wanted, {0.55, 1, 0});
+    const mirvak::PaperModel model(lit(printed));
+    EXPECT_NEAR(model.noise(), 3, 0.8);
+    cv::resize(wanted, wanted, model.paper().size(), 0, 0, cv::INTER_AREA);
+    model.paper().convertTo(seen, CV_8U);
+    EXPECT_LE(cv::norm(seen, wanted, cv::NORM_INF), 24);
+    EXPECT_LE(cv::norm(seen, wanted, cv::NORM_L1) / static_cast<double>(seen.total() * 3), 2);
 }
 
 TEST(Colour, documentsAreDarkAndCrisp)

@@ -1,5 +1,6 @@
 #include "Deskew.h"
 #include "MadePages.h"
+#include "PageShape.h"
 #include "TextSkew.h"
 
 #include <gtest/gtest.h>
@@ -75,6 +76,26 @@ TEST(Deskew, takesThePerspectiveOutAndKeepsTheShape)
             const cv::Point2d expected(dots[i].x / sheetSize.width * whole.width - margin,
                                        dots[i].y / sheetSize.height * whole.height - margin);
             EXPECT_LE(cv::norm(dotIn(image.pixels, i) - expected), 3) << view << " dot " << i;
+        }
+    }
+}
+
+TEST(PageShape, isThatOfTheSheetWhateverTheCameraAndItsView)
+{
+    for (const double focal : {0.7, 1.0, 1.4}) {
+        for (const cv::Size2d sheet : {cv::Size2d(210, 297), {297, 210}, {80, 200}, {100, 100}}) {
+            for (const cv::Vec3d& view : {cv::Vec3d(-20, 25, 15), {10, 12, -30}, {35, -20, -20}}) {
+                const Corners seen = made::photographed(frame, sheet, focal * frame.width, 600, view);
+                const double aspect = sheet.width / sheet.height;
+                EXPECT_NEAR(mirvak::pageAspect(seen, frame) / aspect, 1, 0.001) << focal << sheet << view;
+                const cv::Size2d size = mirvak::pageSize(seen, frame);
+                EXPECT_NEAR(size.width / size.height / aspect, 1, 0.001);
+                // No side becomes shorter than it was seen, and one stays as it was.
+                const auto side = [&](size_t a, size_t b) { return cv::norm(seen[a] - seen[b]); };
+                const double across = std::max(side(0, 1), side(3, 2)) / size.width,
+                             down = std::max(side(0, 3), side(1, 2)) / size.height;
+                EXPECT_NEAR(std::max(across, down), 1, 1e-9) << focal << sheet << view;
+            }
         }
     }
 }
