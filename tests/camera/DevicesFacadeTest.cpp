@@ -35,6 +35,12 @@ protected:
         setenv("LUMRO_DESK", folder.write("desk.cfg", text + ");").c_str(), 1);
     }
 
+    void begin(const std::vector<std::string>& cameras, const std::string& more = "")
+    {
+        lay(cameras, more);
+        ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    }
+
     static void onFrame(void* image, void* userData, int byteSize, int width, int height, void* context)
     {
         auto* frame = static_cast<mirvak::Image*>(image);
@@ -72,9 +78,8 @@ TEST_F(DevicesFacade, WithoutADeskThereIsNoVirtualCamera)
 
 TEST_F(DevicesFacade, ListsWhatTheDeskDescribes)
 {
-    lay({"name = \"Desk camera\"; type = 1; usb = \"1b172000\"; resolutions = [\"32x24\", \"native\"]",
-         "name = \"Face\"; type = 2; usb = \"0c456366\""});
-    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    begin({"name = \"Desk camera\"; type = 1; usb = \"1b172000\"; resolutions = [\"32x24\", \"native\"]",
+           "name = \"Face\"; type = 2; usb = \"0c456366\""});
     ASSERT_EQ(camera.MirvakDevice_GetDevCount(), 2);
     EXPECT_EQ(camera.MirvakDevice_GetFriendlyName(1), "Face");
     EXPECT_EQ(camera.MirvakDevice_GetDevUsbID(0), "1b172000");
@@ -97,8 +102,7 @@ TEST_F(DevicesFacade, ListsWhatTheDeskDescribes)
 
 TEST_F(DevicesFacade, AnswersNonsenseWithCodes)
 {
-    lay({"name = \"A\""});
-    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    begin({"name = \"A\""});
     int alien = 0;
     int size = 4;
     mirvak::Image picture;
@@ -133,8 +137,7 @@ TEST_F(DevicesFacade, AnswersNonsenseWithCodes)
 
 TEST_F(DevicesFacade, TwoCamerasStreamAtOnceAndDeinitEndsThem)
 {
-    lay({"name = \"A\"", "name = \"B\"; resolutions = [\"100x50\"]"});
-    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    begin({"name = \"A\"", "name = \"B\"; resolutions = [\"100x50\"]"});
     FrameCollector second;
     void* const a = camera.MirvakDevice_Create(0);
     void* const b = camera.MirvakDevice_Create(1);
@@ -154,8 +157,7 @@ TEST_F(DevicesFacade, TwoCamerasStreamAtOnceAndDeinitEndsThem)
 
 TEST_F(DevicesFacade, AnUnpluggedCameraIsBackAfterTheNextSearch)
 {
-    lay({"name = \"A\"; unplug_after = 0.05"});
-    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    begin({"name = \"A\"; unplug_after = 0.05"});
     void* const device = camera.MirvakDevice_Create(0);
     ASSERT_EQ(start(device, collector), MIRVAK_OK);
     ASSERT_TRUE(collector.waitForEnd());
@@ -176,8 +178,7 @@ TEST_F(DevicesFacade, AnUnpluggedCameraIsBackAfterTheNextSearch)
 TEST_F(DevicesFacade, TheListFollowsTheDeskWhileACameraStreams)
 {
     EXPECT_EQ(camera.MirvakDevs_Refresh(), MIRVAK_NO_DEVICE);
-    lay({"name = \"A\"", "name = \"B\"; refused = true", "name = \"B\""});
-    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    begin({"name = \"A\"", "name = \"B\"; refused = true", "name = \"B\""});
     const auto identities = [&] {
         std::vector<std::string> all;
         for (int i = 0; i < camera.MirvakDevice_GetDevCount(); ++i)
@@ -288,8 +289,7 @@ TEST_F(DevicesFacade, ThirtyLivesWhileStreaming)
 
 TEST_F(DevicesFacade, KeysOfTheDeskArriveAtTheFirstCallback)
 {
-    lay({"name = \"A\""}, "keys = { fifo = \"keys\"; };");
-    ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
+    begin({"name = \"A\""}, "keys = { fifo = \"keys\"; };");
     std::promise<int> pressed;
     const MirvakKeyCallback desk = [](int key, void* context) {
         static_cast<std::promise<int>*>(context)->set_value(key);

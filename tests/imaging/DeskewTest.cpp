@@ -126,7 +126,6 @@ TEST(Deskew, levelsTheLinesOfAPageWithoutEdgesAndCutsNothingAway)
         const cv::Mat turn = cv::getRotationMatrix2D({700, 700}, -degrees, 1);
         cv::warpAffine(
             sheet, image.pixels, turn, sheet.size(), cv::INTER_LINEAR, cv::BORDER_CONSTANT, {245, 245, 245});
-        const cv::Mat before = image.pixels.clone();
         ASSERT_EQ(mirvak::deskew(image, 15), Deskewed::text) << degrees;
         // The picture grows as much as it must, and its middle stays.
         const double angle = std::abs(degrees) * CV_PI / 180,
