@@ -84,9 +84,10 @@ TEST(PaperSize, ACamerasOwnZoomIsWideAgainWhenItIsClosed)
         EXPECT_NEAR(zoom, 1.414, 0.001);
     }
     EXPECT_EQ(zoom, 1.0);
-    zoom = 1.2; // by the user, in another program
     {
-        const OpenCamera closedAgain(std::make_unique<ZoomCamera>(zoom), pool);
+        OpenCamera whole(std::make_unique<ZoomCamera>(zoom), pool);
+        EXPECT_EQ(whole.setPaperSize(paperA3), MIRVAK_OK);
+        zoom = 1.2; // by the user, in another program
     }
     EXPECT_EQ(zoom, 1.2);
 }
