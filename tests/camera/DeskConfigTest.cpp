@@ -27,7 +27,7 @@ cameras = (
   { name = "Desk camera"; type = 1; usb = "1b172000"; source = "photos"; fps = 12.5;
     resolutions = [ "1600x1200", "native" ]; hold = 6; loop = false;
     unplug_after = 3; stall_after = 2.5; corrupt_every = 40; fail_create = true; fail_start = true;
-    refused = true; held = true; } );
+    refused = true; held = true; controls = [ "gain", "focus" ]; } );
 real = false;
 keys = { camera = 0; fifo = "../pipe"; };
 idcard = { cards = "/srv/cards"; };
@@ -55,6 +55,7 @@ fingerprint = { prints = "prints"; delay = 0.25; };
     EXPECT_TRUE(camera.failStart);
     EXPECT_TRUE(camera.refused);
     EXPECT_TRUE(camera.held);
+    EXPECT_EQ(camera.controls, (std::vector<int>{1, 4}));
     EXPECT_FALSE(desk->realDevices);
     const auto parent = std::filesystem::path(folder.path()).parent_path();
     EXPECT_EQ(desk->keys->fifo, parent / "pipe");
