@@ -17,6 +17,7 @@
 #include "ShutterSound.h"
 #include "Thumbnail.h"
 #include "TitleBar.h"
+#include "TuningControl.h"
 #include "VideoView.h"
 #include "ui_LumroScanner.h"
 
@@ -107,6 +108,7 @@ void LumroScanner::makeFeatures()
     scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
     outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, *this);
+    tuning_ = std::make_unique<TuningControl>(camera_, session_, delivery_, view, *desk_);
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });

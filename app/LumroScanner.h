@@ -24,6 +24,7 @@ class ScanControl;
 class ScanModes;
 class Thumbnail;
 class TitleBar;
+class TuningControl;
 class Ui_LumroScanner;
 
 /// The main window. It builds the parts, connects them and forwards; the work is done in a class per feature.
@@ -143,6 +144,7 @@ private:
     std::unique_ptr<ScanModes> scanModes_;
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
+    std::unique_ptr<TuningControl> tuning_;
     DeviceControl* devices_ = nullptr;
     KeyGate keyGate_;
     bool keysListening_ = false;

@@ -34,8 +34,9 @@ protected:
     void open(const std::string& controls)
     {
         pictures::write(folder.file("a.jpg"), pictures::jpeg(scene()));
-        const std::string text = "real = false; cameras = ( { name = \"A\"; source = \"a.jpg\"; fps = 100; controls = " +
-                                 controls + "; } );";
+        const std::string text =
+            "real = false; cameras = ( { name = \"A\"; source = \"a.jpg\"; fps = 100; controls = " +
+            controls + "; } );";
         setenv("LUMRO_DESK", folder.write("desk.cfg", text).c_str(), 1);
         ASSERT_EQ(camera.MirvakDevs_Init(), MIRVAK_OK);
         device = camera.MirvakDevice_Create(0);

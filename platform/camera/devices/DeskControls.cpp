@@ -8,8 +8,8 @@
 namespace mirvak {
 namespace {
 
-// Ranges as those of usual cameras. The standards are where the pictures are as they lie in their files: there
-// the lens is sharp, and there an automatic leads.
+// Ranges as those of usual cameras. The standards are where the pictures are as they lie in their files:
+// there the lens is sharp, and there an automatic leads.
 constexpr MirvakControlInfo delivered[] = {
     {MIRVAK_FOCUS_AUTO, MIRVAK_SWITCH, 0, 1, 1, 1, 1, 0, false},
     {MIRVAK_FOCUS, MIRVAK_RANGE, 0, 250, 5, 120, 0, 0, false},
@@ -93,7 +93,8 @@ MirvakResult DeskControls::set(MirvakControl control, int value)
         return MIRVAK_BUSY;
     const int allowed = allowedValue(delivered[control], value);
     // What the automatic has found stays when it is switched off.
-    if (delivered[control].kind == MIRVAK_SWITCH && allowed == 0 && values_[static_cast<size_t>(control)] != 0)
+    if (delivered[control].kind == MIRVAK_SWITCH && allowed == 0 &&
+        values_[static_cast<size_t>(control)] != 0)
         values_[static_cast<size_t>(control) + 1] = delivered[control + 1].standard;
     values_[static_cast<size_t>(control)] = allowed;
     return MIRVAK_OK;
@@ -104,9 +105,10 @@ DeskTuning DeskControls::tuning() const
     const std::lock_guard lock(mutex_);
     DeskTuning tuning;
     const MirvakControlInfo& focus = delivered[MIRVAK_FOCUS];
-    tuning.blur = std::abs(valueOf(MIRVAK_FOCUS) - focus.standard) /
-                  static_cast<double>(focus.maximum - focus.minimum);
-    tuning.light = factor(MIRVAK_EXPOSURE_TIME, valueOf(MIRVAK_EXPOSURE_TIME)) * (1 + valueOf(MIRVAK_GAIN) / 64.0);
+    tuning.blur =
+        std::abs(valueOf(MIRVAK_FOCUS) - focus.standard) / static_cast<double>(focus.maximum - focus.minimum);
+    tuning.light =
+        factor(MIRVAK_EXPOSURE_TIME, valueOf(MIRVAK_EXPOSURE_TIME)) * (1 + valueOf(MIRVAK_GAIN) / 64.0);
     tuning.red = factor(MIRVAK_WHITE_BALANCE, valueOf(MIRVAK_WHITE_BALANCE));
     tuning.blue = 1 / tuning.red;
     tuning.brightness = valueOf(MIRVAK_BRIGHTNESS);

@@ -23,7 +23,8 @@ double sharpnessAt(const cv::Mat& rgb, double x, double y)
 {
     const int side = std::max(std::min(rgb.cols, rgb.rows) / 5, 32);
     const cv::Point middle(static_cast<int>(x * rgb.cols), static_cast<int>(y * rgb.rows));
-    const cv::Rect place = cv::Rect(middle.x - side / 2, middle.y - side / 2, side, side) & cv::Rect({}, rgb.size());
+    const cv::Rect place =
+        cv::Rect(middle.x - side / 2, middle.y - side / 2, side, side) & cv::Rect({}, rgb.size());
     cv::Mat grey, across, down;
     cv::cvtColor(rgb(place), grey, cv::COLOR_RGB2GRAY);
     cv::Sobel(grey, across, CV_32F, 1, 0);
@@ -132,9 +133,9 @@ bool FocusSearch::planCloser()
     spacing_ /= 2;
     if (spacing_ < std::max(range_.step, 1) || sharpness_.size() + 2 > most)
         return false;
-    const auto best = std::max_element(sharpness_.begin(), sharpness_.end(), [](const auto& a, const auto& b) {
-        return a.second < b.second;
-    });
+    const auto best = std::max_element(sharpness_.begin(),
+                                       sharpness_.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
     for (const int position : {best->first - spacing_, best->first + spacing_}) {
         const int allowed = allowedValue(range_, position);
         if (sharpness_.count(allowed) == 0)

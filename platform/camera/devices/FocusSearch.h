@@ -50,10 +50,10 @@ private:
     MirvakResult state_ = MIRVAK_OK; // BUSY while it runs
     Before before_{};
     MirvakControlInfo range_{};
-    std::vector<int> toTry_;          // next one last
-    std::map<int, double> sharpness_; // by position
-    int spacing_ = 0;                 // between the positions that were tried
-    int framesSeen_ = 0;              // since the lens was moved
+    std::vector<int> toTry_;                        // next one last
+    std::map<int, double> sharpness_;               // by position
+    int spacing_ = 0;                               // between the positions that were tried
+    int framesSeen_ = 0;                            // since the lens was moved
     std::chrono::steady_clock::time_point movedAt_; // of the first of them
 };
 

@@ -89,7 +89,8 @@ std::optional<V4l2Controls::Known> V4l2Controls::ask(MirvakControl control, unsi
         if (query.default_value == V4L2_EXPOSURE_AUTO)
             known.on = V4L2_EXPOSURE_AUTO;
     }
-    const bool hasChoice = isSwitch(control) ? known.on >= 0 && known.off >= 0 : query.maximum > query.minimum;
+    const bool hasChoice =
+        isSwitch(control) ? known.on >= 0 && known.off >= 0 : query.maximum > query.minimum;
     return hasChoice ? std::optional(known) : std::nullopt;
 }
 
