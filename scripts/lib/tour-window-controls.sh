@@ -15,15 +15,18 @@ window_controls() {
     click sliderBrightness
     xdotool key Home
     await "the kept brightness" is_kept Brightness -64
+    changing_view :
     shoot controls-dark
     click checkFocus
     await "the focus by hand" is_enabled sliderFocus
     click sliderFocus
     xdotool key Home
     await "the kept focus" is_kept Focus 0
+    changing_view :
     shoot controls-unsharp
     xdotool mousemove $(point_in_view 420 380) click 1
     await "the found focus" is_kept Focus 120
+    changing_view :
     shoot controls-focused
     click buttonAsDelivered
     await "nothing kept" is_put_back
