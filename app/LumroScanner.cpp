@@ -18,6 +18,7 @@
 #include "ShutterSound.h"
 #include "Thumbnail.h"
 #include "TitleBar.h"
+#include "TuningControl.h"
 #include "VideoView.h"
 #include "WindowCare.h"
 #include "ui_LumroScanner.h"
@@ -110,6 +111,7 @@ void LumroScanner::makeFeatures()
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
     outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this);
     frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);
+    tuning_ = std::make_unique<TuningControl>(camera_, session_, delivery_, view, *desk_);
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });

@@ -25,6 +25,7 @@ class ScanControl;
 class ScanModes;
 class Thumbnail;
 class TitleBar;
+class TuningControl;
 class Ui_LumroScanner;
 
 /// The main window. It builds the parts, connects them and forwards; the work is done in a class per feature.
@@ -146,6 +147,7 @@ private:
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
     std::unique_ptr<FrozenPage> frozenPage_;
+    std::unique_ptr<TuningControl> tuning_;
     DeviceControl* devices_ = nullptr;
     KeyGate keyGate_;
     bool keysListening_ = false;

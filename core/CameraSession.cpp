@@ -1,5 +1,6 @@
 #include "CameraSession.h"
 
+#include "ControlStore.h"
 #include "Settings.h"
 
 #include <QDebug>
@@ -133,10 +134,13 @@ CameraSession::OpenResult CameraSession::start(int resolutionIndex, const QStrin
         return OpenResult::CreateFailed;
     size_ = parseSize(resolutionText);
     setStoredSize();
+    restoreControls(camera_, device_, current_.identity); // no frame is shown without
     const int subtype = camera_.MirvakDevice_GetSubtype(device_);
     failure_ = MirvakResult(openCamera(device_, subtype, resolutionIndex, newestFrameOnly, callback_));
-    if (failure_ == MIRVAK_OK)
+    if (failure_ == MIRVAK_OK) {
+        Q_EMIT started();
         return OpenResult::Ok;
+    }
     closeCamera();
     return OpenResult::StartFailed;
 }
@@ -158,6 +162,7 @@ void CameraSession::closeCamera()
     checkPaperSize_ = false;
     if (!device_)
         return;
+    Q_EMIT closing();
     camera_.MirvakDevice_StopPreview(device_);
     sizedDevice_ = nullptr;
     camera_.MirvakDevice_Release(device_);

@@ -73,6 +73,10 @@ Q_SIGNALS:
     void camerasChanged();
     /// This camera is about to be created: whoever else uses it lets it go now.
     void opening(const QString& identity);
+    /// The stream of the selected camera runs.
+    void started();
+    /// The open device is about to be closed: nobody may use it from now on.
+    void closing();
     /// The open device is gone; it has been closed.
     void deviceLost();
 

@@ -1,5 +1,7 @@
 #include "SecondCamera.h"
 
+#include "ControlStore.h"
+
 namespace {
 
 constexpr int rawFormat = 1;
@@ -44,6 +46,7 @@ SecondCamera::OpenResult SecondCamera::start(const QString& mainIdentity)
     if (!device_)
         return OpenResult::CreateFailed;
     const bool isRaw = camera_.MirvakDevice_GetSubtype(device_) == rawFormat;
+    restoreControls(camera_, device_, identity_);
     ++streamNumber_;
     channel_.resume();
     if (camera_.MirvakDevice_StartPreview(device_,

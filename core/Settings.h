@@ -36,7 +36,8 @@ template <class T> std::optional<T> parse(const QVariant& value)
 } // namespace settings
 
 /// One preference: its key in the store, its type and the value that holds where the store has none or one of
-/// another type. The table below is the only place where a key is spelled.
+/// another type. The table below is the only place where a key is spelled, but for those of the cameras'
+/// controls, which stand in ControlStore.
 template <class T> struct Setting
 {
     const char* key;

@@ -143,6 +143,29 @@ void readFaults(const Setting& group, DeskConfig::Camera& camera)
         camera.held = yesNo(*held);
 }
 
+std::vector<int> controls(const Setting& setting)
+{
+    const int count = static_cast<int>(std::size(DeskConfig::controlNames));
+    std::vector<bool> isNamed(static_cast<size_t>(count), false);
+    if (!setting.isAggregate()) {
+        isNamed.assign(isNamed.size(), yesNo(setting));
+    } else {
+        for (const Setting& entry : setting) {
+            const auto* const found = std::find(
+                std::begin(DeskConfig::controlNames), std::end(DeskConfig::controlNames), text(entry));
+            if (found == std::end(DeskConfig::controlNames))
+                throw DeskError(entry, quoted(entry.c_str()) + " is no control");
+            isNamed[static_cast<size_t>(found - std::begin(DeskConfig::controlNames))] = true;
+        }
+    }
+    std::vector<int> result;
+    for (int control = 0; control < count; ++control) {
+        if (isNamed[static_cast<size_t>(control)])
+            result.push_back(control);
+    }
+    return result;
+}
+
 void refuseUnknown(const Setting& group, std::initializer_list<std::string_view> known)
 {
     for (const Setting& setting : group) {
@@ -169,7 +192,8 @@ DeskConfig::Camera readCamera(const Setting& group, const fs::path& folder)
                    "fail_create",
                    "fail_start",
                    "refused",
-                   "held"});
+                   "held",
+                   "controls"});
     DeskConfig::Camera camera;
     camera.name = text(need(group, "name"));
     camera.source = pathBelow(folder, need(group, "source"));
@@ -187,6 +211,8 @@ DeskConfig::Camera readCamera(const Setting& group, const fs::path& folder)
         if (camera.framesPerSecond < 0.1 || camera.framesPerSecond > 1000)
             throw DeskError(*fps, "a rate from 0.1 to 1000 frames per second is expected");
     }
+    if (const Setting* offered = find(group, "controls"))
+        camera.controls = controls(*offered);
     readFaults(group, camera);
     return camera;
 }

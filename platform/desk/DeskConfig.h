@@ -19,9 +19,10 @@
 /// Relative paths start at the folder of the file. A camera needs `name` and `source`, everything else has a
 /// default. Faults of a camera: unplug_after and stall_after (seconds after the start of the stream),
 /// corrupt_every (each n-th frame is broken), fail_create, fail_start, refused (no right to open it), held
-/// (another program streams from it). The file may be changed while the program runs: a camera that is no
-/// longer in it is unplugged, one that is new in it is plugged in. A setting that a camera does not know
-/// is an error, so that a misspelt one is noticed.
+/// (another program streams from it). `controls` says what can be set at it: true for all, or a list of
+/// names from controlNames; the pictures change as those of a real camera would. The file may be changed
+/// while the program runs: a camera that is no longer in it is unplugged, one that is new in it is plugged
+/// in. A setting that a camera does not know is an error, so that a misspelt one is noticed.
 struct DeskConfig
 {
     struct Size
@@ -45,8 +46,9 @@ struct DeskConfig
         int corruptEvery = 0;              ///< 0: never
         bool failCreate = false;
         bool failStart = false;
-        bool refused = false; ///< the user may not open it
-        bool held = false;    ///< another program uses it
+        bool refused = false;      ///< the user may not open it
+        bool held = false;         ///< another program uses it
+        std::vector<int> controls; ///< rising places in controlNames; empty: nothing can be set
     };
 
     struct Keys
@@ -65,6 +67,21 @@ struct DeskConfig
         std::filesystem::path prints;
         double delaySeconds = 0.5;
     };
+
+    /// What can be set at a camera, in the order of the camera library's own list.
+    static constexpr const char* controlNames[] = {"focus_auto",
+                                                   "focus",
+                                                   "exposure_auto",
+                                                   "exposure_time",
+                                                   "gain",
+                                                   "white_balance_auto",
+                                                   "white_balance",
+                                                   "brightness",
+                                                   "contrast",
+                                                   "saturation",
+                                                   "sharpness",
+                                                   "backlight",
+                                                   "anti_flicker"};
 
     std::vector<Camera> cameras;
     bool realDevices = true;

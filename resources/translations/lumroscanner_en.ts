@@ -166,6 +166,119 @@
     </message>
 </context>
 <context>
+    <name>ControlOverlay</name>
+    <message>
+        <source>Camera controls</source>
+        <translation>Camera controls</translation>
+    </message>
+</context>
+<context>
+    <name>ControlPanel</name>
+    <message>
+        <source>Camera controls</source>
+        <translation>Camera controls</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Focus</source>
+        <translation>Focus</translation>
+    </message>
+    <message>
+        <source>Exposure</source>
+        <translation>Exposure</translation>
+    </message>
+    <message>
+        <source>Gain</source>
+        <translation>Gain</translation>
+    </message>
+    <message>
+        <source>White balance</source>
+        <translation>White balance</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Brightness</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>Contrast</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>Saturation</translation>
+    </message>
+    <message>
+        <source>Sharpness</source>
+        <translation>Sharpness</translation>
+    </message>
+    <message>
+        <source>Backlight</source>
+        <translation>Backlight</translation>
+    </message>
+    <message>
+        <source>Anti-flicker</source>
+        <translation>Anti-flicker</translation>
+    </message>
+    <message>
+        <source>As delivered</source>
+        <translation>As delivered</translation>
+    </message>
+    <message>
+        <source>Puts everything back to how the camera was delivered</source>
+        <translation>Puts everything back to how the camera was delivered</translation>
+    </message>
+    <message>
+        <source>No camera is open.</source>
+        <translation>No camera is open.</translation>
+    </message>
+    <message>
+        <source>This camera offers nothing that can be set.</source>
+        <translation>This camera offers nothing that can be set.</translation>
+    </message>
+    <message>
+        <source>A click on the picture focuses there.</source>
+        <translation>A click on the picture focuses there.</translation>
+    </message>
+</context>
+<context>
+    <name>ControlRow</name>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>%1, automatic</source>
+        <translation>%1, automatic</translation>
+    </message>
+    <message>
+        <source>Double click or Delete: as delivered (%1)</source>
+        <translation>Double click or Delete: as delivered (%1)</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>50 Hz</source>
+        <translation>50 Hz</translation>
+    </message>
+    <message>
+        <source>60 Hz</source>
+        <translation>60 Hz</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>%1 K</source>
+        <translation>%1 K</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -1124,6 +1237,13 @@
     <message>
         <source>Freeze the picture</source>
         <translation>Freeze the picture</translation>
+    </message>
+</context>
+<context>
+    <name>TuningControl</name>
+    <message>
+        <source>There is nothing to focus on at this place.</source>
+        <translation>There is nothing to focus on at this place.</translation>
     </message>
 </context>
 <context>

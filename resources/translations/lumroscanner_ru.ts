@@ -166,6 +166,119 @@
     </message>
 </context>
 <context>
+    <name>ControlOverlay</name>
+    <message>
+        <source>Camera controls</source>
+        <translation>Настройка камеры</translation>
+    </message>
+</context>
+<context>
+    <name>ControlPanel</name>
+    <message>
+        <source>Camera controls</source>
+        <translation>Настройка камеры</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Focus</source>
+        <translation>Фокус</translation>
+    </message>
+    <message>
+        <source>Exposure</source>
+        <translation>Выдержка</translation>
+    </message>
+    <message>
+        <source>Gain</source>
+        <translation>Усиление</translation>
+    </message>
+    <message>
+        <source>White balance</source>
+        <translation>Баланс белого</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Яркость</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>Контрастность</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>Насыщенность</translation>
+    </message>
+    <message>
+        <source>Sharpness</source>
+        <translation>Резкость</translation>
+    </message>
+    <message>
+        <source>Backlight</source>
+        <translation>Компенсация засветки</translation>
+    </message>
+    <message>
+        <source>Anti-flicker</source>
+        <translation>Подавление мерцания</translation>
+    </message>
+    <message>
+        <source>As delivered</source>
+        <translation>Заводские значения</translation>
+    </message>
+    <message>
+        <source>Puts everything back to how the camera was delivered</source>
+        <translation>Возвращает все параметры камеры к заводским</translation>
+    </message>
+    <message>
+        <source>No camera is open.</source>
+        <translation>Камера не открыта.</translation>
+    </message>
+    <message>
+        <source>This camera offers nothing that can be set.</source>
+        <translation>У этой камеры нет настраиваемых параметров.</translation>
+    </message>
+    <message>
+        <source>A click on the picture focuses there.</source>
+        <translation>Щёлкните по изображению, чтобы навести резкость в этом месте.</translation>
+    </message>
+</context>
+<context>
+    <name>ControlRow</name>
+    <message>
+        <source>Automatic</source>
+        <translation>Авто</translation>
+    </message>
+    <message>
+        <source>%1, automatic</source>
+        <translation>%1, автоматически</translation>
+    </message>
+    <message>
+        <source>Double click or Delete: as delivered (%1)</source>
+        <translation>Двойной щелчок или Delete — заводское значение (%1)</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Выкл.</translation>
+    </message>
+    <message>
+        <source>50 Hz</source>
+        <translation>50 Гц</translation>
+    </message>
+    <message>
+        <source>60 Hz</source>
+        <translation>60 Гц</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 мс</translation>
+    </message>
+    <message>
+        <source>%1 K</source>
+        <translation>%1 К</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -1126,6 +1239,13 @@
     <message>
         <source>Freeze the picture</source>
         <translation>Остановить изображение</translation>
+    </message>
+</context>
+<context>
+    <name>TuningControl</name>
+    <message>
+        <source>There is nothing to focus on at this place.</source>
+        <translation>В этом месте не на чем сфокусироваться.</translation>
     </message>
 </context>
 <context>

@@ -166,6 +166,119 @@
     </message>
 </context>
 <context>
+    <name>ControlOverlay</name>
+    <message>
+        <source>Camera controls</source>
+        <translation>摄像头调节</translation>
+    </message>
+</context>
+<context>
+    <name>ControlPanel</name>
+    <message>
+        <source>Camera controls</source>
+        <translation>摄像头调节</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Focus</source>
+        <translation>对焦</translation>
+    </message>
+    <message>
+        <source>Exposure</source>
+        <translation>曝光</translation>
+    </message>
+    <message>
+        <source>Gain</source>
+        <translation>增益</translation>
+    </message>
+    <message>
+        <source>White balance</source>
+        <translation>白平衡</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>亮度</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>对比度</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>饱和度</translation>
+    </message>
+    <message>
+        <source>Sharpness</source>
+        <translation>锐度</translation>
+    </message>
+    <message>
+        <source>Backlight</source>
+        <translation>逆光补偿</translation>
+    </message>
+    <message>
+        <source>Anti-flicker</source>
+        <translation>抗闪烁</translation>
+    </message>
+    <message>
+        <source>As delivered</source>
+        <translation>恢复出厂设置</translation>
+    </message>
+    <message>
+        <source>Puts everything back to how the camera was delivered</source>
+        <translation>将所有项目恢复为摄像头出厂时的状态</translation>
+    </message>
+    <message>
+        <source>No camera is open.</source>
+        <translation>没有打开的摄像头。</translation>
+    </message>
+    <message>
+        <source>This camera offers nothing that can be set.</source>
+        <translation>此摄像头没有可调节的项目。</translation>
+    </message>
+    <message>
+        <source>A click on the picture focuses there.</source>
+        <translation>点击画面即可在该处对焦。</translation>
+    </message>
+</context>
+<context>
+    <name>ControlRow</name>
+    <message>
+        <source>Automatic</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>%1, automatic</source>
+        <translation>%1，自动</translation>
+    </message>
+    <message>
+        <source>Double click or Delete: as delivered (%1)</source>
+        <translation>双击或按 Delete 键恢复出厂值（%1）</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>50 Hz</source>
+        <translation>50 Hz</translation>
+    </message>
+    <message>
+        <source>60 Hz</source>
+        <translation>60 Hz</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>%1 K</source>
+        <translation>%1 K</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -1122,6 +1235,13 @@
     <message>
         <source>Freeze the picture</source>
         <translation>画面定格</translation>
+    </message>
+</context>
+<context>
+    <name>TuningControl</name>
+    <message>
+        <source>There is nothing to focus on at this place.</source>
+        <translation>此处没有可供对焦的内容。</translation>
     </message>
 </context>
 <context>

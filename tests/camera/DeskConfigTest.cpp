@@ -32,7 +32,7 @@ TEST(DeskConfig, ReadsEverySettingAndHasDefaults)
                 << c.source.lexically_relative(folder.path()).string() << ' ' << c.framesPerSecond << ' '
                 << c.holdSeconds << ' ' << c.loop << ' ' << c.unplugAfter.value_or(-1) << ' '
                 << c.stallAfter.value_or(-1) << ' ' << c.corruptEvery << ' ' << c.failCreate << c.failStart
-                << c.refused << c.held;
+                << c.refused << c.held << ' ' << ::testing::PrintToString(c.controls);
             for (const DeskConfig::Size& size : c.resolutions)
                 out << ' ' << size.width << 'x' << size.height;
         }
@@ -47,16 +47,17 @@ TEST(DeskConfig, ReadsEverySettingAndHasDefaults)
 cameras = (
   { name = "Desk camera"; type = 1; usb = "1b172000"; source = "photos"; fps = 12.5;
     resolutions = [ "1600x1200", "native" ]; hold = 6; loop = false;
-    unplug_after = 3; stall_after = 2.5; corrupt_every = 40; fail_create = true; refused = true; } );
+    unplug_after = 3; stall_after = 2.5; corrupt_every = 40; fail_create = true; refused = true;
+    controls = [ "gain", "focus" ]; } );
 real = false;
 keys = { camera = 0; fifo = "../pipe"; };
 idcard = { cards = "/srv/cards"; };
 fingerprint = { prints = "prints"; delay = 0.25; };
 )"),
-              "Desk camera 1 1b172000 photos 12.5 6 0 3 2.5 40 1010 1600x1200 0x0 real "
+              "Desk camera 1 1b172000 photos 12.5 6 0 3 2.5 40 1010 { 1, 4 } 1600x1200 0x0 real "
               "0\"pipe\"\"/srv/cards\"\"prints\"0.25");
     EXPECT_EQ(told(R"(cameras = ({ name = "C"; source = "p"; fail_start = true; held = true; });)"),
-              "C 0  p 30 4 1 -1 -1 0 0101 0x0 real 1\"\"\"\"");
+              "C 0  p 30 4 1 -1 -1 0 0101 {} 0x0 real 1\"\"\"\"");
 }
 
 TEST(DeskConfig, RefusesWhatCannotBeMeantAndNamesTheLine)

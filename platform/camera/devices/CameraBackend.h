@@ -99,6 +99,16 @@ public:
     /// Sets the lens or sensor zoom, 1.0 being the widest view. False when the camera cannot.
     /// Any thread.
     virtual bool setZoom(double /*factor*/) { return false; }
+
+    /// What the camera offers, rising. Any thread, as with the two below.
+    virtual std::vector<MirvakControl> controls() { return {}; }
+    /// MIRVAK_BAD_ARGUMENT for what is not offered, MIRVAK_NO_DEVICE, MIRVAK_IO_ERROR.
+    virtual MirvakResult readControl(MirvakControl /*control*/, MirvakControlInfo& /*info*/)
+    {
+        return MIRVAK_BAD_ARGUMENT;
+    }
+    /// `value` is brought into the range and to a step. Also MIRVAK_BUSY for what an automatic holds.
+    virtual MirvakResult setControl(MirvakControl /*control*/, int /*value*/) { return MIRVAK_BAD_ARGUMENT; }
 };
 
 /// enumerate() is called by one thread at a time; open() may come from another one meanwhile.

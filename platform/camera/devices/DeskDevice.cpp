@@ -12,6 +12,7 @@ DeskDevice::DeskDevice(const DeskConfig::Camera& camera,
                        std::shared_ptr<DeskPlug> plug)
     : camera_(camera), modes_(std::move(modes)), pictures_({}), plug_(std::move(plug))
 {
+    plug_->controls.offer(camera_.controls);
 }
 
 MirvakResult DeskDevice::start(const CameraMode& mode, int waiting)
@@ -24,6 +25,7 @@ MirvakResult DeskDevice::start(const CameraMode& mode, int waiting)
     const DeskConfig::Size& chosen = camera_.resolutions[static_cast<size_t>(found - modes_.begin())];
     size_ = chosen.isNative() ? cv::Size() : cv::Size(chosen.width, chosen.height);
     pictures_ = PictureSource(PictureSource::filesOf(camera_.source, size_));
+    tunedPicture_.reset();
     if (pictures_.count() == 0)
         return MIRVAK_NO_DEVICE;
     waiting_ = waiting;
@@ -103,10 +105,36 @@ ReadStatus DeskDevice::show(long long frameNumber, RawFrame& frame)
         ++delivered_;
         if (camera_.corruptEvery > 0 && delivered_ % camera_.corruptEvery == 0)
             frame = pictures_.brokenFrame();
+        else
+            tune(*picture, frame);
         return ReadStatus::Frame;
     }
     std::fprintf(stderr, "virtual camera \"%s\" has no picture left\n", camera_.name.c_str());
     return ReadStatus::Gone;
+}
+
+/// A picture that lies there is worked on once, and not at all while everything is as delivered.
+void DeskDevice::tune(size_t picture, RawFrame& frame)
+{
+    const DeskTuning wanted = plug_->controls.tuning();
+    if (wanted.isNeutral())
+        return;
+    if (tunedPicture_ != picture || !(tuning_ == wanted)) {
+        if (frame.format == PixelFormat::Mjpeg) {
+            if (!decoder_.decode(frame.data, frame.size, tuned_))
+                return;
+        } else {
+            cv::Mat(frame.height, frame.width, CV_8UC3, const_cast<uint8_t*>(frame.data), frame.stride)
+                .copyTo(tuned_);
+        }
+        wanted.apply(tuned_);
+        tunedPicture_ = picture;
+        tuning_ = wanted;
+    }
+    frame.format = PixelFormat::Rgb24;
+    frame.stride = tuned_.step;
+    frame.data = tuned_.data;
+    frame.size = tuned_.step * static_cast<size_t>(tuned_.rows);
 }
 
 } // namespace mirvak

@@ -22,6 +22,15 @@ public:
     MirvakResult start(const CameraMode& mode, int waiting) override;
     void stop() override {}
     ReadStatus read(RawFrame& frame, std::chrono::milliseconds timeout, const WakeEvent& stop) override;
+    std::vector<MirvakControl> controls() override { return plug_->controls.list(); }
+    MirvakResult readControl(MirvakControl control, MirvakControlInfo& info) override
+    {
+        return plug_->controls.read(control, info);
+    }
+    MirvakResult setControl(MirvakControl control, int value) override
+    {
+        return plug_->controls.set(control, value);
+    }
 
 private:
     using Clock = WakeEvent::Clock;
@@ -31,6 +40,7 @@ private:
     void skipLateFrames(Clock::time_point now);
     std::optional<size_t> pictureOf(long long frameNumber) const;
     ReadStatus show(long long frameNumber, RawFrame& frame);
+    void tune(size_t picture, RawFrame& frame);
 
     const DeskConfig::Camera camera_;
     const std::vector<CameraMode> modes_; // one for each resolution of the camera
@@ -41,6 +51,10 @@ private:
     Clock::time_point started_;
     long long next_ = 0;      // number of the next frame by the clock
     long long delivered_ = 0; // frames handed out
+    JpegDecoder decoder_;
+    cv::Mat tuned_;                      // the last picture as the controls made it
+    DeskTuning tuning_;                  // those controls
+    std::optional<size_t> tunedPicture_; // which it is
 };
 
 } // namespace mirvak

@@ -5,7 +5,8 @@
 namespace mirvak {
 
 OpenCamera::OpenCamera(std::unique_ptr<CameraDevice> device, ImagePool& pool)
-    : device_(std::move(device)), modes_(device_->modes()), paperSize_(paperA3), pump_(*device_, pool)
+    : device_(std::move(device)), modes_(device_->modes()), paperSize_(paperA3), focus_(*device_),
+      pump_(*device_, pool)
 {
 }
 
@@ -21,7 +22,26 @@ MirvakResult OpenCamera::start(int format, int index, int waiting, FramePump::Si
     const CameraMode* const mode = modes_.find(format, index);
     if (!mode || waiting < 1 || !sink)
         return MIRVAK_BAD_ARGUMENT;
-    return pump_.start(*mode, waiting, std::move(sink));
+    return pump_.start(*mode, waiting, [this, sink = std::move(sink)](Image* image) {
+        if (image)
+            focus_.look(*image);
+        sink(image);
+    });
+}
+
+MirvakResult OpenCamera::stop()
+{
+    const MirvakResult result = pump_.stop();
+    if (result == MIRVAK_OK)
+        focus_.abandon();
+    return result;
+}
+
+MirvakResult OpenCamera::setControl(MirvakControl control, int value)
+{
+    if (control == MIRVAK_FOCUS || control == MIRVAK_FOCUS_AUTO)
+        focus_.cancel();
+    return device_->setControl(control, value);
 }
 
 MirvakResult OpenCamera::setPaperSize(int size)

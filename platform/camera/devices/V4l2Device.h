@@ -3,6 +3,7 @@
 #include "CameraBackend.h"
 #include "UniqueFd.h"
 #include "V4l2Buffers.h"
+#include "V4l2Controls.h"
 #include "WakeEvent.h"
 
 #include <deque>
@@ -24,6 +25,15 @@ public:
     void giveBack() override;
     /// The control counts focal length: twice the value is twice the magnification.
     bool setZoom(double factor) override;
+    std::vector<MirvakControl> controls() override { return controls_.list(); }
+    MirvakResult readControl(MirvakControl control, MirvakControlInfo& info) override
+    {
+        return controls_.read(control, info);
+    }
+    MirvakResult setControl(MirvakControl control, int value) override
+    {
+        return controls_.set(control, value);
+    }
 
 private:
     enum class Poll { Ready, TimedOut, Stopped, Gone };
@@ -38,6 +48,7 @@ private:
 
     const std::string path_;
     const UniqueFd fd_;
+    V4l2Controls controls_{fd_.get()};
     const std::vector<CameraMode> modes_;
     V4l2Buffers buffers_;
     RawFrame layout_; // size, format and stride of the running stream

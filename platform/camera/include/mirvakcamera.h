@@ -48,6 +48,41 @@ using MirvakKeyCallback = void (*)(int key, void* context);
 /// The list of cameras has become another one. Called on the thread of the watch.
 using MirvakDevsCallback = void (*)(void* context);
 
+/// What can be set at a camera. A switch ("_AUTO") stands before the value that it holds while it is on.
+enum MirvakControl {
+    MIRVAK_FOCUS_AUTO = 0,
+    MIRVAK_FOCUS = 1, // in the camera's own steps
+    MIRVAK_EXPOSURE_AUTO = 2,
+    MIRVAK_EXPOSURE_TIME = 3, // in 0.1 ms
+    MIRVAK_GAIN = 4,
+    MIRVAK_WHITE_BALANCE_AUTO = 5,
+    MIRVAK_WHITE_BALANCE = 6, // colour temperature of the light, in kelvin
+    MIRVAK_BRIGHTNESS = 7,
+    MIRVAK_CONTRAST = 8,
+    MIRVAK_SATURATION = 9,
+    MIRVAK_SHARPNESS = 10,
+    MIRVAK_BACKLIGHT = 11,    // compensation of light from behind
+    MIRVAK_ANTI_FLICKER = 12, // frequency of the mains: 0 none, 1 50 Hz, 2 60 Hz, 3 found by the camera
+};
+
+enum MirvakControlKind {
+    MIRVAK_SWITCH = 0, // 0 or 1
+    MIRVAK_RANGE = 1,
+    MIRVAK_MENU = 2,
+};
+
+/// One control as it is now. Values of a range without a unit above are in the camera's own steps.
+struct MirvakControlInfo
+{
+    int control;                // MirvakControl
+    int kind;                   // MirvakControlKind
+    int minimum, maximum, step; // step is 1 or more
+    int standard;               // as the camera was delivered
+    int value;                  // now, also what an automatic has chosen, where the camera tells
+    int entries;                // of a menu: bit n is set when the value n is offered; 0 for other kinds
+    bool isHeld;                // an automatic works it, it cannot be set
+};
+
 /// A point in pixels from the top left corner of the picture.
 struct MirvakPointF
 {
@@ -136,6 +171,28 @@ public:
     /// smaller cut. A page smaller than `low` is not judged; both are shares from 0 to 1. MIRVAK_NOT_FOUND,
     /// and `size` stays, when no page is seen or the present size is right. May be called from a callback.
     int MirvakDevice_JudgeCameraSize(void* device, void* image, int& size, double low, double high);
+
+    // The camera's controls. Thread-safe against each other and the running stream; each call asks the
+    // camera, which may take as long as the camera takes to answer.
+    /// How many of MirvakControl the camera offers; 0 for a bad handle.
+    int MirvakDevice_GetControlCount(void* device);
+    /// One of them, from 0, in the order of MirvakControl. Results: MIRVAK_BAD_HANDLE, MIRVAK_BAD_ARGUMENT
+    /// outside the list, MIRVAK_NO_DEVICE, MIRVAK_IO_ERROR.
+    int MirvakDevice_GetControl(void* device, int index, MirvakControlInfo& info);
+    /// Holds from the next frames on, and longer than the handle: until the camera loses its power. A value
+    /// outside the range becomes its end, one between two steps the nearer one. Results: MIRVAK_BAD_HANDLE,
+    /// MIRVAK_BAD_ARGUMENT for what the camera does not offer, MIRVAK_BUSY for what an automatic holds,
+    /// MIRVAK_NO_DEVICE, MIRVAK_IO_ERROR.
+    int MirvakDevice_SetControl(void* device, int control, int value);
+    /// Focuses on what lies at this place of the frames, from 0 (left, top) to 1, and returns at once. With a
+    /// focus that can be set it is tried out in frames to come, at most 20 positions, and stays at the
+    /// sharpest with the automatic off; without, the automatic begins anew. The next call, a set focus and
+    /// the end of the stream give the search up. Results: MIRVAK_BAD_HANDLE, MIRVAK_BAD_ARGUMENT outside the
+    /// frame, MIRVAK_NOT_FOUND without any focus, else as for SetControl.
+    int MirvakDevice_FocusAt(void* device, double x, double y);
+    /// MIRVAK_OK when no search runs; MIRVAK_BUSY while one runs; MIRVAK_NOT_FOUND when the last one saw
+    /// nothing to focus on, and all is as before it.
+    int MirvakDevice_GetFocusState(void* device);
 
     // --- Image ------------------------------------------------------------------------------------------
     /// A copy; null for a null handle or without memory. Costs next to nothing: the pixels are copied when

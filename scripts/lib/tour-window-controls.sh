@@ -1,0 +1,37 @@
+# The camera's controls: the panel over the preview's edge, a darker picture, a focus by a click, all as delivered.
+
+controls_of_camera() { # NAME: one camera's kept value
+    grep -A 20 '^\[Camera_desk' "$XDG_CONFIG_HOME/lumro/lylumroscanner.ini" | sed -n "s/^$1=//p" | head -n 1
+}
+is_kept() { [ "$(controls_of_camera "$1")" = "$2" ]; }
+is_put_back() { ! grep -q '^\[Camera_desk' "$XDG_CONFIG_HOME/lumro/lylumroscanner.ini"; }
+is_disabled() { line_of "$1" | grep -q ' 0$'; }
+
+window_controls() {
+    click buttonControls
+    await "the camera's controls" is_there sliderBrightness
+    await "the panel at rest" middle_of ControlPanel
+    shoot controls
+    click sliderBrightness
+    xdotool key Home
+    await "the kept brightness" is_kept Brightness -64
+    changing_view :
+    shoot controls-dark
+    click checkFocus
+    await "the focus by hand" is_enabled sliderFocus
+    click sliderFocus
+    xdotool key Home
+    await "the kept focus" is_kept Focus 0
+    changing_view :
+    shoot controls-unsharp
+    xdotool mousemove $(point_in_view 420 380) click 1
+    await "the found focus" is_kept Focus 120
+    changing_view :
+    shoot controls-focused
+    click buttonAsDelivered
+    await "nothing kept" is_put_back
+    await "the automatic focus" is_disabled sliderFocus
+    click buttonCloseControls
+    await "the end of the panel" is_gone ControlPanel
+    shoot controls-closed
+}

@@ -1,0 +1,153 @@
+// What is set at a camera stays set: for the frames, in the store, and when the camera comes back without
+// power in between.
+#include "CameraControls.h"
+
+#include "CameraSession.h"
+#include "ControlStore.h"
+#include "DeskFixture.h"
+
+#include <QPainter>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+
+namespace {
+
+class CameraControlsTest : public DeskTest
+{
+protected:
+    CameraControlsTest() { ConfigSettings().GetSettings()->clear(); }
+
+    static void onFrame(void* image, void*, int, int width, int height, void* self)
+    {
+        auto* test = static_cast<CameraControlsTest*>(self);
+        if (!image)
+            return;
+        std::vector<unsigned char> rgb(static_cast<size_t>(width) * static_cast<size_t>(height) * 3);
+        test->camera_.MirvakImage_GetImageRGBData(image, rgb.data());
+        test->level_ = rgb[0];
+        ++test->frames_;
+    }
+    void lay(const std::string& controls = "true")
+    {
+        QImage picture = solid(640, 480, Qt::darkGray); // 128
+        QPainter stripes(&picture);
+        for (int x = 320; x < 640; x += 8)
+            stripes.fillRect(x, 0, 4, 480, Qt::white);
+        stripes.end();
+        desk_ = DeskTest::camera("controls = " + controls + ";");
+        useDesk(desk_, picture);
+        session_.discover();
+        open();
+    }
+    void open()
+    {
+        ASSERT_EQ(session_.select(session_.cameras().value(0).identity), CameraSession::OpenResult::Ok);
+        frames_ = 0;
+        ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    }
+    /// Takes the camera off the desk and puts it back: it forgets what was set.
+    void unplugAndOpen()
+    {
+        changeDesk("");
+        ASSERT_TRUE(waitFor([this] { return session_.cameras().isEmpty(); }));
+        session_.closeCamera();
+        changeDesk(desk_);
+        ASSERT_TRUE(waitFor([this] { return !session_.cameras().isEmpty(); }));
+        open();
+    }
+    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 15000); }
+    bool listed()
+    {
+        controls_.watch(true);
+        return waitFor([this] { return !controls_.list().isEmpty(); });
+    }
+    int valueOf(int control) const
+    {
+        const MirvakControlInfo* info = findControl(controls_.list(), control);
+        return info ? info->value : -1;
+    }
+    bool isHeld(int control) const { return findControl(controls_.list(), control)->isHeld; }
+    bool levelBecomes(int level)
+    {
+        return waitFor([=] { return std::abs(level_ - level) < 3; });
+    }
+    QMap<int, int> kept() { return ControlStore(session_.cameras().value(0).identity).values(); }
+
+    std::string desk_;
+    MirvakCamera camera_;
+    std::atomic<int> level_{0}, frames_{0};
+    CameraSession session_{camera_, onFrame, this};
+    CameraControls controls_{camera_, session_};
+};
+
+TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
+{
+    lay();
+    ASSERT_TRUE(listed());
+    EXPECT_TRUE(kept().isEmpty()) << "looking keeps nothing";
+    for (int value = 1; value <= 40; ++value)
+        controls_.set(MIRVAK_BRIGHTNESS, value); // as a slider that is drawn
+    EXPECT_EQ(valueOf(MIRVAK_BRIGHTNESS), 40);
+    EXPECT_TRUE(levelBecomes(168));
+    controls_.set(MIRVAK_GAIN, 9999);
+    EXPECT_TRUE(waitFor([this] { return valueOf(MIRVAK_GAIN) == 255; })) << "what the camera made of it";
+    EXPECT_EQ(kept().value(MIRVAK_GAIN), 255);
+    controls_.set(MIRVAK_GAIN, 0);
+    EXPECT_TRUE(levelBecomes(168));
+
+    controls_.watch(false);
+    unplugAndOpen();
+    EXPECT_TRUE(waitFor([this] { return frames_ > 0; }));
+    EXPECT_NEAR(level_, 168, 3) << "the first frame already";
+    ControlStore(QStringLiteral("another/camera")).keep(MIRVAK_BRIGHTNESS, -60);
+    EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_BRIGHTNESS, 40}, {MIRVAK_GAIN, 0}}));
+}
+
+TEST_F(CameraControlsTest, AnAutomaticIsSwitchedOffWithWhatItHadFound)
+{
+    lay();
+    ASSERT_TRUE(listed());
+    EXPECT_TRUE(isHeld(MIRVAK_EXPOSURE_TIME));
+    controls_.set(MIRVAK_EXPOSURE_AUTO, 0);
+    EXPECT_TRUE(waitFor([this] { return !isHeld(MIRVAK_EXPOSURE_TIME); }));
+    EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_EXPOSURE_AUTO, 0}, {MIRVAK_EXPOSURE_TIME, 156}}));
+    controls_.set(MIRVAK_EXPOSURE_TIME, 78);
+    EXPECT_TRUE(levelBecomes(64));
+    unplugAndOpen();
+    EXPECT_TRUE(levelBecomes(64)) << "the switch before its value";
+
+    ASSERT_TRUE(listed());
+    controls_.resetAll();
+    EXPECT_TRUE(levelBecomes(128));
+    EXPECT_TRUE(waitFor([this] { return isHeld(MIRVAK_EXPOSURE_TIME); }));
+    EXPECT_TRUE(kept().isEmpty());
+}
+
+TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
+{
+    lay("[ \"focus_auto\", \"focus\" ]");
+    ASSERT_TRUE(listed());
+    const QSignalSpy ends(&controls_, &CameraControls::focused);
+    const auto focus = [&](double x) {
+        const int before = ends.count();
+        controls_.focusAt(x, 0.5);
+        return waitFor([&] { return ends.count() > before; }) && ends.last().at(0).toBool();
+    };
+    EXPECT_FALSE(focus(0.2)) << "plain grey";
+    EXPECT_TRUE(kept().isEmpty());
+    EXPECT_TRUE(focus(0.8));
+    EXPECT_EQ(kept().value(MIRVAK_FOCUS_AUTO, -1), 0);
+    EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5);
+
+    controls_.focusAt(0.8, 0.5);
+    session_.closeCamera();
+    EXPECT_FALSE(controls_.isFocusing());
+    EXPECT_TRUE(controls_.list().isEmpty());
+    controls_.set(MIRVAK_FOCUS, 1);
+    EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5) << "nothing to set without a camera";
+}
+
+} // namespace
