@@ -36,8 +36,8 @@ public:
     void checkautopage(void* image);
 
     using TakeFrame = std::function<FrameHandle(std::chrono::seconds timeout)>;
-    /// One shot with the settings as they are, of the frame that `take` waits for. False when nothing of it was
-    /// saved.
+    /// One shot with the settings as they are, of the frame that `take` waits for. False when nothing of it
+    /// was saved.
     bool scannerimage(const TakeFrame& take);
     /// The same on a thread of its own, one a tick; the ticks that wait for a frame share the first that
     /// comes.

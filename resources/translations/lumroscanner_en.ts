@@ -1030,8 +1030,8 @@
         <translation>Press the keys</translation>
     </message>
     <message>
-        <source>None</source>
-        <translation>None</translation>
+        <source>Not set</source>
+        <translation>Not set</translation>
     </message>
     <message>
         <source>A marked text is no key combination. Right ones are written like Ctrl+S or Ctrl+Shift+F5.</source>

@@ -1031,7 +1031,7 @@
         <translation>Нажмите клавиши</translation>
     </message>
     <message>
-        <source>None</source>
+        <source>Not set</source>
         <translation>Не задано</translation>
     </message>
     <message>

@@ -1029,7 +1029,7 @@
         <translation>请按下快捷键</translation>
     </message>
     <message>
-        <source>None</source>
+        <source>Not set</source>
         <translation>未设置</translation>
     </message>
     <message>

@@ -33,7 +33,7 @@ protected:
 
     void open(const std::string& controls)
     {
-        pictures::write(folder.file("a.jpg"), pictures::jpeg(scene()));
+        folder.write("a.jpg", pictures::jpeg(scene()));
         const std::string text =
             "real = false; cameras = ( { name = \"A\"; source = \"a.jpg\"; fps = 100; controls = " +
             controls + "; } );";
