@@ -40,6 +40,18 @@ void line(QTextStream& out, const QString& name, const QWidget& widget, const QR
         << ' ' << (window.isEmpty() ? QStringLiteral("-") : window) << ' ' << int(isEnabled) << '\n';
 }
 
+/// The part of it that is not cut off by what it lies in, in its own coordinates.
+QRect shownPart(const QWidget& widget)
+{
+    QRect part = widget.rect();
+    QPoint corner; // of the widget, in the one looked at
+    for (const QWidget* in = &widget; !in->isWindow(); in = in->parentWidget()) {
+        corner += in->pos();
+        part &= in->parentWidget()->rect().translated(-corner);
+    }
+    return part;
+}
+
 void rows(QTextStream& out, const QString& name, const QAbstractItemView& view)
 {
     const QWidget& viewport = *view.viewport();
@@ -106,9 +118,10 @@ bool UiMap::eventFilter(QObject* watched, QEvent* event)
 void UiMap::describe(QTextStream& out, const QWidget& widget)
 {
     const QString name = nameOf(widget);
-    if (name.isEmpty())
+    const QRect part = shownPart(widget);
+    if (name.isEmpty() || part.isEmpty())
         return;
-    line(out, name, widget, widget.rect(), widget.isEnabled());
+    line(out, name, widget, part, widget.isEnabled());
     if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget))
         rows(out, name, *view);
     else if (const auto* menu = qobject_cast<const QMenu*>(&widget))

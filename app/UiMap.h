@@ -9,9 +9,10 @@ class QTextStream;
 class QWidget;
 
 /// For scripts that work the program by real clicks: keeps a text file that says where every named widget is.
-/// One line a widget that can be seen: name, left, top, width, height (global, px), the name of its window,
-/// and 1 or 0 for enabled or not, with a blank between. Rows of lists and entries of menus follow as name.0,
-/// name.1 and so on; the list of an open chooser carries the chooser's name. GUI thread only.
+/// One line a widget that can be seen: name, left, top, width, height of the part that shows (pixels of the
+/// screen), the name of its window, and 1 or 0 for enabled or not, with a blank between. Rows of lists and
+/// entries of menus follow as name.0, name.1 and so on; the list of an open chooser carries the chooser's
+/// name. GUI thread only.
 class UiMap : public QObject
 {
     Q_OBJECT

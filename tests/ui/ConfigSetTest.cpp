@@ -62,7 +62,8 @@ bool isCutOff(QWidget* widget)
         return true;
     if (const auto* label = qobject_cast<QLabel*>(widget); label && label->wordWrap())
         return label->height() < label->heightForWidth(label->width());
-    const bool hasText = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
+    const auto* button = qobject_cast<QAbstractButton*>(widget); // that which empties a field has a picture
+    const bool hasText = qobject_cast<QLabel*>(widget) || (button && !button->text().isEmpty()) ||
                          qobject_cast<QComboBox*>(widget);
     return hasText && widget->maximumWidth() > 100 && widget->width() < widget->sizeHint().width();
 }
