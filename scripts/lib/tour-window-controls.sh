@@ -5,18 +5,30 @@ controls_of_camera() { # NAME: one camera's kept value
 }
 is_kept() { [ "$(controls_of_camera "$1")" = "$2" ]; }
 is_put_back() { ! grep -q '^\[Camera_desk' "$XDG_CONFIG_HOME/lumro/lylumroscanner.ini"; }
+# On a low screen the panel scrolls.
+scroll_to() { # NAME WHEEL-BUTTON
+    local turn
+    for turn in $(seq 40); do
+        ! is_there "$1" || return 0
+        xdotool mousemove $(middle_of ControlPanel) click "$2"
+        sleep 0.2
+    done
+    fail "the panel does not scroll to $1"
+}
 is_disabled() { line_of "$1" | grep -q ' 0$'; }
 
 window_controls() {
     click buttonControls
-    await "the camera's controls" is_there sliderBrightness
+    await "the camera's controls" is_there sliderFocus
     await "the panel at rest" middle_of ControlPanel
+    scroll_to sliderBrightness 5
     shoot controls
     click sliderBrightness
     xdotool key Home
     await "the kept brightness" is_kept Brightness -64
     changing_view :
     shoot controls-dark
+    scroll_to checkFocus 4
     click checkFocus
     await "the focus by hand" is_enabled sliderFocus
     click sliderFocus
