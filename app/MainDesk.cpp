@@ -4,6 +4,7 @@
 #include "CameraSession.h"
 #include "Dialogs.h"
 #include "FrameDelivery.h"
+#include "JobStack.h"
 #include "Settings.h"
 #include "StillCapture.h"
 #include "VideoView.h"
@@ -12,7 +13,7 @@
 
 #include <algorithm>
 
-MainDesk::MainDesk(const Parts& parts) : parts_(parts) {}
+MainDesk::MainDesk(const Parts& parts) : parts_(parts), jobs_(new JobStack(parts.view)) {}
 
 bool MainDesk::isDialogOpen() const
 {
@@ -127,4 +128,9 @@ void MainDesk::tell(const QString& title, const QString& text)
 void MainDesk::showNotice(const QString& text)
 {
     parts_.view.ShowNotice(text);
+}
+
+void MainDesk::showJob(const QString& text, const std::shared_ptr<Job>& job)
+{
+    jobs_->follow(text, job);
 }

@@ -13,6 +13,7 @@ class AssistControl;
 class CameraSession;
 class CaptureProcessor;
 class FrameDelivery;
+class JobStack;
 class QWidget;
 class StillCapture;
 class VideoView;
@@ -61,6 +62,7 @@ public:
     void addDocument(const QString& path, const QPixmap& icon) override { Q_EMIT documentMade(path, icon); }
     void tell(const QString& title, const QString& text) override;
     void showNotice(const QString& text) override;
+    void showJob(const QString& text, const std::shared_ptr<Job>& job) override;
     void setMergePending(bool pending) override { mergePending_ = pending; }
     void enableTools(bool enable) override { Q_EMIT toolsEnabled(enable); }
 
@@ -76,6 +78,7 @@ private:
     FrameWait wait_{[this]() -> QWidget& { return front(); }};
     QVector<const QWidget*> blockers_;
     QVector<QWidget*> fronts_;
+    JobStack* jobs_;
     AssistControl* assist_ = nullptr;
     ConfigSettings settings_;
     bool mergePending_ = false;

@@ -6,6 +6,9 @@
 #include <QStringList>
 
 #include <chrono>
+#include <memory>
+
+class Job;
 
 /// What a feature may ask of the main window. GUI thread only.
 class CaptureDesk
@@ -45,6 +48,8 @@ public:
     virtual void tell(const QString& title, const QString& text) = 0;
     /// A note that needs no answer; an empty one takes the last one away.
     virtual void showNotice(const QString& text) = 0;
+    /// Shows what is being done while anybody else holds `job`, with a way to cancel it.
+    virtual void showJob(const QString& text, const std::shared_ptr<Job>& job) = 0;
     /// While a composition waits for its second shot, every other capture is refused.
     virtual void setMergePending(bool pending) = 0;
     /// The tools over the preview.

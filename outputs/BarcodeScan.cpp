@@ -4,6 +4,7 @@
 #include "CaptureDesk.h"
 #include "ComeForward.h"
 #include "InputShield.h"
+#include "Job.h"
 #include "mirvakcamera.h"
 
 #include <QPointer>
@@ -19,10 +20,16 @@ const QString separator = QStringLiteral("   ");
 
 BarcodeScan::BarcodeScan(CaptureDesk& desk, MirvakCamera& camera) : desk_(desk), camera_(camera) {}
 
-BarcodeScan::~BarcodeScan() = default;
+BarcodeScan::~BarcodeScan()
+{
+    if (job_)
+        job_->stop();
+}
 
 void BarcodeScan::scan()
 {
+    if (job_)
+        return desk_.showNotice(tr("The codes are still being read."));
     if (isReading_ || !desk_.mayCapture())
         return;
     isReading_ = true;
@@ -40,13 +47,21 @@ bool BarcodeScan::startReading()
 {
     // Shared, because a job is copied.
     std::shared_ptr<void> frame = capture();
-    const auto job = [this, frame]() mutable {
-        const QString text = read(frame.get());
+    if (!frame)
+        return false;
+    job_ = std::make_shared<Job>();
+    const auto read = [this, frame, job = job_.get()]() mutable {
+        const QString text = this->read(frame.get(), *job);
         frame.reset();
         QMetaObject::invokeMethod(
             this, [this, text] { show(text); }, Qt::QueuedConnection);
     };
-    return frame && workers_.start(job);
+    if (!workers_.start(read)) {
+        job_.reset();
+        return false;
+    }
+    desk_.showJob(tr("The codes are being read."), job_);
+    return true;
 }
 
 FrameHandle BarcodeScan::capture()
@@ -60,10 +75,15 @@ FrameHandle BarcodeScan::capture()
 }
 
 // On the worker's thread.
-QString BarcodeScan::read(void* frame) const
+QString BarcodeScan::read(void* frame, Job& job) const
 {
+    const auto progress = [](int done, int count, void* context) {
+        auto* told = static_cast<Job*>(context);
+        told->reach(double(done) / count);
+        return told->isStopped() ? 1 : 0;
+    };
     camera_.MirvakImage_Deskew(frame, deskewMargin);
-    const int count = camera_.MirvakZBarcode_Discern(frame);
+    const int count = camera_.MirvakZBarcode_DiscernWatched(frame, progress, &job);
     QString text;
     for (int i = 0; i < count; ++i)
         text += QString::fromStdString(camera_.MirvakZBarcode_GetData(i)) + separator;
@@ -72,9 +92,12 @@ QString BarcodeScan::read(void* frame) const
 
 void BarcodeScan::show(const QString& text)
 {
+    const bool isStopped = job_->isStopped();
     isReading_ = false;
+    job_.reset();
     if (text.isEmpty()) {
-        desk_.showNotice(tr("No code was found."));
+        desk_.showNotice(isStopped ? tr("Reading the codes was cancelled. The picture itself is saved.")
+                                   : tr("No code was found."));
         return;
     }
     if (!window_)

@@ -4,6 +4,7 @@
 #include "Dialogs.h"
 #include "FileHandover.h"
 #include "FileNaming.h"
+#include "JobBar.h"
 #include "Look.h"
 #include "NamedFiles.h"
 #include "PdfWriting.h"
@@ -63,6 +64,8 @@ void PdfEx::build()
     ui_ = std::make_unique<Ui_PdfEx>();
     ui_->setupUi(this);
     dressButtons();
+    jobBar_ = new JobBar(this);
+    ui_->layoutOuter->insertWidget(ui_->layoutOuter->count() - 1, jobBar_);
     ui_->pages->becomePageList();
     ui_->titleBar->SetTitle(windowTitle());
     ui_->titleBar->ShowSkinButton(false);
@@ -181,19 +184,22 @@ void PdfEx::onPdfEx()
         return ShowNote(leftOut_.isEmpty() ? tr("There are no pages yet.") : leftOutText(leftOut_));
     setBusy(true);
     ConfigSettings store;
-    writing_->start(pictures, pdfFile::pathIn(settings::savePath(store)));
+    jobBar_->follow(tr("The PDF is being written..."),
+                    writing_->start(pictures, pdfFile::pathIn(settings::savePath(store))));
 }
 
 void PdfEx::setBusy(bool isBusy)
 {
     ui_->panel->setDisabled(isBusy);
     ui_->pages->setDisabled(isBusy);
-    ShowNote(isBusy ? tr("The PDF is being written...") : QString());
+    ShowNote({});
 }
 
 void PdfEx::onWritten(const pdfFile::Result& result)
 {
     setBusy(false);
+    if (result.code == MIRVAK_STOPPED)
+        return ShowNote(tr("Cancelled: no PDF was written. The pages stay in the list."));
     if (!result.unreadable.isEmpty())
         return ShowNote(
             tr("No PDF was written, because this cannot be read: %1. Take it out of the list or put "
@@ -253,7 +259,7 @@ qint64 PdfEx::getNameIndex(const QString& directory, const QString& prefix, cons
 
 void PdfEx::finish()
 {
-    writing_->finish();
+    writing_->giveUp();
 }
 
 QString PdfEx::questionBeforeClosing() const

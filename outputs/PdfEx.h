@@ -10,6 +10,7 @@
 #include <atomic>
 #include <memory>
 
+class JobBar;
 class MirvakCamera;
 class PdfView;
 class PdfWriting;
@@ -49,7 +50,7 @@ public:
     QString getNameFormat() const; ///< as FileNaming
     qint64 getNameIndex(const QString& directory, const QString& prefix, const QString& extension) const;
 
-    /// Waits for a PDF that is being written. Call it before the camera library's object goes.
+    /// Cancels a PDF that is being written. Call it before the camera library's object goes.
     void finish();
     QString questionBeforeClosing() const override;
     void setVisible(bool visible) override;
@@ -64,7 +65,8 @@ public Q_SLOTS:
     void onScannerImg();
     void onAddImages();
     /// Writes the PDF and closes the dialog when all that is listed is in it. What is not is named, and the
-    /// list stays; with a picture that cannot be read no PDF is written.
+    /// list stays; with a picture that cannot be read no PDF is written. It can be cancelled, which leaves
+    /// no file and the list as it is.
     void onPdfEx();
     void onOpenPath();
     void onClosePdf();
@@ -86,6 +88,7 @@ private:
 
     std::unique_ptr<Ui_PdfEx> ui_; ///< null until first used
     PdfWriting* writing_;
+    JobBar* jobBar_ = nullptr; ///< with the contents
     void* device_ = nullptr;
     int width_ = 0;
     int height_ = 0;

@@ -3,6 +3,7 @@
 #include <QPixmap>
 #include <QStringList>
 
+class Job;
 class MirvakCamera;
 
 /// PDF files made by the camera library. Thread-safe: the library collects the pages of one file at a time.
@@ -16,8 +17,9 @@ struct Result
 };
 
 /// Writes the pictures, one a page, to a new file `path`: all of them or, when one cannot be read, nothing.
-/// Trouble is told in a line each on standard error.
-Result write(MirvakCamera& camera, const QStringList& pictures, const QString& path);
+/// Trouble is told in a line each on standard error. A `job` is told of each page; when it is stopped there
+/// is no file, and the code is MIRVAK_STOPPED.
+Result write(MirvakCamera& camera, const QStringList& pictures, const QString& path, Job* job = nullptr);
 
 /// `folder` and the present second, or the next one for which there is no file.
 QString pathIn(const QString& folder);

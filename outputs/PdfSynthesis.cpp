@@ -4,47 +4,17 @@
 #include "Dialogs.h"
 #include "FileNaming.h"
 #include "FolderOffer.h"
+#include "Job.h"
 #include "NamedFiles.h"
 #include "PdfFile.h"
-#include "PictureCoding.h"
 #include "Settings.h"
+#include "Workers.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDate>
+#include <QEventLoop>
 #include <QFileDialog>
-#include <QImageReader>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QSaveFile>
-
-#include <cstdio>
-
-namespace {
-
-constexpr int dotsPerInch = 300;
-constexpr int margin = 30; // points, the writer's own unit
-
-struct WaitCursor
-{
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-};
-
-/// Upright, as the camera that took it was held; null when it cannot be read.
-QImage read(const QString& path)
-{
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    QImage picture = reader.read();
-    if (picture.isNull())
-        std::fprintf(stderr, "PDF page: %s: %s\n", qPrintable(path), qPrintable(reader.errorString()));
-    return picture;
-}
-
-} // namespace
+#include <QScopeGuard>
 
 PdfSynthesis::PdfSynthesis(CaptureDesk& desk, QWidget& window, QObject* parent)
     : QObject(parent), desk_(desk), window_(window)
@@ -53,6 +23,8 @@ PdfSynthesis::PdfSynthesis(CaptureDesk& desk, QWidget& window, QObject* parent)
 
 void PdfSynthesis::SynthesizePdf()
 {
+    if (isWriting())
+        return;
     ConfigSettings store;
     const QString folder = FileNaming(store).targetDirectory();
     if (folder.isEmpty())
@@ -88,65 +60,65 @@ QString PdfSynthesis::chooseTarget()
     return Dialogs::instance().chooseFiles(dialog).value(0);
 }
 
+bool PdfSynthesis::isWriting()
+{
+    if (job_)
+        desk_.showNotice(tr("A PDF is still being written."));
+    return job_ != nullptr;
+}
+
 bool PdfSynthesis::drawImageToPDF(const QStringList& images)
 {
+    if (isWriting())
+        return false;
     const QString path = chooseTarget();
     if (path.isEmpty())
         return false;
-    const WaitCursor wait;
-    QSaveFile file(path);              // replaces a file of that name: the dialog has asked for that
-    file.setDirectWriteFallback(true); // a folder without leave to write, a file with it
-    const bool isOpen = file.open(QIODevice::WriteOnly);
-    const int pages = isOpen ? drawPages(file, images) : 0;
-    const QString unreadable = namedFiles(images.mid(pages, 1));
-    if (isOpen && pages == 0 && !images.isEmpty()) {
-        file.cancelWriting();
-        desk_.showNotice(tr("%1 could not be read. No PDF was made.").arg(unreadable));
-        return false;
+    return tell(write(path, images), path, images);
+}
+
+/// Returns when the file is written or given up. Until then the window goes on, on whose clicks this stands.
+pictureSheets::Result PdfSynthesis::write(const QString& path, const QStringList& images)
+{
+    job_ = std::make_shared<Job>();
+    QEventLoop untilWritten;
+    pictureSheets::Result result{pictureSheets::End::notWritten, 0};
+    Workers writing;
+    const bool isStarted = writing.start([&, job = job_.get()] {
+        const auto end = qScopeGuard(
+            [&] { QMetaObject::invokeMethod(&untilWritten, &QEventLoop::quit, Qt::QueuedConnection); });
+        result = pictureSheets::write(path, images, *job);
+    });
+    if (isStarted) {
+        desk_.showJob(tr("The PDF is being written..."), job_);
+        untilWritten.exec();
+        job_->stop(); // when it is the program's end that ended the loop
+        writing.finish();
     }
-    if (!isOpen || !file.commit()) {
-        std::fprintf(stderr, "PDF: %s: %s\n", qPrintable(path), qPrintable(file.errorString()));
+    job_.reset();
+    return result;
+}
+
+bool PdfSynthesis::tell(const pictureSheets::Result& result, const QString& path, const QStringList& images)
+{
+    const QString unreadable = namedFiles(images.mid(result.pages, 1));
+    switch (result.end) {
+    case pictureSheets::End::done:
+        lastPath_ = path;
+        return true;
+    case pictureSheets::End::unreadable:
+        desk_.showNotice((result.pages == 0 ? tr("%1 could not be read. No PDF was made.")
+                                            : tr("%1 could not be read. The PDF holds the pages before it."))
+                             .arg(unreadable));
+        return false;
+    case pictureSheets::End::notWritten:
         desk_.showNotice(tr("The PDF could not be written."));
         return false;
+    case pictureSheets::End::stopped:
+        break;
     }
-    if (pages < images.size()) {
-        desk_.showNotice(tr("%1 could not be read. The PDF holds the pages before it.").arg(unreadable));
-        return false;
-    }
-    lastPath_ = path;
-    return true;
-}
-
-int PdfSynthesis::drawPages(QIODevice& file, const QStringList& images)
-{
-    QPdfWriter writer(&file);
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    writer.setResolution(dotsPerInch);
-    writer.setPageMargins(QMarginsF(margin, margin, margin, margin));
-    writer.setPageOrientation(QPageLayout::Landscape);
-    QPainter painter(&writer);
-    const QRect area = painter.viewport();
-    for (int i = 0; i < images.size(); ++i) {
-        const QImage picture = read(images[i]);
-        if (picture.isNull())
-            return i;
-        if (i > 0)
-            writer.newPage();
-        drawPage(painter, area, picture);
-        // The preview and the windows go on between the pages; clicks wait.
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    }
-    return images.size();
-}
-
-void PdfSynthesis::drawPage(QPainter& painter, const QRect& area, const QImage& image)
-{
-    painter.setRenderHint(QPainter::LosslessImageRendering, !pictureCoding::survivesJpeg(image));
-    const QPixmap picture = QPixmap::fromImage(image);
-    const QSize size = picture.size().scaled(area.size(), Qt::KeepAspectRatio);
-    painter.setViewport(area.x(), area.y(), size.width(), size.height());
-    painter.setWindow(picture.rect());
-    painter.drawPixmap(0, 0, picture);
+    desk_.showNotice(tr("Cancelled: no PDF was written."));
+    return false;
 }
 
 void PdfSynthesis::offerFolder()

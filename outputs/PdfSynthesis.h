@@ -1,12 +1,13 @@
 #pragma once
 
+#include "PictureSheets.h"
+
 #include <QObject>
 
+#include <memory>
+
 class CaptureDesk;
-class QIODevice;
-class QImage;
-class QPainter;
-class QRect;
+class Job;
 class QWidget;
 
 /// Puts picture files that the user picks into one PDF of the user's choosing, one on each lying A4 page.
@@ -23,7 +24,9 @@ public:
     /// for new files neither exists nor can be made.
     void SynthesizePdf();
     /// Asks for the file and writes the pages. A picture that cannot be read ends the work, and is named: the
-    /// file then holds the pages before it; without any there is no file.
+    /// file then holds the pages before it; without any there is no file. The pages are written on a thread
+    /// of its own, and the window goes on meanwhile: events are handled until this returns. When the user
+    /// cancels or the program ends, no file is left and one of that name stays as it was.
     /// @return true when the file holds all pages
     bool drawImageToPDF(const QStringList& images);
 
@@ -32,12 +35,13 @@ public:
 private:
     QStringList choosePictures(const QString& folder);
     QString chooseTarget();
-    /// @return how many; the next one could not be read
-    int drawPages(QIODevice& file, const QStringList& images);
-    static void drawPage(QPainter& painter, const QRect& area, const QImage& image);
+    bool isWriting();
+    pictureSheets::Result write(const QString& path, const QStringList& images);
+    bool tell(const pictureSheets::Result& result, const QString& path, const QStringList& images);
     void offerFolder();
 
     CaptureDesk& desk_;
     QWidget& window_;
     QString lastPath_;
+    std::shared_ptr<Job> job_; ///< while a file is being written
 };

@@ -1,19 +1,29 @@
 #include "PdfWriting.h"
 
-void PdfWriting::start(const QStringList& pictures, const QString& path)
+std::shared_ptr<Job> PdfWriting::start(const QStringList& pictures, const QString& path)
 {
+    job_ = std::make_shared<Job>();
     worker_ = std::thread([this, pictures, path] {
-        const pdfFile::Result result = pdfFile::write(camera_, pictures, path);
+        const pdfFile::Result result = pdfFile::write(camera_, pictures, path, job_.get());
         const auto report = [this, result] {
             finish();
             Q_EMIT done(result);
         };
         QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
     });
+    return job_;
 }
 
 void PdfWriting::finish()
 {
     if (worker_.joinable())
         worker_.join();
+    job_.reset();
+}
+
+void PdfWriting::giveUp()
+{
+    if (job_)
+        job_->stop();
+    finish();
 }

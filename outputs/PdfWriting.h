@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Job.h"
 #include "PdfFile.h"
 
 #include <QObject>
 
+#include <memory>
 #include <thread>
 
 /// Writes one PDF at a time on a thread of its own, so that the window lives on meanwhile. GUI thread only.
@@ -13,18 +15,21 @@ class PdfWriting : public QObject
 
 public:
     explicit PdfWriting(MirvakCamera& camera, QObject* parent = nullptr) : QObject(parent), camera_(camera) {}
-    ~PdfWriting() override { finish(); }
+    ~PdfWriting() override { giveUp(); }
 
     bool isRunning() const { return worker_.joinable(); }
-    /// Not while one is being written.
-    void start(const QStringList& pictures, const QString& path);
-    /// Waits for the one that is being written; done() comes all the same.
-    void finish();
+    /// Not while one is being written. @return how far it has come, and how to cancel it; held until done()
+    std::shared_ptr<Job> start(const QStringList& pictures, const QString& path);
+    /// Cancels the one that is being written, and waits for its end; done() comes all the same.
+    void giveUp();
 
 Q_SIGNALS:
     void done(const pdfFile::Result& result);
 
 private:
+    void finish();
+
     MirvakCamera& camera_;
+    std::shared_ptr<Job> job_;
     std::thread worker_;
 };

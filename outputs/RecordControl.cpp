@@ -3,6 +3,7 @@
 #include "CaptureDesk.h"
 #include "Dialogs.h"
 #include "FileNaming.h"
+#include "Job.h"
 #include "Settings.h"
 #include "VideoRecord.h"
 #include "mirvakcamera.h"
@@ -46,6 +47,8 @@ RecordControl::RecordControl(CaptureDesk& desk, MirvakCamera& camera, QWidget& w
 {
     watch_.setInterval(watchInterval);
     connect(&watch_, &QTimer::timeout, this, &RecordControl::watch);
+    copyWatch_.setInterval(watchInterval);
+    connect(&copyWatch_, &QTimer::timeout, this, &RecordControl::watchCopying);
 }
 
 RecordControl::~RecordControl()
@@ -212,7 +215,36 @@ int RecordControl::stopRecorder()
     watch_.stop();
     recording_ = false;
     Q_EMIT ended();
-    return recorder_->MirvakRecord_Stop();
+    const int result = recorder_->MirvakRecord_Stop();
+    showCopying();
+    return result;
+}
+
+// A long film is rewritten for a while, and plays meanwhile.
+void RecordControl::showCopying()
+{
+    int percent = 0;
+    if (copy_ || recorder_->MirvakRecord_GetCopying(percent) != MIRVAK_RECORD_OK)
+        return;
+    copy_ = std::make_shared<Job>();
+    copyWatch_.start();
+    desk_.showJob(tr("The video is saved. It is being put into a form that plays everywhere at once."),
+                  copy_);
+}
+
+void RecordControl::watchCopying()
+{
+    int percent = 0;
+    if (recorder_->MirvakRecord_GetCopying(percent) != MIRVAK_RECORD_OK) {
+        copyWatch_.stop();
+        if (copy_->isStopped())
+            desk_.showNotice(tr("Cancelled. The video is saved and plays as it is."));
+        copy_.reset();
+        return;
+    }
+    copy_->reach(percent / 100.0);
+    if (copy_->isStopped())
+        recorder_->MirvakRecord_StopCopying();
 }
 
 void RecordControl::stop()

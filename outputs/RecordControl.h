@@ -9,6 +9,7 @@
 #include <vector>
 
 class CaptureDesk;
+class Job;
 class MirvakCamera;
 class MirvakRecord;
 class QWidget;
@@ -67,6 +68,8 @@ private:
     int filmSeconds() const;
     void stop();
     int stopRecorder();
+    void showCopying();
+    void watchCopying();
     void tellSilence();
     void tellEnded(int result);
     static QString whyEnded(int result);
@@ -80,6 +83,8 @@ private:
     std::unique_ptr<MirvakRecord> recorder_; ///< made for the first recording, before recording_ is set
     QString path_;
     QTimer watch_;
+    QTimer copyWatch_;
+    std::shared_ptr<Job> copy_; ///< while a film that has ended is being rewritten
     std::atomic<bool> recording_{false};
     std::atomic<unsigned> frames_{0}; ///< that the recording took
     unsigned framesSeen_ = 0;

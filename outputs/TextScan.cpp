@@ -2,6 +2,7 @@
 
 #include "CaptureDesk.h"
 #include "FileNaming.h"
+#include "Job.h"
 #include "Settings.h"
 #include "mirvakocr.h"
 
@@ -11,15 +12,15 @@
 namespace {
 
 constexpr std::chrono::seconds frameTimeout(10);
-constexpr std::chrono::seconds reminderInterval(4);
+constexpr std::chrono::milliseconds watchInterval(100);
 
 } // namespace
 
 TextScan::TextScan(CaptureDesk& desk, QString modelDirectory, QObject* parent)
     : QObject(parent), desk_(desk), models_(std::move(modelDirectory))
 {
-    reminder_.setInterval(reminderInterval);
-    connect(&reminder_, &QTimer::timeout, this, &TextScan::tellWorking);
+    watch_.setInterval(watchInterval);
+    connect(&watch_, &QTimer::timeout, this, &TextScan::watch);
 }
 
 TextScan::~TextScan()
@@ -38,7 +39,9 @@ QString TextScan::installedModels()
 
 void TextScan::scan()
 {
-    if (isRunning() || !desk_.mayCapture())
+    if (isRunning())
+        return desk_.showNotice(tr("The text is still being recognised."));
+    if (!desk_.mayCapture())
         return;
     const QString picture = capture();
     if (!picture.isEmpty() && !start(picture))
@@ -61,26 +64,29 @@ bool TextScan::start(const QString& picture)
     if (engine->MirvakOCR_Init(models_.toUtf8().constData()) != MIRVAK_OCR_OK)
         return false;
     engine_ = std::move(engine);
+    job_ = std::make_shared<Job>();
     const bool started = workers_.start([this, picture] {
-        const Result result = recognise(*engine_, picture);
+        const Result result = recognise(*engine_, picture, *job_);
         QMetaObject::invokeMethod(
             this, [this, result] { finish(result); }, Qt::QueuedConnection);
     });
     if (!started) {
         engine_.reset();
+        job_.reset();
         return false;
     }
     QApplication::setOverrideCursor(Qt::BusyCursor);
-    tellWorking();
-    reminder_.start();
+    watch_.start();
+    desk_.showJob(tr("The text is being recognised."), job_);
     return true;
 }
 
 // Worker thread.
-TextScan::Result TextScan::recognise(MirvakOCR& engine, const QString& picture)
+TextScan::Result TextScan::recognise(MirvakOCR& engine, const QString& picture, const Job& job)
 {
     Result result;
-    result.isRead = engine.MirvakOCR_Discern(picture.toUtf8().constData()) == MIRVAK_OCR_OK;
+    result.isRead =
+        engine.MirvakOCR_Discern(picture.toUtf8().constData()) == MIRVAK_OCR_OK && !job.isStopped();
     if (result.isRead) {
         ConfigSettings store;
         const QString folder = FileNaming(store).targetDirectory();
@@ -100,10 +106,14 @@ TextScan::Result TextScan::recognise(MirvakOCR& engine, const QString& picture)
 void TextScan::finish(const Result& result)
 {
     workers_.finish();
+    const bool isStopped = job_->isStopped();
     engine_.reset();
-    reminder_.stop();
+    job_.reset();
+    watch_.stop();
     QApplication::restoreOverrideCursor();
-    if (!result.isRead)
+    if (!result.isRead && isStopped)
+        desk_.showNotice(tr("The recognition was cancelled. The picture itself is saved."));
+    else if (!result.isRead)
         tellNothing();
     else if (!result.isWritten)
         desk_.showNotice(tr("The text could not be written. The picture itself is saved."));
@@ -114,9 +124,13 @@ void TextScan::finish(const Result& result)
                           QPixmap(QStringLiteral(":/images/common/images/common/ThumbnailRtf.png")));
 }
 
-void TextScan::tellWorking()
+void TextScan::watch()
 {
-    desk_.showNotice(tr("The text is being recognised."));
+    int percent = 0;
+    if (engine_->MirvakOCR_GetProgress(percent) == MIRVAK_OCR_OK)
+        job_->reach(percent / 100.0);
+    if (job_->isStopped())
+        engine_->MirvakOCR_Stop();
 }
 
 void TextScan::tellNothing()

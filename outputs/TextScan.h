@@ -8,11 +8,13 @@
 #include <memory>
 
 class CaptureDesk;
+class Job;
 class MirvakOCR;
 
 /// Makes a text document of what lies before the camera: a capture that is saved as a picture, its text
 /// recognised and written as RTF into the save directory. The recognition works on a thread of its own, with
-/// a notice and a busy cursor; meanwhile the window lives on and another call does nothing. GUI thread only.
+/// a busy cursor, and can be cancelled; meanwhile the window lives on and another call only says so. GUI
+/// thread only.
 class TextScan : public QObject
 {
     Q_OBJECT
@@ -40,14 +42,15 @@ private:
 
     QString capture();
     bool start(const QString& picture);
-    static Result recognise(MirvakOCR& engine, const QString& picture);
+    static Result recognise(MirvakOCR& engine, const QString& picture, const Job& job);
+    void watch();
     void finish(const Result& result);
-    void tellWorking();
     void tellNothing();
 
     CaptureDesk& desk_;
     QString models_;
-    QTimer reminder_;                   ///< notices fade; this one stands as long as the work goes on
+    QTimer watch_; ///< carries progress and stop between the engine and the job
+    std::shared_ptr<Job> job_;
     std::unique_ptr<MirvakOCR> engine_; ///< of the recognition that runs
     Workers workers_;                   ///< last: they use the engine
 };

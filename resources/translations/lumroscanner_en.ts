@@ -84,6 +84,18 @@
         <source>No code was found.</source>
         <translation>No code was found.</translation>
     </message>
+    <message>
+        <source>The codes are still being read.</source>
+        <translation>The codes are still being read.</translation>
+    </message>
+    <message>
+        <source>The codes are being read.</source>
+        <translation>The codes are being read.</translation>
+    </message>
+    <message>
+        <source>Reading the codes was cancelled. The picture itself is saved.</source>
+        <translation>Reading the codes was cancelled. The picture itself is saved.</translation>
+    </message>
 </context>
 <context>
     <name>BtnControl</name>
@@ -481,6 +493,25 @@
     </message>
 </context>
 <context>
+    <name>JobBar</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Page %1 of %2</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Being cancelled...</source>
+        <translation>Being cancelled...</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
@@ -650,6 +681,10 @@
         <source>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</source>
         <translation>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</translation>
     </message>
+    <message>
+        <source>Cancelled: no PDF was written. The pages stay in the list.</source>
+        <translation>Cancelled: no PDF was written. The pages stay in the list.</translation>
+    </message>
 </context>
 <context>
     <name>PdfExControl</name>
@@ -719,6 +754,18 @@
         <source>%1 could not be read. The PDF holds the pages before it.</source>
         <translation>%1 could not be read. The PDF holds the pages before it.</translation>
     </message>
+    <message>
+        <source>A PDF is still being written.</source>
+        <translation>A PDF is still being written.</translation>
+    </message>
+    <message>
+        <source>The PDF is being written...</source>
+        <translation>The PDF is being written...</translation>
+    </message>
+    <message>
+        <source>Cancelled: no PDF was written.</source>
+        <translation>Cancelled: no PDF was written.</translation>
+    </message>
 </context>
 <context>
     <name>PdfView</name>
@@ -776,6 +823,14 @@
     <message>
         <source>Record at %1 x %2</source>
         <translation>Record at %1 x %2</translation>
+    </message>
+    <message>
+        <source>The video is saved. It is being put into a form that plays everywhere at once.</source>
+        <translation>The video is saved. It is being put into a form that plays everywhere at once.</translation>
+    </message>
+    <message>
+        <source>Cancelled. The video is saved and plays as it is.</source>
+        <translation>Cancelled. The video is saved and plays as it is.</translation>
     </message>
 </context>
 <context>
@@ -1074,6 +1129,14 @@
     <message>
         <source>The text is being recognised.</source>
         <translation>The text is being recognised.</translation>
+    </message>
+    <message>
+        <source>The text is still being recognised.</source>
+        <translation>The text is still being recognised.</translation>
+    </message>
+    <message>
+        <source>The recognition was cancelled. The picture itself is saved.</source>
+        <translation>The recognition was cancelled. The picture itself is saved.</translation>
     </message>
 </context>
 <context>

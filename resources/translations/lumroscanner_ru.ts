@@ -84,6 +84,18 @@
         <source>No code was found.</source>
         <translation>Штрихкод не найден.</translation>
     </message>
+    <message>
+        <source>The codes are still being read.</source>
+        <translation>Штрихкоды ещё считываются.</translation>
+    </message>
+    <message>
+        <source>The codes are being read.</source>
+        <translation>Идёт считывание штрихкодов.</translation>
+    </message>
+    <message>
+        <source>Reading the codes was cancelled. The picture itself is saved.</source>
+        <translation>Считывание штрихкодов отменено. Сам снимок сохранён.</translation>
+    </message>
 </context>
 <context>
     <name>BtnControl</name>
@@ -481,6 +493,25 @@
     </message>
 </context>
 <context>
+    <name>JobBar</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Страница %1 из %2</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Being cancelled...</source>
+        <translation>Отмена...</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
@@ -651,6 +682,10 @@
         <source>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</source>
         <translation>Список страниц ещё не записан в PDF. Закрыть и отказаться от списка? Файлы снимков останутся.</translation>
     </message>
+    <message>
+        <source>Cancelled: no PDF was written. The pages stay in the list.</source>
+        <translation>Отменено: PDF не записан. Страницы остались в списке.</translation>
+    </message>
 </context>
 <context>
     <name>PdfExControl</name>
@@ -720,6 +755,18 @@
         <source>%1 could not be read. The PDF holds the pages before it.</source>
         <translation>Не удалось прочитать %1. В PDF вошли страницы до этого файла.</translation>
     </message>
+    <message>
+        <source>A PDF is still being written.</source>
+        <translation>Другой PDF ещё записывается.</translation>
+    </message>
+    <message>
+        <source>The PDF is being written...</source>
+        <translation>Выполняется запись PDF...</translation>
+    </message>
+    <message>
+        <source>Cancelled: no PDF was written.</source>
+        <translation>Отменено: PDF не записан.</translation>
+    </message>
 </context>
 <context>
     <name>PdfView</name>
@@ -777,6 +824,14 @@
     <message>
         <source>Record at %1 x %2</source>
         <translation>Запись %1 x %2</translation>
+    </message>
+    <message>
+        <source>The video is saved. It is being put into a form that plays everywhere at once.</source>
+        <translation>Видео сохранено. Выполняется подготовка, чтобы оно всюду воспроизводилось сразу.</translation>
+    </message>
+    <message>
+        <source>Cancelled. The video is saved and plays as it is.</source>
+        <translation>Отменено. Видео сохранено и воспроизводится.</translation>
     </message>
 </context>
 <context>
@@ -1075,6 +1130,14 @@
     <message>
         <source>The text is being recognised.</source>
         <translation>Идёт распознавание текста.</translation>
+    </message>
+    <message>
+        <source>The text is still being recognised.</source>
+        <translation>Текст ещё распознаётся.</translation>
+    </message>
+    <message>
+        <source>The recognition was cancelled. The picture itself is saved.</source>
+        <translation>Распознавание отменено. Сам снимок сохранён.</translation>
     </message>
 </context>
 <context>

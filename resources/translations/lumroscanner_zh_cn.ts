@@ -84,6 +84,18 @@
         <source>No code was found.</source>
         <translation>未找到条码。</translation>
     </message>
+    <message>
+        <source>The codes are still being read.</source>
+        <translation>仍在识别条码。</translation>
+    </message>
+    <message>
+        <source>The codes are being read.</source>
+        <translation>正在识别条码。</translation>
+    </message>
+    <message>
+        <source>Reading the codes was cancelled. The picture itself is saved.</source>
+        <translation>已取消识别条码。图片本身已保存。</translation>
+    </message>
 </context>
 <context>
     <name>BtnControl</name>
@@ -481,6 +493,25 @@
     </message>
 </context>
 <context>
+    <name>JobBar</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>第 %1 页，共 %2 页</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Being cancelled...</source>
+        <translation>正在取消...</translation>
+    </message>
+</context>
+<context>
     <name>LumroScanner</name>
     <message>
         <source>Lumro TRVS</source>
@@ -649,6 +680,10 @@
         <source>The list of pages is not in a PDF yet. Close and give up the list? The picture files stay.</source>
         <translation>这些页面尚未写入 PDF，确定放弃页面列表并关闭吗？图片文件会保留。</translation>
     </message>
+    <message>
+        <source>Cancelled: no PDF was written. The pages stay in the list.</source>
+        <translation>已取消：没有写入 PDF。页面仍在列表中。</translation>
+    </message>
 </context>
 <context>
     <name>PdfExControl</name>
@@ -718,6 +753,18 @@
         <source>%1 could not be read. The PDF holds the pages before it.</source>
         <translation>无法读取 %1。PDF 中包含它之前的页面。</translation>
     </message>
+    <message>
+        <source>A PDF is still being written.</source>
+        <translation>仍在写入一个 PDF。</translation>
+    </message>
+    <message>
+        <source>The PDF is being written...</source>
+        <translation>正在写入 PDF...</translation>
+    </message>
+    <message>
+        <source>Cancelled: no PDF was written.</source>
+        <translation>已取消：没有写入 PDF。</translation>
+    </message>
 </context>
 <context>
     <name>PdfView</name>
@@ -775,6 +822,14 @@
     <message>
         <source>Record at %1 x %2</source>
         <translation>以 %1 x %2 录像</translation>
+    </message>
+    <message>
+        <source>The video is saved. It is being put into a form that plays everywhere at once.</source>
+        <translation>视频已保存。正在整理，使其在任何地方都能立即播放。</translation>
+    </message>
+    <message>
+        <source>Cancelled. The video is saved and plays as it is.</source>
+        <translation>已取消。视频已保存，可照常播放。</translation>
     </message>
 </context>
 <context>
@@ -1073,6 +1128,14 @@
     <message>
         <source>The text is being recognised.</source>
         <translation>正在识别文字。</translation>
+    </message>
+    <message>
+        <source>The text is still being recognised.</source>
+        <translation>仍在识别文字。</translation>
+    </message>
+    <message>
+        <source>The recognition was cancelled. The picture itself is saved.</source>
+        <translation>已取消文字识别。图片本身已保存。</translation>
     </message>
 </context>
 <context>

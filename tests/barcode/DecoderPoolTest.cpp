@@ -137,4 +137,23 @@ TEST(DecoderPool, TheHelperGetsNoDescriptorsOfOurs)
     EXPECT_LE(fds.size(), std::string("0 1 2 3 4 5 ").size());
 }
 
+TEST(DecoderPool, AHelperThatHangsIsLeftAtOnceWhenNobodyWaitsAnyMore)
+{
+    const TempDir folder;
+    std::set<std::string> read;
+    DecoderPool pool(script(folder, "exec sleep 1000"), pictureBytes);
+    pool.setTimeLimit(1h);
+    std::vector<pid_t> hung;
+    pool.setWatch([&](double share) {
+        EXPECT_EQ(share, 0);
+        hung = pool.pids();
+        return false;
+    });
+    pool.run({jobFor("FIRST", read), jobFor("SECOND", read), jobFor("THIRD", read)});
+    EXPECT_THAT(read, IsEmpty());
+    EXPECT_FALSE(hung.empty());
+    for (const pid_t pid : hung)
+        EXPECT_TRUE(isGone(pid));
+}
+
 } // namespace

@@ -36,4 +36,34 @@ TEST(ZBarcode, KeepsTheTextsUntilTheNextPicture)
     EXPECT_EQ(camera.MirvakZBarcode_GetData(0), "") << "nothing of the picture before";
 }
 
+TEST(ZBarcode, IsStoppedAtAnyPointAndTellsHowFarItHasCome)
+{
+    MirvakCamera camera;
+    CodePage page(800, 500);
+    CodePage::Place place;
+    place.centre = {400, 250};
+    page.add(BARCODE_QRCODE, "whole", place);
+    mirvak::Image image;
+    image.pixels = page.rgb();
+    struct
+    {
+        int stopAt, calls = 0, share = 0;
+    } seen{1};
+    const auto watch = [](int done, int count, void* context) {
+        auto* told = static_cast<decltype(seen)*>(context);
+        EXPECT_GE(done, told->share);
+        EXPECT_EQ(count, 1000);
+        told->share = done;
+        return ++told->calls == told->stopAt ? 1 : 0;
+    };
+    while (camera.MirvakZBarcode_DiscernWatched(&image, watch, &seen) == MIRVAK_STOPPED) {
+        EXPECT_EQ(seen.calls, seen.stopAt) << "asked on after the end";
+        EXPECT_EQ(camera.MirvakZBarcode_GetData(0), "");
+        seen = {seen.stopAt + 1};
+    }
+    EXPECT_EQ(camera.MirvakZBarcode_GetData(0), "whole");
+    EXPECT_EQ(seen.share, 1000);
+    EXPECT_GT(seen.stopAt, 5) << "it hardly asks";
+}
+
 } // namespace

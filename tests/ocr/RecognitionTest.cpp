@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <set>
 #include <thread>
 
 using testPages::Style;
@@ -213,21 +214,65 @@ TEST_F(Recognition, ADocumentThatCannotBeWrittenLeavesNothing)
     EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_OK) << "the text is still there";
 }
 
-TEST_F(Recognition, DeinitStopsOneThatRuns)
+/// A recognition on another thread, which is stopped as soon as it has come so far, in percent.
+class WatchedRecognition : public Recognition,
+                           public ::testing::WithParamInterface<std::pair<const char*, int>>
 {
-    const std::string picture = LUMRO_DESK_DIR "/pictures/1600x1200/04-chinese-text.jpg";
+protected:
+    /// Its percents on the way.
+    std::set<int> watch(const std::string& picture, int stopAt)
+    {
+        std::atomic<bool> isOver{false};
+        std::thread worker([&] {
+            result = ocr.MirvakOCR_Discern(picture.c_str());
+            isOver = true;
+        });
+        std::set<int> seen;
+        for (int percent = 0; !isOver; std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
+            const int last = percent;
+            if (ocr.MirvakOCR_GetProgress(percent) != MIRVAK_OCR_OK)
+                continue;
+            EXPECT_GE(percent, last);
+            seen.insert(percent);
+            if (percent >= stopAt)
+                stopAt % 2 == 0 ? ocr.MirvakOCR_Stop() : ocr.MirvakOCR_Deinit();
+        }
+        worker.join();
+        return seen;
+    }
+
     MirvakOCR ocr;
+    int result = 1;
+};
+
+TEST_P(WatchedRecognition, EndsWhereItIsStoppedAndTheNextOneIsWhole)
+{
+    const auto [picture, stopAt] = GetParam();
+    const std::string page = std::string(LUMRO_DESK_DIR "/pictures/1600x1200/") + picture;
     ASSERT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
-    std::atomic<bool> begun{false};
-    int result = MIRVAK_OCR_OK;
-    std::thread worker([&] {
-        begun = true;
-        result = ocr.MirvakOCR_Discern(picture.c_str());
-    });
-    while (!begun)
-        std::this_thread::yield();
-    ocr.MirvakOCR_Deinit();
-    worker.join();
-    EXPECT_NE(result, MIRVAK_OCR_OK) << "it had hardly begun";
+    const std::set<int> seen = watch(page, stopAt);
+    if (stopAt > 100) {
+        EXPECT_EQ(result, MIRVAK_OCR_OK);
+        EXPECT_GT(seen.size(), 20U) << "in jumps";
+        int percent = 0;
+        ocr.MirvakOCR_GetProgress(percent);
+        EXPECT_EQ(percent, 100);
+        return;
+    }
+    EXPECT_EQ(result, MIRVAK_OCR_TIMEOUT);
+    EXPECT_LT(*seen.rbegin(), 90);
     EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_NOT_READY);
+    EXPECT_NE(ocr.MirvakOCR_Discern(page.c_str()), MIRVAK_OCR_OK) << "stopped until the next Init";
+    ASSERT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
+    const QImage line = testPages::page({900, 300}, {QStringLiteral("The harbour office is closed")});
+    EXPECT_EQ(ocr.MirvakOCR_Discern(saved(line).c_str()), MIRVAK_OCR_OK);
 }
+INSTANTIATE_TEST_SUITE_P(At,
+                         WatchedRecognition,
+                         ::testing::Values(std::pair("04-chinese-text.jpg", 0),
+                                           std::pair("04-chinese-text.jpg", 1),
+                                           std::pair("05-russian-text.jpg", 30),
+                                           std::pair("03-english-text.jpg", 61),
+                                           std::pair("03-english-text.jpg", 1000),
+                                           std::pair("04-chinese-text.jpg", 1000),
+                                           std::pair("05-russian-text.jpg", 1000)));

@@ -104,6 +104,21 @@ TEST_F(BarcodeScanTest, AStormOfClicksReadsOnePicture)
     EXPECT_EQ(desk.framesTaken, 2) << "a click that waited for the frame of the first does not wait again";
 }
 
+TEST_F(BarcodeScanTest, CancelledItShowsNothingAndReadsTheNextPicture)
+{
+    lay("one", 400, 300);
+    desk.whenShown = [](Job& job) { job.stop(); };
+    scanAndWait();
+    EXPECT_EQ(scan.window(), nullptr);
+    EXPECT_TRUE(desk.notices.value(0).contains(QStringLiteral("cancelled")));
+    EXPECT_TRUE(desk.job.expired()) << "the bar would stay";
+    desk.whenShown = [this](Job&) { scan.scan(); };
+    scanAndWait();
+    EXPECT_EQ(shown(), QStringLiteral("one   "));
+    EXPECT_EQ(desk.framesTaken, 2) << "a second start takes no frame";
+    EXPECT_EQ(desk.notices.size(), 2) << "and is told why";
+}
+
 TEST_F(BarcodeScanTest, TheEndWhileReadingIsClean)
 {
     lay("late", 400, 300);

@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QPainter>
 #include <QRandomGenerator>
+#include <QTimer>
 
 #include <cmath>
 
@@ -212,4 +213,50 @@ TEST_F(PdfSynthesisTest, AFileThatCannotBeWrittenIsSaid)
     EXPECT_FALSE(synthesis.drawImageToPDF({save("a.png", page({30, 20}, 0))}));
     EXPECT_EQ(desk.notices.size(), 1);
     EXPECT_TRUE(synthesis.lastPath().isEmpty());
+}
+
+TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
+{
+    const QString picture = save("a.jpg", page({800, 400}, 0));
+    const QStringList three{picture, picture, picture};
+    folder.write("合同.pdf", "before");
+    const auto entries = QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden);
+    QTimer clicks; // which need the event loop, and see the job
+    int stopAt = 0;
+    bool isStartedTwice = false, hasLived = false;
+    QObject::connect(&clicks, &QTimer::timeout, &clicks, [&] {
+        const std::shared_ptr<Job> job = desk.job.lock();
+        hasLived = job != nullptr;
+        if (hasLived && !isStartedTwice) {
+            isStartedTwice = true;
+            EXPECT_FALSE(synthesis.drawImageToPDF(three));
+            EXPECT_EQ(desk.notices.size(), 1) << "it says that one is being written";
+        }
+        if (job && job->done() >= stopAt)
+            job->stop();
+    });
+    clicks.start(0);
+    for (; stopAt < 3; ++stopAt) {
+        hasLived = false;
+        EXPECT_FALSE(synthesis.drawImageToPDF(three + three + three)) << stopAt;
+        EXPECT_TRUE(hasLived);
+        EXPECT_EQ(QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden), entries);
+        QFile file(target);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == "before");
+        EXPECT_TRUE(desk.job.expired() && synthesis.lastPath().isEmpty());
+        EXPECT_TRUE(desk.notices.last().startsWith(QStringLiteral("Cancelled")));
+    }
+    stopAt = 1000;
+    EXPECT_TRUE(synthesis.drawImageToPDF(three));
+    EXPECT_EQ(desk.jobProgress(), 1);
+    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
+    EXPECT_EQ(tools::pageSizes(written()).size(), 3U);
+    // The program's end cancels too.
+    target = path("other.pdf");
+    QTimer::singleShot(0, &clicks, [&] {
+        QTimer::singleShot(0, &clicks, [] { QCoreApplication::exit(); });
+        EXPECT_FALSE(synthesis.drawImageToPDF(three + three + three));
+    });
+    QCoreApplication::exec();
+    EXPECT_EQ(QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden), entries);
 }

@@ -19,6 +19,7 @@
 #include <QUrl>
 
 #include <array>
+#include <future>
 #include <thread>
 
 namespace {
@@ -275,6 +276,26 @@ TEST_F(RecordControlTest, AnEncoderThatFailsIsTold)
     EXPECT_EQ(note(), QStringLiteral("The video could not be recorded."));
     EXPECT_TRUE(box()->isVisible());
     EXPECT_EQ(desk.documents.size(), 1);
+}
+
+TEST_F(RecordControlTest, TheEndOfALongFilmIsShownAndCanBeGivenUp)
+{
+    const Trouble trouble;
+    std::promise<void> disk;
+    Trouble::onSync = [answers = disk.get_future().share()] { answers.wait(); };
+    start();
+    deliver();
+    pressStop();
+    EXPECT_EQ(desk.jobs.size(), 1);
+    ASSERT_FALSE(desk.job.expired());
+    EXPECT_EQ(desk.documents.size(), 1) << "it is listed and plays meanwhile";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desk.jobProgress() > 0.5; }));
+    desk.cancelJob();
+    QTest::qWait(600); // the copy hears of it
+    disk.set_value();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desk.job.expired(); }));
+    EXPECT_FALSE(desk.notices.isEmpty()) << "the end is told";
+    EXPECT_GT(lengthOf(desk.documents[0]), 0) << "it plays as it is";
 }
 
 TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)

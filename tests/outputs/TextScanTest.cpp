@@ -67,7 +67,7 @@ TEST_F(TextScanTest, MakesADocumentOfACapture)
     QDir().mkpath(QString::fromStdString(folder.file("texts")));
     text->scan();
     EXPECT_TRUE(text->isRunning()) << "the call returns at once";
-    EXPECT_EQ(desk.notices.size(), 1) << "and says what goes on";
+    EXPECT_EQ(desk.jobs.size(), 1) << "and says what goes on";
     ASSERT_TRUE(QApplication::overrideCursor());
     EXPECT_EQ(desk.colourModes, QList<int>{6});
     ASSERT_TRUE(finishes());
@@ -93,6 +93,7 @@ TEST_F(TextScanTest, OneAtATime)
     text->scan();
     text->scan();
     EXPECT_EQ(desk.framesTaken, 1);
+    EXPECT_EQ(desk.notices.size(), 1) << "and says why";
     ASSERT_TRUE(finishes());
     EXPECT_EQ(desk.documents.size(), 1);
     text->scan();
@@ -127,7 +128,7 @@ TEST_F(TextScanTest, NothingReadOrNoFolderMakesNoDocument)
     desk.savesAs[0] = QString::fromStdString(folder.write("broken.jpg", "no picture"));
     text->scan();
     ASSERT_TRUE(finishes());
-    EXPECT_EQ(desk.notices.size(), 2);
+    EXPECT_EQ(desk.notices.size(), 1);
     EXPECT_FALSE(desk.notices.last().isEmpty());
     settings::setSavePath(store, QString::fromStdString(folder.file("one/two")));
     desk.savesAs << picture;
@@ -146,6 +147,30 @@ TEST_F(TextScanTest, ADocumentThatCannotBeWrittenIsListedAllTheSame)
     EXPECT_TRUE(documents().isEmpty());
     EXPECT_EQ(desk.documents.size(), 1);
     EXPECT_FALSE(desk.notices.last().isEmpty());
+}
+
+TEST_F(TextScanTest, CancelledAtAnyPointItMakesNoDocumentAndCanBeginAgain)
+{
+    const QImage few(picture);
+    QImage many(few.width(), few.height() * 12, few.format());
+    QPainter painter(&many);
+    for (int i = 0; i < 12; ++i)
+        painter.drawImage(0, i * few.height(), few);
+    painter.end();
+    EXPECT_TRUE(many.save(picture));
+    for (const double at : {0.0, 0.2}) {
+        desk.savesAs << picture;
+        text->scan();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desk.jobProgress() >= at; }, 60000));
+        desk.cancelJob();
+        ASSERT_TRUE(finishes());
+        EXPECT_TRUE(desk.job.expired()) << "the bar would stay";
+        EXPECT_TRUE(desk.documents.isEmpty() && documents().isEmpty());
+        EXPECT_TRUE(desk.notices.last().contains(QStringLiteral("cancelled")));
+    }
+    text->scan();
+    ASSERT_TRUE(finishes());
+    EXPECT_EQ(documents().size(), 1);
 }
 
 TEST_F(TextScanTest, TheEndOfTheWindowStopsIt)

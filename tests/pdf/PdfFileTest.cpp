@@ -328,3 +328,29 @@ TEST_F(PdfFile, AFileOfThatNameIsNeverReplaced)
     EXPECT_EQ(TempDir::contentOf(pdf), "old");
     pageOf(jpegFile("b.jpg")); // the page before is not in it
 }
+
+TEST_F(PdfFile, StoppedAtAnyPageItLeavesNothingAndCanBeMadeAgain)
+{
+    const std::string picture = jpegFile("a.jpg");
+    std::vector<int> told;
+    for (int stopAt = 0; stopAt <= 4; ++stopAt) {
+        for (int i = 0; i < 3; ++i)
+            ASSERT_EQ(add(picture), MIRVAK_OK);
+        told.clear();
+        auto watch = [&](int done, int count) {
+            EXPECT_EQ(count, 3);
+            told.push_back(done);
+            return done == stopAt ? 1 : 0;
+        };
+        const auto call = [](int done, int count, void* context) {
+            return (*static_cast<decltype(watch)*>(context))(done, count);
+        };
+        const int result = camera.MirvakPDF_SaveWatched(pdf.c_str(), call, &watch);
+        EXPECT_EQ(result, stopAt > 3 ? MIRVAK_OK : MIRVAK_STOPPED);
+        EXPECT_EQ(files().size(), stopAt > 3 ? 2U : 1U) << stopAt;
+        EXPECT_EQ(told.back(), std::min(stopAt, 3));
+    }
+    EXPECT_EQ(told, (std::vector<int>{0, 1, 2, 3}));
+    EXPECT_EQ(tools::pageSizes(pdf).size(), 3U) << "none of the stopped ones";
+    EXPECT_EQ(tools::complaints(pdf), "");
+}

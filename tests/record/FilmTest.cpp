@@ -25,6 +25,13 @@ using ::testing::Not;
 
 namespace {
 
+bool madePlain(const std::string& path, int film, bool cancelled = false)
+{
+    mirvak::CopyWatch watch;
+    watch.cancelled = cancelled;
+    return mirvak::makePlain(path, film, watch);
+}
+
 constexpr VideoFormat small{64, 48, 30};
 constexpr VideoFormat large{320, 240, 30};
 
@@ -191,7 +198,7 @@ TEST_F(FilmTest, ThePlainCopyHasTheSameFramesBehindItsIndex)
     ASSERT_TRUE(film->close());
     EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
     const Pixels before = tools::filmFrames(path);
-    ASSERT_TRUE(mirvak::makePlain(path, film->takeFile().get(), false));
+    ASSERT_TRUE(madePlain(path, film->takeFile().get()));
     EXPECT_THAT(tools::boxesOf(path), ElementsAre("ftyp", "moov", "free", "mdat"));
     EXPECT_EQ(tools::filmFrames(path), before);
     EXPECT_THAT(tools::filmSlots(path), ElementsAre(0, 1, 2, 5, 31, 32, 70));
@@ -209,10 +216,10 @@ TEST_F(FilmTest, TheFragmentsStayWhenThePlainCopyFails)
     testing::internal::CaptureStderr();
     {
         const DiskFullAt limit(100'000);
-        EXPECT_FALSE(mirvak::makePlain(path, file.get(), false));
+        EXPECT_FALSE(madePlain(path, file.get()));
     }
-    EXPECT_FALSE(mirvak::makePlain(path, file.get(), true)) << "cancelled";
-    EXPECT_FALSE(mirvak::makePlain(folder.file("gone.mp4"), file.get(), false));
+    EXPECT_FALSE(madePlain(path, file.get(), true)) << "cancelled";
+    EXPECT_FALSE(madePlain(folder.file("gone.mp4"), file.get()));
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 3) << said;
     EXPECT_EQ(folder.names().size(), 1U);
@@ -232,9 +239,9 @@ TEST_F(FilmTest, ThePlainCopyReplacesNothingThatHasTakenTheFilmsName)
         folder.write("one film.mp4", "a newer file");
     };
     Trouble::onSync = takeName; // at the last moment
-    EXPECT_FALSE(mirvak::makePlain(path, file.get(), false));
+    EXPECT_FALSE(madePlain(path, file.get()));
     Trouble::onSync = nullptr; // long before
-    EXPECT_FALSE(mirvak::makePlain(path, file.get(), false));
+    EXPECT_FALSE(madePlain(path, file.get()));
     EXPECT_EQ(folder.content("one film.mp4"), "a newer file");
     EXPECT_EQ(tools::filmSlots(moved).size(), 1u);
     EXPECT_EQ(folder.names().size(), 2U);

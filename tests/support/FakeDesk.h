@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CaptureDesk.h"
+#include "Job.h"
 #include "TestImage.h"
 #include "mirvakcamera.h"
 
@@ -57,6 +58,24 @@ public:
         documentIcons << icon;
     }
     void showNotice(const QString& text) override { notices << text; }
+    void showJob(const QString& text, const std::shared_ptr<Job>& shown) override
+    {
+        jobs << text;
+        job = shown;
+        if (whenShown)
+            whenShown(*shown);
+    }
+    /// Of the job that is shown; 1 when there is none.
+    double jobProgress() const
+    {
+        const std::shared_ptr<Job> shown = job.lock();
+        return shown ? shown->progress() : 1;
+    }
+    void cancelJob() const
+    {
+        if (const std::shared_ptr<Job> shown = job.lock())
+            shown->stop();
+    }
     void setMergePending(bool pending) override { mergePending = pending; }
     void enableTools(bool enable) override { toolsEnabled = enable; }
 
@@ -80,6 +99,9 @@ public:
     QStringList documents;
     QList<QPixmap> documentIcons;
     QStringList notices;
+    QStringList jobs;
+    std::weak_ptr<Job> job;                  ///< the last one that was shown
+    std::function<void(Job& job)> whenShown; ///< what the user does with it
     bool mergePending = false;
     bool toolsEnabled = true;
 };

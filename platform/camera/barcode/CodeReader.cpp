@@ -4,6 +4,9 @@
 #include "PayloadText.h"
 #include "ReadingOrder.h"
 
+#include <algorithm>
+#include <array>
+
 namespace mirvak {
 
 namespace {
@@ -12,18 +15,28 @@ constexpr std::size_t pixelsAtLeast = 4'000'000; // views of a small picture may
 
 } // namespace
 
-std::vector<Code> CodeReader::read(const cv::Mat& rgb) const
+std::vector<Code> CodeReader::read(const cv::Mat& rgb, const CodeWatch& goesOn) const
 {
     if (rgb.cols < 8 || rgb.rows < 8)
         return {};
     const GreyFrame frame(rgb);
     DecoderPool pool(helper_, std::max(rgb.total(), pixelsAtLeast));
     CodeSearch search(frame, pool);
-    search.lookAtWhole();
-    search.lookAtCandidates();
-    search.lookHarder();
-    search.lookAgain();
-    search.confirmWeakOnes();
+    using Pass = void (CodeSearch::*)();
+    const std::array<Pass, 5> passes{&CodeSearch::lookAtWhole,
+                                     &CodeSearch::lookAtCandidates,
+                                     &CodeSearch::lookHarder,
+                                     &CodeSearch::lookAgain,
+                                     &CodeSearch::confirmWeakOnes};
+    size_t done = 0;
+    double reached = 0; // a view whose helper died is done once more
+    const auto watch = [&](double share) {
+        reached = std::max(reached, (static_cast<double>(done) + share) / passes.size());
+        return !goesOn || goesOn(reached);
+    };
+    pool.setWatch(watch);
+    for (; watch(0) && done < passes.size(); ++done)
+        (search.*passes[done])();
     std::vector<Code> codes;
     for (const SeenCode& seen : search.sightings().credible())
         codes.push_back({payloadText(seen.best.bytes, seen.best.isText), seen.best.symbology, seen.best.box});

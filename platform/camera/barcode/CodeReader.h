@@ -4,10 +4,14 @@
 
 #include <opencv2/core.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace mirvak {
+
+/// Told ten times a second how far the reading has come, 0 to 1, and at the end that it is done; false: stop.
+using CodeWatch = std::function<bool(double share)>;
 
 /// A code that was read in a picture.
 struct Code
@@ -29,7 +33,8 @@ public:
     explicit CodeReader(std::string helper) : helper_(std::move(helper)) {}
 
     /// `rgb` is CV_8UC3. The codes from top to bottom, those side by side from left to right.
-    std::vector<Code> read(const cv::Mat& rgb) const;
+    /// Ends soon, with what has been read until then, when `goesOn` says no.
+    std::vector<Code> read(const cv::Mat& rgb, const CodeWatch& goesOn = {}) const;
 
 private:
     std::string helper_;

@@ -13,6 +13,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr unsigned processesAtMost = 2;
 constexpr int noJob = -1;
+constexpr std::chrono::milliseconds watchInterval(100);
 constexpr int triesPerJob = 2;
 constexpr int deathsAtMost = 12; // in one run; beyond, the helper itself is broken
 
@@ -67,6 +68,10 @@ void DecoderPool::run(const std::vector<Job>& jobs)
                 assign(*worker, jobs, progress);
         }
         waitForNews();
+        const auto open =
+            progress.waiting.size() + size_t(std::count_if(workers_.begin(), workers_.end(), isBusy));
+        if (goesOn_ && !goesOn_(1 - static_cast<double>(open) / static_cast<double>(jobs.size())))
+            return giveUp(progress);
         for (const auto& worker : workers_) {
             if (worker->job != noJob)
                 listen(*worker, jobs, progress);
@@ -92,10 +97,20 @@ void DecoderPool::assign(Worker& worker, const std::vector<Job>& jobs, Progress&
     worker.deadline = Clock::now() + timeLimit_;
 }
 
+void DecoderPool::giveUp(Progress& progress)
+{
+    progress.waiting.clear();
+    for (const auto& worker : workers_) {
+        if (worker->job != noJob)
+            worker->process.stop();
+        worker->job = noJob;
+    }
+}
+
 void DecoderPool::waitForNews()
 {
     std::vector<pollfd> sockets;
-    auto deadline = Clock::time_point::max();
+    auto deadline = goesOn_ ? Clock::now() + watchInterval : Clock::time_point::max();
     for (const auto& worker : workers_) {
         if (worker->job == noJob)
             continue;

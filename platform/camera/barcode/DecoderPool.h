@@ -31,6 +31,9 @@ public:
     /// Works through the jobs, in any order, and returns when all are done or given up. What `draw` and
     /// `read` are called for happens on the caller's thread.
     void run(const std::vector<Job>& jobs);
+    /// Asked ten times a second while run() works, with the share of its jobs that are done; false gives up
+    /// the rest, and ends the helpers that work on it.
+    void setWatch(std::function<bool(double share)> goesOn) { goesOn_ = std::move(goesOn); }
 
     /// The running helpers, for tests.
     std::vector<pid_t> pids() const;
@@ -43,9 +46,11 @@ private:
     void assign(Worker& worker, const std::vector<Job>& jobs, Progress& progress);
     void listen(Worker& worker, const std::vector<Job>& jobs, Progress& progress);
     void waitForNews();
+    void giveUp(Progress& progress);
 
     std::vector<std::unique_ptr<Worker>> workers_;
     std::chrono::milliseconds timeLimit_{3000};
+    std::function<bool(double share)> goesOn_;
 };
 
 } // namespace mirvak

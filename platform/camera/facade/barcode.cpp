@@ -22,9 +22,23 @@ std::string helperPath()
 
 int MirvakCamera::MirvakZBarcode_Discern(void* image)
 {
+    return MirvakZBarcode_DiscernWatched(image, nullptr, nullptr);
+}
+
+int MirvakCamera::MirvakZBarcode_DiscernWatched(void* image, MirvakProgressCallback progress, void* context)
+{
+    constexpr int parts = 1000;
     impl_->codes.clear();
     return mirvak::onImage("MirvakZBarcode_Discern", image, [&](const Image& source) -> int {
-        impl_->codes = mirvak::CodeReader(helperPath()).read(source.pixels);
+        bool isStopped = false;
+        const auto goesOn = [&](double share) {
+            isStopped = isStopped || (progress && progress(int(share * parts), parts, context) != 0);
+            return !isStopped;
+        };
+        std::vector<mirvak::Code> codes = mirvak::CodeReader(helperPath()).read(source.pixels, goesOn);
+        if (isStopped)
+            return MIRVAK_STOPPED;
+        impl_->codes = std::move(codes);
         return static_cast<int>(impl_->codes.size());
     });
 }

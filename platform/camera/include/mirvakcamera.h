@@ -33,6 +33,7 @@ enum MirvakResult {
     MIRVAK_NO_MEMORY = -7,
     MIRVAK_EXISTS = -8,    // a file has the name; a new file never replaces one
     MIRVAK_NO_ACCESS = -9, // the user may not open the device
+    MIRVAK_STOPPED = -10,  // the progress callback has ended the call
 };
 
 /// One frame. `image` is valid until the callback returns; null means that the stream has ended by itself
@@ -40,6 +41,10 @@ enum MirvakResult {
 /// and height are in pixels. `userData` is always null. Called on the device's capture thread.
 using MirvakFrameCallback =
     void (*)(void* image, void* userData, int byteSize, int width, int height, void* context);
+
+/// How far a long call has come: `done` of `count` parts, never fewer than before and all of them at the end.
+/// 0: go on; any other answer ends the call soon, with MIRVAK_STOPPED. Called on the thread of the call.
+using MirvakProgressCallback = int (*)(int done, int count, void* context);
 
 /// One press of a hardware key: 2 capture, 8 zoom in, 9 zoom out, above 9 the key's own number. Called on the
 /// key listener's thread.
@@ -278,6 +283,9 @@ public:
     /// synced. Results: MIRVAK_BAD_ARGUMENT without a page or a path; MIRVAK_EXISTS when something has the
     /// name; MIRVAK_IO_ERROR when a picture has vanished or changed, or the file cannot be written.
     int MirvakPDF_Save(const char* pdfPath);
+    /// The same with a callback before each page and after the last; null for none. MIRVAK_STOPPED: no file
+    /// is left, and the pages are forgotten.
+    int MirvakPDF_SaveWatched(const char* pdfPath, MirvakProgressCallback progress, void* context);
 
     // --- ZBarcode: bar and matrix codes ------------------------------------------------------------------
     /// Reads all codes of the picture, whichever way they are turned (MaxiCode upright only), light on dark
@@ -287,6 +295,9 @@ public:
     /// Decoding runs in the program "mirvakcodes" beside this library; where it is missing nothing is found,
     /// with a line on standard error.
     int MirvakZBarcode_Discern(void* image);
+    /// The same with a callback, in at most a tenth of a second each; null for none. MIRVAK_STOPPED: no codes
+    /// are kept.
+    int MirvakZBarcode_DiscernWatched(void* image, MirvakProgressCallback progress, void* context);
     /// The text of one code of the last Discern, from 0: top to bottom, side by side from left to right.
     /// Valid UTF-8: bytes that are not are taken for Chinese, Japanese or Western European, and a NUL becomes
     /// its sign (U+2400), so that nothing cuts the text there; other control characters stay. Empty for an

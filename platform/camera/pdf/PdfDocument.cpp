@@ -19,16 +19,32 @@ namespace {
 
 using Object = QPDFObjectHandle;
 
+/// The file that is being made, and who is told how far it has come.
+struct Target
+{
+    const AtomicFile& file;
+    const PdfWatch& goesOn;
+    int pages;
+    int done = 0;
+
+    void tell() const
+    {
+        if (goesOn && !goesOn(done, pages))
+            throw PdfStopped();
+    }
+};
+
 /// Hands a page's picture over when it is written.
 class PageStream : public Object::StreamDataProvider
 {
 public:
-    PageStream(const PdfPage& page, const AtomicFile& target) : page_(page), target_(target) {}
+    PageStream(const PdfPage& page, Target& target) : page_(page), target_(target) {}
 
     void provideStreamData(const QPDFObjGen&, Pipeline* out) override
     {
-        if (target_.failed())
+        if (target_.file.failed())
             throw std::runtime_error("the disk refuses");
+        target_.tell();
         PictureFile file = PictureFile::read(page_.path);
         if (file.state != page_.state)
             throw std::runtime_error(page_.path + ": has changed since it was added");
@@ -36,11 +52,12 @@ public:
         out->write(stream.data(),
                    stream.size()); // in one piece: the library keeps a copy of exactly its size
         out->finish();
+        ++target_.done;
     }
 
 private:
     const PdfPage& page_;
-    const AtomicFile& target_;
+    Target& target_;
 };
 
 /// Collects the library's many small pieces. Must not throw, because the library ends it in a destructor; the
@@ -110,7 +127,7 @@ void setCoding(Object& dictionary, const PdfPicture& picture)
         dictionary.replaceKey("/DecodeParms", how);
 }
 
-Object image(QPDF& pdf, const PdfPage& page, const AtomicFile& target)
+Object image(QPDF& pdf, const PdfPage& page, Target& target)
 {
     const PdfPicture& picture = page.picture;
     Object stream = Object::newStream(&pdf);
@@ -168,7 +185,7 @@ std::string drawing(const PdfPicture& picture, const PdfPageSize& sheet)
     return text + "cm /Picture Do\n";
 }
 
-Object page(QPDF& pdf, const PdfPage& page, const PdfPageSize& sheet, const AtomicFile& target)
+Object page(QPDF& pdf, const PdfPage& page, const PdfPageSize& sheet, Target& target)
 {
     Object pictures = Object::newDictionary();
     pictures.replaceKey("/Picture", image(pdf, page, target));
@@ -198,8 +215,9 @@ void describe(QPDF& pdf)
 
 } // namespace
 
-void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out)
+void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out, const PdfWatch& goesOn)
 {
+    Target target{out, goesOn, static_cast<int>(pages.size())};
     QPDF pdf;
     pdf.emptyPDF();
     pdf.setSuppressWarnings(true);
@@ -207,7 +225,7 @@ void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out)
     for (const PdfPage& next : pages) {
         const PdfPageSize sheet = sheetOf(next.picture);
         isLong = isLong || sheet.unit > 1;
-        pdf.addPage(page(pdf, next, sheet, out), false);
+        pdf.addPage(page(pdf, next, sheet, target), false);
     }
     describe(pdf);
     FileEnd end(out);
@@ -216,6 +234,7 @@ void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out)
     writer.setMinimumPDFVersion(isLong ? "1.6" : "1.5"); // 1.6 knows units of other sizes
     writer.setObjectStreamMode(qpdf_o_generate);
     writer.write();
+    target.tell();
 }
 
 } // namespace mirvak

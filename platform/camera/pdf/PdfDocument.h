@@ -3,6 +3,7 @@
 #include "PdfPicture.h"
 #include "PictureFile.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,18 @@ struct PdfPage
     PdfPicture picture;
 };
 
+/// Told before each page how many of how many are done, and at the end that all are; false: stop.
+using PdfWatch = std::function<bool(int done, int count)>;
+
+/// The writing was stopped by its watch.
+struct PdfStopped
+{
+};
+
 /// Writes the pages, in order, as a PDF (ISO 32000-1) with compressed objects. Each file is read when its
 /// turn comes, so that no more than one of them is in memory. Throws std::runtime_error when a file is not as
-/// it was; `out` knows when it has failed itself. In both cases what was written is to be thrown away.
-void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out);
+/// it was, PdfStopped when `goesOn` (which may be empty) says no; `out` knows when it has failed itself. In
+/// all cases what was written is to be thrown away.
+void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out, const PdfWatch& goesOn);
 
 } // namespace mirvak

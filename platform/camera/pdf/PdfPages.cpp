@@ -23,7 +23,7 @@ try {
     return Result::ioError;
 }
 
-PdfPages::Result PdfPages::save(const std::string& path)
+PdfPages::Result PdfPages::save(const std::string& path, const PdfWatch& goesOn)
 {
     const std::vector<PdfPage> pages = std::exchange(pages_, {});
     if (pages.empty()) {
@@ -34,7 +34,9 @@ PdfPages::Result PdfPages::save(const std::string& path)
     if (file.failed())
         return Result::ioError;
     try {
-        writePdf(pages, file);
+        writePdf(pages, file, goesOn);
+    } catch (const PdfStopped&) {
+        return Result::stopped;
     } catch (const std::runtime_error& error) {
         if (!file.failed()) // it has told its own trouble
             std::fprintf(stderr, "PDF: %s was not written: %s\n", path.c_str(), error.what());

@@ -15,13 +15,15 @@ public:
         ioError,    ///< a file cannot be read, is not as it was when it was added, or cannot be written
         nameTaken,  ///< a file of that name is never replaced
         noPages,
+        stopped, ///< as was wished; there is no file
     };
 
     /// Looks at the picture and remembers it as the next page. `path` in UTF-8.
     Result add(const std::string& path);
     /// Writes the remembered pages and forgets them, whatever comes of it. The file is a new one and appears
     /// under its name only when it is complete and synced.
-    Result save(const std::string& path);
+    /// Stops without one when `goesOn` says no.
+    Result save(const std::string& path, const PdfWatch& goesOn = {});
 
 private:
     std::vector<PdfPage> pages_;

@@ -72,6 +72,8 @@ Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, c
     const std::vector<cv::Rect> rows = sampleRows(marks, sampleCount, sampleLength * marks.height);
     Glance best;
     for (const std::string& language : models.languages()) {
+        if (limit.isOver()) // loading a model takes its time too
+            break;
         TextModel* model = models.get(language);
         if (!model)
             continue;

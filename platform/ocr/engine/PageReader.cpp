@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace mirvak {
 
@@ -27,6 +28,9 @@ constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
 constexpr double largestFactor = 2.5;
 constexpr double mostPixels = 30e6; // after scaling up
 constexpr int leastHeight = 3;      // nothing smaller is a letter at any scale
+
+// Percent of the whole at which the steps begin.
+constexpr double blocksFrom = 15, opinionsFrom = 80, wholePage = 99;
 
 // Of the glance: below the first, it is no writing in any of the languages; below the second it may be a
 // picture.
@@ -116,17 +120,23 @@ void dropScraps(ReadPage& page)
                       page.blocks.end());
 }
 
-void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit)
+void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit, const Stretch& stretch)
 {
     TextModel& model = *sheet.glance.model;
     const int margin = std::max(4, sheet.marks.height / 2);
-    for (const cv::Rect& block : blocksOf(sheet.marks)) {
+    const std::vector<cv::Rect> blocks = blocksOf(sheet.marks);
+    double whole = 0, done = 0; // pixels
+    for (const cv::Rect& block : blocks)
+        whole += block.area();
+    for (const cv::Rect& block : blocks) {
         bool late = false;
+        const double from = std::exchange(done, done + block.area());
         page.blocks.push_back(model.read(cutOut(sheet.picture.grey, block, margin),
                                          block.tl() - cv::Point(margin, margin),
                                          Shape::block,
                                          limit,
-                                         late));
+                                         late,
+                                         stretch.part(from / whole, done / whole)));
         if (late)
             break;
     }
@@ -144,12 +154,14 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
     sheet.marks = fitScale(sheet.picture);
     if (sheet.marks.boxes.empty())
         return Reading::noText;
-    const Limit limit{Limit::Clock::now(), &stopped_};
+    const Limit limit{Limit::Clock::now(), &watch_.stopped};
     setUpright(sheet, models_, limit.within(glanceTime));
+    if (watch_.stopped)
+        return Reading::late;
     if (!sheet.glance.model)
         return Reading::noModel;
     if (sheet.glance.confidence < leastConfidence)
-        return stopped_ ? Reading::late : Reading::noText;
+        return Reading::noText;
     page = {sheet.picture.grey.cols,
             sheet.picture.grey.rows,
             sheet.picture.dpi,
@@ -157,10 +169,15 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
             {}};
     const bool doubtful = sheet.glance.confidence < doubtfully;
     const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
-    readBlocks(sheet, page, reading);
-    askOthers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(opinionTime));
+    readBlocks(sheet, page, reading, {watch_, blocksFrom, opinionsFrom});
+    askOthers(page,
+              sheet.picture.grey,
+              *sheet.glance.model,
+              models_,
+              limit.within(opinionTime),
+              {watch_, opinionsFrom, wholePage});
     dropScraps(page);
-    if (page.blocks.empty() || stopped_)
+    if (page.blocks.empty() || watch_.stopped)
         return reading.isOver() ? Reading::late : Reading::noText;
     return Reading::ok;
 }

@@ -2,6 +2,7 @@
 
 #include "Models.h"
 #include "Reading.h"
+#include "Watch.h"
 
 #include <string>
 
@@ -12,14 +13,14 @@ namespace mirvak {
 class PageReader
 {
 public:
-    /// `stopped` ends a reading early; borrowed.
-    PageReader(Models& models, const std::atomic<bool>& stopped) : models_(models), stopped_(stopped) {}
+    /// Both are borrowed.
+    PageReader(Models& models, Watch& watch) : models_(models), watch_(watch) {}
 
     Reading read(const std::string& picturePath, ReadPage& page);
 
 private:
     Models& models_;
-    const std::atomic<bool>& stopped_;
+    Watch& watch_;
 };
 
 } // namespace mirvak

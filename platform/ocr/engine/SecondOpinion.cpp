@@ -171,12 +171,22 @@ private:
 
 } // namespace
 
-void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit)
+void askOthers(ReadPage& page,
+               const cv::Mat& grey,
+               TextModel& own,
+               Models& models,
+               const Limit& limit,
+               const Stretch& stretch)
 {
     Reviewer reviewer(grey, own, models, workFor(page), limit);
+    size_t lines = 0, done = 0;
+    for (const ReadBlock& block : page.blocks)
+        lines += block.size();
     for (ReadBlock& block : page.blocks) {
-        for (ReadLine& line : block)
+        for (ReadLine& line : block) {
             reviewer.review(line);
+            stretch.reach(static_cast<double>(++done) / static_cast<double>(lines));
+        }
     }
 }
 

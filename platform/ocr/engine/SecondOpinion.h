@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Models.h"
+#include "Watch.h"
 
 namespace mirvak {
 
@@ -8,6 +9,11 @@ namespace mirvak {
 /// words on a page of Chinese, is read again by the other models. The most confident reading stays. A page
 /// with much of that kind gets a third of its work again and no more; what is left then, or at the limit,
 /// stays as it is.
-void askOthers(ReadPage& page, const cv::Mat& grey, TextModel& own, Models& models, const Limit& limit);
+void askOthers(ReadPage& page,
+               const cv::Mat& grey,
+               TextModel& own,
+               Models& models,
+               const Limit& limit,
+               const Stretch& stretch);
 
 } // namespace mirvak

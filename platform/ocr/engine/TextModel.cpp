@@ -17,6 +17,16 @@ using tesseract::RIL_WORD;
 
 constexpr int nominalDpi = 300; // the letters are scaled to what they measure at that resolution
 
+constexpr double fullProgress = 70; // percent: what the first pass over the words counts; there is no other
+
+/// One call of the recogniser, which asks between the words.
+struct Watched
+{
+    Limit limit;
+    Stretch stretch;
+    tesseract::ETEXT_DESC monitor;
+};
+
 struct PixDelete
 {
     void operator()(Pix* pix) const { pixDestroy(&pix); }
@@ -98,8 +108,12 @@ std::unique_ptr<TextModel> TextModel::load(const std::string& directory, const s
     return std::unique_ptr<TextModel>(new TextModel(std::move(engine), language));
 }
 
-ReadBlock
-TextModel::read(const cv::Mat& part, const cv::Point& origin, Shape shape, const Limit& limit, bool& late)
+ReadBlock TextModel::read(const cv::Mat& part,
+                          const cv::Point& origin,
+                          Shape shape,
+                          const Limit& limit,
+                          bool& late,
+                          const Stretch& stretch)
 {
     const PixHandle pix = pixOf(part);
     late = limit.isOver() || !pix;
@@ -109,11 +123,15 @@ TextModel::read(const cv::Mat& part, const cv::Point& origin, Shape shape, const
     api.SetPageSegMode(shape == Shape::row ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_BLOCK);
     api.SetImage(pix.get());
     api.SetSourceResolution(nominalDpi);
-    Limit watched = limit;
-    tesseract::ETEXT_DESC monitor;
-    monitor.cancel_this = &watched;
-    monitor.cancel = [](void* data, int) { return static_cast<Limit*>(data)->isOver(); };
-    late = api.Recognize(&monitor) != 0;
+    Watched watched{limit, stretch, {}};
+    watched.monitor.cancel_this = &watched;
+    watched.monitor.cancel = [](void* data, int) {
+        const auto& asked = *static_cast<Watched*>(data);
+        asked.stretch.reach(asked.monitor.progress / fullProgress);
+        return asked.limit.isOver();
+    };
+    late = api.Recognize(&watched.monitor) != 0;
+    stretch.reach(1);
     if (late)
         return {};
     const std::unique_ptr<tesseract::ResultIterator> at(api.GetIterator());

@@ -2,6 +2,7 @@
 
 #include "Limit.h"
 #include "ReadPage.h"
+#include "Watch.h"
 
 #include <opencv2/core.hpp>
 
@@ -23,7 +24,12 @@ public:
     const std::string& language() const { return language_; }
     /// Reads a part of a page: grey, dark letters on white. `origin` is where it lies on the page. Stops at
     /// the limit: `late` becomes true and the part counts as empty.
-    ReadBlock read(const cv::Mat& part, const cv::Point& origin, Shape shape, const Limit& limit, bool& late);
+    ReadBlock read(const cv::Mat& part,
+                   const cv::Point& origin,
+                   Shape shape,
+                   const Limit& limit,
+                   bool& late,
+                   const Stretch& stretch = {});
     /// Whether the model's dictionary has the word.
     bool knows(const std::string& word) const;
     /// The language is written without spaces between its words.

@@ -81,8 +81,9 @@ template <class Call> int guarded(const char* name, const char* path, Call&& cal
 
 struct MirvakOCR::Impl
 {
-    std::atomic<bool> stopped{false}; ///< a recognition that runs is to end
-    std::mutex mutex;                 ///< of the two below
+    mirvak::Watch watch; ///< of the recognition that runs
+    std::atomic<bool> hasBegun{false};
+    std::mutex mutex; ///< of the two below
     std::unique_ptr<mirvak::OcrModule> module;
     std::optional<mirvak::Document> document;
 };
@@ -105,7 +106,8 @@ int MirvakOCR::MirvakOCR_Init(const char* modelDirectory)
         if (!module->setModels(modelDirectory))
             return failed(call, modelDirectory, MIRVAK_OCR_NO_MODEL, "holds no language");
         impl_->module = std::move(module);
-        impl_->stopped = false;
+        impl_->watch.stopped = false;
+        impl_->hasBegun = false;
         return static_cast<int>(MIRVAK_OCR_OK);
     });
 }
@@ -120,10 +122,13 @@ int MirvakOCR::MirvakOCR_Discern(const char* imagePath)
             return failed(call, imagePath, MIRVAK_OCR_BAD_ARGUMENT, "no picture");
         if (!impl_->module)
             return failed(call, imagePath, MIRVAK_OCR_NOT_READY, "MirvakOCR_Init has not succeeded");
+        impl_->watch.percent = 0;
+        impl_->hasBegun = true;
         mirvak::Document document;
-        const Outcome outcome = outcomeOf(impl_->module->read(imagePath, impl_->stopped, document));
+        const Outcome outcome = outcomeOf(impl_->module->read(imagePath, impl_->watch, document));
         if (outcome.result != MIRVAK_OCR_OK)
             return failed(call, imagePath, outcome.result, outcome.words);
+        impl_->watch.percent = 100;
         impl_->document = std::move(document);
         return static_cast<int>(MIRVAK_OCR_OK);
     });
@@ -145,9 +150,21 @@ int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
     });
 }
 
+int MirvakOCR::MirvakOCR_GetProgress(int& percent) const
+{
+    percent = impl_->watch.percent;
+    return impl_->hasBegun ? MIRVAK_OCR_OK : MIRVAK_OCR_NOT_READY;
+}
+
+int MirvakOCR::MirvakOCR_Stop()
+{
+    impl_->watch.stopped = true;
+    return MIRVAK_OCR_OK;
+}
+
 int MirvakOCR::MirvakOCR_Deinit()
 {
-    impl_->stopped = true;
+    MirvakOCR_Stop();
     const std::lock_guard lock(impl_->mutex);
     impl_->document.reset();
     impl_->module.reset();

@@ -4,9 +4,9 @@
 // often as wanted, then Deinit. No call throws. Integer results are 0 for success and one of MirvakOCRResult
 // otherwise; a failure prints one line on standard error. All texts are UTF-8.
 //
-// Threads. One object is used by one thread at a time, but for Deinit; different objects may work at the same
-// time. A recognition takes one thread for a second or two and 100 to 200 MB: it belongs on a thread of its
-// own.
+// Threads. One object is used by one thread at a time, but for GetProgress, Stop and Deinit; different
+// objects may work at the same time. A recognition takes one thread for a second or two and 100 to 200 MB: it
+// belongs on a thread of its own.
 #pragma once
 
 #include <memory>
@@ -23,7 +23,7 @@ enum MirvakOCRResult {
     MIRVAK_OCR_IO_ERROR = -5,     // the document could not be written
     MIRVAK_OCR_NO_TEXT = -6,      // nothing in the picture can be read
     MIRVAK_OCR_NO_MEMORY = -7,
-    MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds of computing, or stopped by Deinit
+    MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds of computing, or stopped by Stop or Deinit
     MIRVAK_OCR_EXISTS = -9,  // a file has the name; a new document never replaces one
 };
 
@@ -48,6 +48,13 @@ public:
     /// MIRVAK_OCR_TIMEOUT (what was read until then is kept only when it is at least one block of text, and
     /// the result is MIRVAK_OCR_OK).
     int MirvakOCR_Discern(const char* imagePath);
+    /// How far Discern has come, or came last: 0 to 100, never less than before within one call. On any
+    /// thread. MIRVAK_OCR_NOT_READY: none has begun since Init.
+    int MirvakOCR_GetProgress(int& percent) const;
+    /// Ends a Discern that runs within a fraction of a second, with MIRVAK_OCR_TIMEOUT and without a text;
+    /// one that begins later ends at once, until the next Init. A text that was read before stays. On any
+    /// thread, without waiting.
+    int MirvakOCR_Stop();
     /// Writes the text as a Rich Text Format document: paragraphs, headings, tables by tab stops, page size
     /// and margins as those of the picture. The file is a new one and appears under its name only when it is
     /// complete and synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_EXISTS,

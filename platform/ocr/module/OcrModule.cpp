@@ -17,10 +17,10 @@ public:
     }
 
     mirvak::Reading
-    read(const std::string& picture, const std::atomic<bool>& stopped, mirvak::Document& document) override
+    read(const std::string& picture, mirvak::Watch& watch, mirvak::Document& document) override
     {
         mirvak::ReadPage page;
-        const mirvak::Reading reading = mirvak::PageReader(*models_, stopped).read(picture, page);
+        const mirvak::Reading reading = mirvak::PageReader(*models_, watch).read(picture, page);
         if (reading != mirvak::Reading::ok)
             return reading;
         mirvak::TextModel* model = models_->get(page.language);

@@ -2,8 +2,8 @@
 
 #include "Document.h"
 #include "Reading.h"
+#include "Watch.h"
 
-#include <atomic>
 #include <string>
 
 namespace mirvak {
@@ -16,9 +16,7 @@ public:
     virtual ~OcrModule() = default;
     /// Whether the directory holds models.
     virtual bool setModels(const std::string& directory) = 0;
-    /// `stopped` may be set by another thread.
-    virtual Reading
-    read(const std::string& picture, const std::atomic<bool>& stopped, Document& document) = 0;
+    virtual Reading read(const std::string& picture, Watch& watch, Document& document) = 0;
 };
 
 /// Exported by the module; the caller owns the result.

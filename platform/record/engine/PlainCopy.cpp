@@ -17,6 +17,10 @@ namespace {
 // What other programs keep for themselves while both files exist.
 constexpr uintmax_t roomToLeave = 64 << 20;
 
+// Of the whole copy, when its packets and its index are written; the rest goes to the disk.
+constexpr double copyPercent = 50;
+constexpr int trailerPercent = 80;
+
 std::string asUrl(const std::string& path)
 {
     return "file:" + path;
@@ -25,8 +29,7 @@ std::string asUrl(const std::string& path)
 class PlainCopy
 {
 public:
-    PlainCopy(const std::string& path, int film, const std::atomic<bool>& cancelled)
-        : path_(path), film_(film), cancelled_(cancelled)
+    PlainCopy(const std::string& path, int film, CopyWatch& watch) : path_(path), film_(film), watch_(watch)
     {
     }
 
@@ -105,6 +108,7 @@ private:
             if (result == AVERROR_EOF)
                 return true;
             if (result >= 0) {
+                tell(packet->pos);
                 packet->pos = -1;
                 av_packet_rescale_ts(
                     packet.get(), input_->streams[0]->time_base, output_->streams[0]->time_base);
@@ -116,10 +120,17 @@ private:
         }
         return false;
     }
-    bool isCancelled() { return cancelled_ && !fail("given up, it took too long"); }
+    bool isCancelled() { return watch_.cancelled && !fail("given up"); }
+    void tell(int64_t position) const
+    {
+        if (position > 0 && bytes_ > 0)
+            watch_.percent = static_cast<int>(copyPercent * static_cast<double>(position) / double(bytes_));
+    }
     bool finish()
     {
-        const int result = av_write_trailer(output_.get());
+        const int result =
+            av_write_trailer(output_.get()); // moves what is written, to make room for the index
+        watch_.percent = trailerPercent;
         if (result < 0)
             return fail(result);
         output_->pb = nullptr;
@@ -156,7 +167,7 @@ private:
 
     const std::string& path_;
     const int film_;
-    const std::atomic<bool>& cancelled_;
+    CopyWatch& watch_;
     uintmax_t bytes_ = 0;
     std::string why_;
     AvInputPtr input_;
@@ -166,9 +177,10 @@ private:
 
 } // namespace
 
-bool makePlain(const std::string& path, int film, const std::atomic<bool>& cancelled)
+bool makePlain(const std::string& path, int film, CopyWatch& watch)
 {
-    PlainCopy copy(path, film, cancelled);
+    watch.percent = 0;
+    PlainCopy copy(path, film, watch);
     const bool done = copy.run();
     copy.report();
     return done;

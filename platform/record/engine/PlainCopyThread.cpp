@@ -1,7 +1,5 @@
 #include "PlainCopyThread.h"
 
-#include "PlainCopy.h"
-
 #include <cstdio>
 #include <exception>
 #include <pthread.h>
@@ -11,11 +9,11 @@ namespace mirvak {
 
 namespace {
 
-void makeCopy(const std::string& path, int film, const std::atomic<bool>& cancelled)
+void makeCopy(const std::string& path, int film, CopyWatch& watch)
 {
     pthread_setname_np(pthread_self(), "recording copy");
     try {
-        makePlain(path, film, cancelled);
+        makePlain(path, film, watch);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "record: %s stays in fragments: %s\n", path.c_str(), failure.what());
     }
@@ -26,16 +24,33 @@ void makeCopy(const std::string& path, int film, const std::atomic<bool>& cancel
 void PlainCopyThread::start(const std::string& path, UniqueFd film, std::chrono::milliseconds wait)
 {
     std::promise<void> done;
-    const std::shared_future<void> before = std::exchange(last_, done.get_future().share());
-    std::thread(
-        [path, before, film = std::move(film), cancelled = cancelled_, done = std::move(done)]() mutable {
-            if (before.valid())
-                before.wait();
-            makeCopy(path, film.get(), *cancelled);
-            done.set_value();
-        })
-        .detach();
-    last_.wait_for(wait);
+    const std::shared_future<void> ended = done.get_future().share();
+    std::unique_lock lock(mutex_);
+    const std::shared_future<void> before = std::exchange(last_, ended);
+    std::thread([path, before, film = std::move(film), watch = watch_, done = std::move(done)]() mutable {
+        if (before.valid())
+            before.wait();
+        makeCopy(path, film.get(), *watch);
+        done.set_value();
+    }).detach();
+    lock.unlock();
+    ended.wait_for(wait);
+}
+
+int PlainCopyThread::percent() const
+{
+    const std::lock_guard lock(mutex_);
+    const bool runs = last_.valid() && last_.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
+    return runs ? int(watch_->percent) : -1;
+}
+
+void PlainCopyThread::cancel()
+{
+    const std::lock_guard lock(mutex_);
+    watch_->cancelled = true;
+    const int percent = watch_->percent;
+    watch_ = std::make_shared<CopyWatch>(); // of the films that follow
+    watch_->percent = percent;
 }
 
 PlainCopyThread::~PlainCopyThread()
@@ -46,7 +61,7 @@ PlainCopyThread::~PlainCopyThread()
     const auto toRemove = patience_ / 6;
     if (last_.wait_for(patience_ - toRemove) == std::future_status::ready)
         return;
-    *cancelled_ = true;
+    watch_->cancelled = true;
     last_.wait_for(toRemove);
 }
 

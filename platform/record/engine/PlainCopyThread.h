@@ -1,11 +1,13 @@
 #pragma once
 
+#include "PlainCopy.h"
 #include "UniqueFd.h"
 
 #include <atomic>
 #include <chrono>
 #include <future>
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace mirvak {
@@ -29,12 +31,17 @@ public:
     /// Begins with this file, which is open as `film`, when those before it are done; waits a little, so that
     /// a short recording is final at once.
     void start(const std::string& path, UniqueFd film, std::chrono::milliseconds wait);
+    /// How far the present copy has come, 0 to 100; -1: none is made. Thread-safe, as is cancel().
+    int percent() const;
+    /// Gives up what runs and what waits: those files play as they are.
+    void cancel();
     /// The disk does not answer: the destructor does not wait.
     void losePatience() { patience_ = std::chrono::milliseconds(0); }
 
 private:
     std::chrono::milliseconds patience_;
-    std::shared_ptr<std::atomic<bool>> cancelled_ = std::make_shared<std::atomic<bool>>(false);
+    mutable std::mutex mutex_; ///< of the two below
+    std::shared_ptr<CopyWatch> watch_ = std::make_shared<CopyWatch>();
     std::shared_future<void> last_;
 };
 

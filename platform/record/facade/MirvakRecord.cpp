@@ -134,3 +134,21 @@ int MirvakRecord::MirvakRecord_GetLength(int& milliseconds) const
         return result;
     });
 }
+
+int MirvakRecord::MirvakRecord_GetCopying(int& percent) const
+{
+    return guarded("MirvakRecord_GetCopying", [&] {
+        const mirvak::RecordModule* module = impl_->module;
+        percent = module ? module->copyPercent() : -1;
+        return static_cast<int>(percent < 0 ? MIRVAK_RECORD_NOT_RECORDING : MIRVAK_RECORD_OK);
+    });
+}
+
+int MirvakRecord::MirvakRecord_StopCopying()
+{
+    return guarded("MirvakRecord_StopCopying", [&] {
+        if (mirvak::RecordModule* module = impl_->module)
+            module->stopCopying();
+        return static_cast<int>(MIRVAK_RECORD_OK);
+    });
+}

@@ -69,6 +69,11 @@ public:
     /// How long the film is: while it is recorded what has been filmed, afterwards what the file shows.
     /// Results as from GetCounts.
     int MirvakRecord_GetLength(int& milliseconds) const;
+    /// How far the rewriting of a film that has ended has come, 0 to 100. NOT_RECORDING: none is being
+    /// rewritten. On any thread, as StopCopying.
+    int MirvakRecord_GetCopying(int& percent) const;
+    /// Gives up the rewriting, soon: the film stays as it is, which plays.
+    int MirvakRecord_StopCopying();
 
     struct Impl;
 

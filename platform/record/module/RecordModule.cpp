@@ -93,6 +93,9 @@ public:
         return recorder_ ? recorder_->result() : last_->result;
     }
 
+    int copyPercent() const override { return copies_.percent(); }
+    void stopCopying() override { copies_.cancel(); }
+
 private:
     std::shared_ptr<Recorder> recording() const
     {

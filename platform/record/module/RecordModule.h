@@ -20,6 +20,8 @@ public:
     virtual MirvakRecordResult stop() = 0;
     virtual MirvakRecordResult counts(RecordCounts& counts) const = 0;
     virtual MirvakRecordResult length(std::chrono::milliseconds& length) const = 0;
+    virtual int copyPercent() const = 0; ///< -1: no film is being rewritten
+    virtual void stopCopying() = 0;
 };
 
 /// Exported by the module; the caller owns the result.
