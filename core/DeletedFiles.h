@@ -1,23 +1,17 @@
 #pragma once
 
-#include "UniqueFd.h"
+#include "HiddenFile.h"
 
 #include <QString>
 
 #include <vector>
 
 /// The files of one deletion. They leave their names at once but can be brought back for as long as this
-/// object lives; with it they are gone for good. Meanwhile each lies in its own folder under a hidden name of
-/// the kind ".lumro-*.tmp", locked by this process: what a killed process leaves is removed by the next
-/// start. Trouble is told in one line each on standard error. One thread at a time.
+/// object lives; with it they are gone for good. Trouble is told in one line each on standard error. One
+/// thread at a time.
 class DeletedFiles
 {
 public:
-    DeletedFiles() = default;
-    ~DeletedFiles();
-    DeletedFiles(const DeletedFiles&) = delete;
-    DeletedFiles& operator=(const DeletedFiles&) = delete;
-
     /// @return false when the file stays where it is; folders are never taken
     bool take(const QString& path);
     /// Brings a taken file back, under a name of its own when another file has taken its name meanwhile.
@@ -28,8 +22,7 @@ private:
     struct Taken
     {
         QString path;
-        QString hidden;
-        mirvak::UniqueFd lock; ///< none where the file cannot be opened or many are held already
+        HiddenFile file;
     };
     std::vector<Taken> taken_;
 };

@@ -3,6 +3,7 @@
 #include "MsgBox.h"
 
 #include <QDesktopServices>
+#include <QDrag>
 #include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -39,6 +40,7 @@ Dialogs Dialogs::real()
     dialogs.choosePrinter = [](QPrinter& printer, QWidget* parent) {
         return QPrintDialog(&printer, parent).exec() == QDialog::Accepted;
     };
+    dialogs.drag = [](QDrag& drag, Qt::DropActions actions) { drag.exec(actions); };
     return dialogs;
 }
 

@@ -7,6 +7,7 @@
 #include <functional>
 
 class MsgBox;
+class QDrag;
 class QFileDialog;
 class QPrinter;
 class QUrl;
@@ -30,6 +31,8 @@ struct Dialogs
     std::function<bool(const QUrl& url)> openUrl;
     /// Lets the user choose and set up the printer. @return false when cancelled
     std::function<bool(QPrinter& printer, QWidget* parent)> choosePrinter;
+    /// Runs the prepared drag, which may only copy, until the files are dropped.
+    std::function<void(QDrag& drag, Qt::DropActions actions)> drag;
 
     /// The one set of the process.
     static Dialogs& instance();

@@ -1,5 +1,7 @@
 #include "Thumbnail.h"
 
+#include "EntryActions.h"
+#include "FileDrag.h"
 #include "ListedFiles.h"
 #include "NamedFiles.h"
 #include "NoticeBar.h"
@@ -24,7 +26,8 @@ Thumbnail::Thumbnail(QWidget* parent)
     : QWidget(parent), title_(new QLabel(tr("Thumbnail"), this)), list_(new ThumbnailList(this)),
       menu_(new QMenu(this)), notice_(new NoticeBar(this)),
       files_(new ListedFiles([this] { return list_->pictureRoom(); }, this)),
-      deletion_(new ThumbnailDeletion(*list_, *files_, this))
+      deletion_(new ThumbnailDeletion(*list_, *files_, this)),
+      actions_(new EntryActions(*list_, *files_, *this))
 {
     title_->setObjectName(QStringLiteral("LabelThumbnailTitle"));
     title_->setAlignment(Qt::AlignCenter);
@@ -47,6 +50,10 @@ Thumbnail::Thumbnail(QWidget* parent)
     connect(this, &Thumbnail::updateui, list_->viewport(), QOverload<>::of(&QWidget::update));
     connect(list_, &QWidget::customContextMenuRequested, this, &Thumbnail::onPopupCustomMenu);
     connect(list_, &QListWidget::itemDoubleClicked, this, &Thumbnail::onItemDoubleClicked);
+    connect(new FileDrag(*list_, *this), &FileDrag::dropped, this, [this](const QStringList& paths) {
+        for (const QString& path : paths)
+            AddImage(path, -1);
+    });
     connectFiles();
 }
 
@@ -63,11 +70,14 @@ void Thumbnail::connectFiles()
     });
     connect(files_, &ListedFiles::gone, this, [this](const QString& path) {
         list_->takeEntry(list_->rowOfExactly(path));
+        actions_->forget(path);
         if (keepsFiles_)
             say(tr("%1 is no longer there.").arg(namedFiles({path})));
     });
     connect(deletion_, &ThumbnailDeletion::noticed, this, &Thumbnail::say);
     connect(deletion_, &ThumbnailDeletion::restored, this, &Thumbnail::updateui);
+    connect(actions_, &EntryActions::noticed, this, &Thumbnail::say);
+    connect(actions_, &EntryActions::edited, this, [this] { isEditLast_ = true; });
     connect(notice_, &NoticeBar::expired, this, [this] { leftOut_.clear(); });
 }
 
@@ -136,11 +146,16 @@ void Thumbnail::RemoveItem(int index, bool deleteFile)
 
 void Thumbnail::remove(const QStringList& paths, bool deleteFiles)
 {
+    isEditLast_ = isEditLast_ && !deleteFiles;
     if (deleteFiles)
-        return deletion_->remove(paths);
+        deletion_->remove(paths);
     for (const QString& path : paths) {
-        files_->forget(path);
-        list_->takeEntry(list_->rowOfExactly(path));
+        if (!deleteFiles) {
+            files_->forget(path);
+            list_->takeEntry(list_->rowOfExactly(path));
+        }
+        if (list_->rowOfExactly(path) < 0)
+            actions_->forget(path);
     }
 }
 
@@ -173,11 +188,13 @@ void Thumbnail::onFileChanged(const QString& path)
 void Thumbnail::focusInEvent(QFocusEvent* event)
 {
     QWidget::focusInEvent(event);
+    actions_->place();
     list_->viewport()->update();
 }
 
 void Thumbnail::focusOutEvent(QFocusEvent* event)
 {
     QWidget::focusOutEvent(event);
+    actions_->place();
     list_->viewport()->update();
 }

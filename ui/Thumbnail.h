@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QWidget>
 
+class EntryActions;
 class ListedFiles;
 class NoticeBar;
 class QLabel;
@@ -14,8 +15,9 @@ class ThumbnailDeletion;
 class ThumbnailList;
 
 /// The strip that lists every file produced since the start, as a picture with its name. An entry is its
-/// file's full path; it goes when the file goes. Deleted files can be brought back for ten seconds. What
-/// fails is said at the strip's lower edge. GUI thread only.
+/// file's full path; it goes when the file goes. Pictures can be turned, cropped and set straight, every file
+/// renamed and dragged elsewhere; files of other programs can be dropped on it. Deleted files can be brought
+/// back for ten seconds. What fails is said at the strip's lower edge. GUI thread only.
 class Thumbnail : public QWidget
 {
     Q_OBJECT
@@ -85,6 +87,7 @@ private:
     void openFolderOf(const QString& path);
     void remove(const QStringList& paths, bool deleteFiles);
     void takeOutSelected();
+    void undo();
     bool isThere(const QString& path);
     void leaveOut(const QString& path);
     void say(const QString& text);
@@ -95,8 +98,10 @@ private:
     NoticeBar* notice_;
     ListedFiles* files_;
     ThumbnailDeletion* deletion_;
+    EntryActions* actions_;
     QStringList leftOut_; ///< named in the present notice
     bool keepsFiles_ = false;
+    bool isEditLast_ = false;   ///< an edit came after the last deletion
     bool rightPressed_ = false; ///< by the last press of a mouse button
     ConfigSettings settings_;
 };

@@ -2,6 +2,7 @@
 #include "Thumbnail.h"
 
 #include "Dialogs.h"
+#include "EntryActions.h"
 #include "FileHandover.h"
 #include "ListedFiles.h"
 #include "NamedFiles.h"
@@ -142,7 +143,8 @@ bool Thumbnail::eventFilter(QObject* watched, QEvent* event)
     // The right button opens the menu by itself; held, it must not open it a second time.
     if (watched == list_->viewport() && event->type() == QEvent::MouseButtonPress)
         rightPressed_ = static_cast<QMouseEvent*>(event)->button() == Qt::RightButton;
-    if (watched == list_->viewport() && event->type() == QEvent::Gesture && !rightPressed_) {
+    if (watched == list_->viewport() && event->type() == QEvent::Gesture && !rightPressed_ &&
+        !list_->isDragging()) {
         const QGesture* hold = static_cast<QGestureEvent*>(event)->gesture(Qt::TapAndHoldGesture);
         if (hold && hold->state() == Qt::GestureFinished) {
             QPoint pos = list_->viewport()->mapFromGlobal(hold->hotSpot().toPoint());
@@ -161,10 +163,22 @@ void Thumbnail::takeOutSelected()
         next->setSelected(true);
 }
 
+/// Of the last deletion and the last edit of what is selected the later one.
+void Thumbnail::undo()
+{
+    const bool isDeletionFirst = !isEditLast_ && deletion_->canUndo();
+    if (isDeletionFirst || !actions_->undo())
+        deletion_->undo();
+}
+
 void Thumbnail::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Undo))
-        return deletion_->undo();
+        return undo();
+    if (event->matches(QKeySequence::SelectAll))
+        return list_->selectAll();
+    if (actions_->press(*event))
+        return;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -182,7 +196,7 @@ void Thumbnail::keyPressEvent(QKeyEvent* event)
     case Qt::Key_End:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-        QCoreApplication::sendEvent(list_, event);
+        list_->press(*event);
         break;
     default:
         QWidget::keyPressEvent(event);

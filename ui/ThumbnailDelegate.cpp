@@ -1,10 +1,13 @@
 #include "ThumbnailDelegate.h"
 
 #include "Look.h"
+#include "ThumbnailList.h"
 
 #include <QAbstractItemView>
 #include <QIcon>
 #include <QPainter>
+
+#include <algorithm>
 
 void ThumbnailDelegate::paint(QPainter* painter,
                               const QStyleOptionViewItem& option,
@@ -27,6 +30,34 @@ void ThumbnailDelegate::paint(QPainter* painter,
     const QString text =
         option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, name.width());
     painter->drawText(name, Qt::AlignCenter | Qt::TextSingleLine, text);
+    const auto* list = dynamic_cast<const ThumbnailList*>(view);
+    if (list && list->isPageList())
+        paintNumber(*painter, picture, QString::number(index.row() + 1));
+    if (index.data(ThumbnailList::busyRole).toBool())
+        paintVeil(*painter, picture);
+}
+
+void ThumbnailDelegate::paintNumber(QPainter& painter, const QRect& picture, const QString& number)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QFontMetrics metrics(painter.font());
+    const int height = metrics.height() + 4;
+    const QRect plate(picture.topLeft(),
+                      QSize(std::max(height, metrics.horizontalAdvance(number) + 12), height));
+    painter.setPen(Look::strip);
+    painter.setBrush(QColor(16, 60, 68, 230));
+    painter.drawRoundedRect(QRectF(plate).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter.setPen(Look::text);
+    painter.drawText(plate, Qt::AlignCenter, number);
+    painter.restore();
+}
+
+void ThumbnailDelegate::paintVeil(QPainter& painter, const QRect& picture)
+{
+    painter.fillRect(picture, QColor(16, 60, 68, 170));
+    painter.setPen(Look::text);
+    painter.drawText(picture, Qt::AlignCenter | Qt::TextWordWrap, tr("Working..."));
 }
 
 void ThumbnailDelegate::paintFrame(QPainter& painter, const QStyleOptionViewItem& option, bool current) const

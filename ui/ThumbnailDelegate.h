@@ -3,7 +3,8 @@
 #include <QStyledItemDelegate>
 
 /// Draws an entry of the strip: the picture above, its name below, a frame for the selected, the hovered and,
-/// while the strip has the keyboard, the current one.
+/// while the strip has the keyboard, the current one; the number of a page, a veil over what is being worked
+/// on.
 class ThumbnailDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -16,6 +17,8 @@ public:
     paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
+    static void paintNumber(QPainter& painter, const QRect& picture, const QString& number);
+    static void paintVeil(QPainter& painter, const QRect& picture);
     void paintFrame(QPainter& painter, const QStyleOptionViewItem& option, bool current) const;
 
     QWidget& strip_;

@@ -28,6 +28,7 @@ public:
     /// Brings the files of the last deletion back, each entry to its row. None that can be taken back does
     /// nothing.
     void undo();
+    bool canUndo() const { return last_ != nullptr; }
 
 Q_SIGNALS:
     void noticed(const QString& text); ///< something for the user to read

@@ -1,5 +1,10 @@
 #include "ThumbnailList.h"
 
+#include "Look.h"
+
+#include <QCoreApplication>
+#include <QDragMoveEvent>
+#include <QPainter>
 #include <QScroller>
 
 #include <algorithm>
@@ -7,6 +12,22 @@
 namespace {
 
 constexpr int nameHeight = 50; // px of an entry that its picture leaves to the name
+constexpr int lineHeight = 4;  // px
+
+/// Of pages a screen reader says the number too.
+class Entry : public QListWidgetItem
+{
+public:
+    QVariant data(int role) const override
+    {
+        const auto* list = static_cast<ThumbnailList*>(listWidget());
+        if (role != Qt::AccessibleTextRole || !list || !list->isPageList())
+            return QListWidgetItem::data(role);
+        return QCoreApplication::translate("ThumbnailList", "Page %1: %2")
+            .arg(list->row(this) + 1)
+            .arg(text());
+    }
+};
 
 QString pathOf(const QListWidgetItem* item)
 {
@@ -68,7 +89,7 @@ ThumbnailList::ThumbnailList(QWidget* parent) : QListWidget(parent)
 void ThumbnailList::insertEntry(const QPixmap& picture, const QString& path, int index)
 {
     clearSelection();
-    auto* item = new QListWidgetItem;
+    auto* item = new Entry;
     setPath(*item, path);
     item->setSizeHint(entrySize_);
     item->setTextAlignment(Qt::AlignCenter);
@@ -144,6 +165,18 @@ void ThumbnailList::putBack(std::unique_ptr<QListWidgetItem> entry, int row, con
     setCurrentRow(row, QItemSelectionModel::Select);
 }
 
+void ThumbnailList::renameEntry(const QString& path, const QString& newPath)
+{
+    if (QListWidgetItem* entry = item(rowOfExactly(path)))
+        setPath(*entry, newPath);
+}
+
+void ThumbnailList::setBusy(const QString& path, bool isBusy)
+{
+    if (QListWidgetItem* entry = item(rowOfExactly(path)))
+        entry->setData(busyRole, isBusy);
+}
+
 void ThumbnailList::setEntrySize(const QSize& size)
 {
     entrySize_ = size;
@@ -167,6 +200,7 @@ void ThumbnailList::move(const QString& path, int step)
 
 void ThumbnailList::becomePageList()
 {
+    isPageList_ = true;
     // One below the other: only then can an entry be dragged between two others, above or below.
     setViewMode(QListView::ListMode);
     setFlow(QListView::TopToBottom);
@@ -178,4 +212,51 @@ void ThumbnailList::becomePageList()
     // A pressed mouse drags an entry now, a finger still scrolls.
     QScroller::ungrabGesture(this);
     QScroller::grabGesture(this, QScroller::TouchGesture);
+}
+
+void ThumbnailList::showFallAt(int y)
+{
+    fallsAt_ = y;
+    viewport()->update();
+}
+
+void ThumbnailList::startDrag(Qt::DropActions actions)
+{
+    setDragging(true);
+    QListWidget::startDrag(actions);
+    setDragging(false);
+}
+
+void ThumbnailList::dragMoveEvent(QDragMoveEvent* event)
+{
+    QListWidget::dragMoveEvent(event);
+    if (!event->isAccepted() || count() == 0)
+        return showFallAt(-1);
+    // As the drop itself: above the middle of an entry before it, below it behind it, below all at the end.
+    const QModelIndex under = indexAt(event->pos());
+    const QRect entry = visualRect(under.isValid() ? under : model()->index(count() - 1, 0));
+    const bool isBefore = under.isValid() && event->pos().y() < entry.center().y();
+    showFallAt(isBefore ? entry.top() - spacing() : entry.bottom() + 1 + spacing());
+}
+
+void ThumbnailList::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    QListWidget::dragLeaveEvent(event);
+    showFallAt(-1);
+}
+
+void ThumbnailList::dropEvent(QDropEvent* event)
+{
+    QListWidget::dropEvent(event);
+    showFallAt(-1);
+}
+
+void ThumbnailList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (fallsAt_ < 0)
+        return;
+    QPainter painter(viewport());
+    const int top = std::clamp(fallsAt_ - lineHeight / 2, 0, viewport()->height() - lineHeight);
+    painter.fillRect(QRect(0, top, viewport()->width(), lineHeight), Look::focus);
 }

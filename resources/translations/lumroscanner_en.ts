@@ -291,6 +291,48 @@
     </message>
 </context>
 <context>
+    <name>CropDialog</name>
+    <message>
+        <source>Crop</source>
+        <translation>Crop</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>Whole picture</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>CropView</name>
+    <message>
+        <source>Picture with the corners of the page</source>
+        <translation>Picture with the corners of the page</translation>
+    </message>
+    <message>
+        <source>Upper left corner</source>
+        <translation>Upper left corner</translation>
+    </message>
+    <message>
+        <source>Upper right corner</source>
+        <translation>Upper right corner</translation>
+    </message>
+    <message>
+        <source>Lower right corner</source>
+        <translation>Lower right corner</translation>
+    </message>
+    <message>
+        <source>Lower left corner</source>
+        <translation>Lower left corner</translation>
+    </message>
+    <message>
+        <source>The picture is being read...</source>
+        <translation>The picture is being read...</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -335,6 +377,44 @@
     <message>
         <source>%1 does not start. Trying again...</source>
         <translation>%1 does not start. Trying again...</translation>
+    </message>
+</context>
+<context>
+    <name>EntryBar</name>
+    <message>
+        <source>Change the file</source>
+        <translation>Change the file</translation>
+    </message>
+    <message>
+        <source>Rename (F2)</source>
+        <translation>Rename (F2)</translation>
+    </message>
+    <message>
+        <source>Turn left (Shift+R)</source>
+        <translation>Turn left (Shift+R)</translation>
+    </message>
+    <message>
+        <source>Turn right (R)</source>
+        <translation>Turn right (R)</translation>
+    </message>
+    <message>
+        <source>Crop (C)</source>
+        <translation>Crop (C)</translation>
+    </message>
+    <message>
+        <source>Set straight (S)</source>
+        <translation>Set straight (S)</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>Undo (Ctrl+Z)</translation>
+    </message>
+</context>
+<context>
+    <name>EntryName</name>
+    <message>
+        <source>New name</source>
+        <translation>New name</translation>
     </message>
 </context>
 <context>
@@ -775,6 +855,37 @@
     </message>
 </context>
 <context>
+    <name>PictureEdits</name>
+    <message>
+        <source>%1 is straight already.</source>
+        <translation>%1 is straight already.</translation>
+    </message>
+    <message>
+        <source>%1 could not be changed.</source>
+        <translation>%1 could not be changed.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program meanwhile and stays so.</source>
+        <translation>%1 was changed by another program meanwhile and stays so.</translation>
+    </message>
+    <message>
+        <source>A file needs a name.</source>
+        <translation>A file needs a name.</translation>
+    </message>
+    <message>
+        <source>A name may not begin with a dot or contain a slash.</source>
+        <translation>A name may not begin with a dot or contain a slash.</translation>
+    </message>
+    <message>
+        <source>There is already a file of the name %1.</source>
+        <translation>There is already a file of the name %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be renamed.</source>
+        <translation>%1 could not be renamed.</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>
@@ -1191,6 +1302,13 @@
     </message>
 </context>
 <context>
+    <name>ThumbnailDelegate</name>
+    <message>
+        <source>Working...</source>
+        <translation>Working...</translation>
+    </message>
+</context>
+<context>
     <name>ThumbnailDeletion</name>
     <message>
         <source>Undo</source>
@@ -1214,6 +1332,13 @@
     <message>
         <source>Could not be brought back: %1</source>
         <translation>Could not be brought back: %1</translation>
+    </message>
+</context>
+<context>
+    <name>ThumbnailList</name>
+    <message>
+        <source>Page %1: %2</source>
+        <translation>Page %1: %2</translation>
     </message>
 </context>
 <context>

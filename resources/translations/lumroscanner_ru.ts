@@ -291,6 +291,48 @@
     </message>
 </context>
 <context>
+    <name>CropDialog</name>
+    <message>
+        <source>Crop</source>
+        <translation>Обрезать</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>Всё изображение</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>CropView</name>
+    <message>
+        <source>Picture with the corners of the page</source>
+        <translation>Изображение с углами страницы</translation>
+    </message>
+    <message>
+        <source>Upper left corner</source>
+        <translation>Левый верхний угол</translation>
+    </message>
+    <message>
+        <source>Upper right corner</source>
+        <translation>Правый верхний угол</translation>
+    </message>
+    <message>
+        <source>Lower right corner</source>
+        <translation>Правый нижний угол</translation>
+    </message>
+    <message>
+        <source>Lower left corner</source>
+        <translation>Левый нижний угол</translation>
+    </message>
+    <message>
+        <source>The picture is being read...</source>
+        <translation>Изображение загружается…</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -335,6 +377,44 @@
     <message>
         <source>%1 does not start. Trying again...</source>
         <translation>Камера «%1» не запускается. Новая попытка…</translation>
+    </message>
+</context>
+<context>
+    <name>EntryBar</name>
+    <message>
+        <source>Change the file</source>
+        <translation>Изменить файл</translation>
+    </message>
+    <message>
+        <source>Rename (F2)</source>
+        <translation>Переименовать (F2)</translation>
+    </message>
+    <message>
+        <source>Turn left (Shift+R)</source>
+        <translation>Повернуть влево (Shift+R)</translation>
+    </message>
+    <message>
+        <source>Turn right (R)</source>
+        <translation>Повернуть вправо (R)</translation>
+    </message>
+    <message>
+        <source>Crop (C)</source>
+        <translation>Обрезать (C)</translation>
+    </message>
+    <message>
+        <source>Set straight (S)</source>
+        <translation>Выровнять (S)</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>Отменить (Ctrl+Z)</translation>
+    </message>
+</context>
+<context>
+    <name>EntryName</name>
+    <message>
+        <source>New name</source>
+        <translation>Новое имя</translation>
     </message>
 </context>
 <context>
@@ -776,6 +856,37 @@
     </message>
 </context>
 <context>
+    <name>PictureEdits</name>
+    <message>
+        <source>%1 is straight already.</source>
+        <translation>Файл %1 уже выровнен.</translation>
+    </message>
+    <message>
+        <source>%1 could not be changed.</source>
+        <translation>Не удалось изменить файл %1.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program meanwhile and stays so.</source>
+        <translation>Файл %1 тем временем изменила другая программа, он остался как есть.</translation>
+    </message>
+    <message>
+        <source>A file needs a name.</source>
+        <translation>Введите имя файла.</translation>
+    </message>
+    <message>
+        <source>A name may not begin with a dot or contain a slash.</source>
+        <translation>Имя не может начинаться с точки и содержать косую черту.</translation>
+    </message>
+    <message>
+        <source>There is already a file of the name %1.</source>
+        <translation>Файл с именем %1 уже есть.</translation>
+    </message>
+    <message>
+        <source>%1 could not be renamed.</source>
+        <translation>Не удалось переименовать файл %1.</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>
@@ -1192,6 +1303,13 @@
     </message>
 </context>
 <context>
+    <name>ThumbnailDelegate</name>
+    <message>
+        <source>Working...</source>
+        <translation>Обработка…</translation>
+    </message>
+</context>
+<context>
     <name>ThumbnailDeletion</name>
     <message>
         <source>Undo</source>
@@ -1216,6 +1334,13 @@
     <message>
         <source>Could not be brought back: %1</source>
         <translation>Не удалось вернуть: %1</translation>
+    </message>
+</context>
+<context>
+    <name>ThumbnailList</name>
+    <message>
+        <source>Page %1: %2</source>
+        <translation>Страница %1: %2</translation>
     </message>
 </context>
 <context>

@@ -291,6 +291,48 @@
     </message>
 </context>
 <context>
+    <name>CropDialog</name>
+    <message>
+        <source>Crop</source>
+        <translation>裁剪</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>整张图片</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>CropView</name>
+    <message>
+        <source>Picture with the corners of the page</source>
+        <translation>带页面四角的图片</translation>
+    </message>
+    <message>
+        <source>Upper left corner</source>
+        <translation>左上角</translation>
+    </message>
+    <message>
+        <source>Upper right corner</source>
+        <translation>右上角</translation>
+    </message>
+    <message>
+        <source>Lower right corner</source>
+        <translation>右下角</translation>
+    </message>
+    <message>
+        <source>Lower left corner</source>
+        <translation>左下角</translation>
+    </message>
+    <message>
+        <source>The picture is being read...</source>
+        <translation>正在读取图片…</translation>
+    </message>
+</context>
+<context>
     <name>DeviceControl</name>
     <message>
         <source>No found device!</source>
@@ -335,6 +377,44 @@
     <message>
         <source>%1 does not start. Trying again...</source>
         <translation>%1 未能启动，正在重试…</translation>
+    </message>
+</context>
+<context>
+    <name>EntryBar</name>
+    <message>
+        <source>Change the file</source>
+        <translation>修改文件</translation>
+    </message>
+    <message>
+        <source>Rename (F2)</source>
+        <translation>重命名 (F2)</translation>
+    </message>
+    <message>
+        <source>Turn left (Shift+R)</source>
+        <translation>向左旋转 (Shift+R)</translation>
+    </message>
+    <message>
+        <source>Turn right (R)</source>
+        <translation>向右旋转 (R)</translation>
+    </message>
+    <message>
+        <source>Crop (C)</source>
+        <translation>裁剪 (C)</translation>
+    </message>
+    <message>
+        <source>Set straight (S)</source>
+        <translation>拉正 (S)</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>撤销 (Ctrl+Z)</translation>
+    </message>
+</context>
+<context>
+    <name>EntryName</name>
+    <message>
+        <source>New name</source>
+        <translation>新名称</translation>
     </message>
 </context>
 <context>
@@ -774,6 +854,37 @@
     </message>
 </context>
 <context>
+    <name>PictureEdits</name>
+    <message>
+        <source>%1 is straight already.</source>
+        <translation>%1 已经是正的。</translation>
+    </message>
+    <message>
+        <source>%1 could not be changed.</source>
+        <translation>无法修改 %1。</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program meanwhile and stays so.</source>
+        <translation>%1 已被其他程序修改，保持现状。</translation>
+    </message>
+    <message>
+        <source>A file needs a name.</source>
+        <translation>请输入文件名。</translation>
+    </message>
+    <message>
+        <source>A name may not begin with a dot or contain a slash.</source>
+        <translation>文件名不能以点开头，也不能包含斜杠。</translation>
+    </message>
+    <message>
+        <source>There is already a file of the name %1.</source>
+        <translation>已有名为 %1 的文件。</translation>
+    </message>
+    <message>
+        <source>%1 could not be renamed.</source>
+        <translation>无法重命名 %1。</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>
@@ -1190,6 +1301,13 @@
     </message>
 </context>
 <context>
+    <name>ThumbnailDelegate</name>
+    <message>
+        <source>Working...</source>
+        <translation>正在处理…</translation>
+    </message>
+</context>
+<context>
     <name>ThumbnailDeletion</name>
     <message>
         <source>Undo</source>
@@ -1212,6 +1330,13 @@
     <message>
         <source>Could not be brought back: %1</source>
         <translation>无法恢复：%1</translation>
+    </message>
+</context>
+<context>
+    <name>ThumbnailList</name>
+    <message>
+        <source>Page %1: %2</source>
+        <translation>第 %1 页：%2</translation>
     </message>
 </context>
 <context>

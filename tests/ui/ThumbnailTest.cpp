@@ -114,7 +114,11 @@ protected:
         return shown && shown->isVisible() ? shown->findChild<QLabel*>()->text() : QString();
     }
     QString offer() const { return said("undoBar"); }
-    void undo() const { QTest::mouseClick(strip.findChild<QPushButton*>(), Qt::LeftButton); }
+    void undo() const
+    {
+        auto* bar = strip.findChild<QWidget*>(QStringLiteral("undoBar"));
+        QTest::mouseClick(bar->findChild<QPushButton*>(), Qt::LeftButton);
+    }
     bool onDisk(const char* name) const { return QFile::exists(file(name)); }
     /// Of deleted files that can still be brought back.
     QStringList hidden() const

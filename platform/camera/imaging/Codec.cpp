@@ -14,6 +14,13 @@ namespace mirvak {
 
 namespace {
 
+bool known(const std::string& extension)
+{
+    return extension == "jpg" || extension == "jpeg" || extension == "png" || extension == "bmp";
+}
+
+} // namespace
+
 std::string extensionOf(const std::string& path)
 {
     const size_t slash = path.find_last_of('/');
@@ -25,11 +32,6 @@ std::string extensionOf(const std::string& path)
         return static_cast<char>(std::tolower(c));
     });
     return extension;
-}
-
-bool known(const std::string& extension)
-{
-    return extension == "jpg" || extension == "jpeg" || extension == "png" || extension == "bmp";
 }
 
 std::optional<Bytes> readFile(const std::string& path)
@@ -47,8 +49,6 @@ std::optional<Bytes> readFile(const std::string& path)
     bytes.resize(static_cast<size_t>(file.gcount()));
     return bytes;
 }
-
-} // namespace
 
 std::optional<Image> decodeImage(const Bytes& bytes)
 {

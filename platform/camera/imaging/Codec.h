@@ -38,6 +38,11 @@ WriteResult writeImage(const std::string& path, const Image& image, int quality)
 /// Empty when the format cannot hold the picture or is not known.
 Bytes encodeImage(const std::string& extension, const Image& image, int quality);
 
+/// The bytes of a regular file; nothing when it cannot be read or is larger than any picture.
+std::optional<Bytes> readFile(const std::string& path);
+/// Of a file name: without the dot, lower case; empty without one.
+std::string extensionOf(const std::string& path);
+
 /// Whether a resolution read from a file can be meant: files without one often carry 0 or 1.
 constexpr bool plausibleDpi(double dpi)
 {

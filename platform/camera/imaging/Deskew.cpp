@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace mirvak {
 
@@ -111,6 +112,16 @@ std::vector<Image> deskewAll(const Image& image, int margin)
         pages.push_back(std::move(page));
     }
     return pages;
+}
+
+bool cutOut(Image& image, const std::array<cv::Point2d, 4>& corners)
+{
+    const std::vector<cv::Point2f> shape(corners.begin(), corners.end());
+    if (!cv::isContourConvex(shape) || cv::contourArea(shape, true) < leastPage * leastPage)
+        return false;
+    straighten(image.pixels, {corners, 1}, 0, image.spare);
+    std::swap(image.pixels, image.spare);
+    return true;
 }
 
 } // namespace mirvak

@@ -2,6 +2,7 @@
 
 #include "Image.h"
 
+#include <array>
 #include <vector>
 
 namespace mirvak {
@@ -20,5 +21,9 @@ Deskewed deskew(Image& image, int margin);
 /// The same for all sheets that lie side by side: one picture each, in reading order. Empty when no sheet is
 /// found; the picture itself stays as it is.
 std::vector<Image> deskewAll(const Image& image, int margin);
+
+/// Cuts out what lies between four corners (clockwise, as of Outline) and takes the perspective out.
+/// @return false, and the picture is unchanged, when they enclose no convex area of some pixels
+bool cutOut(Image& image, const std::array<cv::Point2d, 4>& corners);
 
 } // namespace mirvak

@@ -6,6 +6,7 @@
 #include <turbojpeg.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 
@@ -115,6 +116,23 @@ std::optional<Image> decodeJpeg(const Bytes& bytes)
     if (plausibleDpi(header.dpi))
         image.dpi = header.dpi;
     return image;
+}
+
+Bytes turnJpeg(const Bytes& bytes, int quarters)
+{
+    constexpr std::array<int, 4> operations{TJXOP_NONE, TJXOP_ROT90, TJXOP_ROT180, TJXOP_ROT270};
+    const Turbo turbo(tjInitTransform());
+    const JpegHeader header = readJpegHeader(bytes);
+    if (!turbo || !looksLikeJpeg(bytes) || header.orientation != 1 || header.dpi != header.dpiDown)
+        return {};
+    tjtransform turn{};
+    turn.op = operations[static_cast<size_t>(quarters & 3)];
+    turn.options = TJXOPT_PERFECT;
+    unsigned char* out = nullptr;
+    unsigned long size = 0;
+    const int result = tjTransform(turbo.get(), bytes.data(), bytes.size(), 1, &out, &size, &turn, 0);
+    const std::unique_ptr<unsigned char, decltype(&tjFree)> owned(out, &tjFree);
+    return result == 0 ? Bytes(out, out + size) : Bytes();
 }
 
 Bytes encodeJpeg(const Image& image, int quality)

@@ -268,6 +268,21 @@ public:
     /// MIRVAK_EXISTS otherwise, and appears under its name only when it is complete and synced.
     int MirvakImage_Save(const char* path, void* image, int quality, int mode);
 
+    // --- Picture: the next state of a picture's file ------------------------------------------------------
+    // Each reads the file `from` (JPEG, PNG or BMP) and writes the changed picture as the new file `to`,
+    // complete and synced, in the format that the name `from` stands for (JPEG at quality 95) and with its
+    // resolution. `from` stays as it is. Reentrant, and need no object. Results: MIRVAK_BAD_ARGUMENT for a
+    // path or a picture that makes no sense, MIRVAK_EXISTS when something has the name `to`, MIRVAK_IO_ERROR.
+    /// Turns clockwise by quarters. A JPEG whose sides are whole blocks is turned without loss.
+    static int MirvakPicture_Turn(const char* from, const char* to, int quarters);
+    /// As MirvakImage_Deskew. MIRVAK_NOT_FOUND, and no file, when there is nothing to set straight.
+    static int MirvakPicture_Straighten(const char* from, const char* to, int margin);
+    /// Cuts out what lies between the corners and takes the perspective out. They are clockwise from the top
+    /// left, in parts of the upright picture's width and height.
+    static int MirvakPicture_Cut(const char* from, const char* to, const MirvakPointF (&corners)[4]);
+    /// Where the page lies, as MirvakPicture_Cut takes it; MIRVAK_NOT_FOUND without one. Writes nothing.
+    static int MirvakPicture_FindPage(const char* from, MirvakPointF (&corners)[4]);
+
     // --- PDF: pictures become the pages of one file -----------------------------------------------------
     // Called by one thread at a time, any thread.
     /// Looks at a JPEG, PNG or BMP file, told by its first bytes, and remembers it as the next page; the

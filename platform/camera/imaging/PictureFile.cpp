@@ -1,0 +1,58 @@
+#include "PictureFile.h"
+
+#include "AtomicFile.h"
+#include "JpegCodec.h"
+#include "Rotate.h"
+
+namespace mirvak {
+
+namespace {
+
+constexpr int quality = 95; // as of captures
+
+WriteResult writeBytes(const std::string& to, const Bytes& bytes)
+{
+    if (bytes.empty())
+        return WriteResult::badPicture;
+    AtomicFile file(to, IfTaken::refuse);
+    if (!file.write(bytes.data(), bytes.size()))
+        return WriteResult::ioError;
+    switch (file.commit()) {
+    case AtomicFile::Commit::done:
+        return WriteResult::ok;
+    case AtomicFile::Commit::taken:
+        return WriteResult::nameTaken;
+    case AtomicFile::Commit::failed:
+        break;
+    }
+    return WriteResult::ioError;
+}
+
+} // namespace
+
+WriteResult
+writeChanged(const std::string& from, const std::string& to, const std::function<bool(Image&)>& change)
+{
+    std::optional<Image> image = readImage(from);
+    if (!image || !change(*image))
+        return WriteResult::badPicture;
+    return writeBytes(to, encodeImage(extensionOf(from), *image, quality));
+}
+
+WriteResult writeTurned(const std::string& from, const std::string& to, int quarters)
+{
+    quarters = (quarters % 4 + 4) % 4;
+    const std::string extension = extensionOf(from);
+    if (extension == "jpg" || extension == "jpeg") {
+        const std::optional<Bytes> bytes = readFile(from);
+        const Bytes turned = bytes ? turnJpeg(*bytes, quarters) : Bytes();
+        if (!turned.empty())
+            return writeBytes(to, turned);
+    }
+    return writeChanged(from, to, [quarters](Image& image) {
+        rotateQuarters(image, quarters);
+        return true;
+    });
+}
+
+} // namespace mirvak

@@ -1,0 +1,393 @@
+// What becomes of listed files after the capture, by mouse and keys.
+#include "AnsweredDialogs.h"
+#include "CropDialog.h"
+#include "EntryBar.h"
+#include "FreshSettings.h"
+#include "LeftOverFiles.h"
+#include "TempDir.h"
+#include "Thumbnail.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDir>
+#include <QDrag>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTest>
+#include <QUrl>
+
+namespace {
+
+class AfterTheCapture : public FreshSettings
+{
+protected:
+    AfterTheCapture()
+    {
+        strip.resize(220, 700);
+        strip.show();
+        strip.activateWindow();
+        strip.setFocus();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return strip.hasFocus(); }));
+    }
+
+    QString file(const QString& name) const { return QString::fromStdString(dir.file(name.toStdString())); }
+    static QByteArray bytes(const QString& path)
+    {
+        QFile read(path);
+        return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray();
+    }
+    /// Red on the left, blue on the right.
+    QString save(const QString& name, QSize size = QSize(64, 48)) const
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::blue);
+        for (int y = 0; y < size.height(); ++y)
+            for (int x = 0; x < size.width() / 2; ++x)
+                image.setPixelColor(x, y, Qt::red);
+        EXPECT_TRUE(image.save(file(name)));
+        return file(name);
+    }
+    void list(const QStringList& names)
+    {
+        for (const QString& name : names)
+            strip.AddImage(save(name), -1);
+    }
+    QStringList names() const
+    {
+        QStringList result;
+        for (const QString& path : strip.GetFilePaths())
+            result.append(QFileInfo(path).fileName());
+        return result;
+    }
+    /// Where the red half lies once the picture stands like that: l, r, t, b; ? otherwise.
+    static char redOf(const QString& path)
+    {
+        const QImage now(path);
+        if (now.isNull())
+            return '?';
+        const auto isRed = [&](double x, double y) {
+            return now.pixelColor(int(x * now.width()), int(y * now.height())).red() > 128;
+        };
+        const bool a = isRed(0.2, 0.2), b = isRed(0.8, 0.2), c = isRed(0.2, 0.8);
+        return a && b ? 't' : a && c ? 'l' : b ? 'r' : c ? 'b' : '?';
+    }
+    bool becomes(const QString& name, char red) const
+    {
+        return QTest::qWaitFor([&] { return redOf(file(name)) == red; });
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&strip, key, modifiers);
+    }
+    void undo() { key(Qt::Key_Z, Qt::ControlModifier); }
+    QString said() const
+    {
+        const auto* bar = strip.findChild<QWidget*>(QStringLiteral("noticeBar"));
+        return bar->isVisible() ? bar->findChild<QLabel*>()->text() : QString();
+    }
+    bool says(const char* part) const
+    {
+        return QTest::qWaitFor([&] { return said().contains(QLatin1String(part)); });
+    }
+    QStringList hidden() const
+    {
+        return QDir(QString::fromStdString(dir.path()))
+            .entryList({QStringLiteral(".lumro-*.tmp")}, QDir::Files | QDir::Hidden);
+    }
+    QLineEdit* name() const { return strip.findChild<QLineEdit*>(QStringLiteral("entryName")); }
+    void rename(const char* text)
+    {
+        key(Qt::Key_F2);
+        ASSERT_TRUE(name()->isVisible());
+        QTest::keyClicks(name(), QLatin1String(text));
+        QTest::keyClick(name(), Qt::Key_Return);
+    }
+    QPoint middleOf(int row) const { return entries->visualItemRect(entries->item(row)).center(); }
+    void hover(int row) const
+    {
+        QMouseEvent move(QEvent::MouseMove, middleOf(row), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(entries->viewport(), &move);
+    }
+    void pressOnBar(const char* button) const
+    {
+        QTest::mouseClick(strip.findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
+    }
+    void drop(QWidget* on, const QList<QUrl>& urls) const
+    {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(on, &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction) << "the other program keeps its file";
+        QDropEvent event({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(on, &event);
+    }
+
+    TempDir dir;
+    AnsweredDialogs answers;
+    Thumbnail strip;
+    QListWidget* entries = strip.findChild<QListWidget*>();
+};
+
+} // namespace
+
+TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
+{
+    list({QStringLiteral("a.jpg"), QStringLiteral("b.png"), QStringLiteral("c.bmp")});
+    const QByteArray original = bytes(file(QStringLiteral("c.bmp")));
+    key(Qt::Key_R);
+    key(Qt::Key_R); // no waiting for the first
+    ASSERT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
+    key(Qt::Key_R, Qt::ShiftModifier);
+    ASSERT_TRUE(becomes(QStringLiteral("c.bmp"), 't'));
+    EXPECT_EQ(QImage(file(QStringLiteral("c.bmp"))).size(), QSize(48, 64));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return entries->item(2)->icon().actualSize(QSize(500, 500)).width() == 75;
+    })) << "the entry shows it";
+    leftOverFiles::remove(QString::fromStdString(dir.path()));
+    EXPECT_EQ(hidden().size(), 3) << "what it was is kept";
+    entries->selectAll();
+    key(Qt::Key_R);
+    EXPECT_TRUE(becomes(QStringLiteral("a.jpg"), 't') && becomes(QStringLiteral("b.png"), 't'));
+    EXPECT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
+    for (int i = 0; i < 6; ++i) // more than there is to be taken back
+        undo();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
+    EXPECT_EQ(bytes(file(QStringLiteral("c.bmp"))), original);
+    EXPECT_EQ(redOf(file(QStringLiteral("a.jpg"))), 'l');
+    EXPECT_EQ(strip.Count(), 3);
+}
+
+TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
+{
+    list({QStringLiteral("taken.png"), QStringLiteral("a.png")});
+    key(Qt::Key_R);
+    ASSERT_TRUE(becomes(QStringLiteral("a.png"), 't'));
+    rename("taken");
+    EXPECT_TRUE(name()->isVisible() && says("taken.png"));
+    EXPECT_EQ(redOf(file(QStringLiteral("taken.png"))), 'l') << "never replaced";
+    for (const char* bad : {".hidden", "../up", "a/b", " "}) {
+        name()->clear();
+        QTest::keyClicks(name(), QLatin1String(bad));
+        QTest::keyClick(name(), Qt::Key_Return);
+        EXPECT_TRUE(name()->isVisible()) << bad;
+    }
+    QTest::keyClick(name(), Qt::Key_Escape);
+    EXPECT_EQ(names().last(), QStringLiteral("a.png"));
+    EXPECT_TRUE(strip.hasFocus());
+    rename("Invoice 7.PNG");
+    EXPECT_EQ(names().last(), QStringLiteral("Invoice 7.png"));
+    EXPECT_EQ(entries->item(1)->text(), QStringLiteral("Invoice 7.png"));
+    EXPECT_FALSE(QFile::exists(file(QStringLiteral("a.png"))));
+    key(Qt::Key_R);
+    ASSERT_TRUE(becomes(QStringLiteral("Invoice 7.png"), 'r'));
+    save(QStringLiteral("a.png")); // the old name is not free any more
+    undo();
+    ASSERT_TRUE(becomes(QStringLiteral("Invoice 7.png"), 't'));
+    undo();
+    EXPECT_TRUE(says("a.png"));
+    EXPECT_EQ(redOf(file(QStringLiteral("a.png"))), 'l');
+    QFile::remove(file(QStringLiteral("a.png")));
+    undo();
+    EXPECT_EQ(names().last(), QStringLiteral("a.png"));
+    undo();
+    EXPECT_TRUE(becomes(QStringLiteral("a.png"), 'l'));
+    QFile::remove(file(QStringLiteral("a.png")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return strip.Count() == 1; })) << "it is followed under its name";
+}
+
+TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
+{
+    list({QStringLiteral("a.png"), QStringLiteral("b.png")});
+    key(Qt::Key_R);
+    strip.RemoveItem(1, true); // while it is being turned
+    key(Qt::Key_Home);
+    key(Qt::Key_R);
+    ASSERT_TRUE(becomes(QStringLiteral("a.png"), 't')) << "after the other";
+    EXPECT_FALSE(QFile::exists(file(QStringLiteral("b.png"))));
+    EXPECT_EQ(hidden().size(), 2) << "the deleted one and what a.png was";
+
+    const QString other = save(QStringLiteral("a.png"), QSize(30, 20)); // by another program
+    undo();
+    EXPECT_TRUE(says("a.png"));
+    EXPECT_EQ(QImage(other).size(), QSize(30, 20));
+    dir.write("a.png", "damaged");
+    key(Qt::Key_S);
+    EXPECT_TRUE(says("could not be changed"));
+    EXPECT_EQ(bytes(other), "damaged");
+    {
+        Thumbnail second;
+        second.AddImage(save(QStringLiteral("c.png"), QSize(1600, 1200)), -1);
+        QTest::keyClick(&second, Qt::Key_R);
+        ASSERT_TRUE(becomes(QStringLiteral("c.png"), 't'));
+        QTest::keyClick(&second, Qt::Key_R); // it goes meanwhile
+    }
+    strip.clearthumbnail(false);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(hidden().size(), 1) << "b.png can still be taken back";
+}
+
+TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
+{
+    list({QStringLiteral("a.png"), QStringLiteral("b.png")});
+    QPixmap stock(20, 20);
+    dir.write("text.rtf", "{\\rtf1}");
+    strip.AddImage(stock, file(QStringLiteral("text.rtf")), -1);
+    auto* bar = strip.findChild<EntryBar*>();
+    const auto isOver = [&](int row) {
+        return bar->isVisible() && entries->visualItemRect(entries->item(row)).contains(bar->geometry());
+    };
+    const auto isOffered = [&](const char* button) {
+        const auto* found = bar->findChild<QPushButton*>(QLatin1String(button));
+        return found->isVisible() && found->isEnabled();
+    };
+    key(Qt::Key_Home);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isOver(0); }));
+    hover(1);
+    EXPECT_TRUE(isOver(1));
+    EXPECT_FALSE(isOffered("entryUndo"));
+    pressOnBar("entryTurnRight");
+    EXPECT_TRUE(becomes(QStringLiteral("b.png"), 't'));
+    EXPECT_EQ(redOf(file(QStringLiteral("a.png"))), 'l') << "the current one is not meant";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isOffered("entryUndo"); }));
+    pressOnBar("entryTurnLeft");
+    pressOnBar("entryUndo");
+    pressOnBar("entryUndo");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
+    hover(2);
+    EXPECT_TRUE(isOver(2) && isOffered("entryRename") && !isOffered("entryCrop") &&
+                !isOffered("entryTurnLeft"));
+    for (const auto* button : bar->findChildren<QPushButton*>())
+        EXPECT_FALSE(button->accessibleName().isEmpty() || button->icon().isNull());
+    key(Qt::Key_End);
+    key(Qt::Key_R);
+    rename("letter");
+    EXPECT_EQ(bytes(file(QStringLiteral("letter.rtf"))), "{\\rtf1}");
+}
+
+TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
+{
+    list({QStringLiteral("a.png")});
+    const auto dialog = [&] { return strip.findChild<CropDialog*>(); };
+    for (const char* button : {"cropCancel", "cropAccept"}) {
+        key(Qt::Key_C);
+        ASSERT_NE(dialog(), nullptr);
+        auto* accept = dialog()->findChild<QPushButton*>(QStringLiteral("cropAccept"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); })) << "the picture has been read";
+        auto* view = dialog()->findChild<CropView*>();
+        const auto corner = [&](int i) {
+            return view->findChild<QWidget*>(QStringLiteral("corner%1").arg(i));
+        };
+        EXPECT_FALSE(corner(0)->accessibleName().isEmpty());
+        const int left = corner(0)->x(), right = corner(1)->x();
+        for (const int i : {0, 3}) { // to the middle, in steps of ten
+            corner(i)->setFocus();
+            for (int step = 0; step < (right - left) / 20; ++step)
+                QTest::keyClick(corner(i), Qt::Key_Right, Qt::ShiftModifier);
+        }
+        const QPoint grip = corner(0)->rect().center();
+        QTest::mousePress(corner(0), Qt::LeftButton, Qt::NoModifier, grip);
+        QMouseEvent beyond(
+            QEvent::MouseMove, grip + QPoint(right, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(corner(0), &beyond);
+        EXPECT_FALSE(accept->isEnabled()) << "no page between these corners";
+        const QPoint back((left + right) / 2 - corner(0)->x(), 0);
+        QMouseEvent middle(QEvent::MouseMove, grip + back, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(corner(0), &middle);
+        QTest::mouseRelease(corner(0), Qt::LeftButton);
+        QTest::mouseClick(dialog()->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog(); }));
+        EXPECT_EQ(QImage(file(QStringLiteral("a.png"))).width(), 64);
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QImage(file(QStringLiteral("a.png"))).width() != 64; }));
+    const QImage cut(file(QStringLiteral("a.png")));
+    EXPECT_NEAR(cut.width(), 32, 2);
+    EXPECT_NEAR(cut.height(), 48, 2);
+    EXPECT_EQ(cut.pixelColor(cut.width() / 2, 24), QColor(Qt::blue)) << "the right half";
+}
+
+TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopies)
+{
+    QStringList dragged;
+    Qt::DropActions allowed = Qt::IgnoreAction;
+    Dialogs::instance().drag = [&](QDrag& drag, Qt::DropActions actions) {
+        for (const QUrl& url : drag.mimeData()->urls())
+            dragged.append(url.fileName());
+        allowed = actions;
+    };
+    list({QStringLiteral("a.png"), QStringLiteral("b b.png"), QStringLiteral("c.png")});
+    const auto click = [&](int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+        QTest::mouseClick(entries->viewport(), Qt::LeftButton, keys, middleOf(row));
+    };
+    const auto dragFrom = [&](int row) {
+        dragged.clear();
+        QTest::mousePress(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row));
+        const auto held = [&] { // the press arrives when it is no beginning of a scroll
+            for (const int to : {-20, -60}) {
+                const QPoint at = middleOf(row) + QPoint(to, 0);
+                QMouseEvent move(QEvent::MouseMove,
+                                 at,
+                                 entries->viewport()->mapToGlobal(at),
+                                 Qt::NoButton,
+                                 Qt::LeftButton,
+                                 Qt::NoModifier);
+                QApplication::sendEvent(entries->viewport(), &move);
+            }
+            return !dragged.isEmpty();
+        };
+        EXPECT_TRUE(QTest::qWaitFor(held));
+        QTest::mouseRelease(
+            entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row) - QPoint(60, 0));
+        return dragged.join(u'|');
+    };
+    click(0);
+    click(2, Qt::ControlModifier);
+    EXPECT_EQ(entries->selectedItems().size(), 2);
+    EXPECT_EQ(dragFrom(2), QStringLiteral("a.png|c.png"));
+    EXPECT_EQ(allowed, Qt::CopyAction);
+    click(0);
+    click(2, Qt::ShiftModifier);
+    EXPECT_EQ(dragFrom(0), QStringLiteral("a.png|b b.png|c.png"));
+    click(2);
+    EXPECT_EQ(dragFrom(1), QStringLiteral("b b.png")) << "one that is not selected goes alone";
+    EXPECT_EQ(strip.Count(), 3);
+}
+
+TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
+{
+    for (int pages = 0; pages < 2; ++pages) {
+        dir.write("notes.txt", "no picture");
+        const QList<QUrl> urls{QUrl::fromLocalFile(save(QStringLiteral("ä 1.png"))),
+                               QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
+                               QUrl(QStringLiteral("http://localhost/x.png"))};
+        drop(pages ? entries->viewport() : static_cast<QWidget*>(&strip), urls);
+        EXPECT_EQ(names(), QStringList{QStringLiteral("ä 1.png")});
+        EXPECT_TRUE(says("notes.txt, x.png")) << qPrintable(said());
+        EXPECT_TRUE(QFile::exists(file(QStringLiteral("notes.txt"))));
+        strip.clearthumbnail(false);
+        strip.becomePageList();
+    }
+}
+
+TEST_F(AfterTheCapture, PagesAreNumbered)
+{
+    list({QStringLiteral("a.png"), QStringLiteral("b.png"), QStringLiteral("c.png")});
+    strip.becomePageList();
+    const auto spoken = [&](int row) {
+        return QAccessible::queryAccessibleInterface(entries)->child(row)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(spoken(0), QStringLiteral("Page 1: a.png"));
+    strip.onMoveUp(); // c.png
+    EXPECT_EQ(spoken(1), QStringLiteral("Page 2: c.png"));
+    const auto look = [&](int row) {
+        return entries->viewport()->grab(entries->visualItemRect(entries->item(row))).toImage();
+    };
+    entries->clearSelection();
+    entries->setCurrentRow(-1);
+    EXPECT_NE(look(0).copy(0, 0, 40, 40), look(2).copy(0, 0, 40, 40)) << "only the numbers tell them apart";
+}
