@@ -347,7 +347,8 @@ TEST_F(PdfFile, StoppedAtAnyPageItLeavesNothingAndCanBeMadeAgain)
         };
         const int result = camera.MirvakPDF_SaveWatched(pdf.c_str(), call, &watch);
         EXPECT_EQ(result, stopAt > 3 ? MIRVAK_OK : MIRVAK_STOPPED);
-        EXPECT_EQ(files().size(), stopAt > 3 ? 2U : 1U) << stopAt;
+        const auto files = std::distance(std::filesystem::directory_iterator(dir.path()), {});
+        EXPECT_EQ(files, stopAt > 3 ? 2 : 1) << stopAt;
         EXPECT_EQ(told.back(), std::min(stopAt, 3));
     }
     EXPECT_EQ(told, (std::vector<int>{0, 1, 2, 3}));
