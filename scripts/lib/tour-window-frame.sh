@@ -21,10 +21,10 @@ drag_by() {
     xdotool mousemove "$1" "$2" mousedown 1
     local step # with pauses, in which the window manager takes the mouse over
     for step in 1 2 3 4; do
-        sleep 0.15
+        sleep 0.4
         xdotool mousemove $(($1 + dx * step / 4)) $(($2 + dy * step / 4))
     done
-    sleep 0.15
+    sleep 0.4
     xdotool mouseup 1
 }
 
@@ -35,7 +35,9 @@ resize_main() {
     await "a window of $1 x $2" place_is "$3" "$4" "$1" "$2"
 }
 
+# On a screen of unscaled points only, by which the drags are measured.
 window_frame() {
+    [ "${QT_SCALE_FACTOR:-1}" = 1 ] || return 0
     local before scale=${QT_SCALE_FACTOR:-1}
     drag_by TitleBar 300 500 0 0
     xdotool click --repeat 2 --delay 60 1
