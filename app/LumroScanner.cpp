@@ -21,6 +21,7 @@
 #include "TuningControl.h"
 #include "VideoView.h"
 #include "WindowCare.h"
+#include "WindowEdges.h"
 #include "ui_LumroScanner.h"
 
 #include <QApplication>
@@ -94,6 +95,7 @@ void LumroScanner::makeParts()
     titleBar_->SetTitle(tr("Lumro TRVS 2.1"));
     titleBar_->ShowSkinButton(false);
     titleBar_->EnableWindowMove(true);
+    new WindowEdges(*this); // lie over all others
     ui_->setting->setToolTip(tr("Settings"));
     ui_->setting->setAccessibleName(tr("Settings"));
 }

@@ -58,6 +58,15 @@ private:
     QTranslator ownTexts_;
 };
 
+/// Where the window goes when it is restored for the first time: in the middle, with some desktop around it.
+QRect restoredPlace(const QSize& wanted)
+{
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    QRect place(QPoint(), wanted.boundedTo(area.size() * 9 / 10));
+    place.moveCenter(area.center());
+    return place;
+}
+
 /// @return the exit status
 int giveWay(SingleInstance::Start other, QApplication& app)
 {
@@ -102,6 +111,7 @@ int main(int argc, char** argv)
 
     LumroScanner window;
     const StartReport report(*window.findChild<VideoView*>());
+    window.setGeometry(restoredPlace(window.size()));
     window.showMaximized();
     ConfigSettings store;
     leftOverFiles::removeInBackground(settings::savePath(store));

@@ -1,6 +1,7 @@
 #include "TitleBar.h"
 
 #include "Look.h"
+#include "SystemDrag.h"
 
 #include "ui_TitleBar.h"
 
@@ -68,15 +69,20 @@ void TitleBar::onBtnClicked()
     if (button == ui_->buttonMinimize) {
         window()->showMinimized();
     } else if (button == ui_->buttonMaximize) {
-        if (window()->isMaximized())
-            window()->showNormal();
-        else
-            window()->showMaximized();
+        toggleMaximized();
     } else if (button == ui_->buttonClose) {
         Q_EMIT clickedclosesign();
     } else if (button == ui_->buttonSkin) {
         qDebug("skin");
     }
+}
+
+void TitleBar::toggleMaximized()
+{
+    if (window()->isMaximized())
+        window()->showNormal();
+    else
+        window()->showMaximized();
 }
 
 bool TitleBar::eventFilter(QObject* watched, QEvent* event)
@@ -135,7 +141,11 @@ void TitleBar::mousePressEvent(QMouseEvent* event)
 
 void TitleBar::mouseMoveEvent(QMouseEvent* event)
 {
-    if (pressed_ && moveEnabled_ && window()->isWindow())
+    if (!pressed_ || !moveEnabled_ || !window()->isWindow())
+        return;
+    if (systemDrag::move(*window()))
+        pressed_ = false;
+    else
         window()->move(windowPosAtPress_ + event->globalPos() - pressGlobal_);
 }
 
@@ -143,4 +153,11 @@ void TitleBar::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
         pressed_ = false;
+}
+
+void TitleBar::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    pressed_ = false;
+    if (event->button() == Qt::LeftButton && !ui_->buttonMaximize->isHidden())
+        toggleMaximized();
 }

@@ -38,11 +38,14 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    /// Maximises and restores where the button for it is shown.
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private Q_SLOTS:
     void onBtnClicked();
 
 private:
+    void toggleMaximized();
     void showMaximizedState();
     void leaveFirstFocus();
 

@@ -2,11 +2,15 @@
 
 #include "Look.h"
 #include "Settings.h"
+#include "ToolMenu.h"
 
 #include "ui_ToolBar.h"
 
 #include <QAbstractItemView>
 #include <QButtonGroup>
+#include <QMenu>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,6 +32,13 @@ void select(QComboBox& box, int row)
         box.setCurrentIndex(row);
 }
 
+/// What the layout gives it at least.
+int leastWidth(const QWidget& tool)
+{
+    const int set = tool.minimumWidth();
+    return set > 0 ? set : std::max(tool.sizeHint().width(), tool.minimumSizeHint().width());
+}
+
 } // namespace
 
 ToolBar::ToolBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_ToolBar>())
@@ -36,8 +47,19 @@ ToolBar::ToolBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui_Too
     layout()->setSizeConstraint(QLayout::SetNoConstraint); // minimumSizeHint() speaks for the compact form
     assistText_ = ui_->checkAssist->text();
     Look::dressFields(*this);
+    for (int i = 0; i < layout()->count(); ++i)
+        if (QWidget* tool = layout()->itemAt(i)->widget(); tool && tool != ui_->buttonOverflow)
+            tools_.append(tool);
     for (QPushButton* button : findChildren<QPushButton*>())
-        button->setIcon(Look::dimmable(button->icon(), button->iconSize()));
+        if (!button->icon().isNull())
+            button->setIcon(Look::dimmable(button->icon(), button->iconSize()));
+    auto* menu = new QMenu(ui_->buttonOverflow);
+    menu->setToolTipsVisible(true);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { fillMenu(*menu); });
+    // Not as the button's own menu, which a press would open already; a drag may begin here.
+    connect(ui_->buttonOverflow, &QPushButton::clicked, menu, [this, menu] {
+        menu->popup(ui_->buttonOverflow->mapToGlobal(ui_->buttonOverflow->rect().bottomLeft()));
+    });
     makeDeskewGroup();
     connectChoosers();
     connectViewButtons();
@@ -106,7 +128,6 @@ void ToolBar::SetModelType(const QString& model)
 {
     append(*ui_->comboModel, model);
     measure(); // with the first entry the chooser appears
-    setCompact(width() < roomyWidth_);
 }
 
 void ToolBar::SetResolution(const QString& resolution)
@@ -204,24 +225,91 @@ void ToolBar::rotate(int step)
 void ToolBar::measure()
 {
     ensurePolished();
-    const auto widthAs = [this](bool compact) {
-        setCompact(compact);
-        return layout()->totalMinimumSize().width();
-    };
-    compactWidth_ = widthAs(true);
-    roomyWidth_ = widthAs(false);
+    setCompact(true);
+    leastWidth_ = widthOf(toolsFor(0));
+    setCompact(false);
+    roomyWidth_ = widthOf(wantedTools());
+    arrange();
 }
 
-/// The chooser stands where it has something to say, and in the compact form only where it leaves a choice.
-void ToolBar::showModelChooser()
+/// The chooser of the model stands where it has something to say, and in the compact form only where it
+/// leaves a choice.
+bool ToolBar::isWanted(const QWidget* tool) const
 {
-    ui_->comboModel->setVisible(ui_->comboModel->count() > (compact_ ? 1 : 0));
+    return tool != ui_->comboModel || ui_->comboModel->count() > (compact_ ? 1 : 0);
+}
+
+QVector<QWidget*> ToolBar::wantedTools() const
+{
+    QVector<QWidget*> wanted;
+    std::copy_if(tools_.begin(), tools_.end(), std::back_inserter(wanted), [this](const QWidget* tool) {
+        return isWanted(tool);
+    });
+    return wanted;
+}
+
+/// @return px; with the menu's button where these are not all
+int ToolBar::widthOf(const QVector<QWidget*>& tools) const
+{
+    const QMargins margins = layout()->contentsMargins();
+    int width = margins.left() + margins.right();
+    for (const QWidget* tool : tools)
+        width += leastWidth(*tool) + layout()->spacing();
+    if (tools.size() < wantedTools().size())
+        width += leastWidth(*ui_->buttonOverflow) + layout()->spacing();
+    return width;
+}
+
+/// What stays in the bar. The mouse has other ways to what goes first.
+QVector<QWidget*> ToolBar::toolsFor(int width) const
+{
+    if (croppingOnly_)
+        return {ui_->buttonDeskew, ui_->buttonDeskewEx, ui_->buttonManualDeskew};
+    const QVector<QVector<QWidget*>> giveWay{{ui_->buttonZoomIn, ui_->buttonZoomOut},
+                                             {ui_->buttonAdapt, ui_->buttonFullScreen},
+                                             {ui_->buttonRotateLeft, ui_->buttonRotateRight},
+                                             {ui_->comboModel},
+                                             {ui_->buttonFreeze, ui_->sepView},
+                                             {ui_->checkAssist, ui_->sepAssist},
+                                             {ui_->buttonDeskewEx, ui_->sepDeskew}};
+    QVector<QWidget*> tools = wantedTools();
+    for (const QVector<QWidget*>& group : giveWay) {
+        if (widthOf(tools) <= width)
+            break;
+        for (QWidget* tool : group)
+            tools.removeOne(tool);
+    }
+    return tools;
+}
+
+void ToolBar::arrange()
+{
+    setCompact(!croppingOnly_ && width() < roomyWidth_);
+    const QVector<QWidget*> shown = toolsFor(width());
+    for (QWidget* tool : tools_)
+        tool->setVisible(shown.contains(tool));
+    ui_->buttonOverflow->setVisible(shown.size() < wantedTools().size());
+}
+
+void ToolBar::fillMenu(QMenu& menu)
+{
+    QVector<QWidget*> others = wantedTools();
+    others.erase(
+        std::remove_if(others.begin(), others.end(), [](QWidget* tool) { return !tool->isHidden(); }),
+        others.end());
+    toolMenu::fill(menu, others);
+}
+
+void ToolBar::SetCroppingOnly(bool only)
+{
+    croppingOnly_ = only;
+    arrange();
+    updateGeometry();
 }
 
 void ToolBar::setCompact(bool compact)
 {
     compact_ = compact;
-    showModelChooser();
     static const QIcon camera(QStringLiteral(":/images/common/images/common/video.png"));
     ui_->checkAssist->setText(compact ? QString() : assistText_);
     ui_->checkAssist->setIcon(compact ? camera : QIcon());
@@ -241,13 +329,15 @@ void ToolBar::setCompact(bool compact)
 
 QSize ToolBar::sizeHint() const
 {
+    if (croppingOnly_)
+        return QSize(widthOf(toolsFor(0)), minimumHeight());
     constexpr int deviceName = 80; // px more than the least for the chooser of the device
     return QSize(roomyWidth_ + deviceName, minimumHeight());
 }
 
 QSize ToolBar::minimumSizeHint() const
 {
-    return QSize(compactWidth_, minimumHeight());
+    return QSize(leastWidth_, minimumHeight());
 }
 
 void ToolBar::paintEvent(QPaintEvent*)
@@ -258,5 +348,5 @@ void ToolBar::paintEvent(QPaintEvent*)
 void ToolBar::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    setCompact(width() < roomyWidth_);
+    arrange();
 }

@@ -2,12 +2,14 @@
 
 #include <QMetaObject>
 #include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 #include <memory>
 
 class QButtonGroup;
 class QComboBox;
+class QMenu;
 class Ui_ToolBar;
 
 /// The strip over the live picture: device, model and resolution choosers, cropping choice, second-camera
@@ -48,6 +50,8 @@ public:
     /// they are: the first must remain to be unticked, the others to be switched off before a composed
     /// capture.
     void SetAllbuttonsEnable(bool enable);
+    /// Shows the cropping buttons alone, so that little of the picture is hidden; all else is in the menu.
+    void SetCroppingOnly(bool only);
 
 Q_SIGNALS:
     void checkDeviceSign(int index);
@@ -66,7 +70,7 @@ public Q_SLOTS:
     void onDeviceChange(int index);
 
     QSize sizeHint() const override;        ///< of the roomy form, also while the bar is compact
-    QSize minimumSizeHint() const override; ///< of the compact form
+    QSize minimumSizeHint() const override; ///< with all in the menu that may go there
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -82,14 +86,21 @@ private:
     void rotate(int step);
     void measure();
     void setCompact(bool compact);
-    void showModelChooser();
+    bool isWanted(const QWidget* tool) const;
+    int widthOf(const QVector<QWidget*>& tools) const;
+    QVector<QWidget*> wantedTools() const;
+    QVector<QWidget*> toolsFor(int width) const;
+    void arrange();
+    void fillMenu(QMenu& menu);
 
     std::unique_ptr<Ui_ToolBar> ui_;
     QButtonGroup* deskewGroup_ = nullptr;
     QMetaObject::Connection deviceConnection_;
     int rotation_ = 0; ///< quarter turns, 0 to 3
     QString assistText_;
+    QVector<QWidget*> tools_; ///< in their order in the bar, without the menu's button
     bool compact_ = false;
-    int roomyWidth_ = 0;   ///< px from which on the check box has its caption
-    int compactWidth_ = 0; ///< px below which controls overlap
+    bool croppingOnly_ = false;
+    int roomyWidth_ = 0; ///< px from which on the check box has its caption
+    int leastWidth_ = 0; ///< px below which controls overlap
 };

@@ -1,10 +1,12 @@
 #include "ToolBarHost.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QWidget>
 
 ToolBarHost::ToolBarHost(QWidget* bar, QWidget* view) : QObject(view), bar_(bar), view_(view)
@@ -40,7 +42,56 @@ bool ToolBarHost::eventFilter(QObject* watched, QEvent* event)
     }
     if (watched == view_)
         watchView(event);
-    return false;
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+        return isDrawing_ && passDragOn(watched, static_cast<QMouseEvent*>(event));
+    default:
+        return false;
+    }
+}
+
+void ToolBarHost::setDrawing(bool drawing)
+{
+    isDrawing_ = drawing;
+    isPressed_ = isGripped_ = passesDrag_ = false;
+    place();
+}
+
+/// @return whether the event has been dealt with here
+bool ToolBarHost::passDragOn(QObject* watched, QMouseEvent* event)
+{
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (!widget || !bar_->isAncestorOf(widget) || widget->window() != view_->window())
+        return false;
+    if (event->type() == QEvent::MouseButtonPress) {
+        isGripped_ = event->button() == Qt::LeftButton;
+        pressGlobal_ = event->globalPos();
+        return false;
+    }
+    const bool isFar =
+        (event->globalPos() - pressGlobal_).manhattanLength() >= QApplication::startDragDistance();
+    if (isGripped_ && isFar && event->type() == QEvent::MouseMove) {
+        isGripped_ = false;
+        passesDrag_ = true;
+        for (QAbstractButton* button : bar_->findChildren<QAbstractButton*>())
+            button->setDown(false); // its release is not a click any more
+        passOn(QEvent::MouseButtonPress, pressGlobal_);
+    }
+    if (!passesDrag_)
+        return false;
+    passOn(event->type(), event->globalPos());
+    passesDrag_ = event->type() == QEvent::MouseMove;
+    return true;
+}
+
+void ToolBarHost::passOn(QEvent::Type type, const QPoint& global)
+{
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, view_->mapFromGlobal(global), global, button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(view_, &event);
 }
 
 void ToolBarHost::watchView(QEvent* event)
@@ -55,6 +106,11 @@ void ToolBarHost::watchView(QEvent* event)
         hideIfUnused();
         break;
     case QEvent::Resize:
+        place();
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+        isPressed_ = isDrawing_ && event->type() == QEvent::MouseButtonPress;
         place();
         break;
     case QEvent::KeyPress:
@@ -96,7 +152,9 @@ void ToolBarHost::place()
 {
     const QSize wanted = bar_->sizeHint().expandedTo(bar_->minimumSize());
     const int width = qMin(wanted.width(), view_->width());
-    bar_->setGeometry((view_->width() - width) / 2, 0, width, wanted.height());
+    // Out of sight it keeps the mouse that was pressed on it; hidden it would not.
+    const int top = isPressed_ ? -wanted.height() : 0;
+    bar_->setGeometry((view_->width() - width) / 2, top, width, wanted.height());
 }
 
 void ToolBarHost::show()

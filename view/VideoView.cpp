@@ -183,6 +183,8 @@ void VideoView::onDeskewChanged(int option, bool checked)
     selectionMode_ = option == rectangleOption && checked;
     pressed_ = false;
     drawing_ = QRect();
+    toolBar_->SetCroppingOnly(selectionMode_);
+    toolBarHost_->setDrawing(selectionMode_);
     if (selectionMode_)
         geometry_.fit();
     setSelection(QRect());

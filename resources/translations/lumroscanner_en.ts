@@ -1426,6 +1426,10 @@
         <source>Freeze the picture</source>
         <translation>Freeze the picture</translation>
     </message>
+    <message>
+        <source>More tools</source>
+        <translation>More tools</translation>
+    </message>
 </context>
 <context>
     <name>TuningControl</name>

@@ -1428,6 +1428,10 @@
         <source>Freeze the picture</source>
         <translation>Остановить изображение</translation>
     </message>
+    <message>
+        <source>More tools</source>
+        <translation>Другие инструменты</translation>
+    </message>
 </context>
 <context>
     <name>TuningControl</name>

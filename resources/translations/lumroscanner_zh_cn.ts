@@ -1424,6 +1424,10 @@
         <source>Freeze the picture</source>
         <translation>画面定格</translation>
     </message>
+    <message>
+        <source>More tools</source>
+        <translation>更多工具</translation>
+    </message>
 </context>
 <context>
     <name>TuningControl</name>

@@ -67,6 +67,14 @@ TEST_F(TitledWindow, StaysPutWhileMaximized)
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.pos() == normal; }));
     EXPECT_EQ(button("buttonMaximize")->toolTip(), QStringLiteral("Maximize"));
     EXPECT_EQ(drag(QPoint(60, 30)), QPoint(60, 30));
+    for (const bool becomesMaximized : {true, false}) {
+        QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {}, QPoint(150, 20));
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(150, 20));
+        EXPECT_EQ(window.isMaximized(), becomesMaximized);
+    }
+    bar->ShowMaximizeButton(false);
+    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, QPoint(150, 20));
+    EXPECT_FALSE(window.isMaximized());
 }
 
 TEST_F(TitledWindow, ButtonsActOnTheWindow)

@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStyle>
@@ -177,7 +178,7 @@ TEST_F(ToolStrip, FitsNarrowWindows)
         for (int i = 0; i < models; ++i)
             bar.SetModelType(QStringLiteral("MJPG"));
         bar.show();
-        for (const int width : {1280, 1024, 800, bar.minimumSizeHint().width()}) {
+        for (const int width : {1280, 1024, 800, 640, 471, 400, bar.minimumSizeHint().width()}) {
             bar.resize(width, bar.minimumSizeHint().height());
             QCoreApplication::processEvents();
             int right = 0;
@@ -195,6 +196,61 @@ TEST_F(ToolStrip, FitsNarrowWindows)
                       resolutions->fontMetrics().horizontalAdvance(resolutions->currentText()))
                 << width;
         }
-        EXPECT_LT(bar.minimumSizeHint().width(), 800);
+        EXPECT_LE(bar.minimumSizeHint().width(), 320) << "the least width of the view";
     }
+}
+
+// What has no room is in the menu, whole and in the same state, and works from there.
+TEST_F(ToolStrip, WhatDoesNotFitIsInTheMenu)
+{
+    ToolBar bar;
+    for (const char* model : {"MJPG", "YUY2"})
+        bar.SetModelType(QLatin1String(model));
+    bar.SetResolutions({QStringLiteral("1600*1200"), QStringLiteral("2592*1944")});
+    bar.SetAssistEnable(true);
+    bar.show();
+    const auto entries = [&](int width, bool croppingOnly) {
+        bar.SetCroppingOnly(croppingOnly);
+        bar.resize(width, bar.height());
+        QCoreApplication::processEvents();
+        auto* opener = part<QPushButton>(bar, "buttonOverflow");
+        QMenu* menu = opener->findChild<QMenu*>();
+        if (opener->isVisible())
+            QTest::keyClick(opener, Qt::Key_Space);
+        EXPECT_EQ(menu->isVisible(), opener->isVisible());
+        const QList<QAction*> actions = menu->isVisible() ? menu->actions() : QList<QAction*>();
+        menu->hide();
+        for (const QAction* action : actions)
+            EXPECT_FALSE(action->toolTip().isEmpty());
+        return actions;
+    };
+    const auto names = [](const QList<QAction*>& actions) {
+        QStringList texts;
+        for (const QAction* action : actions)
+            texts << action->text();
+        return texts.join(QLatin1Char(',')).toStdString();
+    };
+    EXPECT_EQ(names(entries(1200, false)), "");
+    EXPECT_EQ(names(entries(bar.minimumSizeHint().width() + 162, false)),
+              "Model,Fit to window,Full screen,Zoom in,Zoom out,Rotate left,Rotate right");
+    const QList<QAction*> all = entries(1200, true);
+    EXPECT_EQ(names(all),
+              "Device,Model,Resolution,Second camera,Fit to window,Full screen,Zoom in,Zoom out,Rotate left,"
+              "Rotate right,Freeze the picture");
+    EXPECT_FALSE(all[0]->isEnabled()) << "there is no device";
+    EXPECT_FALSE(all[3]->isChecked());
+
+    QSignalSpy turned(&bar, &ToolBar::clickRotateSign);
+    QSignalSpy chosen(&bar, &ToolBar::checkResolutionSign);
+    all[9]->trigger();
+    all[2]->menu()->actions().at(1)->trigger();
+    EXPECT_EQ(turned, (QList<QVariantList>{{1}}));
+    EXPECT_EQ(chosen, (QList<QVariantList>{{1}}));
+    EXPECT_EQ(bar.GetResolutionCurrentIndex(), 1);
+    all[3]->trigger();
+    const QList<QAction*> locked = entries(1200, true);
+    EXPECT_TRUE(locked[3]->isChecked() && locked[3]->isEnabled());
+    EXPECT_TRUE(locked[2]->menu()->actions().at(1)->isChecked());
+    EXPECT_FALSE(locked[9]->isEnabled() || locked[2]->isEnabled());
+    EXPECT_EQ(names(entries(1200, false)), "");
 }

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <atomic>
 #include <functional>
@@ -186,6 +187,44 @@ TEST_F(VideoViewTest, DrawsACropRectangleInSelectionMode)
     mouse(*view_, QEvent::MouseButtonRelease, {90, 90}, Qt::RightButton);
     EXPECT_EQ(selected.count(), 1);
     EXPECT_EQ(view_->getSelectedRect(), QRect(400, 480, 404, 404));
+}
+
+TEST_F(VideoViewTest, DrawsARectangleThatBeginsUnderTheToolBar)
+{
+    show(plain({1600, 1200}, Qt::green));
+    QEvent enter(QEvent::Enter);
+    QCoreApplication::sendEvent(view_, &enter);
+    auto* choice = bar_->findChild<QPushButton*>(QStringLiteral("buttonManualDeskew"));
+    const auto press = [&] { QTest::mouseClick(choice, Qt::LeftButton); };
+    press();
+    ASSERT_TRUE(view_->isSelectionMode());
+    EXPECT_LT(bar_->width(), 200) << "small, so that little is hidden";
+    QSignalSpy selected(view_, &VideoView::rectSelected);
+    const QPoint from = choice->mapTo(view_, choice->rect().center());
+    const QPoint to(390, 150);
+    QWindow* host = window_.windowHandle();
+    QTest::mousePress(host, Qt::LeftButton, {}, from);
+    QTest::mouseMove(host, from + QPoint(1, 1)); // not yet a drag
+    EXPECT_EQ(bar_->y(), 0);
+    QTest::mouseMove(host, to);
+    EXPECT_LT(bar_->geometry().bottom(), 0) << "out of the way";
+    EXPECT_EQ(picture().pixelColor(from.x(), 100), QColor(Qt::red)) << "drawn from where it was pressed";
+    QTest::mouseRelease(host, Qt::LeftButton, {}, to);
+    ASSERT_EQ(selected.count(), 1);
+    EXPECT_EQ(selected[0][0].toRect(), QRect(from, to));
+    EXPECT_TRUE(view_->isSelectionMode()) << "a drag is not a click";
+    EXPECT_EQ(bar_->y(), 0) << "back, so that the mode can be ended";
+
+    mouse(*view_, QEvent::MouseButtonPress, {20, 60});
+    EXPECT_LT(bar_->geometry().bottom(), 0);
+    mouse(*view_, QEvent::MouseButtonRelease, {20, 60});
+    press();
+    EXPECT_FALSE(view_->isSelectionMode());
+    EXPECT_GT(bar_->width(), 200);
+    QTest::mousePress(host, Qt::LeftButton, {}, choice->mapTo(view_, choice->rect().center()));
+    QTest::mouseMove(host, to);
+    QTest::mouseRelease(host, Qt::LeftButton, {}, to);
+    EXPECT_EQ(selected.count(), 2) << "not outside the mode";
 }
 
 TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)
