@@ -13,7 +13,7 @@ constexpr std::array<const char*, count> captions{QT_TRANSLATE_NOOP("FunctionBut
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Merge card"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Record video"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Continuous shooting"),
-                                                  QT_TRANSLATE_NOOP("FunctionButtons", "Recognize text"),
+                                                  QT_TRANSLATE_NOOP("FunctionButtons", "Recognize text (OCR)"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Read ID card"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Print receipt"),
                                                   QT_TRANSLATE_NOOP("FunctionButtons", "Make PDF"),

@@ -493,8 +493,8 @@
         <translation>Continuous shooting</translation>
     </message>
     <message>
-        <source>Recognize text</source>
-        <translation>Recognize text</translation>
+        <source>Recognize text (OCR)</source>
+        <translation>Recognize text (OCR)</translation>
     </message>
     <message>
         <source>Read ID card</source>

@@ -493,8 +493,8 @@
         <translation>Серийная съёмка</translation>
     </message>
     <message>
-        <source>Recognize text</source>
-        <translation>Распознавание текста</translation>
+        <source>Recognize text (OCR)</source>
+        <translation>Распознавание текста (OCR)</translation>
     </message>
     <message>
         <source>Read ID card</source>

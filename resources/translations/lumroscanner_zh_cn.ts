@@ -493,7 +493,7 @@
         <translation>连续拍摄</translation>
     </message>
     <message>
-        <source>Recognize text</source>
+        <source>Recognize text (OCR)</source>
         <translation>文字识别</translation>
     </message>
     <message>
