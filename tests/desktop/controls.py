@@ -33,27 +33,37 @@ def showing(parent, depth=0):
             yield from showing(child, depth + 1)
 
 
-def described(control, window):
-    keys = "keys" if control.getState().contains(pyatspi.STATE_FOCUSABLE) else "-"
-    return f"{window.name} | {control.getRoleName()} | {control.name} | {keys}"
-
-
-def main():
-    command, application = sys.argv[1], program(int(sys.argv[2]))
-    nameless = False
+def shown_controls(application):
     for window in application:
-        if not window.getState().contains(pyatspi.STATE_SHOWING):
-            continue
-        for control in [window, *showing(window)]:
-            if command == "focus":
-                if control.getState().contains(pyatspi.STATE_FOCUSED) and control.getRole() in CONTROLS:
-                    print(f"{window.name} | {control.getRoleName()} | {control.name}")
-            elif control.getRole() in CONTROLS:
-                print(described(control, window))
-                if not control.name.strip():
-                    print(f"    has no name: {control.getRoleName()}", file=sys.stderr)
-                    nameless = True
+        if window.getState().contains(pyatspi.STATE_SHOWING):
+            for control in [window, *showing(window)]:
+                if control.getRole() in CONTROLS:
+                    yield window, control
+
+
+def list_controls(application):
+    nameless = False
+    for window, control in shown_controls(application):
+        keys = "keys" if control.getState().contains(pyatspi.STATE_FOCUSABLE) else "-"
+        print(f"{window.name} | {control.getRoleName()} | {control.name} | {keys}")
+        if not control.name.strip():
+            print(f"    has no name: {control.getRoleName()}", file=sys.stderr)
+            nameless = True
     sys.exit(nameless)
 
 
-main()
+# The current entry of a list says that it has the keyboard even while its list has not.
+def print_focus(application):
+    focused = [
+        (control.getRole() != pyatspi.ROLE_LIST_ITEM, f"{window.name} | {control.getRoleName()} | {control.name}")
+        for window, control in shown_controls(application)
+        if control.getState().contains(pyatspi.STATE_FOCUSED)
+    ]
+    print(max(focused, default=(False, "-"))[1])
+
+
+application = program(int(sys.argv[2]))
+if sys.argv[1] == "focus":
+    print_focus(application)
+else:
+    list_controls(application)

@@ -22,8 +22,8 @@ start_bus() {
 }
 
 controls() { tests/desktop/controls.py list "$pid"; }
-focused() { tests/desktop/controls.py focus "$pid" 2>/dev/null | tail -n 1; }
-has_focus() { [[ "$(focused)" == *" | $1" ]]; }
+focused() { tests/desktop/controls.py focus "$pid" 2>/dev/null; }
+focus_left() { [ "$(focused)" != "$1" ]; }
 
 # Each control is named, and the keyboard reaches it.
 walk() { # WINDOW CONTROL...: some that are among them
@@ -39,13 +39,14 @@ $found"; done
 }
 
 reach() { # NAME: with Tab, from wherever the keyboard is
-    local tries
+    local tries now
     for tries in $(seq 60); do
-        ! has_focus "$1" || return 0
+        now=$(focused)
+        [[ $now != *" | $1" ]] || return 0
         xdotool key Tab
-        sleep 0.1
+        await "the next control after $now" focus_left "$now"
     done
-    fail "Tab does not reach $1; it ended at $(focused)"
+    fail "Tab does not reach $1; it ended at $now"
 }
 
 use() { # NAME
