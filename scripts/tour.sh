@@ -133,7 +133,7 @@ windows() {
         . "$file"
         name=${file##*/tour-window-}
         "window_${name%.sh}"
-        is_there LumroScanner || fail "$file does not leave the program running"
+        is_there LumroScanner >/dev/null || fail "$file does not leave the program running"
     done
 }
 

@@ -97,7 +97,12 @@ click() { # NAME [WINDOW [BUTTON]]
     local at
     await "$1" is_there "$1" "${2:-}"
     at=$(middle_of "$1" "${2:-}") || fail "$1 does not come to rest"
-    xdotool mousemove $at click "${3:-1}"
+    xdotool mousemove $at
+    until [ "$(middle_of "$1" "${2:-}")" = "$at" ]; do # a window that was still finding its place
+        at=$(middle_of "$1" "${2:-}") || fail "$1 does not come to rest"
+        xdotool mousemove $at
+    done
+    xdotool click "${3:-1}"
 }
 
 # Moves the mouse to a point of the preview, in thousandths of its size.

@@ -22,9 +22,9 @@ is_wide() { [ "$(identify -format '%w' "$1")" -gt "$(identify -format '%h' "$1")
 is_tall() { ! is_wide "$1" && [ -s "$1" ]; }
 looks_again() { cmp -s "$1" "$work/original.jpg"; }
 is_smaller() { [ "$(identify -format '%w' "$1")" -lt "$2" ]; }
-has_line() { # its colour somewhere in the list of pages
+has_line() { # from the very edge of the list of pages, where no entry begins
     set -- $(line_of QListWidget PdfEx)
-    import -window root -crop "$4x$5+$2+$3" +repage txt:- | grep -i '#FFD54F' >/dev/null
+    import -window root -depth 8 -crop "3x$5+$2+$3" +repage txt:- | grep -i '#FFD54F' >/dev/null
 }
 
 # The press is first held back, in case it is the begin of a scroll; held too long it would open the menu.

@@ -9,7 +9,7 @@ is_put_back() { ! grep -q '^\[Camera_desk' "$XDG_CONFIG_HOME/lumro/lylumroscanne
 scroll_to() { # NAME WHEEL-BUTTON
     local turn
     for turn in $(seq 40); do
-        ! is_there "$1" || return 0
+        ! is_there "$1" >/dev/null || return 0
         xdotool mousemove $(middle_of ControlPanel) click "$2"
         sleep 0.2
     done
