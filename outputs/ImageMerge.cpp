@@ -8,6 +8,7 @@
 #include "ui_ImageMerge.h"
 
 #include <QPainter>
+#include <QShowEvent>
 
 #include <algorithm>
 
