@@ -30,10 +30,10 @@ protected:
     }
     QList<QTimer*> runningTimers() const
     {
-        QList<QTimer*> running = dialog.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
-        running.erase(
-            std::remove_if(running.begin(), running.end(), [](QTimer* timer) { return !timer->isActive(); }),
-            running.end());
+        QList<QTimer*> running;
+        for (QTimer* timer : dialog.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly))
+            if (timer->isActive())
+                running << timer;
         return running;
     }
 
