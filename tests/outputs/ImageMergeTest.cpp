@@ -5,12 +5,9 @@
 #include "TempDir.h"
 #include "Words.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QImageReader>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
@@ -106,7 +103,7 @@ TEST_F(ImageMergeTest, SavesTheFullPictureAsJpegUnderAFreeName)
     EXPECT_EQ(saved[1][0].toString(), path("IMAGE_008.jpg"));
 }
 
-TEST_F(ImageMergeTest, StacksAndKeepsThePixelsOfWhatNeedsNoScaling)
+TEST_F(ImageMergeTest, StacksKeepsThePixelsOfWhatNeedsNoScalingAndReadsFiles)
 {
     QPixmap fine(64, 40);
     QImage chequered = fine.toImage().convertToFormat(QImage::Format_RGB32);
@@ -124,6 +121,13 @@ TEST_F(ImageMergeTest, StacksAndKeepsThePixelsOfWhatNeedsNoScaling)
         for (int x = 0; x < 64; ++x)
             sharp += qAbs(qGray(picture.pixel(x, y)) - 128) > 80;
     EXPECT_GT(sharp, 64 * 40 * 9 / 10);
+
+    ASSERT_TRUE(solid(40, 20, front).save(path("front.png")) && solid(60, 20, back).save(path("back.png")));
+    dialog.setMergeImage(path("front.png"), path("back.png"), path("both.jpg"));
+    dialog.show();
+    click("radioLeftRight");
+    click("buttonSave");
+    EXPECT_EQ(QImage(path("both.jpg")).size(), QSize(100, 20));
 }
 
 TEST_F(ImageMergeTest, ThePreviewFollowsTheControls)
@@ -142,7 +146,7 @@ TEST_F(ImageMergeTest, ThePreviewFollowsTheControls)
     EXPECT_EQ(shownAt(gapMiddle, 0.5), QColor(Qt::white));
 }
 
-TEST_F(ImageMergeTest, WithoutAPairThereIsNothingToSave)
+TEST_F(ImageMergeTest, WithoutAPairThereIsNothingToSaveAndEveryWayOutDropsIt)
 {
     const QColor empty = [&] {
         dialog.show();
@@ -168,15 +172,17 @@ TEST_F(ImageMergeTest, WithoutAPairThereIsNothingToSave)
     EXPECT_EQ(saved.count(), 0);
     EXPECT_TRUE(answers.messages.isEmpty());
     dialog.close();
-}
 
-TEST_F(ImageMergeTest, ReadsTheTwoFiles)
-{
-    ASSERT_TRUE(solid(40, 20, front).save(path("front.png")) && solid(60, 20, back).save(path("back.png")));
-    dialog.setMergeImage(path("front.png"), path("back.png"), path("both.jpg"));
-    dialog.show();
-    click("buttonSave");
-    EXPECT_EQ(QImage(path("both.jpg")).size(), QSize(100, 20));
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"Cancel", [&] { click("buttonCancel"); }}, {"the title bar", [&] { click("buttonClose"); }}};
+    for (const auto& [name, leave] : ways) {
+        open(path("a.jpg"));
+        leave();
+        EXPECT_FALSE(dialog.isVisible()) << name;
+        dialog.MergePix();
+        EXPECT_FALSE(control<QPushButton>("buttonSave")->isEnabled()) << name;
+    }
+    EXPECT_TRUE(files().isEmpty());
 }
 
 TEST_F(ImageMergeTest, AFailureIsSaidAndLeavesNoFile)
@@ -188,20 +194,6 @@ TEST_F(ImageMergeTest, AFailureIsSaidAndLeavesNoFile)
     EXPECT_EQ(answers.messages, QStringList{QStringLiteral("Merge Images failed!")});
     EXPECT_EQ(saved.count(), 0);
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_TRUE(files().isEmpty());
-}
-
-TEST_F(ImageMergeTest, EveryWayOutDropsThePair)
-{
-    const std::pair<const char*, std::function<void()>> ways[] = {
-        {"Cancel", [&] { click("buttonCancel"); }}, {"the title bar", [&] { click("buttonClose"); }}};
-    for (const auto& [name, leave] : ways) {
-        open(path("a.jpg"));
-        leave();
-        EXPECT_FALSE(dialog.isVisible()) << name;
-        dialog.MergePix();
-        EXPECT_FALSE(control<QPushButton>("buttonSave")->isEnabled()) << name;
-    }
     EXPECT_TRUE(files().isEmpty());
 }
 

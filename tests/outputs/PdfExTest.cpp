@@ -9,7 +9,6 @@
 #include "Thumbnail.h"
 #include "Words.h"
 
-#include <QFileDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>

@@ -5,9 +5,6 @@
 #include "OutputFixture.h"
 #include "PdfFile.h"
 
-#include <QImage>
-#include <QRegularExpression>
-
 namespace {
 
 class PdfScanTest : public OutputTest

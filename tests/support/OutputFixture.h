@@ -21,7 +21,10 @@ protected:
         EXPECT_TRUE(image.save(path(name), format, quality));
         return path(name);
     }
-    QString save(const char* name, const QColor& colour = Qt::red, const char* format = nullptr, QSize size = {40, 30}) const
+    QString save(const char* name,
+                 const QColor& colour = Qt::red,
+                 const char* format = nullptr,
+                 QSize size = {40, 30}) const
     {
         QImage image(size, QImage::Format_RGB32);
         image.fill(colour);

@@ -79,7 +79,7 @@ TEST_F(ButtonBar, TicksShowHideAndStoreOneButtonEach)
     EXPECT_EQ(settings::buttonId.read(settings), 1 << 16);
 }
 
-TEST_F(ButtonBar, EveryButtonEmitsItsOwnSignal)
+TEST_F(ButtonBar, EveryButtonEmitsItsOwnSignalAndADoubleClickOne)
 {
     const QStringList expected =
         QStringLiteral("Scanner Document Barcode PicCompose CardCompose Record AutoScanner Ocr "
@@ -98,11 +98,7 @@ TEST_F(ButtonBar, EveryButtonEmitsItsOwnSignal)
             EXPECT_EQ(spies[std::size_t(i)]->count(), i <= clicked ? 1 : 0)
                 << clicked << " -> " << qPrintable(expected[i]);
     }
-}
 
-TEST_F(ButtonBar, ADoubleClickTakesOneSideOfAComposition)
-{
-    BtnControl bar;
     bar.show();
     QSignalSpy picture(&bar, &BtnControl::btnPicComposeClicked);
     QSignalSpy card(&bar, &BtnControl::btnCardComposeClicked);

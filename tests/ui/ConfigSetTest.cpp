@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
-#include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
 
@@ -93,8 +92,25 @@ TEST_F(SettingsWindow, OpensThePageOfTheButton)
     EXPECT_EQ(prefix->text(), QStringLiteral("IMAGE")) << "each time the page is shown";
 }
 
-TEST_F(SettingsWindow, ClosesAndKeepsItsContents)
+TEST_F(SettingsWindow, ClosesAndKeepsItsContentsAndTheOptionsOfBooksForThisRun)
 {
+    bool finger = true, two = true, document = true;
+    const auto flags = [&] {
+        dialog.getBookFlatInfo(finger, two, document);
+        return QVector<bool>{finger, two, document};
+    };
+    EXPECT_EQ(flags(), (QVector<bool>{false, false, false})) << "before it is ever shown";
+    open();
+    control<QCheckBox>("checkRemoveFinger")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{true, false, false}));
+    control<QCheckBox>("checkDoublePage")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{true, true, false}));
+    control<QCheckBox>("checkDocProcess")->click();
+    control<QCheckBox>("checkRemoveFinger")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{false, true, true}));
+    EXPECT_TRUE(settings.GetSettings()->allKeys().isEmpty());
+    dialog.close();
+
     const auto closings = {std::function<void()>([&] { control<QPushButton>("buttonClose")->click(); }),
                            std::function<void()>([&] { QTest::keyClick(&dialog, Qt::Key_Escape); }),
                            std::function<void()>([&] {
@@ -164,25 +180,6 @@ TEST_F(SettingsWindow, TellsThePreviewOfAChangeBeforeOrAfterItIsStored)
     control<QComboBox>("comboScanSize")->setCurrentIndex(2);
     EXPECT_EQ(told, (QVariantList{true, true, 1, 1, 3, 3, 2, QVariant()}))
         << "the camera is set before the size is stored";
-}
-
-TEST_F(SettingsWindow, KeepsTheOptionsOfBooksForThisRun)
-{
-    bool finger = true, two = true, document = true;
-    const auto flags = [&] {
-        dialog.getBookFlatInfo(finger, two, document);
-        return QVector<bool>{finger, two, document};
-    };
-    EXPECT_EQ(flags(), (QVector<bool>{false, false, false})) << "before it is ever shown";
-    open();
-    control<QCheckBox>("checkRemoveFinger")->click();
-    EXPECT_EQ(flags(), (QVector<bool>{true, false, false}));
-    control<QCheckBox>("checkDoublePage")->click();
-    EXPECT_EQ(flags(), (QVector<bool>{true, true, false}));
-    control<QCheckBox>("checkDocProcess")->click();
-    control<QCheckBox>("checkRemoveFinger")->click();
-    EXPECT_EQ(flags(), (QVector<bool>{false, true, true}));
-    EXPECT_TRUE(settings.GetSettings()->allKeys().isEmpty());
 }
 
 TEST_F(SettingsWindow, IsReachedSeenAndSpokenWhole)

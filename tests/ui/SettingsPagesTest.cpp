@@ -9,17 +9,13 @@
 #include "SetShortcut.h"
 #include "Settings.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <functional>
 
 namespace {
 
@@ -242,7 +238,7 @@ TEST(FileName, HasItsLimits)
     EXPECT_TRUE(isCorrect(QStringLiteral("[Договор] 2024.05 合同;'-_^$()")));
 }
 
-TEST_F(SettingsPages, ChooseAFolder)
+TEST_F(SettingsPages, ChooseAFolderAndNameTheProgramAndItsVersion)
 {
     AnsweredDialogs answers;
     const SetImage image;
@@ -267,9 +263,15 @@ TEST_F(SettingsPages, ChooseAFolder)
     EXPECT_EQ(stored("Save_Path"), QStringLiteral("/mnt/scans"));
     QTest::keyClicks(path, QStringLiteral("x"));
     EXPECT_EQ(path->text(), QStringLiteral("/mnt/scans")) << "what is shown is what is stored";
+
+    const SetAbout about;
+    EXPECT_EQ(part<QLabel>(about, "labelProduct")->text(),
+              QStringLiteral("Lumro High Speed Portable Scanner"));
+    EXPECT_EQ(part<QLabel>(about, "labelNumber")->text(), QStringLiteral(BUILT_VERSION));
+    EXPECT_FALSE(part<QLabel>(about, "labelLogo")->pixmap(Qt::ReturnByValue).isNull());
 }
 
-TEST_F(SettingsPages, MarkWhatIsNoShortcut)
+TEST_F(SettingsPages, MarkWhatIsNoShortcutAndRecordTheKeysThatArePressed)
 {
     store("Shortcut_Document", QStringLiteral("rubbish"));
     const SetShortcut page;
@@ -303,12 +305,8 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcut)
     QTest::keyClicks(part<QLineEdit>(page, "editBook"), QStringLiteral("x"));
     EXPECT_EQ(stored("Shortcut_Document"), QStringLiteral("rubbish"));
     EXPECT_FALSE(stored("Shortcut_Book").isValid());
-}
 
-TEST_F(SettingsPages, RecordTheKeysThatArePressed)
-{
-    SetShortcut page;
-    auto* scanner = part<QLineEdit>(page, "editScanner");
+    scanner->clear();
     const auto* strip = part<QLabel>(page, "labelStrip");
     EXPECT_FALSE(scanner->placeholderText().isEmpty());
     EXPECT_TRUE(scanner->font().italic()) << "what stands in an empty field is no key";
@@ -367,13 +365,4 @@ TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
     scanner->setText(QStringLiteral("Ctrl+D, Ctrl+E"));
     EXPECT_EQ(marks(), QStringList{QStringLiteral("editDocument")}) << "its key is the first of two";
     EXPECT_EQ(changed.count(), 2);
-}
-
-TEST_F(SettingsPages, NameTheProgramAndItsVersion)
-{
-    const SetAbout page;
-    EXPECT_EQ(part<QLabel>(page, "labelProduct")->text(),
-              QStringLiteral("Lumro High Speed Portable Scanner"));
-    EXPECT_EQ(part<QLabel>(page, "labelNumber")->text(), QStringLiteral(BUILT_VERSION));
-    EXPECT_FALSE(part<QLabel>(page, "labelLogo")->pixmap(Qt::ReturnByValue).isNull());
 }

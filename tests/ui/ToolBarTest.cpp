@@ -100,7 +100,7 @@ TEST_F(ToolStrip, TheSecondCameraLocksTheViewButNotItself)
     EXPECT_EQ(zoomAtSignal, (QList<bool>{false, true})) << "locked before it is reported";
 }
 
-TEST_F(ToolStrip, AChoiceMadeWhileADeviceOpensIsNotReported)
+TEST_F(ToolStrip, AChoiceMadeWhileADeviceOpensOrByTheProgramIsNotReported)
 {
     ToolBar bar;
     bar.SetDeviceNames({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
@@ -115,31 +115,28 @@ TEST_F(ToolStrip, AChoiceMadeWhileADeviceOpensIsNotReported)
     EXPECT_EQ(reported, (QList<int>{1}));
     QTest::keyClick(devices, Qt::Key_Up);
     EXPECT_EQ(reported, (QList<int>{1, 1})) << "listens again, once";
-}
 
-TEST_F(ToolStrip, ChoosersFillAndSelectWithoutSignals)
-{
-    ToolBar bar;
-    QSignalSpy device(&bar, &ToolBar::checkDeviceSign);
-    QSignalSpy resolution(&bar, &ToolBar::checkResolutionSign);
-    EXPECT_EQ(bar.GetCurrentDeviceIndex(), -1);
-    bar.SetDeviceName(QStringLiteral("first"));
-    bar.SetDeviceName(QString());
-    bar.SetDeviceName(QStringLiteral("second"));
-    bar.SetDefaultDevice(1);
-    EXPECT_EQ(bar.GetCurrentDeviceIndex(), 1);
-    bar.SetDefaultDevice(2); // there is no such row
-    EXPECT_EQ(bar.GetCurrentDeviceIndex(), 1);
+    ToolBar other;
+    QSignalSpy device(&other, &ToolBar::checkDeviceSign);
+    QSignalSpy resolution(&other, &ToolBar::checkResolutionSign);
+    EXPECT_EQ(other.GetCurrentDeviceIndex(), -1);
+    other.SetDeviceName(QStringLiteral("first"));
+    other.SetDeviceName(QString());
+    other.SetDeviceName(QStringLiteral("second"));
+    other.SetDefaultDevice(1);
+    EXPECT_EQ(other.GetCurrentDeviceIndex(), 1);
+    other.SetDefaultDevice(2); // there is no such row
+    EXPECT_EQ(other.GetCurrentDeviceIndex(), 1);
 
-    bar.SetResolutions({QStringLiteral("1600*1200"), QStringLiteral("2592*1944")});
-    bar.SetResolution(QString());
-    bar.SetDefaultResolution(5);
-    EXPECT_EQ(bar.GetResolutionCurrentIndex(), 0);
-    bar.SetDefaultResolution(1);
-    EXPECT_EQ(bar.GetResolutionCurrentText(bar.GetResolutionCurrentIndex()), QStringLiteral("2592*1944"));
-    EXPECT_EQ(bar.GetResolutionCurrentText(7), QString());
-    bar.SetResolutions({QStringLiteral("640*480")});
-    EXPECT_EQ(bar.GetResolutionCurrentCount(), 1);
+    other.SetResolutions({QStringLiteral("1600*1200"), QStringLiteral("2592*1944")});
+    other.SetResolution(QString());
+    other.SetDefaultResolution(5);
+    EXPECT_EQ(other.GetResolutionCurrentIndex(), 0);
+    other.SetDefaultResolution(1);
+    EXPECT_EQ(other.GetResolutionCurrentText(other.GetResolutionCurrentIndex()), QStringLiteral("2592*1944"));
+    EXPECT_EQ(other.GetResolutionCurrentText(7), QString());
+    other.SetResolutions({QStringLiteral("640*480")});
+    EXPECT_EQ(other.GetResolutionCurrentCount(), 1);
     EXPECT_EQ(device.count() + resolution.count(), 0);
 }
 
