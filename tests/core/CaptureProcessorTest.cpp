@@ -9,7 +9,6 @@
 #include "mirvakcamera.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QImage>
 
 #include <future>

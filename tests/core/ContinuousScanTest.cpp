@@ -8,7 +8,6 @@
 #include "TestImage.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTest>
 
 namespace {

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCloseEvent>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -16,7 +15,6 @@
 
 #include <atomic>
 #include <functional>
-#include <memory>
 #include <thread>
 #include <vector>
 
