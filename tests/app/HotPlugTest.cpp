@@ -7,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QPainter>
 
 namespace {
 
@@ -28,6 +29,12 @@ protected:
     static bool isNear(const QColor& a, const QColor& b)
     {
         return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) < 60;
+    }
+    using LumroScannerTest::shows;
+    void start(const std::string& cameras)
+    {
+        useDesk(cameras);
+        show();
     }
     /// The picture, and the name in the box beside it.
     bool shows(const QColor& colour, const char* name)
@@ -70,8 +77,7 @@ protected:
 
 TEST_F(HotPlugTest, TheBoxOpensWhatItNamesAfterAnUnplug)
 {
-    useDesk(alpha() + ", " + beta() + ", " + gamma());
-    show();
+    start(alpha() + ", " + beta() + ", " + gamma());
     ASSERT_TRUE(shows(red_, "Alpha"));
     changeDesk(beta() + ", " + gamma());
     ASSERT_TRUE(unplugged());
@@ -99,8 +105,7 @@ TEST_F(HotPlugTest, TheBoxOpensWhatItNamesAfterAnUnplug)
 
 TEST_F(HotPlugTest, OneThatIsPluggedInBesideAnotherAppearsInTheBoxOnly)
 {
-    useDesk(alpha());
-    show();
+    start(alpha());
     ASSERT_TRUE(shows(red_, "Alpha"));
     changeDesk(gamma() + ", " + alpha());
     ASSERT_TRUE(namesBecome({QStringLiteral("Gamma"), QStringLiteral("Alpha")}));
@@ -118,8 +123,7 @@ TEST_F(HotPlugTest, OneThatIsPluggedInBesideAnotherAppearsInTheBoxOnly)
 TEST_F(HotPlugTest, OneThatIsPluggedInWhenNoneWorksIsOpenedWhateverItsKind)
 {
     const std::string infrared = camera("Infrared", Qt::gray, 3);
-    useDesk(infrared);
-    show();
+    start(infrared);
     EXPECT_FALSE(hasPicture());
     changeDesk(infrared + ", " + beta());
     ASSERT_TRUE(shows(green_, "Beta"));
@@ -139,8 +143,7 @@ TEST_F(HotPlugTest, OneThatIsPluggedInWhenNoneWorksIsOpenedWhateverItsKind)
 
 TEST_F(HotPlugTest, WhatDoesNotOpenYetIsWaitedForAndHoldsNobodyUp)
 {
-    useDesk(alpha());
-    show();
+    start(alpha());
     ASSERT_TRUE(shows(red_, "Alpha"));
     for (const auto& [fault, reason] : {std::pair{"refused = true;", "permission to use Alpha"},
                                         std::pair{"held = true;", "Alpha is in use by another program"},
@@ -175,8 +178,7 @@ TEST_F(HotPlugTest, WhatDoesNotOpenYetIsWaitedForAndHoldsNobodyUp)
 
 TEST_F(HotPlugTest, AResolutionThatFailedToStartIsNotRemembered)
 {
-    useDesk(alpha());
-    show();
+    start(alpha());
     ASSERT_TRUE(shows(red_, "Alpha"));
     changeDesk(alpha("fail_start = true;") + ", " + beta());
     ASSERT_TRUE(namesBecome({QStringLiteral("Alpha"), QStringLiteral("Beta")}));
@@ -192,8 +194,7 @@ TEST_F(HotPlugTest, AResolutionThatFailedToStartIsNotRemembered)
 
 TEST_F(HotPlugTest, TheSecondCameraStaysWhileTheMainOneIsAway)
 {
-    useDesk(alpha() + ", " + beta());
-    show();
+    start(alpha() + ", " + beta());
     ASSERT_TRUE(shows(red_, "Alpha"));
     secondBox().click();
     ASSERT_TRUE(overlay());
@@ -217,15 +218,10 @@ TEST_F(HotPlugTest, TheSecondCameraStaysWhileTheMainOneIsAway)
 TEST_F(HotPlugTest, ThePaperSizeIsTheChosenOneAfterEveryReopening)
 {
     QImage framed = solid(640, 480, Qt::red);
-    for (int y = 60; y < 420; ++y) {
-        for (int x = 80; x < 560; ++x)
-            framed.setPixel(x, y, qRgb(0, 255, 0));
-    }
+    QPainter(&framed).fillRect(80, 60, 480, 360, Qt::green);
     const std::string desk = camera("", 1, "1b171840");
     settings::scanSize.write(store_, 1); // A4: the middle
-    useDesk(desk, framed);
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(desk, framed));
     EXPECT_TRUE(isNear(cornerOfCapture(), green_)) << "at the start";
     window_->onResolutionChanged(1);
     EXPECT_TRUE(isNear(cornerOfCapture(), green_)) << "at another resolution";

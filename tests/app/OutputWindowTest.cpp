@@ -19,9 +19,7 @@ protected:
 
 TEST_F(OutputWindowTest, ThePdfButtonMakesAPictureAndAPdfOfIt)
 {
-    useDesk(camera());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     click("btnPdf");
     ASSERT_EQ(pdfs().size(), 1);
     EXPECT_EQ(head(pdfs().first()), "%PDF-");
@@ -35,9 +33,7 @@ TEST_F(OutputWindowTest, ThePdfButtonMakesAPictureAndAPdfOfIt)
 
 TEST_F(OutputWindowTest, TheMultiPageDialogHasTheLivePictureAndTheTools)
 {
-    useDesk(camera());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     click("btnPdfEx");
     auto* dialog = window_->findChild<PdfEx*>();
     ASSERT_TRUE(dialog->isVisible());

@@ -45,9 +45,7 @@ protected:
 
 TEST_F(RecordWindowTest, TheVideoButtonFilmsUntilItIsStopped)
 {
-    useDesk(camera());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     click("btnRecord");
     ASSERT_TRUE(box() && box()->isVisible());
     const auto* time = box()->findChild<QLabel*>(QStringLiteral("labelTime"));
@@ -67,9 +65,7 @@ TEST_F(RecordWindowTest, TheVideoButtonFilmsUntilItIsStopped)
 
 TEST_F(RecordWindowTest, ARecordingWhoseWindowWasClosedIsStoppedWhenTheCameraIsGone)
 {
-    useDesk(camera("unplug_after = 2.0;"));
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera("unplug_after = 2.0;")));
     click("btnRecord");
     ASSERT_TRUE(box() && box()->isVisible());
     box()->close();
@@ -93,9 +89,7 @@ TEST_F(RecordWindowTest, ATooLargePictureIsRefusedWithAWayOut)
 {
     std::string large = camera();
     large.replace(large.find("640x480"), 7, "2048x1536");
-    useDesk(large);
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(large));
     click("btnRecord");
     EXPECT_EQ(messages_,
               QStringList(QStringLiteral("Recording stopped, please adjust the resolution to 1600 * 1200")));
@@ -111,9 +105,7 @@ TEST_F(RecordWindowTest, EveryOrderOfStartStopTurnResizeUnplugAndCloseLeavesWhol
         const auto pick = [&](int count) {
             return static_cast<int>(random() % static_cast<unsigned>(count));
         };
-        useDesk(camera("unplug_after = " + std::to_string(0.3 + 0.2 * pick(5)) + ";"));
-        show();
-        ASSERT_TRUE(waitForPicture());
+        ASSERT_TRUE(shows(camera("unplug_after = " + std::to_string(0.3 + 0.2 * pick(5)) + ";")));
         for (int step = 0; step < 8; ++step) {
             switch (pick(6)) {
             case 0:

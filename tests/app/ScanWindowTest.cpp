@@ -29,16 +29,6 @@ protected:
     {
         return QTest::qWaitFor([=] { return files().size() >= count; }, 15000);
     }
-    static QImage page()
-    {
-        QImage page = solid(640, 480, Qt::darkGray);
-        for (int y = 60; y < 420; ++y) {
-            for (int x = 160; x < 480; ++x)
-                page.setPixel(
-                    x, y, y % 24 < 8 && x > 190 && x < 450 ? qRgb(20, 20, 20) : qRgb(245, 245, 245));
-        }
-        return page;
-    }
     AutoScan& scanDialog() const { return *window_->findChild<AutoScan*>(); }
     bool toolsEnabled() const { return view().findChild<ToolBar*>()->isEnabled(); }
     MoveVideoWidget* overlay() const { return window_->findChild<MoveVideoWidget*>(); }
@@ -53,9 +43,7 @@ protected:
 TEST_F(ScanWindowTest, TheTimerTakesPicturesUntilItIsStopped)
 {
     settings::autoScanDelay.write(store_, 1);
-    useDesk(camera());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     click("btnAutoScanner");
     ASSERT_TRUE(scanDialog().isVisible());
     EXPECT_EQ(scanDialog().windowTitle(), QStringLiteral("Timer Scan"));
@@ -101,9 +89,7 @@ TEST_F(ScanWindowTest, SettingsOfTheWrongKindCountAsNotSet)
 TEST_F(ScanWindowTest, ANewPageIsTakenOnceAndCounted)
 {
     settings::autoScanType.write(store_, 0);
-    useDesk(camera(), page());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera(), page()));
     click("btnAutoScanner");
     EXPECT_EQ(scanDialog().windowTitle(), QStringLiteral("Auto Scan"));
     ASSERT_TRUE(filesBecome(1));
@@ -118,9 +104,7 @@ TEST_F(ScanWindowTest, ANewPageIsTakenOnceAndCounted)
 TEST_F(ScanWindowTest, APageFoundJustBeforeStopIsNotTaken)
 {
     settings::autoScanType.write(store_, 0);
-    useDesk(camera(), page());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera(), page()));
     std::promise<void> found;
     std::atomic<bool> first{true};
     // On the capture thread, behind the message to the window, which is not read before "Stop".
@@ -160,9 +144,7 @@ TEST_F(ScanWindowTest, TheWindowClosesWhileTimedCapturesWait)
 
 TEST_F(ScanWindowTest, DevicesMayChangeWhileTimedCapturesRun)
 {
-    useDesk(camera() + ", " + camera() + ", " + second());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera() + ", " + camera() + ", " + second()));
     for (int i = 0; i < 24; ++i) {
         window_->onAutoScanTiemr();
         switch (i % 4) {
@@ -192,9 +174,7 @@ TEST_F(ScanWindowTest, TheSecondCameraLiesOverThePreviewAndInTheCompositePicture
 {
     settings::cameraSynthesis.write(store_, true);
     settings::mergePos.write(store_, 3);
-    useDesk(camera() + ", " + second());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera() + ", " + second()));
     tick(true);
     ASSERT_TRUE(overlay() && overlay()->isVisible());
     const QRect main(view().GetImageCurrentPoint(), view().GetImageCurrentSize());
@@ -217,9 +197,7 @@ TEST_F(ScanWindowTest, WhatCannotBeSavedIsToldWhoeverTookIt)
 {
     settings::cameraSynthesis.write(store_, true);
     settings::setSavePath(store_, QString::fromStdString(folder().file("no/such/parent")));
-    useDesk(camera() + ", " + second());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera() + ", " + second()));
     const auto notice = [this] {
         return view().findChild<QTimer*>(QStringLiteral("noticeTimer"))->isActive();
     };
@@ -231,6 +209,7 @@ TEST_F(ScanWindowTest, WhatCannotBeSavedIsToldWhoeverTookIt)
         EXPECT_NE(view().grab().toImage(), before) << what;
     };
     isTold("timed", [this] { window_->onAutoScanTiemr(); });
+    isTold("one", [this] { window_->onScanner(); });
     tick(true);
     ASSERT_TRUE(overlay());
     isTold("both cameras", [this] { window_->onScanner(); });
@@ -240,9 +219,7 @@ TEST_F(ScanWindowTest, WhatCannotBeSavedIsToldWhoeverTookIt)
 TEST_F(ScanWindowTest, TheSecondCameraIsRefusedWithDeskewAndGoesWhenItIsUnplugged)
 {
     settings::deskew.write(store_, 1);
-    useDesk(camera() + ", " + second("unplug_after = 0.8;"));
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera() + ", " + second("unplug_after = 0.8;")));
     tick(true);
     EXPECT_TRUE(
         messages_.contains(QStringLiteral("Please turn off the deskew function before using it again!")));
@@ -260,9 +237,7 @@ TEST_F(ScanWindowTest, TheSecondCameraIsRefusedWithDeskewAndGoesWhenItIsUnplugge
 
 TEST_F(ScanWindowTest, TheMainCameraComesBackAlthoughTheSecondOneWasOpen)
 {
-    useDesk(camera("unplug_after = 1.5;") + ", " + second());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera("unplug_after = 1.5;") + ", " + second()));
     tick(true);
     ASSERT_TRUE(overlay());
     ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 10000));
@@ -271,9 +246,7 @@ TEST_F(ScanWindowTest, TheMainCameraComesBackAlthoughTheSecondOneWasOpen)
 
 TEST_F(ScanWindowTest, TwoClicksJoinTwoSidesOfACard)
 {
-    useDesk(camera());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     click("btnCardCompose");
     EXPECT_EQ(files().size(), 1);
     EXPECT_FALSE(toolsEnabled());
@@ -290,17 +263,6 @@ TEST_F(ScanWindowTest, TwoClicksJoinTwoSidesOfACard)
     ASSERT_EQ(files().size(), 3);
     EXPECT_EQ(QImage(pictures() + QStringLiteral("/IMAGE_002.jpg")).width(), 640);
     EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 3; }));
-}
-
-TEST_F(ScanWindowTest, AShortcutOfTheSettingsCaptures)
-{
-    settings::shortcutDocument.write(store_, QStringLiteral("Ctrl+D"));
-    useDesk(camera());
-    show();
-    ASSERT_TRUE(waitForPicture());
-    window_->activateWindow();
-    QTest::keyClick(window_.get(), Qt::Key_D, Qt::ControlModifier);
-    EXPECT_TRUE(filesBecome(1));
 }
 
 } // namespace

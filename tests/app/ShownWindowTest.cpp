@@ -21,18 +21,12 @@ namespace {
 class ShownWindowTest : public LumroScannerTest
 {
 protected:
-    void open(const std::string& cameras)
-    {
-        useDesk(cameras);
-        show();
-    }
     QString notice() const { return view().findChild<ViewNotice*>()->text(); }
     QColor middleOf(const QImage& image) const { return image.pixelColor(image.rect().center()); }
     QColor saved(int number) const
     {
         return middleOf(QImage(pictures() + QLatin1Char('/') + files().at(number)));
     }
-    static constexpr const char* noFrames = "corrupt_every = 1;"; // none that could be shown
 };
 
 TEST_F(ShownWindowTest, TheFrozenPageCanBeSavedWhileCapturesSaveTheLiveOne)
@@ -41,8 +35,7 @@ TEST_F(ShownWindowTest, TheFrozenPageCanBeSavedWhileCapturesSaveTheLiveOne)
     for (const auto& [name, colour] : {std::make_pair("1.png", Qt::red), std::make_pair("2.png", Qt::blue)})
         solid(640, 480, colour).save(QString::fromStdString(folder().file("turns/") + name));
     std::string turning = camera("hold = 0.0;"); // another page with each frame
-    open(turning.replace(turning.find("page.jpg"), 8, "turns"));
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(turning.replace(turning.find("page.jpg"), 8, "turns")));
     auto* bar = view().findChild<FrozenBar*>();
     for (int i = 0; i < 4; ++i) {
         EXPECT_FALSE(bar->isVisible());
@@ -69,8 +62,7 @@ TEST_F(ShownWindowTest, TheFrozenPageCanBeSavedWhileCapturesSaveTheLiveOne)
 
 TEST_F(ShownWindowTest, AFrozenPictureThatNoFrameFollowsOffersNothingToSave)
 {
-    open(camera("stall_after = 0.3;"));
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera("stall_after = 0.3;")));
     const auto* button = window_->findChild<QPushButton*>(QStringLiteral("buttonSaveFrozen"));
     const auto isStalled = [&] {
         view().toggleFreeze();
@@ -84,8 +76,7 @@ TEST_F(ShownWindowTest, AFrozenPictureThatNoFrameFollowsOffersNothingToSave)
 
 TEST_F(ShownWindowTest, TheInsetSaysWhenItIsLeftOut)
 {
-    open(camera() + ", " + camera("", 2, "0bda5801"));
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera() + ", " + camera("", 2, "0bda5801")));
     window_->findChild<QCheckBox*>(QStringLiteral("checkAssist"))->click();
     auto* inset = window_->findChild<MoveVideoWidget*>()->findChild<MoveVideoView*>();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !inset->frameSize().isEmpty(); }));
@@ -107,8 +98,7 @@ TEST_F(ShownWindowTest, TheTimedCountIsThatOfTheStripAndTheFolder)
 {
     settings::autoScanDelay.write(store_, 1);
     settings::setSavePath(store_, QString::fromStdString(folder().file("no/such/parent")));
-    open(camera());
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     click("btnAutoScanner");
     auto* dialog = window_->findChild<AutoScan*>();
     const auto count = [&] {
@@ -129,7 +119,8 @@ TEST_F(ShownWindowTest, TheTimedCountIsThatOfTheStripAndTheFolder)
 
 TEST_F(ShownWindowTest, ACaptureThatWaitsSaysSoPaintsTakesNoCommandAndEndsWithEscape)
 {
-    open(camera(noFrames));
+    useDesk(camera("corrupt_every = 1;")); // none that could be shown
+    show();
     std::function<QWidget*()> front = [this]() -> QWidget* { return &view(); };
     const std::vector<std::function<void()>> commands{[this] { window_->onScanner(); },
                                                       [this] { window_->onDocument(); },
@@ -173,21 +164,27 @@ TEST_F(ShownWindowTest, ACaptureThatWaitsSaysSoPaintsTakesNoCommandAndEndsWithEs
     EXPECT_TRUE(files().isEmpty());
 }
 
-TEST_F(ShownWindowTest, WithoutACameraEveryButtonSaysSo)
+TEST_F(ShownWindowTest, WithoutACameraEveryButtonSaysSoUntilOneIsPluggedIn)
 {
-    open("");
+    useDesk("");
+    show();
+    EXPECT_FALSE(hasPicture());
+    window_->onDeskewChanged(0, true); // needs a device
+    EXPECT_EQ(settings::deskew.read(store_), 0);
     for (const char* button :
          {"btnScanner", "btnDocument", "btnPdf", "btnRecord", "btnPicCompose", "btnOcr"}) {
         view().ShowNotice(QString());
         click(button);
         EXPECT_EQ(notice(), QStringLiteral("No found device!")) << button;
     }
+    EXPECT_TRUE(files().isEmpty() && messages_.isEmpty());
+    changeDesk(camera());
+    EXPECT_TRUE(waitForPicture());
 }
 
 TEST_F(ShownWindowTest, TheFirstSideStaysInSightAndCanBeGivenUp)
 {
-    open(camera());
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera()));
     auto* side = view().findChild<FirstSide*>();
     const auto* tools = view().findChild<ToolBar*>();
     const std::vector<std::function<void()>> waysOut{

@@ -55,9 +55,7 @@ protected:
 TEST_F(TuningWindowTest, TheButtonOpensThePanelWhichWorksTheCameraAlsoAfterAnUnplug)
 {
     const std::string desk = camera("controls = true;");
-    useDesk(desk, scene());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(desk, scene()));
     EXPECT_EQ(panel(), nullptr) << "not made before it is wanted";
     const QRect before(view().GetImageCurrentPoint(), view().GetImageCurrentSize());
     openPanel();
@@ -81,9 +79,7 @@ TEST_F(TuningWindowTest, TheButtonOpensThePanelWhichWorksTheCameraAlsoAfterAnUnp
 
 TEST_F(TuningWindowTest, AClickFocusesOnWhatIsShownThere)
 {
-    useDesk(camera("controls = true;"), scene());
-    show();
-    ASSERT_TRUE(waitForPicture());
+    ASSERT_TRUE(shows(camera("controls = true;"), scene()));
     window_->onRotateChanged(1); // the stripes come to the left
     openPanel();
     ASSERT_TRUE(waitFor([this] {

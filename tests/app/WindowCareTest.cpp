@@ -6,13 +6,13 @@
 #include "PdfEx.h"
 #include "VideoRecord.h"
 #include "WindowCare.h"
+#include "Words.h"
 
 #include <QAbstractButton>
 #include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScrollArea>
-#include <QTranslator>
 #include <QWindow>
 
 namespace {
@@ -20,12 +20,6 @@ namespace {
 class WindowCareTest : public LumroScannerTest
 {
 protected:
-    void start()
-    {
-        useDesk(camera());
-        show();
-        ASSERT_TRUE(waitForPicture());
-    }
     void haveFree(const QRect& area) const
     {
         window_->findChild<WindowCare*>()->setFreeArea([=](const QScreen&) { return area; });
@@ -55,14 +49,6 @@ class SmallScreen : public WindowCareTest,
                     public ::testing::WithParamInterface<std::tuple<QRect, const char*>>
 {
 protected:
-    SmallScreen()
-    {
-        translator_.load(QStringLiteral(TRANSLATIONS_FOLDER "/lumroscanner_%1.qm")
-                             .arg(QLatin1String(std::get<1>(GetParam()))));
-        QCoreApplication::installTranslator(&translator_);
-    }
-    ~SmallScreen() override { QCoreApplication::removeTranslator(&translator_); }
-
     /// It lies on the screen, and so does each of its buttons, if need be after scrolling.
     void expectInside(QWidget* window, const char* name) const
     {
@@ -84,14 +70,14 @@ protected:
     }
 
     const QRect area_ = std::get<0>(GetParam());
-    QTranslator translator_;
+    const Words words_{std::get<1>(GetParam())};
 };
 
 } // namespace
 
 TEST_P(SmallScreen, HasRoomForEveryWindow)
 {
-    start();
+    ASSERT_TRUE(shows(camera()));
     window_->setGeometry(area_);
     haveFree(area_);
     click("btnMore");
@@ -137,11 +123,11 @@ INSTANTIATE_TEST_SUITE_P(Sizes,
                          ::testing::Combine(::testing::Values(QRect(0, 16, 640, 344),
                                                               QRect(0, 20, 853, 460),
                                                               QRect(0, 20, 960, 520)),
-                                            ::testing::Values("en", "zh_cn", "ru")));
+                                            ::testing::ValuesIn(Words::languages)));
 
 TEST_F(WindowCareTest, EveryWindowBelongsToTheMainWindowAndKeepsItsKind)
 {
-    start();
+    ASSERT_TRUE(shows(camera()));
     haveFree({0, 0, 1280, 720});
     click("btnMore");
     QWidget* more = shown("More");
@@ -172,7 +158,7 @@ TEST_F(WindowCareTest, EscapeClosesAndAsksOnceWhenWorkWouldBeLost)
 {
     int asked = 0, answer = QDialog::Rejected;
     Dialogs::instance().runMessage = [&](MsgBox&) { return ++asked, answer; };
-    start();
+    ASSERT_TRUE(shows(camera()));
     click("btnMore");
     escape(*shown("More"));
     EXPECT_FALSE(shown("More"));

@@ -45,6 +45,13 @@ protected:
         window_->resize(1000, 700);
         window_->show();
     }
+    /// The window over that desk, as soon as it shows the camera's picture.
+    bool shows(const std::string& cameras, const QImage& page = solid(640, 480, Qt::yellow))
+    {
+        useDesk(cameras, page);
+        show();
+        return waitForPicture();
+    }
     bool hasPicture() { return !view().GetImageCurrentSize().isEmpty(); }
     bool waitForPicture()
     {

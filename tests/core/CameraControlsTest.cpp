@@ -7,7 +7,6 @@
 #include "DeskFixture.h"
 
 #include <QPainter>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 

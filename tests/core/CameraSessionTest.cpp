@@ -44,6 +44,9 @@ protected:
     {
         return session_.select(session_.cameras().value(row).identity);
     }
+    CameraSession::OpenResult start() { return session_.start(0, QStringLiteral("640*480")); }
+    bool streams(int row) { return select(row) == Ok && start() == Ok; }
+    static constexpr auto Ok = CameraSession::OpenResult::Ok;
 
     MirvakCamera camera_;
     CameraSession session_{camera_, onFrame, nullptr};
@@ -61,9 +64,9 @@ TEST_F(CameraSessionTest, StreamsAndChangesTheResolution)
 {
     useDesk(camera());
     session_.discover();
-    ASSERT_EQ(select(0), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(select(0), Ok);
     EXPECT_EQ(session_.resolutions(), (QStringList{QStringLiteral("640*480"), QStringLiteral("320*240")}));
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(start(), Ok);
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
     EXPECT_EQ(session_.size(), QSize(640, 480));
     EXPECT_TRUE(framesCome());
@@ -71,8 +74,8 @@ TEST_F(CameraSessionTest, StreamsAndChangesTheResolution)
     session_.closeCamera();
     const int after = frames;
     EXPECT_FALSE(session_.isOpen());
-    ASSERT_EQ(session_.start(1, QString()), CameraSession::OpenResult::Ok); // opens the closed device again
-    EXPECT_EQ(session_.size(), QSize(1920, 1080));                          // no text to tell the size
+    ASSERT_EQ(session_.start(1, QString()), Ok);   // opens the closed device again
+    EXPECT_EQ(session_.size(), QSize(1920, 1080)); // no text to tell the size
     EXPECT_TRUE(QTest::qWaitFor([&] { return frames > after; }, 10000));
 }
 
@@ -82,8 +85,8 @@ TEST_F(CameraSessionTest, FailuresOfTheDeviceAreToldApart)
     session_.discover();
     EXPECT_EQ(select(0), CameraSession::OpenResult::CreateFailed);
     EXPECT_FALSE(session_.isOpen());
-    ASSERT_EQ(select(1), CameraSession::OpenResult::Ok);
-    EXPECT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::StartFailed);
+    ASSERT_EQ(select(1), Ok);
+    EXPECT_EQ(start(), CameraSession::OpenResult::StartFailed);
     EXPECT_FALSE(session_.isOpen()) << "nobody may wait for its frames";
     EXPECT_NE(session_.state(), CameraSession::Streaming);
 }
@@ -93,16 +96,14 @@ TEST_F(CameraSessionTest, AVanishedDeviceBlocksCapturesUntilItIsOpenedAgain)
     useDesk(camera("unplug_after = 0.2;"));
     session_.discover();
     QSignalSpy lost(&session_, &CameraSession::deviceLost);
-    select(0);
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_TRUE(streams(0));
     ASSERT_TRUE(lost.wait(10000));
     EXPECT_EQ(static_cast<int>(session_.state()), -4);
     EXPECT_FALSE(session_.isOpen());
 
     useDesk(camera()); // plugged in again
     ASSERT_EQ(session_.discover(), 1);
-    select(0);
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_TRUE(streams(0));
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
     EXPECT_TRUE(framesCome());
     EXPECT_EQ(lost.count(), 1);
@@ -113,12 +114,10 @@ TEST_F(CameraSessionTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
     useDesk(camera("Alpha", Qt::red, 1, "unplug_after = 0.2;") + ", " + camera("Beta", Qt::green, 2));
     session_.discover();
     QSignalSpy lost(&session_, &CameraSession::deviceLost);
-    select(0);
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_TRUE(streams(0));
     while (!ended) // without the event loop: the message lies there
         std::this_thread::yield();
-    select(1);
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_TRUE(streams(1));
     QCoreApplication::processEvents();
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
     EXPECT_EQ(session_.current().name, QStringLiteral("Beta"));
@@ -133,8 +132,8 @@ TEST_F(CameraSessionTest, FollowsTheListAndKeepsTheOpenCamera)
     ASSERT_EQ(session_.discover(), 2);
     EXPECT_TRUE(session_.hasSecondCamera());
     const QString wanted = session_.cameras()[1].identity;
-    ASSERT_EQ(session_.select(wanted), CameraSession::OpenResult::Ok);
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(session_.select(wanted), Ok);
+    ASSERT_EQ(start(), Ok);
     changeDesk(alpha);
     QSignalSpy changed(&session_, &CameraSession::camerasChanged);
     ASSERT_TRUE(QTest::qWaitFor([&] { return session_.cameras().size() == 1; }, 10000));
@@ -142,7 +141,7 @@ TEST_F(CameraSessionTest, FollowsTheListAndKeepsTheOpenCamera)
     EXPECT_EQ(session_.current().identity, wanted);
     EXPECT_TRUE(framesCome());
     session_.closeCamera();
-    ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+    ASSERT_EQ(start(), Ok);
     EXPECT_EQ(session_.current().name, QStringLiteral("Alpha"));
     EXPECT_GE(changed.count(), 1);
 }
@@ -151,15 +150,13 @@ TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
 {
     useDesk(camera("", 1, "1b171840") + ", " + camera());
     session_.discover();
-    select(0);
-    session_.start(0, QStringLiteral("640*480"));
+    ASSERT_TRUE(streams(0));
     EXPECT_TRUE(session_.checksPaperSize());
     session_.setScanSize(1);
     EXPECT_FALSE(session_.checksPaperSize());
     session_.setScanSize(0);
     EXPECT_TRUE(session_.checksPaperSize());
-    select(1);
-    session_.start(0, QStringLiteral("640*480"));
+    ASSERT_TRUE(streams(1));
     session_.setScanSize(0);
     EXPECT_FALSE(session_.checksPaperSize());
 }
@@ -171,7 +168,7 @@ TEST_F(CameraSessionTest, EndsCleanlyWhileStreaming)
         CameraSession session(camera_, onFrame, nullptr);
         session.discover();
         session.select(session.cameras()[0].identity);
-        ASSERT_EQ(session.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
+        ASSERT_EQ(session.start(0, QStringLiteral("640*480")), Ok);
         const bool whileFramesCome = i % 2 == 0; // else in the middle of the start
         ASSERT_TRUE(!whileFramesCome || framesCome());
     }

@@ -4,6 +4,7 @@
 #include "Codec.h"
 #include "DiskFullAt.h"
 #include "Enhance.h"
+#include "FreshSettings.h"
 #include "Pixels.h"
 #include "Seal.h"
 #include "Settings.h"
@@ -15,7 +16,6 @@
 #include <QDateTime>
 #include <QImage>
 
-#include <gtest/gtest.h>
 #include <opencv2/imgproc.hpp>
 
 #include <functional>
@@ -37,16 +37,14 @@ cv::Mat officePage()
     return page;
 }
 
-class CapturePixels : public ::testing::Test
+class CapturePixels : public FreshSettings
 {
 protected:
     CapturePixels()
     {
-        settings::setSavePath(store_, QString::fromStdString(folder_.path()));
-        settings::imageFormat.write(store_, 1); // PNG keeps every pixel
+        settings::setSavePath(settings, QString::fromStdString(folder_.path()));
+        settings::imageFormat.write(settings, 1); // PNG keeps every pixel
     }
-    ~CapturePixels() override { store_.GetSettings()->clear(); }
-
     cv::Mat captured(const cv::Mat& rgb, int cropMode, int colourMode = 0, const QRect& selection = {})
     {
         Image frame;
@@ -58,7 +56,6 @@ protected:
     }
 
     TempDir folder_;
-    ConfigSettings store_;
     MirvakCamera camera_;
     CaptureProcessor processor_{camera_};
 };
@@ -136,7 +133,7 @@ TEST_F(CapturePixels, EveryPageOfTheSecondModeIsAFileAndAFailureLosesNoOther)
     ASSERT_EQ(all.paths.size(), 3);
     EXPECT_EQ(all.failed, 0);
     for (const char* name : {"/IMAGE_000.png", "/IMAGE_001.png", "/IMAGE_002.png"})
-        EXPECT_TRUE(all.paths.contains(settings::savePath(store_) + QLatin1String(name))) << name;
+        EXPECT_TRUE(all.paths.contains(settings::savePath(settings) + QLatin1String(name))) << name;
     const auto first = mirvak::readImage(all.paths[0].toStdString());
     ASSERT_TRUE(first);
     EXPECT_NEAR(first->pixels.cols, 240 - 30, 2);
@@ -161,12 +158,12 @@ TEST_F(CapturePixels, TheWatermarkStandsAtItsAnchorInPureRed)
 {
     const cv::Mat paper(480, 640, CV_8UC3, white);
     for (const QString& text : {QStringLiteral("LE"), QStringLiteral("样本ЖЖ")}) {
-        settings::watermarkText.write(store_, text);
+        settings::watermarkText.write(settings, text);
         const int right = 640 - 120 - 20 * text.size();
         const std::vector<cv::Point> anchors{{100, 100}, {100, 360}, {right, 100}, {right, 360}};
         cv::Rect first;
         for (int position = 1; position <= 4; ++position) {
-            settings::watermarkPos.write(store_, position);
+            settings::watermarkPos.write(settings, position);
             const cv::Mat saved = captured(paper, cropping::none);
             const cv::Rect box = otherThan(saved, white) - anchors[static_cast<size_t>(position - 1)];
             first = position == 1 ? box : first;
@@ -182,18 +179,18 @@ TEST_F(CapturePixels, TheWatermarkStandsAtItsAnchorInPureRed)
         EXPECT_TRUE(first.x >= 0 && first.x <= 4 && first.y >= -2 && first.y <= 6) << first;
     }
     for (const int nowhere : {0, 5, -1}) {
-        settings::watermarkPos.write(store_, nowhere);
+        settings::watermarkPos.write(settings, nowhere);
         EXPECT_TRUE(otherThan(captured(paper, cropping::none), white).empty()) << nowhere;
     }
-    settings::watermarkPos.write(store_, 1);
-    settings::watermarkText.write(store_, QString());
+    settings::watermarkPos.write(settings, 1);
+    settings::watermarkText.write(settings, QString());
     EXPECT_TRUE(otherThan(captured(paper, cropping::none), white).empty());
 }
 
 TEST_F(CapturePixels, TheWatermarkIsStampedOnWhatTheOtherStepsLeave)
 {
-    settings::watermarkPos.write(store_, 4);
-    settings::watermarkText.write(store_, QStringLiteral("LE"));
+    settings::watermarkPos.write(settings, 4);
+    settings::watermarkText.write(settings, QStringLiteral("LE"));
     const cv::Mat paper(480, 640, CV_8UC3, cv::Scalar(214, 208, 190));
     const cv::Mat saved = captured(paper, cropping::selection, 2, QRect(100, 50, 400, 300));
     const cv::Rect box = otherThan(saved, white);
@@ -204,9 +201,9 @@ TEST_F(CapturePixels, TheWatermarkIsStampedOnWhatTheOtherStepsLeave)
 
 TEST_F(CapturePixels, TheWatermarkTellsTheTimeWhenItIsAsked)
 {
-    settings::watermarkPos.write(store_, 1);
-    settings::watermarkText.write(store_, QStringLiteral("not this"));
-    settings::watermarkTime.write(store_, true);
+    settings::watermarkPos.write(settings, 1);
+    settings::watermarkText.write(settings, QStringLiteral("not this"));
+    settings::watermarkTime.write(settings, true);
     const cv::Mat paper(200, 640, CV_8UC3, white);
     QDateTime time = QDateTime::currentDateTime();
     const cv::Mat saved = captured(paper, cropping::none);
@@ -225,7 +222,7 @@ TEST_F(CapturePixels, TheWatermarkTellsTheTimeWhenItIsAsked)
 
 TEST_F(CapturePixels, JpegFilesKeepFineDetail)
 {
-    settings::imageFormat.write(store_, 0);
+    settings::imageFormat.write(settings, 0);
     const cv::Mat page = officePage();
     EXPECT_LT(difference(captured(page, cropping::none), page, cv::NORM_L1) / (3.0 * page.total()), 1.3)
         << "1.15 levels at quality 95, 1.5 at 90";
@@ -237,7 +234,7 @@ TEST_F(CapturePixels, FinishedPicturesAreTrimmedOnAllSidesWhenPagesAreCropped)
     cv::randu(noise, 0, 256);
     const QImage picture(noise.data, 200, 100, 600, QImage::Format_RGB888);
     for (const int mode : {cropping::none, cropping::deskew, cropping::second, cropping::selection}) {
-        settings::deskew.write(store_, mode);
+        settings::deskew.write(settings, mode);
         const auto saved = mirvak::readImage(processor_.imageSave(picture, 3).toStdString());
         ASSERT_TRUE(saved);
         const cv::Mat wanted = mode == cropping::deskew ? noise(cv::Rect(15, 15, 184, 84)) : noise;

@@ -2,28 +2,24 @@
 
 #include "DiskFullAt.h"
 #include "FrameHandle.h"
+#include "FreshSettings.h"
 #include "Settings.h"
 #include "TempDir.h"
 #include "TestImage.h"
 #include "mirvakcamera.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QImage>
-
-#include <gtest/gtest.h>
 
 #include <future>
 #include <vector>
 
 namespace {
 
-class CaptureProcessorTest : public ::testing::Test
+class CaptureProcessorTest : public FreshSettings
 {
 protected:
-    CaptureProcessorTest() { settings::setSavePath(store_, QString::fromStdString(folder_.path())); }
-    ~CaptureProcessorTest() override { store_.GetSettings()->clear(); }
-
+    CaptureProcessorTest() { settings::setSavePath(settings, QString::fromStdString(folder_.path())); }
     FrameHandle frame(int width = 320, int height = 240)
     {
         return ownImage(camera_, makeImageHandle(width, height, {250, 250, 250}));
@@ -31,31 +27,39 @@ protected:
     QStringList files() const { return QDir(QString::fromStdString(folder_.path())).entryList(QDir::Files); }
 
     TempDir folder_;
-    ConfigSettings store_;
     MirvakCamera camera_;
     CaptureProcessor processor_{camera_};
 };
 
-TEST_F(CaptureProcessorTest, EveryFormatIsReadableAndCarriesTheCamerasResolution)
+TEST_F(CaptureProcessorTest,
+       EveryFormatIsReadableCarriesTheCamerasResolutionAndPicturesAreOnlySavedInTheirModes)
 {
     for (int format = 0; format < 3; ++format) {
-        settings::imageFormat.write(store_, format);
+        settings::imageFormat.write(settings, format);
         const QString path = processor_.imageSave(frame().get(), cropping::none, 0);
         const QImage saved(path);
         EXPECT_EQ(saved.size(), QSize(320, 240)) << path.toStdString();
         EXPECT_NEAR(saved.dotsPerMeterX(), 8464, 20) << path.toStdString(); // JPEG stores whole dots per inch
     }
+
+    QImage picture(200, 100, QImage::Format_RGB888);
+    picture.fill(Qt::blue);
+    EXPECT_EQ(processor_.imageSave(picture, 2), QString());
+    EXPECT_EQ(processor_.imageSave(QImage(), 0), QString());
+    EXPECT_EQ(files().size(), 3);
+    for (const int mode : {0, 1, 3})
+        EXPECT_EQ(QImage(processor_.imageSave(picture, mode)).size(), QSize(200, 100)) << mode;
 }
 
 TEST_F(CaptureProcessorTest, FailuresGiveAnEmptyPathAndLeaveNothing)
 {
     EXPECT_EQ(processor_.imageSave(nullptr, 0, 0), QString());
-    settings::setSavePath(store_, QString::fromStdString(folder_.file("a/b")));
+    settings::setSavePath(settings, QString::fromStdString(folder_.file("a/b")));
     EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
-    settings::setSavePath(store_, QString::fromStdString(folder_.write("file", "no folder")));
+    settings::setSavePath(settings, QString::fromStdString(folder_.write("file", "no folder")));
     EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
-    settings::setSavePath(store_, QString::fromStdString(folder_.path()));
-    settings::imageFormat.write(store_, 2);
+    settings::setSavePath(settings, QString::fromStdString(folder_.path()));
+    settings::imageFormat.write(settings, 2);
     {
         const DiskFullAt limit(1000);
         EXPECT_EQ(processor_.imageSave(frame().get(), 0, 0), QString());
@@ -69,7 +73,7 @@ TEST_F(CaptureProcessorTest, FailuresGiveAnEmptyPathAndLeaveNothing)
 TEST_F(CaptureProcessorTest, NoCaptureEverReplacesAnother)
 {
     for (const int rule : {0, 1}) {
-        settings::namingRules.write(store_, rule);
+        settings::namingRules.write(settings, rule);
         std::vector<std::future<bool>> results;
         for (int i = 1; i <= 8; ++i) {
             results.push_back(std::async(std::launch::async, [this, i] {
@@ -94,23 +98,12 @@ TEST_F(CaptureProcessorTest, EveryCaptureIsAFileOfItsOwnWhateverTheNames)
 {
     folder_.write("IMAGE_2147483646.jpg", "");
     for (const char* prefix : {"IMAGE", ".x", "my_scan", ""}) {
-        settings::namingPrefix.write(store_, QString::fromLatin1(prefix));
+        settings::namingPrefix.write(settings, QString::fromLatin1(prefix));
         const int before = int(files().size());
         for (int i = 0; i < 3; ++i)
             EXPECT_FALSE(processor_.imageSave(frame().get(), cropping::none, 0).isEmpty());
         EXPECT_EQ(files().size(), before + 3) << prefix;
     }
-}
-
-TEST_F(CaptureProcessorTest, PicturesAreOnlySavedInTheirModes)
-{
-    QImage picture(200, 100, QImage::Format_RGB888);
-    picture.fill(Qt::blue);
-    EXPECT_EQ(processor_.imageSave(picture, 2), QString());
-    EXPECT_EQ(processor_.imageSave(QImage(), 0), QString());
-    EXPECT_TRUE(files().isEmpty());
-    for (const int mode : {0, 1, 3})
-        EXPECT_EQ(QImage(processor_.imageSave(picture, mode)).size(), QSize(200, 100)) << mode;
 }
 
 } // namespace

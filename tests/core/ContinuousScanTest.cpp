@@ -8,7 +8,6 @@
 #include "TestImage.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTest>
 
 namespace {
@@ -32,10 +31,22 @@ protected:
     }
     ~ContinuousScanTest() override
     {
-        delivery_.channel().close();
-        scan_.finish();
+        finish();
         session_.shutDown();
         store_.GetSettings()->clear();
+    }
+    void finish()
+    {
+        delivery_.channel().close();
+        scan_.finish();
+    }
+    /// Of a camera that delivers none that could be shown.
+    void waitForAFrame()
+    {
+        start("corrupt_every = 1;");
+        for (int i = 0; i < 4; ++i)
+            scan_.onAutoScanTiemr();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return delivery_.channel().isRequested(); }));
     }
     static void onFrame(void* image, void*, int, int width, int height, void* context)
     {
@@ -52,18 +63,7 @@ protected:
         ASSERT_EQ(session_.select(session_.cameras()[0].identity), CameraSession::OpenResult::Ok);
         ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     }
-    static constexpr const char* noFrames = "corrupt_every = 1;"; // none that could be shown
     int files() const { return int(QDir(settings::savePath(store_)).entryList(QDir::Files).size()); }
-    static QImage page()
-    {
-        QImage image = solid(640, 480, Qt::darkGray);
-        for (int y = 60; y < 420; ++y) {
-            for (int x = 160; x < 480; ++x)
-                image.setPixel(
-                    x, y, y % 24 < 8 && x > 190 && x < 450 ? qRgb(20, 20, 20) : qRgb(245, 245, 245));
-        }
-        return image;
-    }
 
     mutable ConfigSettings store_;
     QObject here_;
@@ -95,12 +95,8 @@ TEST_F(ContinuousScanTest, EachTickTakesAPictureOnAThreadOfItsOwn)
 // A camera that stands still lets the captures of several ticks wait. None of them outlives the scan.
 TEST_F(ContinuousScanTest, TheEndWaitsForCapturesThatWaitForAFrame)
 {
-    start(noFrames);
-    for (int i = 0; i < 4; ++i)
-        scan_.onAutoScanTiemr();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return delivery_.channel().isRequested(); }));
-    delivery_.channel().close();
-    scan_.finish();
+    waitForAFrame();
+    finish();
     EXPECT_EQ(files(), 0);
     scan_.onAutoScanTiemr(); // too late: nothing may begin that nobody waits for
     scan_.finish();
@@ -109,17 +105,13 @@ TEST_F(ContinuousScanTest, TheEndWaitsForCapturesThatWaitForAFrame)
 // The captures of all ticks since then wait for a frame, and would show the same page over and over.
 TEST_F(ContinuousScanTest, AfterAStallTheWaitingTicksTakeOnePictureTogether)
 {
-    start(noFrames);
-    for (int i = 0; i < 4; ++i)
-        scan_.onAutoScanTiemr();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return delivery_.channel().isRequested(); }));
+    waitForAFrame();
     const FrameHandle frame = ownImage(camera_, makeImageHandle(640, 480));
     ASSERT_TRUE(QTest::qWaitFor([&] {
         delivery_.onFrame(frame.get(), 640, 480);
         return !delivery_.channel().isRequested();
     }));
-    delivery_.channel().close();
-    scan_.finish();
+    finish();
     EXPECT_EQ(files(), 1);
 }
 

@@ -1,4 +1,5 @@
 #include "FileNaming.h"
+#include "FreshSettings.h"
 #include "Settings.h"
 #include "TempDir.h"
 
@@ -7,22 +8,17 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include <gtest/gtest.h>
-
 namespace {
 
-class FileNamingTest : public ::testing::Test
+class FileNamingTest : public FreshSettings
 {
 protected:
-    FileNamingTest() { settings::setSavePath(store_, directory()); }
-    ~FileNamingTest() override { store_.GetSettings()->clear(); }
-
+    FileNamingTest() { settings::setSavePath(settings, directory()); }
     QString directory() const { return QString::fromStdString(folder_.path()); }
     QString nextName() const { return QFileInfo(naming_.getImagePath()).fileName(); }
 
     TempDir folder_;
-    ConfigSettings store_;
-    FileNaming naming_{store_};
+    FileNaming naming_{settings};
 };
 
 TEST_F(FileNamingTest, SerialNumberFollowsTheHighestPresentOne)
@@ -36,7 +32,7 @@ TEST_F(FileNamingTest, SerialNumberFollowsTheHighestPresentOne)
     folder_.write("IMAGE_2147483647.jpg", "");
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_2147483648.jpg"));
     folder_.write("my_scan_004.jpg", "");
-    settings::namingPrefix.write(store_, QStringLiteral("my_scan"));
+    settings::namingPrefix.write(settings, QStringLiteral("my_scan"));
     EXPECT_EQ(nextName(), QStringLiteral("my_scan_005.jpg"));
 }
 
@@ -86,51 +82,48 @@ TEST_F(FileNamingTest, ATakenNameIsFollowedByOneOfItsKind)
     }
 }
 
-TEST_F(FileNamingTest, DateRuleNamesByTheMillisecond)
+TEST_F(FileNamingTest, TheRuleAndTheFormatAreThoseOfTheSettingsOrTheFirst)
 {
-    settings::namingRules.write(store_, 1);
-    settings::imageFormat.write(store_, 1);
+    settings::namingRules.write(settings, 1);
+    settings::imageFormat.write(settings, 1);
     const QRegularExpression seventeenDigits(QStringLiteral("^\\d{17}\\.png$"));
     EXPECT_TRUE(seventeenDigits.match(nextName()).hasMatch()) << nextName().toStdString();
-}
 
-TEST_F(FileNamingTest, UnknownChoicesFallBack)
-{
-    settings::namingRules.write(store_, 2);
-    settings::imageFormat.write(store_, 3);
+    settings::namingRules.write(settings, 2);
+    settings::imageFormat.write(settings, 3);
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_000.jpg"));
-    settings::imageFormat.write(store_, 2);
+    settings::imageFormat.write(settings, 2);
     EXPECT_EQ(nextName(), QStringLiteral("IMAGE_000.bmp"));
 }
 
 TEST_F(FileNamingTest, ForbiddenCharactersOfThePrefixNeverReachAPath)
 {
     for (const char* prefix : {"a/b", "../a\\b", "a:*?\"<>|b", ".ab", "/.ab"}) {
-        settings::namingPrefix.write(store_, QString::fromLatin1(prefix));
+        settings::namingPrefix.write(settings, QString::fromLatin1(prefix));
         const QFileInfo next(naming_.getImagePath());
         EXPECT_EQ(next.absolutePath(), directory()) << prefix;
         EXPECT_FALSE(next.isHidden()) << prefix;
         EXPECT_TRUE(next.fileName().endsWith(QStringLiteral("ab_000.jpg"))) << prefix;
     }
     for (const char* prefix : {"///", "..", "./."}) {
-        settings::namingPrefix.write(store_, QString::fromLatin1(prefix));
+        settings::namingPrefix.write(settings, QString::fromLatin1(prefix));
         EXPECT_EQ(nextName(), QStringLiteral("IMAGE_000.jpg")) << prefix;
     }
-    settings::namingPrefix.write(store_, QStringLiteral("发票 счёт"));
+    settings::namingPrefix.write(settings, QStringLiteral("发票 счёт"));
     EXPECT_EQ(nextName(), QStringLiteral("发票 счёт_000.jpg"));
 }
 
 TEST_F(FileNamingTest, FoldersAreMadeOneLevelDeep)
 {
-    settings::setSavePath(store_, directory() + QStringLiteral("/new"));
+    settings::setSavePath(settings, directory() + QStringLiteral("/new"));
     EXPECT_EQ(naming_.targetDirectory(), directory() + QStringLiteral("/new"));
     EXPECT_TRUE(QDir(directory() + QStringLiteral("/new")).exists());
 
-    settings::createDirByDate.write(store_, true);
+    settings::createDirByDate.write(settings, true);
     const QString today = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
     EXPECT_EQ(naming_.targetDirectory(), directory() + QStringLiteral("/new/") + today);
 
-    settings::setSavePath(store_, directory() + QStringLiteral("/missing/parent"));
+    settings::setSavePath(settings, directory() + QStringLiteral("/missing/parent"));
     EXPECT_EQ(naming_.getImagePath(), QString());
     EXPECT_FALSE(QDir(directory() + QStringLiteral("/missing")).exists());
 }

@@ -19,30 +19,29 @@ protected:
     /// A frame whose width tells one from another.
     FrameHandle frame(int width) { return ownImage(camera_, makeImageHandle(width, 8)); }
     int widthOf(const FrameHandle& image) { return camera_.MirvakImage_GetWidth(image.get()); }
-    void waitForRequest() const
+    /// A capture that has asked and waits.
+    std::future<FrameHandle> waiting()
     {
+        auto taken = std::async(std::launch::async, [this] { return channel_.take(60s); });
         while (!channel_.isRequested())
             std::this_thread::yield();
+        return taken;
     }
 
     MirvakCamera camera_;
     ImageChannel channel_{camera_};
 };
 
-TEST_F(ImageChannelTest, WithoutARequestFramesPassBy)
+TEST_F(ImageChannelTest, TheFirstFrameAfterTheRequestIsHandedOverAndNoOther)
 {
-    channel_.offer(frame(10).get());
-    EXPECT_EQ(channel_.take(20ms), nullptr);
-}
-
-TEST_F(ImageChannelTest, TheFirstFrameAfterTheRequestIsHandedOver)
-{
-    auto taken = std::async(std::launch::async, [&] { return channel_.take(20s); });
-    waitForRequest();
+    auto taken = waiting();
     for (const int width : {11, 12, 13})
         channel_.offer(frame(width).get());
     EXPECT_EQ(widthOf(taken.get()), 11);
     EXPECT_FALSE(channel_.isRequested());
+
+    channel_.offer(frame(10).get());
+    EXPECT_EQ(channel_.take(20ms), nullptr);
 }
 
 TEST_F(ImageChannelTest, AWaitThatIsWatchedTakesAFrameThatComesWhileItIsLookedAfterAndCanBeGivenUp)
@@ -53,8 +52,7 @@ TEST_F(ImageChannelTest, AWaitThatIsWatchedTakesAFrameThatComesWhileItIsLookedAf
                                         return true;
                                     })),
               11);
-    auto other = std::async(std::launch::async, [&] { return channel_.take(20s); });
-    waitForRequest();
+    auto other = waiting();
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(channel_.take(20s, [] { return false; }), nullptr);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "nothing has timed out";
@@ -114,10 +112,9 @@ TEST_F(ImageChannelTest, EveryOneOfManyConsumersGetsAFrameOfItsOwn)
     source.join();
 }
 
-TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRunsAgain)
+TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRunsAgainAsDoesTheEnd)
 {
-    auto taken = std::async(std::launch::async, [&] { return channel_.take(60s); });
-    waitForRequest();
+    auto taken = waiting();
     channel_.interrupt();
     EXPECT_EQ(taken.get(), nullptr);
     EXPECT_EQ(channel_.take(60s), nullptr) << "a capture that comes just too late";
@@ -126,14 +123,10 @@ TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRu
     while (next.wait_for(1ms) != std::future_status::ready)
         channel_.offer(frame(7).get());
     EXPECT_EQ(widthOf(next.get()), 7);
-}
 
-TEST_F(ImageChannelTest, ClosingWakesTheWaiting)
-{
-    auto taken = std::async(std::launch::async, [&] { return channel_.take(60s); });
-    waitForRequest();
+    auto last = waiting();
     channel_.close();
-    EXPECT_EQ(taken.get(), nullptr);
+    EXPECT_EQ(last.get(), nullptr);
     EXPECT_EQ(channel_.take(60s), nullptr);
 }
 

@@ -10,10 +10,7 @@ TEST(LanguagesTest, TheStoredChoiceGoesBeforeTheLocale)
     EXPECT_EQ(languages::translationFile(0, english), QStringLiteral("/lumroscanner_zh_cn.qm"));
     EXPECT_EQ(languages::translationFile(2, english), QStringLiteral("/lumroscanner_ru.qm"));
     EXPECT_EQ(languages::toolkitTranslationFile(2, english), QStringLiteral("/qtbase_ru.qm"));
-}
 
-TEST(LanguagesTest, WithoutAValidChoiceTheLocaleDecides)
-{
     for (const int setting : {-1, 3, -7}) {
         EXPECT_EQ(languages::translationFile(setting, QLocale(QLocale::English)),
                   QStringLiteral("/lumroscanner_en.qm"));

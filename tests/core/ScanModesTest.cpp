@@ -1,42 +1,39 @@
 #include "ScanModes.h"
 
 #include "FakeDesk.h"
+#include "FreshSettings.h"
 #include "Settings.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
-TEST(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommand)
+class ScanModesTest : public FreshSettings
 {
+protected:
     FakeDesk desk;
-    desk.savesAs = QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")};
-    ScanModes modes(desk, desk.camera);
-    ConfigSettings store;
-    settings::scanType.write(store, 2);
+    ScanModes modes{desk, desk.camera};
+    const QStringList pages{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")};
+};
+
+TEST_F(ScanModesTest, TheColourModeComesFromTheSettingsOrTheCommandAndEveryPageIsListed)
+{
+    desk.savesAs = pages;
+    settings::scanType.write(settings, 2);
     modes.scan();
     modes.scanDocument();
-    store.GetSettings()->clear();
     EXPECT_EQ(desk.colourModes, (QList<int>{2, 5}));
-    EXPECT_EQ(desk.thumbnails, (QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")}));
+    EXPECT_EQ(desk.thumbnails, pages);
     EXPECT_TRUE(desk.notices.isEmpty());
-}
 
-TEST(ScanModesTest, EveryPageOfOneShotIsListed)
-{
-    FakeDesk desk;
+    desk.thumbnails.clear();
     desk.pagesInShot = 3; // and the last one cannot be saved
-    desk.savesAs = QStringList{QStringLiteral("/tmp/x.jpg"), QStringLiteral("/tmp/y.jpg")};
-    const QStringList saved = desk.savesAs;
-    ScanModes(desk, desk.camera).scan();
-    EXPECT_EQ(desk.thumbnails, saved);
-    EXPECT_EQ(desk.framesTaken, 1);
+    desk.savesAs = pages;
+    modes.scan();
+    EXPECT_EQ(desk.thumbnails, pages);
+    EXPECT_EQ(desk.framesTaken, 3);
 }
 
-TEST(ScanModesTest, WithoutLeaveOrFrameNothingIsSaved)
+TEST_F(ScanModesTest, WithoutLeaveOrFrameNothingIsSaved)
 {
-    FakeDesk desk;
-    ScanModes modes(desk, desk.camera);
     desk.frameComes = false;
     modes.scan();
     EXPECT_EQ(desk.notices.size(), 1);

@@ -25,6 +25,13 @@ protected:
         ++frames_;
     }
     QString identity(int index) { return QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index)); }
+    /// With the first camera of that desk as the main one.
+    SecondCamera::OpenResult startOn(const std::string& desk)
+    {
+        useDesk(desk);
+        EXPECT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK) << "a device is still open";
+        return second_.start(identity(0));
+    }
     bool framesCome(const QSize& size)
     {
         return QTest::qWaitFor(
@@ -46,9 +53,8 @@ TEST_F(SecondCameraTest, TheFirstOneThatIsNoDocumentCameraAndNotTheMainOneIsShow
 {
     const std::string small = "{ name = \"Small\"; type = 2; usb = \"0bda5801\"; source = \"page.jpg\"; "
                               "resolutions = [ \"160x120\" ]; }";
-    useDesk(camera() + ", " + camera() + ", " + camera("", 3) + ", " + small);
-    camera_.MirvakDevs_Init();
-    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    ASSERT_EQ(startOn(camera() + ", " + camera() + ", " + camera("", 3) + ", " + small),
+              SecondCamera::OpenResult::Ok);
     EXPECT_TRUE(framesCome({640, 480}));
     ASSERT_EQ(second_.start(identity(2)), SecondCamera::OpenResult::Ok)
         << "the infrared camera is the main one now";
@@ -69,19 +75,16 @@ TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)
                     SecondCamera::OpenResult::CreateFailed},
           std::pair{camera() + ", " + camera("fail_start = true;", 3),
                     SecondCamera::OpenResult::StartFailed}}) {
-        useDesk(desk);
-        ASSERT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK) << "a device is still open";
-        EXPECT_EQ(second_.start(identity(0)), result);
+        EXPECT_EQ(startOn(desk), result);
         EXPECT_FALSE(second_.isOpen());
     }
 }
 
 TEST_F(SecondCameraTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
 {
-    useDesk(camera() + ", " + camera("unplug_after = 0.1;", 2) + ", " + camera("", 3));
-    camera_.MirvakDevs_Init();
     QSignalSpy lost(&second_, &SecondCamera::lost);
-    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    ASSERT_EQ(startOn(camera() + ", " + camera("unplug_after = 0.1;", 2) + ", " + camera("", 3)),
+              SecondCamera::OpenResult::Ok);
     while (second_.channel().take(std::chrono::seconds(30))) {
     } // without the event loop: the message lies there
     ASSERT_EQ(second_.start(identity(1)), SecondCamera::OpenResult::Ok);
@@ -92,9 +95,7 @@ TEST_F(SecondCameraTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
 
 TEST_F(SecondCameraTest, StoppingSendsTheWaitingCaptureAway)
 {
-    useDesk(camera() + ", " + camera("stall_after = 0.1;", 2));
-    camera_.MirvakDevs_Init();
-    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    ASSERT_EQ(startOn(camera() + ", " + camera("stall_after = 0.1;", 2)), SecondCamera::OpenResult::Ok);
     ASSERT_TRUE(framesCome({640, 480}));
     ::testing::internal::CaptureStderr();
     std::thread capture([this] {
@@ -110,10 +111,9 @@ TEST_F(SecondCameraTest, StoppingSendsTheWaitingCaptureAway)
 
 TEST_F(SecondCameraTest, UnpluggingClosesItAndSendsTheWaitingCaptureAway)
 {
-    useDesk(camera() + ", " + camera("stall_after = 0.2; unplug_after = 0.6;", 2));
-    camera_.MirvakDevs_Init();
     QSignalSpy lost(&second_, &SecondCamera::lost);
-    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    ASSERT_EQ(startOn(camera() + ", " + camera("stall_after = 0.2; unplug_after = 0.6;", 2)),
+              SecondCamera::OpenResult::Ok);
     ASSERT_TRUE(framesCome({640, 480}));
     QTest::qWait(300); // it stalls
     ::testing::internal::CaptureStderr();

@@ -1,29 +1,22 @@
 #include "Settings.h"
+#include "FreshSettings.h"
 #include "TempDir.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-class SettingsTest : public ::testing::Test
-{
-protected:
-    ~SettingsTest() override { store_.GetSettings()->clear(); }
-    ConfigSettings store_;
-};
+using SettingsTest = FreshSettings;
 
 TEST_F(SettingsTest, MissingValuesHaveTheirDefaults)
 {
-    EXPECT_EQ(settings::appLanguage.read(store_), -1);
-    EXPECT_EQ(settings::cameraResolution.read(store_), 1);
-    EXPECT_EQ(settings::buttonId.read(store_), 52719);
-    EXPECT_EQ(settings::namingPrefix.read(store_), QStringLiteral("IMAGE"));
-    EXPECT_FALSE(settings::createDirByDate.read(store_));
-    EXPECT_TRUE(settings::savePath(store_).endsWith(QStringLiteral("/ScannerImage")));
+    EXPECT_EQ(settings::appLanguage.read(settings), -1);
+    EXPECT_EQ(settings::cameraResolution.read(settings), 1);
+    EXPECT_EQ(settings::buttonId.read(settings), 52719);
+    EXPECT_EQ(settings::namingPrefix.read(settings), QStringLiteral("IMAGE"));
+    EXPECT_FALSE(settings::createDirByDate.read(settings));
+    EXPECT_TRUE(settings::savePath(settings).endsWith(QStringLiteral("/ScannerImage")));
 }
 
 TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
@@ -35,8 +28,8 @@ TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
     const QVariant list(QStringList{QStringLiteral("a"), QStringLiteral("b")}); // a,b without quotes
     const QVariant values[] = {QStringLiteral("abc"), QString(), -7, true, false, list, QByteArray("1"), 2.5};
     const auto readAs = [&](const auto& setting, const QVariant& value) {
-        store_.GetSettings()->setValue(QLatin1String(setting.key), value);
-        return setting.read(store_);
+        settings.GetSettings()->setValue(QLatin1String(setting.key), value);
+        return setting.read(settings);
     };
     QList<int> numbers;
     QStringList names;
@@ -50,28 +43,22 @@ TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
     EXPECT_EQ(numbers, (QList<int>{5, 5, -7, 5, 5, 5, 5, 5}));
     EXPECT_EQ(names.join(QLatin1Char(' ')), QStringLiteral("abc  -7 true false IMAGE IMAGE IMAGE"));
     EXPECT_EQ(switches, "1010101100101010");
-    store_.GetSettings()->setValue(QStringLiteral("Save_Path"), list);
-    EXPECT_TRUE(settings::savePath(store_).endsWith(QStringLiteral("/ScannerImage")));
+    settings.GetSettings()->setValue(QStringLiteral("Save_Path"), list);
+    EXPECT_TRUE(settings::savePath(settings).endsWith(QStringLiteral("/ScannerImage")));
 }
 
-TEST_F(SettingsTest, InstancesSeeEachOthersWritesAtOnce)
+TEST_F(SettingsTest, WritesAreSeenByOthersAtOnceAndLieBelowTheUsersConfiguration)
 {
+    settings::deskew.write(settings, 1);
+    settings.GetSettings()->sync();
+    EXPECT_TRUE(settings.GetSettings()->fileName().endsWith(QStringLiteral("/lumro/lylumroscanner.ini")));
+    EXPECT_NE(TempDir::contentOf(settings.GetSettings()->fileName().toStdString()).find("Deskew=1"),
+              std::string::npos);
+
     ConfigSettings other;
-    EXPECT_EQ(settings::deskew.read(other), 0);
-    settings::deskew.write(store_, 2);
+    EXPECT_EQ(settings::deskew.read(other), 1);
+    settings::deskew.write(settings, 2);
     EXPECT_EQ(settings::deskew.read(other), 2);
-}
-
-TEST_F(SettingsTest, TheFileIsWrittenBelowTheUsersConfiguration)
-{
-    settings::deskew.write(store_, 1);
-    store_.GetSettings()->sync();
-    EXPECT_TRUE(QFileInfo(store_.GetSettings()->fileName())
-                    .filePath()
-                    .endsWith(QStringLiteral("/lumro/lylumroscanner.ini")));
-    QFile file(store_.GetSettings()->fileName());
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("Deskew=1"));
 }
 
 TEST(BrokenSettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
@@ -97,9 +84,7 @@ TEST(BrokenSettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
     }
     QSettings::setPath(
         QSettings::IniFormat, QSettings::UserScope, QFileInfo(usual.absolutePath()).absolutePath());
-    QFile copy(configuration + QStringLiteral("/lumro/lylumroscanner.ini.broken"));
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll().toStdString(), broken);
+    EXPECT_EQ(folder.content("lumro/lylumroscanner.ini.broken"), broken);
 }
 
 } // namespace

@@ -1,9 +1,8 @@
 #include "ShutterSound.h"
 
+#include "FreshSettings.h"
 #include "Settings.h"
 #include "TempDir.h"
-
-#include <gtest/gtest.h>
 
 #include <QFile>
 #include <QProcess>
@@ -14,12 +13,10 @@
 
 namespace {
 
-class ShutterSoundTest : public ::testing::Test
+class ShutterSoundTest : public FreshSettings
 {
 protected:
-    ShutterSoundTest() { settings::scannerSound.write(store, true); }
-    ~ShutterSoundTest() override { store.GetSettings()->clear(); }
-
+    ShutterSoundTest() { settings::scannerSound.write(settings, true); }
     /// A helper that notes its process id at each start and goes on as `body` says.
     QString helper(const std::string& body) const
     {
@@ -30,14 +27,13 @@ protected:
     }
     QByteArrayList starts() const
     {
-        QFile file(QString::fromStdString(folder.file("starts")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().simplified().split(' ') : QByteArrayList();
+        const QByteArray ids = QByteArray::fromStdString(folder.content("starts")).simplified();
+        return ids.isEmpty() ? QByteArrayList() : ids.split(' ');
     }
     qint64 heard() const { return QFile(QString::fromStdString(folder.file("heard"))).size(); }
     static int linesIn(const std::string& text) { return int(std::count(text.begin(), text.end(), '\n')); }
 
     const TempDir folder;
-    ConfigSettings store;
 };
 
 } // namespace
@@ -45,9 +41,9 @@ protected:
 TEST_F(ShutterSoundTest, TellsOneHelperOfEachCaptureWhenItIsWanted)
 {
     ShutterSound sound(helper("exec cat > " + folder.file("heard")));
-    settings::scannerSound.write(store, false);
+    settings::scannerSound.write(settings, false);
     sound.play();
-    settings::scannerSound.write(store, true);
+    settings::scannerSound.write(settings, true);
     EXPECT_FALSE(QTest::qWaitFor([&] { return !starts().isEmpty(); }, 50)) << "not before it is wanted";
     for (int i = 1; i <= 5; ++i) {
         sound.play();

@@ -1,47 +1,24 @@
 #include "CardComposition.h"
 
-#include "FakeDesk.h"
-#include "Settings.h"
-#include "TempDir.h"
-
-#include <gtest/gtest.h>
+#include "OutputFixture.h"
 
 #include <QCoreApplication>
 
 namespace {
 
-class CardCompositionTest : public ::testing::Test
+class CardCompositionTest : public OutputTest
 {
 protected:
-    CardCompositionTest()
-    {
-        desk.savesAs = QStringList{file("front.png", Qt::red), file("back.png", Qt::blue)};
-    }
-
-    QString file(const char* name, Qt::GlobalColor colour) const
-    {
-        const QString path = QString::fromStdString(folder.file(name));
-        QImage picture(6, 4, QImage::Format_RGB32);
-        picture.fill(colour);
-        EXPECT_TRUE(picture.save(path));
-        return path;
-    }
+    CardCompositionTest() { desk.savesAs << save("front.png", Qt::red) << save("back.png", Qt::blue); }
     static QColor colourOf(const QPixmap& picture) { return picture.toImage().pixelColor(1, 1); }
-    void expectIdle() const
+    void expectPending(bool isPending = true) const
     {
-        EXPECT_FALSE(composition.isPending());
-        EXPECT_FALSE(desk.mergePending);
-        EXPECT_TRUE(desk.toolsEnabled);
+        EXPECT_EQ(composition.isPending(), isPending);
+        EXPECT_EQ(desk.mergePending, isPending);
+        EXPECT_EQ(desk.toolsEnabled, !isPending);
     }
-    void expectPending() const
-    {
-        EXPECT_TRUE(composition.isPending());
-        EXPECT_TRUE(desk.mergePending);
-        EXPECT_FALSE(desk.toolsEnabled);
-    }
+    void expectIdle() const { expectPending(false); }
 
-    const TempDir folder;
-    FakeDesk desk;
     int shown = 0;
     QPixmap first, second;
     QString savePath;
@@ -55,9 +32,8 @@ protected:
 
 TEST_F(CardCompositionTest, TwoClicksMakeAPair)
 {
-    ConfigSettings store;
-    settings::deskew.write(store, 1);
-    settings::scanType.write(store, 3);
+    settings::deskew.write(settings, 1);
+    settings::scanType.write(settings, 3);
     composition.takeShot();
     expectPending();
     EXPECT_EQ(shown, 0);
@@ -65,7 +41,6 @@ TEST_F(CardCompositionTest, TwoClicksMakeAPair)
     ASSERT_EQ(desk.notices.size(), 1) << "the user learns that a second click is due";
     EXPECT_FALSE(desk.notices[0].isEmpty());
     composition.takeShot();
-    store.GetSettings()->clear();
     expectIdle();
     EXPECT_EQ(shown, 1);
     EXPECT_EQ(colourOf(first), QColor(Qt::red));

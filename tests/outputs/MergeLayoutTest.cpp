@@ -13,8 +13,13 @@ void expectLayout(const MergeLayout& layout, const QSize& size, const QRect& fir
 
 } // namespace
 
-TEST(MergeLayout, SideBySideFollowsTheSecondPicturesHeight)
+TEST(MergeLayout, SideBySideTheSecondPicturesHeightCountsOneAboveTheOtherTheMeanWidth)
 {
+    expectLayout(
+        MergeLayout::upDown({400, 300}, {200, 100}, 20), {300, 395}, {0, 0, 300, 225}, {0, 245, 300, 150});
+    // The mean is 75.5: 200 * 75.5 / 101 = 149.5 and 77 * 75.5 / 50 = 116.3.
+    expectLayout(MergeLayout::upDown({101, 200}, {50, 77}, 0), {75, 265}, {0, 0, 75, 149}, {0, 149, 75, 116});
+
     expectLayout(MergeLayout::leftRight({1000, 2000}, {800, 1000}, 20),
                  {1320, 1000},
                  {0, 0, 500, 1000},
@@ -25,14 +30,6 @@ TEST(MergeLayout, SideBySideFollowsTheSecondPicturesHeight)
                  {1600, 0, 1000, 2000});
     // 101 * 77 / 200 = 38.9
     expectLayout(MergeLayout::leftRight({101, 200}, {50, 77}, 3), {91, 77}, {0, 0, 38, 77}, {41, 0, 50, 77});
-}
-
-TEST(MergeLayout, OneAboveTheOtherTakesTheMeanWidth)
-{
-    expectLayout(
-        MergeLayout::upDown({400, 300}, {200, 100}, 20), {300, 395}, {0, 0, 300, 225}, {0, 245, 300, 150});
-    // The mean is 75.5: 200 * 75.5 / 101 = 149.5 and 77 * 75.5 / 50 = 116.3.
-    expectLayout(MergeLayout::upDown({101, 200}, {50, 77}, 0), {75, 265}, {0, 0, 75, 149}, {0, 149, 75, 116});
 }
 
 // Products beyond 24 bits are rounded: these differ by one from exact arithmetic. Found by trying sizes of

@@ -2,44 +2,23 @@
 
 #include "../pdf/PdfTools.h"
 #include "DiskFullAt.h"
-#include "FakeDesk.h"
+#include "OutputFixture.h"
 #include "PdfFile.h"
-#include "Settings.h"
-#include "TempDir.h"
-
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QImage>
-#include <QRegularExpression>
 
 namespace {
 
-class PdfScanTest : public ::testing::Test
+class PdfScanTest : public OutputTest
 {
 protected:
-    PdfScanTest()
-    {
-        QImage page(40, 30, QImage::Format_RGB32);
-        page.fill(Qt::white);
-        EXPECT_TRUE(page.save(picture));
-        desk.savesAs << picture;
-    }
-    ~PdfScanTest() override { ConfigSettings().GetSettings()->clear(); }
-
-    QStringList pdfs() const
-    {
-        return QDir(QString::fromStdString(folder.path())).entryList({QStringLiteral("*.pdf")});
-    }
+    PdfScanTest() { desk.savesAs << picture; }
+    QStringList pdfs() const { return files("*.pdf"); }
     void expectOnlyThePicture(const char* what)
     {
         EXPECT_TRUE(pdfs().isEmpty()) << what;
         EXPECT_TRUE(desk.documents.isEmpty()) << what;
     }
 
-    const TempDir folder;
-    const QString picture = QString::fromStdString(folder.file("扫描_000.png"));
-    FakeDesk desk;
+    const QString picture = save("扫描_000.png", Qt::white);
     PdfScan pdf{desk, desk.camera};
 };
 
@@ -47,29 +26,24 @@ protected:
 
 TEST_F(PdfScanTest, MakesACaptureAndAPdfOfItBeside)
 {
-    ConfigSettings store;
-    settings::scanType.write(store, 3);
+    settings::scanType.write(settings, 3);
     const QDateTime before = QDateTime::currentDateTime();
     pdf.scan();
     ASSERT_EQ(pdfs().size(), 1);
-    const QString path = QString::fromStdString(folder.file(pdfs()[0].toStdString()));
     EXPECT_EQ(desk.thumbnails, QStringList{picture});
-    EXPECT_EQ(desk.documents, QStringList{path});
+    EXPECT_EQ(desk.documents, QStringList{path() + QLatin1Char('/') + pdfs()[0]});
     EXPECT_FALSE(desk.documentIcons[0].isNull());
     EXPECT_EQ(desk.colourModes, QList<int>{3});
     EXPECT_TRUE(desk.notices.isEmpty());
     const QDateTime named = QDateTime::fromString(pdfs()[0], QStringLiteral("yyyyMMddhhmmss'.pdf'"));
     EXPECT_LE(qAbs(named.secsTo(before)), 2);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.read(8).startsWith("%PDF-1."));
+    EXPECT_EQ(folder.content(pdfs()[0].toStdString()).rfind("%PDF-1.", 0), 0U);
 }
 
 TEST_F(PdfScanTest, EveryPageOfOneShotIsAPage)
 {
     desk.pagesInShot = 2;
-    const QString other = QString::fromStdString(folder.file("other.png"));
-    ASSERT_TRUE(QFile::copy(picture, other));
+    const QString other = save("other.png");
     desk.savesAs << other;
     pdf.scan();
     ASSERT_EQ(pdfs().size(), 1);
@@ -88,13 +62,13 @@ TEST_F(PdfScanTest, ManyWithinASecondAreAllKept)
     // The name that was free is taken by the time the file is written.
     const QString taken = QString::fromStdString(folder.write("a_1.pdf", "another program's"));
     const pdfFile::Result result = pdfFile::write(desk.camera, {picture}, taken);
-    EXPECT_EQ(result.path, QString::fromStdString(folder.file("a_2.pdf")));
+    EXPECT_EQ(result.path, path("a_2.pdf"));
     EXPECT_EQ(result.code, MIRVAK_OK);
     EXPECT_GT(QFileInfo(result.path).size(), QFileInfo(taken).size());
     EXPECT_EQ(QFileInfo(taken).size(), 17);
 }
 
-TEST_F(PdfScanTest, DoesNothingWithoutLeaveOrPicture)
+TEST_F(PdfScanTest, WithoutLeaveOrAPictureThatCanBeAPageThereIsNoPdf)
 {
     desk.allowed = false;
     pdf.scan();
@@ -108,15 +82,11 @@ TEST_F(PdfScanTest, DoesNothingWithoutLeaveOrPicture)
     desk.savesAs.clear();
     pdf.scan();
     expectOnlyThePicture("nothing saved");
-}
 
-TEST_F(PdfScanTest, AFailureKeepsThePictureAndIsSaid)
-{
-    folder.write("broken.jpg", "no picture");
-    desk.savesAs[0] = QString::fromStdString(folder.file("broken.jpg"));
+    desk.savesAs << QString::fromStdString(folder.write("broken.jpg", "no picture"));
     pdf.scan();
     expectOnlyThePicture("a page that is none");
-    EXPECT_EQ(desk.notices.size(), 1);
+    EXPECT_EQ(desk.notices.size(), 2);
     EXPECT_EQ(desk.thumbnails.size(), 1);
     desk.savesAs << picture;
     {
@@ -124,5 +94,5 @@ TEST_F(PdfScanTest, AFailureKeepsThePictureAndIsSaid)
         pdf.scan();
     }
     expectOnlyThePicture("a full disk");
-    EXPECT_EQ(desk.notices.size(), 2);
+    EXPECT_EQ(desk.notices.size(), 3);
 }

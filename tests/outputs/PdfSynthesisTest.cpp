@@ -2,14 +2,9 @@
 
 #include "../pdf/PdfTools.h"
 #include "../ui/AnsweredDialogs.h"
-#include "FakeDesk.h"
+#include "OutputFixture.h"
 #include "PictureCoding.h"
-#include "Settings.h"
-#include "TempDir.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
 #include <QFileDialog>
 #include <QPainter>
 #include <QRandomGenerator>
@@ -55,13 +50,12 @@ double decibels(const QImage& a, const QImage& b)
     return sum == 0 ? 99 : 10 * std::log10(255 * 255 * 3.0 * a.width() * a.height() / sum);
 }
 
-class PdfSynthesisTest : public ::testing::Test
+class PdfSynthesisTest : public OutputTest
 {
 protected:
     PdfSynthesisTest()
     {
-        ConfigSettings store;
-        settings::setSavePath(store, path("scans"));
+        settings::setSavePath(settings, path("scans"));
         Dialogs::instance().chooseFiles = [this](QFileDialog& dialog) {
             if (dialog.acceptMode() == QFileDialog::AcceptSave) {
                 saveCaption = dialog.windowTitle();
@@ -76,17 +70,8 @@ protected:
         };
         window.resize(901, 700);
     }
-    ~PdfSynthesisTest() override { ConfigSettings().GetSettings()->clear(); }
-
-    QString path(const char* name) const { return QString::fromStdString(folder.file(name)); }
-    QString save(const char* name, const QImage& image, int quality = -1) const
-    {
-        EXPECT_TRUE(image.save(path(name), nullptr, quality));
-        return path(name);
-    }
     std::string written() const { return target.toStdString(); }
 
-    const TempDir folder;
     AnsweredDialogs answers;
     QStringList pictures;
     QString target = path("合同.pdf");
@@ -94,7 +79,6 @@ protected:
     QStringList filters;
     QSize dialogSize;
     QString saveCaption, openFolder, saveFolder;
-    FakeDesk desk;
     QWidget window;
     PdfSynthesis synthesis{desk, window};
 };
@@ -109,24 +93,19 @@ TEST_F(PdfSynthesisTest, AsksWritesListsAndOffersTheFolder)
     EXPECT_EQ(filters, QStringList{QStringLiteral("Image files(*.jpg *.png *.bmp)")});
     EXPECT_EQ(dialogSize, QSize(450, 350));
     EXPECT_EQ(saveCaption, QStringLiteral("Save PDF path"));
-    EXPECT_EQ(openFolder, path("scans"));
-    EXPECT_EQ(saveFolder, path("scans"));
+    EXPECT_EQ(openFolder + saveFolder, path("scans").repeated(2));
     EXPECT_EQ(answers.messages, QStringList{QStringLiteral("PDF|Do you want to open the PDF directory?")});
-    EXPECT_EQ(answers.opened, QStringList{QString::fromStdString(folder.path())});
+    EXPECT_EQ(answers.opened, QStringList{path()});
     EXPECT_EQ(desk.documents, QStringList{target});
     EXPECT_EQ(synthesis.lastPath(), target);
-    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     EXPECT_EQ(tools::complaints(written()), "");
     EXPECT_EQ(tools::pageSizes(written()), (std::vector<std::string>{"842 x 595", "842 x 595"}))
         << "lying A4, no empty page behind the last";
 }
 
-TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFits)
+TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFitsAndLookAsTheyWere)
 {
-    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
-    QImage red(400, 400, QImage::Format_RGB32);
-    red.fill(Qt::red);
-    ASSERT_TRUE(synthesis.drawImageToPDF({save("red.png", red)}));
+    ASSERT_TRUE(synthesis.drawImageToPDF({save("red.png", QColor(Qt::red), nullptr, {400, 400})}));
     const cv::Mat seen = tools::rendered(written());
     ASSERT_EQ(seen.size(), cv::Size(842, 595));
     // Margins of 30 points; the printable height is 535.
@@ -136,20 +115,16 @@ TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFits)
     };
     EXPECT_TRUE(isRed(32, 32) && isRed(562, 562) && isRed(562, 32));
     EXPECT_FALSE(isRed(28, 300) || isRed(300, 28) || isRed(568, 300) || isRed(300, 568));
-}
 
-TEST_F(PdfSynthesisTest, WhatIsTakenOutAgainLooksAsWhatWentIn)
-{
-    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
-    const QStringList files{save("drawn.png", page({900, 800}, 0)),
-                            save("noisy.png", page({700, 500}, 25)),
-                            save("camera.jpg", page({1100, 700}, 3), 95)};
-    ASSERT_TRUE(synthesis.drawImageToPDF(files));
+    pictures = QStringList{save("drawn.png", page({900, 800}, 0)),
+                           save("noisy.png", page({700, 500}, 25)),
+                           save("camera.jpg", page({1100, 700}, 3), nullptr, 95)};
+    ASSERT_TRUE(synthesis.drawImageToPDF(pictures));
     const TempDir taken;
     tools::run("pdfimages -png '" + written() + "' '" + taken.file("p") + "'");
-    for (int i = 0; i < files.size(); ++i) {
+    for (int i = 0; i < pictures.size(); ++i) {
         const QImage out(QString::fromStdString(taken.file("p-00" + std::to_string(i) + ".png")));
-        EXPECT_GE(decibels(QImage(files[i]), out), 42) << qPrintable(files[i]);
+        EXPECT_GE(decibels(QImage(pictures[i]), out), 42) << qPrintable(pictures[i]);
     }
 }
 
@@ -163,7 +138,7 @@ TEST(PictureCoding, TellsWhatTheWritersJpegWouldSpoil)
     EXPECT_TRUE(pictureCoding::survivesJpeg(grey));
 }
 
-TEST_F(PdfSynthesisTest, CancellingLeavesEverythingAsItWas)
+TEST_F(PdfSynthesisTest, WhatIsNotChosenOrCannotBeWrittenMakesNothing)
 {
     synthesis.SynthesizePdf();
     EXPECT_EQ(timesAsked, 1);
@@ -172,18 +147,22 @@ TEST_F(PdfSynthesisTest, CancellingLeavesEverythingAsItWas)
     synthesis.SynthesizePdf();
     EXPECT_EQ(timesAsked, 2);
     EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty() && desk.notices.isEmpty());
+
+    target = path("no folder/a.pdf");
+    EXPECT_FALSE(synthesis.drawImageToPDF({save("a.png", page({30, 20}, 0))}));
+    EXPECT_EQ(desk.notices.size(), 1);
+    EXPECT_TRUE(synthesis.lastPath().isEmpty());
 }
 
 TEST_F(PdfSynthesisTest, MakesTheFolderOneLevelDeepOrDoesNothing)
 {
-    ConfigSettings store;
-    settings::createDirByDate.write(store, true);
+    settings::createDirByDate.write(settings, true);
     synthesis.SynthesizePdf();
     EXPECT_EQ(timesAsked, 0) << "scans/DATE would need two levels";
-    settings::createDirByDate.write(store, false);
+    settings::createDirByDate.write(settings, false);
     synthesis.SynthesizePdf();
     EXPECT_EQ(timesAsked, 1);
-    settings::createDirByDate.write(store, true);
+    settings::createDirByDate.write(settings, true);
     synthesis.SynthesizePdf();
     EXPECT_EQ(timesAsked, 2);
     EXPECT_TRUE(QDir(path("scans") + QDate::currentDate().toString(QStringLiteral("/yyyyMMdd"))).exists());
@@ -198,7 +177,6 @@ TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
     EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty());
     EXPECT_TRUE(desk.notices.value(0).startsWith(QStringLiteral("broken.png")));
     EXPECT_TRUE(synthesis.lastPath().isEmpty());
-    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     EXPECT_EQ(tools::complaints(written()), "");
     EXPECT_EQ(tools::pageSizes(written()).size(), 2U);
     QFile::remove(target);
@@ -207,20 +185,12 @@ TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
     EXPECT_TRUE(desk.notices.value(1).startsWith(QStringLiteral("broken.png")));
 }
 
-TEST_F(PdfSynthesisTest, AFileThatCannotBeWrittenIsSaid)
-{
-    target = path("no folder/a.pdf");
-    EXPECT_FALSE(synthesis.drawImageToPDF({save("a.png", page({30, 20}, 0))}));
-    EXPECT_EQ(desk.notices.size(), 1);
-    EXPECT_TRUE(synthesis.lastPath().isEmpty());
-}
-
 TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
 {
     const QString picture = save("a.jpg", page({800, 400}, 0));
     const QStringList three{picture, picture, picture};
     folder.write("合同.pdf", "before");
-    const auto entries = QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden);
+    const QStringList entries = files();
     QTimer clicks; // which need the event loop, and see the job
     int stopAt = 0;
     bool isStartedTwice = false, hasLived = false;
@@ -240,16 +210,14 @@ TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
         hasLived = false;
         EXPECT_FALSE(synthesis.drawImageToPDF(three + three + three)) << stopAt;
         EXPECT_TRUE(hasLived);
-        EXPECT_EQ(QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden), entries);
-        QFile file(target);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == "before");
+        EXPECT_EQ(files(), entries);
+        EXPECT_EQ(folder.content("合同.pdf"), "before");
         EXPECT_TRUE(desk.job.expired() && synthesis.lastPath().isEmpty());
         EXPECT_TRUE(desk.notices.last().startsWith(QStringLiteral("Cancelled")));
     }
     stopAt = 1000;
     EXPECT_TRUE(synthesis.drawImageToPDF(three));
     EXPECT_EQ(desk.jobProgress(), 1);
-    ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
     EXPECT_EQ(tools::pageSizes(written()).size(), 3U);
     // The program's end cancels too.
     target = path("other.pdf");
@@ -258,5 +226,5 @@ TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
         EXPECT_FALSE(synthesis.drawImageToPDF(three + three + three));
     });
     QCoreApplication::exec();
-    EXPECT_EQ(QDir(QString::fromStdString(folder.path())).entryList(QDir::Files | QDir::Hidden), entries);
+    EXPECT_EQ(files(), entries);
 }

@@ -4,15 +4,10 @@
 #include "Command.h"
 #include "Dialogs.h"
 #include "DiskFullAt.h"
-#include "FakeDesk.h"
-#include "Settings.h"
-#include "TempDir.h"
+#include "OutputFixture.h"
+#include "Part.h"
 #include "VideoRecord.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -24,12 +19,12 @@
 
 namespace {
 
-class RecordControlTest : public ::testing::Test
+class RecordControlTest : public OutputTest
 {
 protected:
     RecordControlTest()
     {
-        settings::setSavePath(store, folder());
+        settings::setSavePath(settings, videos());
         Dialogs::instance().ask = [this](QMessageBox& box) {
             asked << box.windowTitle() << box.text() << box.informativeText();
             return answer;
@@ -39,11 +34,7 @@ protected:
             return true;
         };
     }
-    ~RecordControlTest() override
-    {
-        Dialogs::instance() = Dialogs::real();
-        store.GetSettings()->clear();
-    }
+    ~RecordControlTest() override { Dialogs::instance() = Dialogs::real(); }
 
     /// Without a device the text says the size.
     void start(const QString& resolution = QStringLiteral("320 * 240"), int rotation = 0)
@@ -62,15 +53,12 @@ protected:
         });
         capture.join();
     }
-    void pressStop()
-    {
-        QTest::mouseClick(box()->findChild<QPushButton*>(QStringLiteral("ButtonStop")), Qt::LeftButton);
-    }
+    void pressStop() { QTest::mouseClick(part<QPushButton>(*box(), "ButtonStop"), Qt::LeftButton); }
     VideoRecord* box() const { return window.findChild<VideoRecord*>(); }
     QString note() const { return box()->findChild<QLabel*>(QStringLiteral("labelNote"))->text(); }
     QString shownTime() const { return box()->findChild<QLabel*>(QStringLiteral("labelTime"))->text(); }
-    QString folder() const { return QString::fromStdString(temp.file("videos")); }
-    QString film(int number = 0) const { return folder() + QLatin1Char('/') + files().at(number); }
+    QString videos() const { return path("videos"); }
+    QString film(int number = 0) const { return videos() + QLatin1Char('/') + files().at(number); }
     /// Milliseconds that another program finds in the film; 0 when it finds a fault.
     int lengthOf(const QString& path) const
     {
@@ -128,11 +116,8 @@ protected:
         EXPECT_EQ(desk.documents.size(), 1);
     }
 
-    QStringList files() const { return QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    QStringList files() const { return QDir(videos()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
 
-    TempDir temp;
-    ConfigSettings store;
-    FakeDesk desk;
     QWidget window;
     QStringList asked, opened;
     bool isNoise = false;
@@ -152,13 +137,13 @@ TEST_F(RecordControlTest, StopLeavesAListedFileAndOffersItsFolder)
     EXPECT_FALSE(box()->isVisible());
     ASSERT_EQ(files().size(), 1);
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{14}\\.mp4$")).match(files().first()).hasMatch());
-    EXPECT_EQ(desk.documents, QStringList{folder() + QLatin1Char('/') + files().first()});
+    EXPECT_EQ(desk.documents, QStringList{videos() + QLatin1Char('/') + files().first()});
     EXPECT_FALSE(desk.documentIcons.first().isNull());
     EXPECT_EQ(asked,
               (QStringList{QStringLiteral("Tip"),
                            QStringLiteral("Record finished"),
                            QStringLiteral("Do you want to open the video directory?")}));
-    EXPECT_EQ(opened, QStringList{folder()});
+    EXPECT_EQ(opened, QStringList{videos()});
     deliver(); // late frames do no harm
     EXPECT_GT(lengthOf(film()), 0);
     const VideoRecord* first = box();
@@ -178,12 +163,12 @@ TEST_F(RecordControlTest, NothingStartsWithoutLeaveFolderOrAFittingSize)
               QStringLiteral("Recording stopped, please adjust the resolution to 1600 * 1200"));
     EXPECT_TRUE(asked.value(2).contains(QStringLiteral("too large for a film")));
     EXPECT_TRUE(desk.notices.isEmpty());
-    settings::setSavePath(store, QStringLiteral("/proc/none/here"));
+    settings::setSavePath(settings, QStringLiteral("/proc/none/here"));
     start();
     EXPECT_TRUE(desk.notices.value(0).contains(QStringLiteral("/proc/none/here")));
     EXPECT_FALSE(control.isRecording());
     EXPECT_TRUE(!box() || !box()->isVisible());
-    settings::setSavePath(store, folder());
+    settings::setSavePath(settings, videos());
     start(QString()); // stands for 1600 * 1200
     EXPECT_TRUE(control.isRecording());
     EXPECT_EQ(asked.size(), 3);
@@ -208,11 +193,11 @@ TEST_F(RecordControlTest, FollowsAStreamThatIsTurnedOrGetsAnotherSize)
 
 TEST_F(RecordControlTest, NeverReplacesAFile)
 {
-    QDir().mkpath(folder());
+    QDir().mkpath(videos());
     const QDateTime now = QDateTime::currentDateTime();
     for (int second = 0; second < 60; ++second) {
         const QString stamp = now.addSecs(second).toString(QStringLiteral("yyyyMMddhhmmss"));
-        ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere"), folder() + QStringLiteral("/%1.mp4").arg(stamp)));
+        ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere"), videos() + QStringLiteral("/%1.mp4").arg(stamp)));
     }
     for (int count = 1; count <= 2; ++count) {
         start();
@@ -325,27 +310,19 @@ TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)
     EXPECT_EQ(note(), QStringLiteral("Nothing was recorded: the camera delivered no picture."));
 }
 
-TEST_F(RecordControlTest, TheEndOfTheProgramCompletesTheFile)
-{
-    start();
-    deliver();
-    control.finish();
-    EXPECT_FALSE(control.isRecording());
-    EXPECT_TRUE(asked.isEmpty());
-    ASSERT_EQ(files().size(), 1);
-    QFile file(folder() + QLatin1Char('/') + files().first());
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.read(8).mid(4), "ftyp");
-}
-
-TEST_F(RecordControlTest, TheWindowStandsInTheCornerOfItsParentAndStartsAtZero)
+TEST_F(RecordControlTest, TheWindowStandsInTheCornerOfItsParentAndItsEndCompletesTheFile)
 {
     window.setGeometry(40, 60, 900, 700);
     start();
     EXPECT_EQ(shownTime(), QStringLiteral("Recording video: 0s"));
     EXPECT_EQ(box()->pos(), QPoint(window.x() + 900 - box()->width(), window.y() + 700 - box()->height()));
-    EXPECT_GE(box()->width(), 400);
-    EXPECT_GE(box()->height(), 150);
+    EXPECT_TRUE(box()->width() >= 400 && box()->height() >= 150);
+    deliver();
+    control.finish();
+    EXPECT_FALSE(control.isRecording());
+    EXPECT_TRUE(asked.isEmpty());
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(TempDir::contentOf(film().toStdString()).substr(4, 4), "ftyp");
 }
 
 } // namespace

@@ -1,22 +1,16 @@
 #include "TextScan.h"
 
 #include "DiskFullAt.h"
-#include "FakeDesk.h"
+#include "OutputFixture.h"
 #include "RtfText.h"
-#include "Settings.h"
-#include "TempDir.h"
-
-#include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QImage>
 #include <QPainter>
 #include <QTest>
 
 namespace {
 
-class TextScanTest : public ::testing::Test
+class TextScanTest : public OutputTest
 {
 protected:
     TextScanTest()
@@ -30,21 +24,19 @@ protected:
         painter.drawText(80, 100, QStringLiteral("The harbour office is closed on"));
         painter.drawText(80, 160, QStringLiteral("Friday. Please come back later."));
         painter.end();
-        EXPECT_TRUE(page.save(picture));
-        desk.savesAs << picture;
-        settings::setSavePath(store, QString::fromStdString(folder.file("texts")));
-        settings::scanType.write(store, 6);
+        desk.savesAs << save("扫描_000.png", page);
+        settings::setSavePath(settings, path("texts"));
+        settings::scanType.write(settings, 6);
     }
     ~TextScanTest() override
     {
         text.reset();
-        store.GetSettings()->clear();
         EXPECT_FALSE(QApplication::overrideCursor()) << "the busy cursor is left on";
     }
 
     QStringList documents(const char* below = "texts") const
     {
-        return QDir(QString::fromStdString(folder.file(below))).entryList({QStringLiteral("*.rtf")});
+        return QDir(path(below)).entryList({QStringLiteral("*.rtf")});
     }
     bool finishes() const
     {
@@ -52,10 +44,7 @@ protected:
     }
     void use(const QString& models) { text = std::make_unique<TextScan>(desk, models); }
 
-    const TempDir folder;
-    ConfigSettings store;
-    const QString picture = QString::fromStdString(folder.file("扫描_000.png"));
-    FakeDesk desk;
+    const QString picture = path("扫描_000.png");
     std::unique_ptr<TextScan> text = std::make_unique<TextScan>(desk, QStringLiteral(OCR_MODELS));
 };
 
@@ -63,8 +52,8 @@ protected:
 
 TEST_F(TextScanTest, MakesADocumentOfACapture)
 {
-    settings::createDirByDate.write(store, true);
-    QDir().mkpath(QString::fromStdString(folder.file("texts")));
+    settings::createDirByDate.write(settings, true);
+    QDir().mkpath(path("texts"));
     text->scan();
     EXPECT_TRUE(text->isRunning()) << "the call returns at once";
     EXPECT_EQ(desk.jobs.size(), 1) << "and says what goes on";
@@ -113,7 +102,7 @@ TEST_F(TextScanTest, DoesNothingWithoutLeavePictureOrModels)
     text->scan();
     EXPECT_FALSE(text->isRunning());
     desk.frameComes = true;
-    use(QString::fromStdString(folder.file("models")));
+    use(path("models"));
     text->scan();
     EXPECT_FALSE(text->isRunning()) << "no models";
     desk.savesAs.clear();
@@ -123,24 +112,23 @@ TEST_F(TextScanTest, DoesNothingWithoutLeavePictureOrModels)
     EXPECT_EQ(desk.notices.size(), 2) << "no frame, no models";
 }
 
-TEST_F(TextScanTest, NothingReadOrNoFolderMakesNoDocument)
+TEST_F(TextScanTest, NothingReadOrNoFolderMakesNoDocumentAFullDiskAListedOne)
 {
     desk.savesAs[0] = QString::fromStdString(folder.write("broken.jpg", "no picture"));
     text->scan();
     ASSERT_TRUE(finishes());
     EXPECT_EQ(desk.notices.size(), 1);
     EXPECT_FALSE(desk.notices.last().isEmpty());
-    settings::setSavePath(store, QString::fromStdString(folder.file("one/two")));
+    settings::setSavePath(settings, path("one/two"));
     desk.savesAs << picture;
     text->scan();
     ASSERT_TRUE(finishes());
     EXPECT_FALSE(desk.notices.last().isEmpty());
     EXPECT_TRUE(desk.documents.isEmpty());
-}
 
-// The strip lists what was to be made, as the user saw it begun; a notice says that it is not there.
-TEST_F(TextScanTest, ADocumentThatCannotBeWrittenIsListedAllTheSame)
-{
+    settings::setSavePath(settings, path("texts"));
+    desk.savesAs << picture;
+    // The strip lists what was to be made, as the user saw it begun; a notice says that it is not there.
     const DiskFullAt limit(10);
     text->scan();
     ASSERT_TRUE(finishes());
@@ -149,7 +137,7 @@ TEST_F(TextScanTest, ADocumentThatCannotBeWrittenIsListedAllTheSame)
     EXPECT_FALSE(desk.notices.last().isEmpty());
 }
 
-TEST_F(TextScanTest, CancelledAtAnyPointItMakesNoDocumentAndCanBeginAgain)
+TEST_F(TextScanTest, CancelledAtAnyPointItMakesNoDocumentAndCanBeginAgainAsAtTheEndOfTheWindow)
 {
     const QImage few(picture);
     QImage many(few.width(), few.height() * 12, few.format());
@@ -171,14 +159,12 @@ TEST_F(TextScanTest, CancelledAtAnyPointItMakesNoDocumentAndCanBeginAgain)
     text->scan();
     ASSERT_TRUE(finishes());
     EXPECT_EQ(documents().size(), 1);
-}
 
-TEST_F(TextScanTest, TheEndOfTheWindowStopsIt)
-{
+    desk.savesAs << picture;
     text->scan();
     ASSERT_TRUE(text->isRunning());
     text.reset();
     QCoreApplication::processEvents();
-    EXPECT_TRUE(desk.documents.isEmpty());
+    EXPECT_EQ(desk.documents.size(), 1);
     EXPECT_TRUE(QFile::exists(picture));
 }

@@ -58,10 +58,6 @@ double fieldsDifference(const cv::Mat& page, const cv::Mat& wanted)
 class PdfFile : public ::testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(tools::areInstalled()) << "needs the packages qpdf and poppler-utils";
-    }
     std::string jpegFile(const char* name, const odd::JpegKind& kind = {}) const
     {
         return dir.write(name, odd::jpeg(fields(), kind));

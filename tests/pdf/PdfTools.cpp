@@ -2,6 +2,8 @@
 
 #include "TempDir.h"
 
+#include <gtest/gtest.h>
+
 #include <sstream>
 
 namespace tools {
@@ -13,16 +15,20 @@ std::string quoted(const std::string& path)
     return "'" + path + "'";
 }
 
-} // namespace
-
-bool areInstalled()
+/// What a program of qpdf or of the poppler utilities says.
+std::string ask(const std::string& command)
 {
-    return run("command -v qpdf && command -v pdftoppm").find("exit") == std::string::npos;
+    static const bool areInstalled =
+        run("command -v qpdf && command -v pdftoppm").find("exit") == std::string::npos;
+    EXPECT_TRUE(areInstalled) << "needs the packages qpdf and poppler-utils";
+    return run(command);
 }
+
+} // namespace
 
 std::string complaints(const std::string& pdf)
 {
-    const std::string said = run("qpdf --check " + quoted(pdf));
+    const std::string said = ask("qpdf --check " + quoted(pdf));
     const bool isFine = said.find("No syntax or stream encoding errors found") != std::string::npos &&
                         said.find("WARNING") == std::string::npos && said.find("exit") == std::string::npos;
     return isFine ? "" : said;
@@ -31,7 +37,7 @@ std::string complaints(const std::string& pdf)
 cv::Mat rendered(const std::string& pdf, int page)
 {
     const std::string number = std::to_string(page);
-    const std::string ppm = run("pdftoppm -r 72 -aa no -f " + number + " -l " + number + " " + quoted(pdf));
+    const std::string ppm = ask("pdftoppm -r 72 -aa no -f " + number + " -l " + number + " " + quoted(pdf));
     std::istringstream in(ppm);
     std::string magic;
     int width = 0, height = 0, most = 0;
@@ -46,7 +52,7 @@ cv::Mat rendered(const std::string& pdf, int page)
 
 std::vector<std::string> pageSizes(const std::string& pdf)
 {
-    std::istringstream said(run("pdfinfo -l -1 " + quoted(pdf)));
+    std::istringstream said(ask("pdfinfo -l -1 " + quoted(pdf)));
     std::vector<std::string> sizes;
     for (std::string line; std::getline(said, line);) {
         const size_t at = line.find("size:");
@@ -61,7 +67,7 @@ std::vector<std::string> pageSizes(const std::string& pdf)
 std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf)
 {
     const TempDir folder;
-    run("pdfimages -all " + quoted(pdf) + " " + quoted(folder.file("picture")));
+    ask("pdfimages -all " + quoted(pdf) + " " + quoted(folder.file("picture")));
     std::vector<mirvak::Bytes> streams;
     for (const std::string& name : folder.names()) {
         const std::string bytes = folder.content(name);

@@ -11,8 +11,6 @@
 /// What other programs make of a PDF file.
 namespace tools {
 
-bool areInstalled(); ///< qpdf and the poppler utilities
-
 /// Empty when the checker of the qpdf package has nothing to say against the file.
 std::string complaints(const std::string& pdf);
 

@@ -3,6 +3,7 @@
 #include "TempDir.h"
 
 #include <QImage>
+#include <QPainter>
 
 #include <gtest/gtest.h>
 
@@ -49,6 +50,16 @@ protected:
         QImage image(width, height, QImage::Format_RGB888);
         image.fill(colour);
         return image;
+    }
+    /// Lines of print on a sheet on a dark table.
+    static QImage page()
+    {
+        QImage page = solid(640, 480, Qt::darkGray);
+        QPainter painter(&page);
+        painter.fillRect(160, 60, 320, 360, qRgb(245, 245, 245));
+        for (int y = 72; y < 420; y += 24)
+            painter.fillRect(191, y, 259, 8, qRgb(20, 20, 20));
+        return page;
     }
     const TempDir& folder() const { return folder_; }
 

@@ -44,14 +44,16 @@ void expectNamed(QWidget& window)
 
 } // namespace
 
-class Accessibility : public FreshSettings
-{
-};
+using Accessibility = FreshSettings;
 
 TEST_F(Accessibility, EveryControlHasAName)
 {
     TitleBar title;
-    expectNamed(title);
+    More more;
+    Thumbnail strip;
+    AutoScan scan;
+    for (QWidget* window : std::initializer_list<QWidget*>{&title, &more, &strip, &scan})
+        expectNamed(*window);
     ToolBar tools;
     expectNamed(tools);
     tools.resize(tools.minimumSizeHint()); // without its captions
@@ -60,16 +62,9 @@ TEST_F(Accessibility, EveryControlHasAName)
     for (int i = 0; i < 17; ++i)
         bar.onDisplayMoreCheck(i, Qt::Checked);
     expectNamed(bar);
-    More more;
-    more.show();
-    expectNamed(more);
     MsgBox box;
     box.Warnning(QStringLiteral("text"));
     expectNamed(box);
-    Thumbnail strip;
-    expectNamed(strip);
-    AutoScan scan;
-    expectNamed(scan);
 }
 
 TEST_F(Accessibility, TheKeyboardIsSeen)

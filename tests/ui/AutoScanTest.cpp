@@ -1,8 +1,6 @@
 #include "AutoScan.h"
 #include "Part.h"
 
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -30,10 +28,10 @@ protected:
     }
     QList<QTimer*> runningTimers() const
     {
-        QList<QTimer*> running = dialog.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
-        running.erase(
-            std::remove_if(running.begin(), running.end(), [](QTimer* timer) { return !timer->isActive(); }),
-            running.end());
+        QList<QTimer*> running;
+        for (QTimer* timer : dialog.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly))
+            if (timer->isActive())
+                running << timer;
         return running;
     }
 
@@ -108,7 +106,7 @@ TEST_F(AutoScanTest, CountsTheReportedPages)
     EXPECT_EQ(ready.count(), 0);
 }
 
-TEST_F(AutoScanTest, EveryWayOutIsStop)
+TEST_F(AutoScanTest, EveryWayOutIsStopAlsoThatOfTheCaptureItAsksFor)
 {
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"the button", [&] { QTest::mouseClick(part<QPushButton>("buttonStop"), Qt::LeftButton); }},
@@ -132,10 +130,8 @@ TEST_F(AutoScanTest, EveryWayOutIsStop)
     dialog.hide();
     EXPECT_TRUE(runningTimers().isEmpty()) << "nothing is taken unseen";
     EXPECT_EQ(stopped.count(), 0) << "that was not the user";
-}
 
-TEST_F(AutoScanTest, EndsWhenTheCaptureItAsksForEndsIt)
-{
+    dialog.show();
     QObject::connect(&dialog, &AutoScan::timerScanReady, &dialog, [&] { dialog.reject(); });
     dialog.SetTimerScan(1);
     ASSERT_TRUE(stopped.wait(4000));

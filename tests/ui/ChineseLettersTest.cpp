@@ -6,8 +6,6 @@
 #include <QComboBox>
 #include <QPainter>
 
-#include <gtest/gtest.h>
-
 namespace {
 
 QImage drawn(QFont font, const QString& text)

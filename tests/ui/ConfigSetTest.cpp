@@ -2,6 +2,7 @@
 #include "ConfigSet.h"
 #include "FreshSettings.h"
 #include "Part.h"
+#include "Words.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -10,10 +11,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
-#include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
-#include <QTranslator>
 
 namespace {
 
@@ -93,8 +92,25 @@ TEST_F(SettingsWindow, OpensThePageOfTheButton)
     EXPECT_EQ(prefix->text(), QStringLiteral("IMAGE")) << "each time the page is shown";
 }
 
-TEST_F(SettingsWindow, ClosesAndKeepsItsContents)
+TEST_F(SettingsWindow, ClosesAndKeepsItsContentsAndTheOptionsOfBooksForThisRun)
 {
+    bool finger = true, two = true, document = true;
+    const auto flags = [&] {
+        dialog.getBookFlatInfo(finger, two, document);
+        return QVector<bool>{finger, two, document};
+    };
+    EXPECT_EQ(flags(), (QVector<bool>{false, false, false})) << "before it is ever shown";
+    open();
+    control<QCheckBox>("checkRemoveFinger")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{true, false, false}));
+    control<QCheckBox>("checkDoublePage")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{true, true, false}));
+    control<QCheckBox>("checkDocProcess")->click();
+    control<QCheckBox>("checkRemoveFinger")->click();
+    EXPECT_EQ(flags(), (QVector<bool>{false, true, true}));
+    EXPECT_TRUE(settings.GetSettings()->allKeys().isEmpty());
+    dialog.close();
+
     const auto closings = {std::function<void()>([&] { control<QPushButton>("buttonClose")->click(); }),
                            std::function<void()>([&] { QTest::keyClick(&dialog, Qt::Key_Escape); }),
                            std::function<void()>([&] {
@@ -166,25 +182,6 @@ TEST_F(SettingsWindow, TellsThePreviewOfAChangeBeforeOrAfterItIsStored)
         << "the camera is set before the size is stored";
 }
 
-TEST_F(SettingsWindow, KeepsTheOptionsOfBooksForThisRun)
-{
-    bool finger = true, two = true, document = true;
-    const auto flags = [&] {
-        dialog.getBookFlatInfo(finger, two, document);
-        return QVector<bool>{finger, two, document};
-    };
-    EXPECT_EQ(flags(), (QVector<bool>{false, false, false})) << "before it is ever shown";
-    open();
-    control<QCheckBox>("checkRemoveFinger")->click();
-    EXPECT_EQ(flags(), (QVector<bool>{true, false, false}));
-    control<QCheckBox>("checkDoublePage")->click();
-    EXPECT_EQ(flags(), (QVector<bool>{true, true, false}));
-    control<QCheckBox>("checkDocProcess")->click();
-    control<QCheckBox>("checkRemoveFinger")->click();
-    EXPECT_EQ(flags(), (QVector<bool>{false, true, true}));
-    EXPECT_TRUE(settings.GetSettings()->allKeys().isEmpty());
-}
-
 TEST_F(SettingsWindow, IsReachedSeenAndSpokenWhole)
 {
     open();
@@ -212,11 +209,8 @@ TEST_F(SettingsWindow, IsReachedSeenAndSpokenWhole)
 
 TEST_F(SettingsWindow, FitsInEveryLanguage)
 {
-    for (const char* language : {"en", "zh_cn", "ru"}) {
-        QTranslator translator;
-        ASSERT_TRUE(translator.load(
-            QStringLiteral(TRANSLATIONS_FOLDER "/lumroscanner_%1.qm").arg(QLatin1String(language))));
-        QCoreApplication::installTranslator(&translator);
+    for (const char* language : Words::languages) {
+        const Words words(language);
         settings.GetSettings()->setValue(QStringLiteral("Shortcut_Book"), QStringLiteral("rubbish"));
         for (const char* key : {"Shortcut_Scanner", "Shortcut_Document"}) // and of two equal ones
             settings.GetSettings()->setValue(QLatin1String(key), QStringLiteral("F5"));
@@ -239,6 +233,5 @@ TEST_F(SettingsWindow, FitsInEveryLanguage)
             for (QWidget* widget : visibleParts(translated))
                 EXPECT_FALSE(isCutOff(widget)) << language << " " << qPrintable(widget->objectName());
         }
-        QCoreApplication::removeTranslator(&translator);
     }
 }

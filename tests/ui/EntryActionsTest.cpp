@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
+#include <QPainter>
 #include <QPushButton>
 #include <QTest>
 #include <QUrl>
@@ -35,19 +36,13 @@ protected:
     }
 
     QString file(const QString& name) const { return QString::fromStdString(dir.file(name.toStdString())); }
-    static QByteArray bytes(const QString& path)
-    {
-        QFile read(path);
-        return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray();
-    }
+    std::string bytes(const char* name) const { return dir.content(name); }
     /// Red on the left, blue on the right.
     QString save(const QString& name, QSize size = QSize(64, 48)) const
     {
         QImage image(size, QImage::Format_RGB32);
         image.fill(Qt::blue);
-        for (int y = 0; y < size.height(); ++y)
-            for (int x = 0; x < size.width() / 2; ++x)
-                image.setPixelColor(x, y, Qt::red);
+        QPainter(&image).fillRect(0, 0, size.width() / 2, size.height(), Qt::red);
         EXPECT_TRUE(image.save(file(name)));
         return file(name);
     }
@@ -139,7 +134,7 @@ protected:
 TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 {
     list({QStringLiteral("a.jpg"), QStringLiteral("b.png"), QStringLiteral("c.bmp")});
-    const QByteArray original = bytes(file(QStringLiteral("c.bmp")));
+    const std::string original = bytes("c.bmp");
     key(Qt::Key_R);
     key(Qt::Key_R); // no waiting for the first
     ASSERT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
@@ -158,7 +153,7 @@ TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
     for (int i = 0; i < 6; ++i) // more than there is to be taken back
         undo();
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
-    EXPECT_EQ(bytes(file(QStringLiteral("c.bmp"))), original);
+    EXPECT_EQ(bytes("c.bmp"), original);
     EXPECT_EQ(redOf(file(QStringLiteral("a.jpg"))), 'l');
     EXPECT_EQ(strip.Count(), 3);
 }
@@ -219,7 +214,7 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     dir.write("a.png", "damaged");
     key(Qt::Key_S);
     EXPECT_TRUE(says("could not be changed"));
-    EXPECT_EQ(bytes(other), "damaged");
+    EXPECT_EQ(bytes("a.png"), "damaged");
     {
         Thumbnail second;
         second.AddImage(save(QStringLiteral("c.png"), QSize(1600, 1200)), -1);
@@ -267,7 +262,7 @@ TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
     key(Qt::Key_End);
     key(Qt::Key_R);
     rename("letter");
-    EXPECT_EQ(bytes(file(QStringLiteral("letter.rtf"))), "{\\rtf1}");
+    EXPECT_EQ(bytes("letter.rtf"), "{\\rtf1}");
 }
 
 TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
@@ -311,7 +306,7 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
     EXPECT_EQ(cut.pixelColor(cut.width() / 2, 24), QColor(Qt::blue)) << "the right half";
 }
 
-TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopies)
+TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
 {
     QStringList dragged;
     Qt::DropActions allowed = Qt::IgnoreAction;
@@ -356,6 +351,21 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopies)
     click(2);
     EXPECT_EQ(dragFrom(1), QStringLiteral("b b.png")) << "one that is not selected goes alone";
     EXPECT_EQ(strip.Count(), 3);
+
+    strip.becomePageList();
+    const auto spoken = [&](int row) {
+        return QAccessible::queryAccessibleInterface(entries)->child(row)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(spoken(0), QStringLiteral("Page 1: a.png"));
+    entries->setCurrentRow(2);
+    strip.onMoveUp(); // c.png
+    EXPECT_EQ(spoken(1), QStringLiteral("Page 2: c.png"));
+    const auto look = [&](int row) {
+        return entries->viewport()->grab(entries->visualItemRect(entries->item(row))).toImage();
+    };
+    entries->clearSelection();
+    entries->setCurrentRow(-1);
+    EXPECT_NE(look(0).copy(0, 0, 40, 40), look(2).copy(0, 0, 40, 40)) << "only the numbers tell them apart";
 }
 
 TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
@@ -372,22 +382,4 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
         strip.clearthumbnail(false);
         strip.becomePageList();
     }
-}
-
-TEST_F(AfterTheCapture, PagesAreNumbered)
-{
-    list({QStringLiteral("a.png"), QStringLiteral("b.png"), QStringLiteral("c.png")});
-    strip.becomePageList();
-    const auto spoken = [&](int row) {
-        return QAccessible::queryAccessibleInterface(entries)->child(row)->text(QAccessible::Name);
-    };
-    EXPECT_EQ(spoken(0), QStringLiteral("Page 1: a.png"));
-    strip.onMoveUp(); // c.png
-    EXPECT_EQ(spoken(1), QStringLiteral("Page 2: c.png"));
-    const auto look = [&](int row) {
-        return entries->viewport()->grab(entries->visualItemRect(entries->item(row))).toImage();
-    };
-    entries->clearSelection();
-    entries->setCurrentRow(-1);
-    EXPECT_NE(look(0).copy(0, 0, 40, 40), look(2).copy(0, 0, 40, 40)) << "only the numbers tell them apart";
 }

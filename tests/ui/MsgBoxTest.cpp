@@ -1,18 +1,12 @@
 #include "MsgBox.h"
 #include "AnsweredDialogs.h"
-
-#include <gtest/gtest.h>
+#include "Part.h"
 
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 namespace {
-
-QString shown(const MsgBox& box, const char* label)
-{
-    return box.findChild<QLabel*>(QLatin1String(label))->text();
-}
 
 QList<QPushButton*> visibleButtons(const MsgBox& box)
 {
@@ -36,19 +30,19 @@ template <class Act> int runAnd(MsgBox& box, Act act)
 TEST(MsgBox, SaysWhatItIsGiven)
 {
     MsgBox box;
+    const auto says = [&](const char* title, const char* text) {
+        EXPECT_EQ(part<QLabel>(box, "labelTitle")->text(), QLatin1String(title));
+        EXPECT_EQ(part<QLabel>(box, "labelMessage")->text(), QLatin1String(text));
+    };
     box.Warnning(QStringLiteral("a < b & <b>c</b>"));
-    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("warnning"));
-    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("a < b & <b>c</b>"));
+    says("warnning", "a < b & <b>c</b>");
     EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("labelMessage"))->textFormat(), Qt::PlainText);
     box.Error(QStringLiteral("broken"));
-    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("error"));
-    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("broken"));
+    says("error", "broken");
     box.Information(QStringLiteral("Tips"), QStringLiteral("text"));
-    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("Tips"));
-    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("text"));
+    says("Tips", "text");
     box.Information(QString(), QString());
-    EXPECT_EQ(shown(box, "labelTitle"), QStringLiteral("warnning"));
-    EXPECT_EQ(shown(box, "labelMessage"), QStringLiteral("warnning"));
+    says("warnning", "warnning");
 }
 
 TEST(MsgBox, EndsByItsOneButtonOrByEscape)
@@ -66,10 +60,8 @@ TEST(MsgBox, EndsByItsOneButtonOrByEscape)
     EXPECT_EQ(runAnd(box, [&] { QTest::keyClick(&box, Qt::Key_Return); }), QDialog::Accepted);
     EXPECT_EQ(runAnd(box, [&] { QTest::keyClick(&box, Qt::Key_Escape); }), QDialog::Rejected);
     EXPECT_EQ(runAnd(box, [&] { box.close(); }), QDialog::Rejected);
-    EXPECT_EQ(runAnd(box, [&] { box.findChild<QPushButton*>(QStringLiteral("buttonOk"))->click(); }),
-              QDialog::Accepted);
-    EXPECT_EQ(runAnd(box, [&] { box.findChild<QPushButton*>(QStringLiteral("buttonCancel"))->click(); }),
-              QDialog::Rejected);
+    EXPECT_EQ(runAnd(box, [&] { part<QPushButton>(box, "buttonOk")->click(); }), QDialog::Accepted);
+    EXPECT_EQ(runAnd(box, [&] { part<QPushButton>(box, "buttonCancel")->click(); }), QDialog::Rejected);
 }
 
 TEST(MsgBox, StandsInTheMiddleOfTheLargestWindowsSize)
@@ -119,6 +111,5 @@ TEST(Dialogs, RunTheMessageThroughTheSeam)
     EXPECT_EQ(Dialogs::warn(nullptr, QStringLiteral("one")), QDialog::Accepted);
     Dialogs::error(nullptr, QStringLiteral("two"));
     Dialogs::inform(nullptr, QStringLiteral("title"), QStringLiteral("three"));
-    EXPECT_EQ(answers.messages,
-              (QStringList{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}));
+    EXPECT_EQ(answers.messages.join(u' '), QStringLiteral("one two three"));
 }

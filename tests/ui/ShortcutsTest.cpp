@@ -95,7 +95,7 @@ TEST_F(ShortcutsTest, BindsNothingToWhatIsNoCombinationOrTaken)
     }
 }
 
-TEST_F(ShortcutsTest, StaysOutOfOtherWindows)
+TEST_F(ShortcutsTest, StaysOutOfOtherWindowsAndGoesAlongIntoOneOfItsOwn)
 {
     shortcuts->rebind();
     for (const auto modality : {Qt::NonModal, Qt::WindowModal}) {
@@ -109,11 +109,7 @@ TEST_F(ShortcutsTest, StaysOutOfOtherWindows)
         EXPECT_EQ(edit.text(), QStringLiteral("abba"));
         EXPECT_EQ(pressed(), (QVector<int>{0, 0, 0})) << modality;
     }
-}
 
-TEST_F(ShortcutsTest, GoesAlongIntoAWindowOfItsOwn)
-{
-    shortcuts->rebind();
     host->setWindowFlags(Qt::Window | Qt::FramelessWindowHint); // as the preview does for the full screen
     ASSERT_TRUE(activate(*host));
     QTest::keyClick(host, Qt::Key_F5);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
-#include <QWindow>
 
 // Edges and corners are dragged by 30 px to the right and 20 down, then by far more than there is to give.
 TEST(WindowEdges, AreDraggedUntilTheLeastSizeWhileTheOppositeOnesStand)

@@ -91,7 +91,7 @@ TEST(FrameScaler, AveragesTheCoveredAreaWhenItReduces)
     }
 }
 
-TEST(FrameScaler, MakesAPartExactlyAsItIsInTheWhole)
+TEST(FrameScaler, MakesAPartExactlyAsItIsInTheWholeAndKeepsPixelsThatNeedNoScaling)
 {
     for (const QSize& displayed : {QSize(70, 51), QSize(163, 122), QSize(401, 299)}) {
         const QImage source = noise({163, 122});
@@ -101,10 +101,7 @@ TEST(FrameScaler, MakesAPartExactlyAsItIsInTheWhole)
              {QRect(0, 0, 1, 1), QRect(11, 7, 40, 30), QRect(displayed.width() - 9, 20, 9, 31)})
             EXPECT_EQ(scaler.scale(source, displayed, part), whole.copy(part)) << displayed.width();
     }
-}
 
-TEST(FrameScaler, KeepsPixelsThatNeedNoScaling)
-{
     const QImage source = noise({61, 43});
     FrameScaler scaler;
     EXPECT_EQ(scaler.scale(source, source.size(), source.rect()),

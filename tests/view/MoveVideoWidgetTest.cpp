@@ -114,7 +114,7 @@ TEST_F(MoveVideoWidgetTest, IsDraggedOnThePictureAndCarriedAlong)
     EXPECT_EQ(inset->size(), QSize(400, 300)) << "the main camera is gone, not this one";
 }
 
-TEST_F(MoveVideoWidgetTest, ObeysTheGivenPlace)
+TEST_F(MoveVideoWidgetTest, ObeysTheGivenPlaceBelowTheToolBarAndKeepsThePreviewFromTheMouse)
 {
     EXPECT_FALSE(inset->isVisible());
     inset->ShowMvVideoWgt(30, 40, 160, 120);
@@ -135,10 +135,7 @@ TEST_F(MoveVideoWidgetTest, ObeysTheGivenPlace)
     EXPECT_EQ(inset->GetOffsetPos(), QPoint(5, 6));
     inset->SetMainPos({120, 110});
     EXPECT_EQ(inset->pos(), QPoint(125, 116));
-}
 
-TEST_F(MoveVideoWidgetTest, LiesBelowTheToolBarAndKeepsThePreviewFromTheMouse)
-{
     inset->ShowMvVideoWgt(200, 0, 200, 150);
     auto* bar = view->findChild<ToolBar*>();
     bar->show();

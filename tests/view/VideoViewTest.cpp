@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCloseEvent>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -16,7 +15,6 @@
 
 #include <atomic>
 #include <functional>
-#include <memory>
 #include <thread>
 #include <vector>
 
@@ -95,10 +93,7 @@ TEST_F(VideoViewTest, ShowsTheInfoTextInRedUntilAFrameComesAndAfterItWent)
     view_->ClearFrame();
     EXPECT_FALSE(redRows().isNull());
     EXPECT_TRUE(view_->GetImageCurrentSize().isEmpty());
-}
 
-TEST_F(VideoViewTest, TakesTheFrameThatWaitsWhenTheCameraStopped)
-{
     view_->SetImageData(plain({64, 48}, Qt::green));
     view_->ClearFrame();
     QCoreApplication::processEvents();
@@ -107,19 +102,7 @@ TEST_F(VideoViewTest, TakesTheFrameThatWaitsWhenTheCameraStopped)
     EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::blue));
 }
 
-TEST_F(VideoViewTest, FollowsFramesThatChangeTheirSize)
-{
-    show(plain({1600, 1200}, Qt::green));
-    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(400, 300));
-    show(plain({1200, 1600}, Qt::blue)); // turned
-    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(225, 300));
-    EXPECT_EQ(view_->GetImageCurrentPoint(), QPoint(87, 0));
-    const QImage image = picture();
-    EXPECT_EQ(image.pixelColor(90, 10), QColor(Qt::blue));
-    EXPECT_NE(image.pixelColor(84, 10), QColor(Qt::blue));
-}
-
-TEST_F(VideoViewTest, ZoomsByWheelAndKeysWithinItsLimits)
+TEST_F(VideoViewTest, ZoomsByWheelAndKeysWithinItsLimitsAndPansByDragging)
 {
     show(plain({400, 300}, Qt::green));
     for (int step = 0; step < 11; ++step)
@@ -140,11 +123,7 @@ TEST_F(VideoViewTest, ZoomsByWheelAndKeysWithinItsLimits)
     EXPECT_EQ(view_->zoom(), 1.9);
     view_->SetViewAdap();
     EXPECT_EQ(view_->GetImageCurrentSize(), QSize(400, 300));
-}
 
-TEST_F(VideoViewTest, PansByDraggingUnlessTheMouseIsTurnedOff)
-{
-    show(plain({400, 300}, Qt::green));
     view_->SetHotKeyZoom(1);
     const QPoint before = view_->GetImageCurrentPoint();
     drag(*view_, {200, 150}, {190, 143});
@@ -283,7 +262,7 @@ TEST_F(VideoViewTest, KeepsTheRectangleOnTheSamePartOfThePictureAtAnotherSize)
     EXPECT_EQ(view_->getSelectedRect(), QRect(200, 240, 200, 200));
 }
 
-TEST_F(VideoViewTest, DrawsTheBookLineThroughTheMiddleOfThePicture)
+TEST_F(VideoViewTest, DrawsTheBookLineThroughTheMiddleOfThePictureAndFollowsItsSize)
 {
     show(plain({300, 300}, Qt::green));
     drag(*view_, {200, 150}, {230, 150});
@@ -294,6 +273,17 @@ TEST_F(VideoViewTest, DrawsTheBookLineThroughTheMiddleOfThePicture)
     for (const int y : {0, 150, 299})
         EXPECT_EQ(image.pixelColor(230, y), QColor(Qt::red));
     EXPECT_EQ(redPixels(image), 3 * 300);
+
+    view_->SetBooklineEnable(false);
+    view_->SetViewAdap();
+    show(plain({1600, 1200}, Qt::green));
+    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(400, 300));
+    show(plain({1200, 1600}, Qt::blue)); // turned
+    EXPECT_EQ(view_->GetImageCurrentSize(), QSize(225, 300));
+    EXPECT_EQ(view_->GetImageCurrentPoint(), QPoint(87, 0));
+    const QImage turned = picture();
+    EXPECT_EQ(turned.pixelColor(90, 10), QColor(Qt::blue));
+    EXPECT_NE(turned.pixelColor(84, 10), QColor(Qt::blue));
 }
 
 TEST_F(VideoViewTest, KeepsAFrozenPictureUntilItIsToggledAgain)

@@ -20,17 +20,14 @@ ViewGeometry geometry(const QSize& view, const QSize& source)
     return g;
 }
 
-TEST(ViewGeometry, FitsTheWholePictureIntoTheMiddle)
+TEST(ViewGeometry, FitsTheWholePictureIntoTheMiddleOrCoversTheView)
 {
     EXPECT_EQ(geometry({1000, 600}, {1600, 1200}).displayed(), QRect(100, 0, 800, 600));
     EXPECT_EQ(geometry({1000, 600}, {1200, 1600}).displayed(), QRect(275, 0, 450, 600)); // turned
     EXPECT_EQ(geometry({600, 1000}, {1600, 1200}).displayed(), QRect(0, 275, 600, 450));
     EXPECT_EQ(geometry({640, 480}, {64, 48}).displayed(), QRect(0, 0, 640, 480)); // small ones grow
     EXPECT_EQ(geometry({300, 2}, {10000, 10}).displayed().size(), QSize(300, 1)); // never vanishes
-}
 
-TEST(ViewGeometry, CoversTheViewWhenExpanding)
-{
     ViewGeometry g = geometry({1000, 600}, {1600, 1200});
     g.setExpanding(true);
     EXPECT_EQ(g.displayed(), QRect(0, -75, 1000, 750));
@@ -66,7 +63,7 @@ TEST(ViewGeometry, ZoomsInTenthsWithoutDriftBetweenItsLimits)
     EXPECT_EQ(g.displayed(), QRect(-300, -300, 1600, 1200));
 }
 
-TEST(ViewGeometry, PansAndForgetsItWithTheDisplayedSize)
+TEST(ViewGeometry, PansWithAQuarterInReachAndForgetsItWithTheDisplayedSize)
 {
     ViewGeometry g = geometry({1000, 600}, {1600, 1200});
     g.zoomBy(10);
@@ -80,11 +77,7 @@ TEST(ViewGeometry, PansAndForgetsItWithTheDisplayedSize)
     g.panBy({5, 5}); // the fitted size stays
     g.fit();
     EXPECT_EQ(g.displayed(), QRect(100, 0, 800, 600));
-}
 
-TEST(ViewGeometry, KeepsAQuarterInReachHoweverFarItIsDragged)
-{
-    ViewGeometry g = geometry({1000, 600}, {1600, 1200});
     g.panBy({100000, -100000});
     EXPECT_EQ(g.visible(), QRect(800, 0, 200, 150)); // a quarter of 800 and of 600
     g.panBy({-1, 1});                                // and comes back at once
@@ -105,13 +98,10 @@ TEST(ViewGeometry, FindsTheSourcePixelsOfARectangle)
     EXPECT_EQ(g.toSource({90, 10, 20, 10}), QRect(0, 20, 20, 20));
     g.zoomBy(10); // pixel for pixel, moved by 300,300
     EXPECT_EQ(g.toSource({0, 0, 10, 10}), QRect(300, 300, 10, 10));
-}
 
-TEST(ViewGeometry, RoundsToTheNearestSourcePixelAndStaysInside)
-{
-    const ViewGeometry g = geometry({300, 300}, {400, 400}); // 4/3 source pixels a view pixel
-    EXPECT_EQ(g.toSource({1, 2, 2, 4}), QRect(1, 3, 3, 5));  // 1.33 2.67 2.67 5.33
-    EXPECT_EQ(g.toSource({299, 299, 1, 1}), QRect(399, 399, 1, 1));
+    const ViewGeometry odd = geometry({300, 300}, {400, 400}); // 4/3 source pixels a view pixel
+    EXPECT_EQ(odd.toSource({1, 2, 2, 4}), QRect(1, 3, 3, 5));  // 1.33 2.67 2.67 5.33
+    EXPECT_EQ(odd.toSource({299, 299, 1, 1}), QRect(399, 399, 1, 1));
     const ViewGeometry enlarged = geometry({300, 300}, {100, 100});
     // 299 / 3 rounds to 100, one beyond the last pixel: nothing is left of it.
     EXPECT_TRUE(enlarged.toSource({299, 299, 1, 1}).isNull());

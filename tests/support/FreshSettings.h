@@ -6,11 +6,12 @@
 
 #include <QSettings>
 
-/// Starts every test with an empty store.
+/// Starts every test with an empty store and leaves an empty one.
 class FreshSettings : public ::testing::Test
 {
 protected:
     FreshSettings() { settings.GetSettings()->clear(); }
+    ~FreshSettings() override { settings.GetSettings()->clear(); }
 
     ConfigSettings settings;
 };
