@@ -127,7 +127,8 @@ TEST(Translations, HoldTheCaptionsOfTheButtons)
                 continue;
             const QString caption =
                 bare(QString::fromUtf8(captions.readLine()).section(QLatin1Char(','), column, column));
-            EXPECT_TRUE(!caption.isEmpty() && bare(message.translation).contains(caption, Qt::CaseInsensitive))
+            EXPECT_TRUE(!caption.isEmpty() &&
+                        bare(message.translation).contains(caption, Qt::CaseInsensitive))
                 << label(name, message);
         }
         EXPECT_TRUE(captions.atEnd());
