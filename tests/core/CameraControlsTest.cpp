@@ -7,6 +7,7 @@
 #include "DeskFixture.h"
 
 #include <QPainter>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 
