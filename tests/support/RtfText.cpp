@@ -1,59 +1,123 @@
 #include "RtfText.h"
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <cstdint>
-#include <regex>
+#include <cstdlib>
 #include <utility>
 #include <vector>
 
-std::optional<std::u32string> rtfText(const std::string& rtf)
+namespace {
+
+class Reader
 {
-    // A brace, a control word with its number and what ends it, a control sign, or a plain character.
-    static const std::regex token(R"(([{}])|\\([a-z]+)(-?\d+)? ?|\\([^a-z'])|([\n\r])|([^\\\x80-\xff]))",
-                                  std::regex::optimize);
-    static const std::regex table("fonttbl|stylesheet|info");
-    std::u32string text;
-    std::vector<bool> skips; // of each open group
-    char32_t high = 0;
-    bool isSubstitute = false, isWhole = rtf.rfind("{\\rtf1", 0) == 0;
-    const auto put = [&](char32_t c) {
-        isWhole = isWhole && high == 0 && !skips.empty();
-        if (isWhole && !skips.back())
-            text += c;
-    };
-    auto end = rtf.cbegin();
-    for (std::sregex_iterator it(rtf.begin(), rtf.end(), token, std::regex_constants::match_continuous), none;
-         isWhole && it != none;
-         ++it) {
-        const std::smatch& m = *it;
-        end = m[0].second;
-        const std::string word = m[2];
-        if (std::exchange(isSubstitute, false)) {
-            isWhole = m[0] == "?";
-        } else if (m[0] == "{") {
-            skips.push_back(!skips.empty() && skips.back());
-        } else if (m[0] == "}") {
-            isWhole = !skips.empty();
-            if (isWhole)
-                skips.pop_back();
-        } else if (word == "par" || word == "tab") {
-            put(word == "par" ? U'\n' : U'\t');
-        } else if (word == "u") {
-            const int number = std::stoi(m[3]);
-            const auto c = static_cast<char32_t>(static_cast<std::uint16_t>(number));
-            const bool isLow = c >= 0xdc00 && c < 0xe000, isHigh = c >= 0xd800 && c < 0xdc00;
-            isWhole = number >= -32768 && number <= 32767 && isLow == (high != 0);
-            isSubstitute = true;
-            const char32_t before = std::exchange(high, isHigh ? c : 0);
-            if (!isHigh)
-                put(isLow ? 0x10000 + ((before - 0xd800) << 10) + (c - 0xdc00) : c);
-        } else if (std::regex_match(word, table) || m[4] == "*") {
-            skips.back() = true;
-        } else if (word.empty() && !m[5].matched) {
-            put(static_cast<unsigned char>(*(m[0].second - 1)));
+public:
+    explicit Reader(const std::string& rtf) : rtf_(rtf) {}
+
+    std::optional<std::u32string> read()
+    {
+        if (rtf_.rfind("{\\rtf1", 0) != 0)
+            return std::nullopt;
+        while (at_ < rtf_.size() && !broken_)
+            step();
+        return broken_ || !skips_.empty() || high_ != 0 ? std::nullopt : std::optional(text_);
+    }
+
+private:
+    void step()
+    {
+        const char c = rtf_[at_++];
+        broken_ = static_cast<unsigned char>(c) >= 0x80;
+        if (c == '{') {
+            skips_.push_back(!skips_.empty() && skips_.back());
+        } else if (c == '}') {
+            broken_ = skips_.empty();
+            if (!broken_)
+                skips_.pop_back();
+        } else if (c == '\\') {
+            control();
+        } else if (c != '\n' && c != '\r') {
+            put(static_cast<unsigned char>(c));
         }
     }
-    return isWhole && end == rtf.cend() && skips.empty() && high == 0 ? std::optional(text) : std::nullopt;
+
+    void control()
+    {
+        if (at_ >= rtf_.size() || rtf_[at_] == '\'') {
+            broken_ = true;
+            return;
+        }
+        const char c = rtf_[at_];
+        if (std::isalpha(static_cast<unsigned char>(c)) == 0) {
+            ++at_;
+            if (c == '*')
+                skips_.back() = true;
+            else
+                put(static_cast<unsigned char>(c));
+            return;
+        }
+        std::string name;
+        while (at_ < rtf_.size() && std::isalpha(static_cast<unsigned char>(rtf_[at_])) != 0)
+            name += rtf_[at_++];
+        const char* from = rtf_.c_str() + at_;
+        char* end = nullptr;
+        const long number = std::strtol(from, &end, 10);
+        if (*from != ' ' && *from != '+')
+            at_ += static_cast<size_t>(end - from);
+        if (at_ < rtf_.size() && rtf_[at_] == ' ')
+            ++at_;
+        word(name, number);
+    }
+
+    void word(const std::string& name, long number)
+    {
+        static const std::array<const char*, 3> tables{"fonttbl", "stylesheet", "info"};
+        if (std::find(tables.begin(), tables.end(), name) != tables.end())
+            skips_.back() = true;
+        else if (name == "par")
+            put(U'\n');
+        else if (name == "tab")
+            put(U'\t');
+        else if (name == "u")
+            unit(number);
+    }
+
+    void unit(long number)
+    {
+        broken_ = number < -32768 || number > 32767 || at_ >= rtf_.size() || rtf_[at_] != '?';
+        ++at_; // the substitute
+        const auto c = static_cast<char32_t>(static_cast<std::uint16_t>(number));
+        const bool isLow = c >= 0xdc00 && c < 0xe000;
+        broken_ = broken_ || isLow != (high_ != 0);
+        if (c >= 0xd800 && c < 0xdc00) {
+            high_ = c;
+            return;
+        }
+        const char32_t high = std::exchange(high_, 0);
+        put(isLow ? 0x10000 + ((high - 0xd800) << 10) + (c - 0xdc00) : c);
+    }
+
+    void put(char32_t c)
+    {
+        broken_ = broken_ || high_ != 0 || skips_.empty();
+        if (!broken_ && !skips_.back())
+            text_ += c;
+    }
+
+    const std::string& rtf_;
+    size_t at_ = 0;
+    std::u32string text_;
+    std::vector<bool> skips_; // of each open group
+    char32_t high_ = 0;
+    bool broken_ = false;
+};
+
+} // namespace
+
+std::optional<std::u32string> rtfText(const std::string& rtf)
+{
+    return Reader(rtf).read();
 }
 
 size_t editDistance(const std::u32string& a, const std::u32string& b)
