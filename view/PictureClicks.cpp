@@ -21,16 +21,16 @@ void PictureClicks::setEnabled(bool enabled)
 
 bool PictureClicks::eventFilter(QObject*, QEvent* event)
 {
-    const auto* const mouse = static_cast<QMouseEvent*>(event);
+    const auto mouse = [event] { return static_cast<QMouseEvent*>(event); }; // for those of the mouse only
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-        isClick_ =
-            isEnabled_ && mouse->button() == Qt::LeftButton && !view_.isSelectionMode() && !view_.isFrozen();
+        isClick_ = isEnabled_ && mouse()->button() == Qt::LeftButton && !view_.isSelectionMode() &&
+                   !view_.isFrozen();
         secondClick_.stop();
-        pressedAt_ = mouse->pos();
+        pressedAt_ = mouse()->pos();
         break;
     case QEvent::MouseMove:
-        if ((mouse->pos() - pressedAt_).manhattanLength() >= QApplication::startDragDistance())
+        if ((mouse()->pos() - pressedAt_).manhattanLength() >= QApplication::startDragDistance())
             isClick_ = false;
         break;
     case QEvent::MouseButtonDblClick:
@@ -39,7 +39,7 @@ bool PictureClicks::eventFilter(QObject*, QEvent* event)
         break;
     case QEvent::MouseButtonRelease:
         if (std::exchange(isClick_, false))
-            release(mouse->pos());
+            release(mouse()->pos());
         break;
     default:
         break;
