@@ -65,8 +65,8 @@ bool TextScan::start(const QString& picture)
         return false;
     engine_ = std::move(engine);
     job_ = std::make_shared<Job>();
-    const bool started = workers_.start([this, picture] {
-        const Result result = recognise(*engine_, picture, *job_);
+    const bool started = workers_.start([this, picture, engine = engine_.get(), job = job_] {
+        const Result result = recognise(*engine, picture, *job);
         QMetaObject::invokeMethod(
             this, [this, result] { finish(result); }, Qt::QueuedConnection);
     });

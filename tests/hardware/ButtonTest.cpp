@@ -36,14 +36,24 @@ private:
     FrameCollector frames_{library_, 0};
 };
 
-/// The input device of the lab's camera.
+std::string lineIn(const std::filesystem::path& file)
+{
+    std::string line;
+    std::getline(std::ifstream(file), line);
+    return line;
+}
+
+/// The input device of the lab's camera, once the device manager is done with it: it gives a new device its
+/// rights, also over those that somebody gave before.
 std::string buttonNode()
 {
     for (const auto& entry : std::filesystem::directory_iterator("/sys/class/input")) {
-        std::string name;
-        std::getline(std::ifstream(entry.path() / "device/name"), name);
-        if (name.rfind("Lab Doc Camera", 0) == 0 && entry.path().filename().string().rfind("event", 0) == 0)
-            return "/dev/input/" + entry.path().filename().string();
+        const std::string event = entry.path().filename();
+        if (event.rfind("event", 0) != 0 ||
+            lineIn(entry.path() / "device/name").rfind("Lab Doc Camera", 0) != 0)
+            continue;
+        const std::string known = "/run/udev/data/c" + lineIn(entry.path() / "dev");
+        return waitFor([&] { return std::filesystem::exists(known); }) ? "/dev/input/" + event : "";
     }
     return {};
 }
