@@ -127,6 +127,18 @@ TEST_F(RecorderTest, StopDoesNotWaitForWhatNeverEnds)
     expectFilm(2); // nothing is lost
 }
 
+TEST_F(RecorderTest, StopWaitsForWhatIsSlowButMoves)
+{
+    const Trouble trouble;
+    ASSERT_EQ(recorder.start(), MIRVAK_RECORD_OK);
+    filmTwo();
+    Trouble::onEncode = [] { return std::this_thread::sleep_for(milliseconds(25)), true; };
+    time = milliseconds(1500).count() * 1'000'000;
+    EXPECT_EQ(recorder.stop(milliseconds(500)), MIRVAK_RECORD_OK);
+    EXPECT_EQ(recorder.length(), milliseconds(1500));
+    expectFilm(30); // a repeated picture need not be a frame of its own
+}
+
 TEST_F(RecorderTest, EndsByItselfWhenItsFolderVanishes)
 {
     ASSERT_EQ(recorder.start(), MIRVAK_RECORD_OK);

@@ -5,6 +5,7 @@ namespace mirvak {
 Film::Film(std::string path, const VideoFormat& format, std::vector<EncoderChoice> choices)
     : path_(std::move(path)),
       encoder_(format, std::move(choices), [this](AVPacket& packet, const AVCodecContext& encoder) {
+          ++steps_;
           return file_.write(packet, encoder);
       })
 {

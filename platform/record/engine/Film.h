@@ -3,6 +3,8 @@
 #include "Mp4File.h"
 #include "VideoEncoder.h"
 
+#include <atomic>
+
 namespace mirvak {
 
 /// The film of one recording: encoder and file. Knows no thread and no clock: the slots of the film's time
@@ -15,8 +17,16 @@ public:
     /// False: no file of the film's is there.
     bool open();
     /// Shows these pixels from the slot on; false when the film has ended by an error.
-    bool add(const uint8_t* rgb, int64_t slot) { return encoder_.encode(rgb, slot); }
-    bool repeat(int64_t slot) { return encoder_.repeat(slot); }
+    bool add(const uint8_t* rgb, int64_t slot)
+    {
+        ++steps_;
+        return encoder_.encode(rgb, slot);
+    }
+    bool repeat(int64_t slot)
+    {
+        ++steps_;
+        return encoder_.repeat(slot);
+    }
     /// The film is complete, or as complete as an error left it. Without a frame there is no file.
     bool close();
 
@@ -28,9 +38,12 @@ public:
     const std::string& error() const { return hasFileError() ? file_.error() : encoder_.error(); }
     const std::string& path() const { return path_; }
     const std::string& encoderName() const { return encoder_.name(); }
+    /// Rises with every picture that is taken in and every packet that is written. Any thread.
+    unsigned steps() const { return steps_; }
 
 private:
     std::string path_;
+    std::atomic<unsigned> steps_{0};
     Mp4File file_;
     VideoEncoder encoder_; // hands its packets to the file
 };

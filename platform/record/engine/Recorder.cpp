@@ -84,7 +84,7 @@ MirvakRecordResult Recorder::stop(std::chrono::milliseconds patience)
         }
     }
     wake_.notify_one();
-    if (threadEnded_.valid() && threadEnded_.wait_for(patience) == std::future_status::timeout) {
+    if (threadEnded_.valid() && !awaitEnd(patience)) {
         std::fprintf(stderr, "record: %s: the disk does not answer\n", film_.path().c_str());
         return MIRVAK_RECORD_IO_ERROR;
     }
@@ -92,6 +92,17 @@ MirvakRecordResult Recorder::stop(std::chrono::milliseconds patience)
     if (result_ != MIRVAK_RECORD_OK)
         return result_;
     return film_.plays() ? MIRVAK_RECORD_OK : MIRVAK_RECORD_NO_FRAME;
+}
+
+bool Recorder::awaitEnd(std::chrono::milliseconds patience) const
+{
+    unsigned seen = 0;
+    do {
+        seen = film_.steps();
+        if (threadEnded_.wait_for(patience) == std::future_status::ready)
+            return true;
+    } while (film_.steps() != seen);
+    return false;
 }
 
 bool Recorder::isClosed() const

@@ -37,8 +37,8 @@ public:
     {
         return write(rgb, bytes, format_.width, format_.height);
     }
-    /// Returns when the file is closed, or cannot be closed in time: IO_ERROR, and isClosed() is false.
-    /// NO_FRAME: there is no file.
+    /// Returns when the file is closed, or when nothing has been encoded or written for so long: IO_ERROR,
+    /// and isClosed() is false. NO_FRAME: there is no file.
     MirvakRecordResult stop(std::chrono::milliseconds patience = std::chrono::seconds(3));
     bool isClosed() const;
 
@@ -56,6 +56,8 @@ public:
 private:
     enum class State { idle, running, closing, ended, closed };
 
+    /// False when nothing has moved for so long. A busy machine is slow, but moves.
+    bool awaitEnd(std::chrono::milliseconds patience) const;
     void run(std::promise<MirvakRecordResult> opened);
     bool open(std::promise<MirvakRecordResult>& opened);
     void film();

@@ -59,7 +59,7 @@ public:
     /// than 0.3 s it is also rewritten in the form that begins with its index, for players over a network; a
     /// longer rewriting goes on in the background, beside the file, whose place it takes at its end, unless
     /// another file has got that name. The destructor waits for it, and abandons it after three seconds. A
-    /// file that cannot be closed within three seconds, because the disk does not answer, is left alone:
+    /// file at which nothing has moved for three seconds, because the disk does not answer, is left alone:
     /// IO_ERROR. NOT_RECORDING, NO_FRAME; as from Write when the recording had ended by itself.
     int MirvakRecord_Stop();
     /// How the recording goes, or how the last one went: frames of the film, how many of them repeat the one
