@@ -1,7 +1,5 @@
 #include "Geometry.h"
 
-#include "Codec.h"
-
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>

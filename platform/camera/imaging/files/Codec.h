@@ -11,10 +11,6 @@ namespace mirvak {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Larger pictures are refused, so that a forged header cannot take all memory: 200 million pixels, more than
-/// an A3 page at 1200 dots per inch on each side of 14000.
-constexpr std::int64_t maxPixels = 200'000'000;
-
 enum class WriteResult {
     ok,
     unknownFormat, ///< the extension is none of jpg, jpeg, png, bmp
@@ -33,6 +29,8 @@ std::optional<Image> decodeImage(const Bytes& bytes);
 /// Writes the picture in the format of the path's extension (any case); `quality` 1 to 100 holds for JPEG.
 /// The file is a new one and appears only when it is complete and synced. Reentrant.
 WriteResult writeImage(const std::string& path, const Image& image, int quality);
+/// The same with bytes that are coded already.
+WriteResult writeBytes(const std::string& path, const Bytes& bytes);
 
 /// The picture as the bytes of a file: JPEG, PNG or BMP as `extension` says (without dot, lower case).
 /// Empty when the format cannot hold the picture or is not known.

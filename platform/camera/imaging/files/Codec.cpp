@@ -85,7 +85,11 @@ WriteResult writeImage(const std::string& path, const Image& image, int quality)
     const std::string extension = extensionOf(path);
     if (!known(extension))
         return WriteResult::unknownFormat;
-    const Bytes bytes = encodeImage(extension, image, quality);
+    return writeBytes(path, encodeImage(extension, image, quality));
+}
+
+WriteResult writeBytes(const std::string& path, const Bytes& bytes)
+{
     if (bytes.empty())
         return WriteResult::badPicture;
     AtomicFile file(path, IfTaken::refuse);

@@ -10,24 +10,6 @@ namespace {
 
 constexpr int quality = 95; // as of captures
 
-WriteResult writeBytes(const std::string& to, const Bytes& bytes)
-{
-    if (bytes.empty())
-        return WriteResult::badPicture;
-    AtomicFile file(to, IfTaken::refuse);
-    if (!file.write(bytes.data(), bytes.size()))
-        return WriteResult::ioError;
-    switch (file.commit()) {
-    case AtomicFile::Commit::done:
-        return WriteResult::ok;
-    case AtomicFile::Commit::taken:
-        return WriteResult::nameTaken;
-    case AtomicFile::Commit::failed:
-        break;
-    }
-    return WriteResult::ioError;
-}
-
 } // namespace
 
 WriteResult
