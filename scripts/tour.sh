@@ -3,13 +3,13 @@
 # and leaves screenshots and the produced files in a folder. Fails when something that a user expects does not
 # happen.
 #   scripts/tour.sh FOLDER            what the program does, function by function
-#   scripts/tour.sh --window FOLDER   how its windows behave: scripts/lib/tour-window-*.sh, one after the other
+#   scripts/tour.sh --window[=NAME] FOLDER   how its windows behave: scripts/lib/tour-window-*.sh, all or that one
 #   PROGRAM=...        another build's program instead of that of build/release
 #   APP_LANGUAGE=0|1|2 Chinese, English (otherwise) or Russian
 #   QT_SCALE_FACTOR=2  as on a screen with small pixels
-windows_only=
-[ "${1:-}" != --window ] || { windows_only=1 && shift; }
-[ $# -eq 1 ] || { echo "usage: $0 [--window] FOLDER" >&2 && exit 2; }
+windows= # a pattern
+case ${1:-} in --window) windows="*" && shift ;; --window=*) windows=${1#*=} && shift ;; esac
+[ $# -eq 1 ] || { echo "usage: $0 [--window[=NAME]] FOLDER" >&2 && exit 2; }
 shots=$(realpath -m "$1")
 . "$(dirname "$0")/lib/common.sh"
 . scripts/lib/display.sh
@@ -129,7 +129,7 @@ strip_and_choices() {
 # its preferences as delivered, and leaves it so.
 windows() {
     local file name
-    for file in scripts/lib/tour-window-*.sh; do
+    for file in scripts/lib/tour-window-$windows.sh; do
         . "$file"
         name=${file##*/tour-window-}
         "window_${name%.sh}"
@@ -141,7 +141,7 @@ windows() {
 . scripts/lib/tour-documents.sh
 
 start
-if [ -n "$windows_only" ]; then
+if [ -n "$windows" ]; then
     windows
     close_program
     say "Screenshots and files: $shots"

@@ -31,13 +31,12 @@ drag_by() {
 # resize_main WIDTH HEIGHT: in pixels of the screen, by its lower right corner.
 resize_main() {
     set -- "$1" "$2" $(main_place)
-    drag_by edgeRight 500 999 $(($1 - $5)) $(($2 - $6))
+    drag_by edgeRight 500 985 $(($1 - $5)) $(($2 - $6))
     await "a window of $1 x $2" place_is "$3" "$4" "$1" "$2"
 }
 
-# On a screen of unscaled points only, by which the drags are measured.
+
 window_frame() {
-    [ "${QT_SCALE_FACTOR:-1}" = 1 ] || return 0
     local before scale=${QT_SCALE_FACTOR:-1}
     drag_by TitleBar 300 500 0 0
     xdotool click --repeat 2 --delay 60 1
@@ -75,4 +74,7 @@ window_frame() {
     await "the maximised window" is_maximised
 }
 
-is_under_the_title() { set -- $(line_of "$1") $(line_of videoView); [ "$3" -lt "${10}" ]; }
+is_under_the_title() { # also as far as nothing of it shows
+    set -- $(line_of videoView) $(line_of "$1")
+    [ $# -lt 14 ] || [ "${10}" -lt "$3" ]
+}
