@@ -1,0 +1,124 @@
+// The cards of the virtual desk, through the library.
+#include "Codec.h"
+#include "TempDir.h"
+#include "TestImage.h"
+#include "hidcard.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <opencv2/core.hpp>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class DeskCards : public ::testing::Test
+{
+protected:
+    DeskCards()
+    {
+        fs::create_directory(folder.file("cards"));
+        setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
+        setenv("LUMRO_DESK", folder.write("desk.cfg", "idcard = { cards = \"cards\"; };").c_str(), 1);
+        h_idcard_setPhotoPath(portrait.c_str());
+    }
+    ~DeskCards() override
+    {
+        h_idcard_closeDevice();
+        unsetenv("LUMRO_DESK");
+        unsetenv("XDG_CONFIG_HOME");
+    }
+    /// Later than all before it.
+    void lay(const std::string& name, const std::string& text)
+    {
+        fs::last_write_time(folder.write("cards/" + name, text), start + std::chrono::seconds(++laid));
+    }
+    static std::string field(int index)
+    {
+        char text[HIDCARD_TEXT_BYTES + 1];
+        std::fill(std::begin(text), std::end(text), '!');
+        const int result = h_idcard_readData(0, index, text);
+        EXPECT_EQ(text[HIDCARD_TEXT_BYTES], '!') << "behind the buffer";
+        return result == HIDCARD_OK ? text : "-";
+    }
+
+    const TempDir folder;
+    const std::string portrait = folder.file("elphoto.bmp");
+    const fs::file_time_type start = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    int laid = 0;
+};
+
+} // namespace
+
+TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
+{
+    ASSERT_EQ(h_idcard_openDevice(), HIDCARD_OK);
+    EXPECT_EQ(h_idcard_readInfo(), HIDCARD_NO_CARD);
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING);
+    const cv::Mat face(126, 102, CV_8UC3, cv::Scalar(200, 100, 50));
+    mirvak::Image image;
+    image.pixels = face;
+    folder.write("cards/face.png", mirvak::encodeImage("png", image, 0));
+    folder.write("victim", "stays");
+    fs::create_symlink(folder.file("victim"), portrait);
+    lay("b.cfg", "type = 0; name = \"张样本\"; gender = \"2\"; picture = \"face.png\";");
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_READY);
+    EXPECT_EQ(h_idcard_readInfo(), 0);
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING) << "until it is lifted";
+    EXPECT_EQ(field(0) + field(1) + field(2), "张样本2-");
+    EXPECT_EQ(folder.content("victim"), "stays");
+    struct stat entry
+    {
+    };
+    ASSERT_EQ(lstat(portrait.c_str(), &entry), 0);
+    EXPECT_EQ(entry.st_mode, unsigned(S_IFREG | 0600));
+    EXPECT_EQ(folder.content("elphoto.bmp").substr(0, 2), "BM");
+    EXPECT_EQ(cv::norm(mirvak::readImage(portrait).value().pixels, face, cv::NORM_INF), 0);
+
+    lay(".hidden.cfg", "type = 1;");
+    lay("notes.txt", "type = 1;");
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING);
+    const std::string umlauts = [] {
+        std::string text = "a";
+        for (int i = 0; i < 200; ++i)
+            text += "ä";
+        return text;
+    }();
+    lay("a.cfg", "type = 3; name = \"" + umlauts + "\"; address = \"there\"; authority = \"9\";");
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_READY);
+    EXPECT_EQ(h_idcard_readInfo(), 3);
+    EXPECT_EQ(field(0), umlauts.substr(0, 255)) << "whole characters only";
+    EXPECT_EQ(field(9) + field(12) + field(13), "9there-");
+    EXPECT_FALSE(fs::exists(portrait)) << "it is another person's";
+    lay("b.cfg", "type = 4;");
+    EXPECT_EQ(h_idcard_readInfo(), 4);
+    EXPECT_EQ(field(0), "-");
+    fs::remove_all(folder.file("cards"));
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_NONE);
+    EXPECT_EQ(h_idcard_openDevice(), HIDCARD_NO_READER);
+}
+
+TEST_F(DeskCards, WhatIsNoCardIsTold)
+{
+    ASSERT_EQ(h_idcard_openDevice(), HIDCARD_OK);
+    for (const auto& [text, why] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"type = 0;\nname = 7;", "a.cfg:2: name must be a text"},
+             {"type = -1;", "a.cfg:1: type must be a number"},
+             {"nmae = \"x\";", "a.cfg:1: nmae is not known"},
+             {"type = ", "a.cfg:1: syntax error"}}) {
+        lay("a.cfg", text);
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(h_idcard_readInfo(), HIDCARD_READ_FAILED);
+        EXPECT_THAT(::testing::internal::GetCapturedStderr(), ::testing::HasSubstr(why));
+        EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_UNREADABLE);
+    }
+    lay("a.cfg", "name = \"x\"; picture = \"a.cfg\";");
+    EXPECT_EQ(h_idcard_readInfo(), 0) << "the texts count";
+    EXPECT_FALSE(fs::exists(portrait));
+    setenv("LUMRO_DESK", folder.write("desk.cfg", "real = false;").c_str(), 1);
+    h_idcard_closeDevice();
+    EXPECT_EQ(h_idcard_openDevice(), HIDCARD_NO_READER);
+}
