@@ -6,38 +6,30 @@
 
 #include <QLineEdit>
 
-namespace {
-
-class CardWindowTest : public LumroScannerTest
-{
-protected:
-    CardWindowTest()
-    {
-        Dialogs::instance().information = [this](QWidget*, const QString&, const QString& text, auto) {
-            messages_ << text;
-            return QMessageBox::Ok;
-        };
-    }
-    IdCardReader* reader() const { return window_->findChild<IdCardReader*>(); }
-};
+using CardWindowTest = LumroScannerTest;
 
 TEST_F(CardWindowTest, ItOpensWithoutACameraOnceAndGoesWhenItIsClosed)
 {
+    Dialogs::instance().information = [this](QWidget*, const QString&, const QString& text, auto) {
+        messages_ << text;
+        return QMessageBox::Ok;
+    };
     show();
-    window_->findChild<More*>()->show();
-    click("btnReadIdCard");
-    EXPECT_EQ(reader(), nullptr) << "another dialog is open";
-    window_->findChild<More*>()->close();
+    const auto reader = [this] { return window_->findChild<IdCardReader*>(); };
+    auto* more = window_->findChild<More*>();
+    more->show();
+    click("btnReadIdCard"); // another dialog is open
+    more->close();
+    EXPECT_TRUE(messages_.isEmpty());
     window_->setMergePending(true);
     click("btnReadIdCard");
+    EXPECT_EQ(messages_.takeLast(), QStringLiteral("Please complete the image merge first!"));
     EXPECT_EQ(reader(), nullptr);
-    EXPECT_TRUE(messages_.contains(QStringLiteral("Please complete the image merge first!")));
     window_->setMergePending(false);
     for (int times = 1; times <= 2; ++times) {
         click("btnReadIdCard");
         QPointer<IdCardReader> shown = reader();
-        ASSERT_NE(shown, nullptr);
-        EXPECT_TRUE(shown->isVisible());
+        ASSERT_TRUE(shown && shown->isVisible());
         EXPECT_EQ(messages_.count(QStringLiteral("Init IDCard failed!")), times) << "no reader, each time";
         EXPECT_EQ(shown->findChild<QLineEdit*>(QStringLiteral("editPath"))->text(),
                   pictures() + QStringLiteral("/cardinfo.cvs"));
@@ -49,5 +41,3 @@ TEST_F(CardWindowTest, ItOpensWithoutACameraOnceAndGoesWhenItIsClosed)
     click("btnReadIdCard");
     window_.reset(); // with the window open
 }
-
-} // namespace

@@ -5,6 +5,9 @@
 
 #include <atomic>
 #include <functional>
+#include <numeric>
+#include <poll.h>
+#include <pty.h>
 #include <string>
 #include <thread>
 
@@ -12,31 +15,86 @@
 class SimulatedModule
 {
 public:
-    /// What is sent in place of `answer`; called on the module's thread.
-    using Fault = std::function<idcard::Bytes(idcard::Command command, const idcard::Bytes& answer)>;
+    using Bytes = idcard::Bytes;
+    /// Changes an answer, on the module's thread; one of one byte stands for an unplug.
+    using Fault = std::function<void(idcard::Command command, Bytes& answer)>;
 
-    explicit SimulatedModule(idcard::Bytes text, Fault fault = {});
-    ~SimulatedModule();
-
-    const std::string& port() const { return port_; }
+    explicit SimulatedModule(Bytes text, Fault fault = {}) : text_(std::move(text)), fault_(std::move(fault))
+    {
+        termios raw{};
+        cfmakeraw(&raw);
+        int ends[2];
+        char name[64];
+        openpty(&ends[0], &ends[1], name, &raw, nullptr);
+        port = name;
+        master_ = mirvak::UniqueFd(ends[0]);
+        line_ = mirvak::UniqueFd(ends[1]); // stays up between two users
+        thread_ = std::thread([this] { serve(); });
+    }
+    ~SimulatedModule()
+    {
+        isStopped_ = true;
+        thread_.join();
+    }
     void lay() { hasCard_ = true; }
 
-    /// An answer after which the module is gone from its port.
-    static idcard::Bytes unplugged() { return idcard::Bytes(1); }
-    static idcard::Bytes frame(int status, const idcard::Bytes& data = {});
+    static Bytes frame(int status, const Bytes& data = {})
+    {
+        const size_t length = data.size() + 4;
+        Bytes frame{0xAA, 0xAA, 0xAA, 0x96, 0x69, std::uint8_t(length >> 8), std::uint8_t(length), 0, 0};
+        frame.push_back(std::uint8_t(status));
+        frame.insert(frame.end(), data.begin(), data.end());
+        frame.push_back(std::accumulate(frame.begin() + 5, frame.end(), std::uint8_t(0), std::bit_xor<>()));
+        return frame;
+    }
+
+    std::string port;
 
 private:
-    void serve();
-    idcard::Bytes answer(idcard::Command command);
+    Bytes answer(idcard::Command command)
+    {
+        if (command == idcard::Command::findCard)
+            return hasCard_ ? frame(0x9F, Bytes(4)) : frame(0x80);
+        if (command != idcard::Command::readBase)
+            return frame(0x90, Bytes(command == idcard::Command::selectCard ? 8 : 0));
+        hasCard_ = false;
+        Bytes data{1, 0, 4, 0};
+        data.insert(data.end(), text_.begin(), text_.end());
+        data.resize(data.size() + 1024);
+        return frame(0x90, data);
+    }
+    void serve()
+    {
+        while (!isStopped_) {
+            Bytes bytes(10);
+            pollfd entry{master_.get(), POLLIN, 0};
+            if (poll(&entry, 1, 5) < 1 || read(master_.get(), bytes.data(), bytes.size()) != 10)
+                continue;
+            const auto command = idcard::Command(bytes[7] << 8 | bytes[8]);
+            Bytes sent = bytes == commandFrame(command) ? answer(command) : frame(0x21);
+            if (fault_)
+                fault_(command, sent);
+            if (sent.size() == 1)
+                return master_.reset();
+            [[maybe_unused]] const auto written = write(master_.get(), sent.data(), sent.size());
+        }
+    }
 
-    idcard::Bytes text_;
+    Bytes text_;
     Fault fault_;
-    mirvak::UniqueFd master_, slave_; ///< the line stays up between two users
-    std::string port_;
-    std::atomic<bool> hasCard_{true};
-    std::atomic<bool> isStopped_{false};
+    mirvak::UniqueFd master_, line_;
+    std::atomic<bool> hasCard_{true}, isStopped_{false};
     std::thread thread_;
 };
 
-/// The 256 bytes with these characters from each byte on.
-idcard::Bytes textBlock(std::initializer_list<std::pair<size_t, std::u16string>> fields);
+/// A text block with these characters from each byte on.
+inline idcard::Bytes textBlock(std::initializer_list<std::pair<size_t, std::u16string>> fields)
+{
+    idcard::Bytes block;
+    for (int i = 0; i < 128; ++i)
+        block.insert(block.end(), {' ', 0});
+    for (const auto& [begin, characters] : fields)
+        for (size_t i = 0; i < 2 * characters.size(); ++i)
+            block[begin + i] = std::uint8_t(characters[i / 2] >> (i % 2 * 8));
+    return block;
+}
