@@ -77,7 +77,7 @@ void IdCardReader::readidcard_hy()
 
 void IdCardReader::fill(const CardLayout& layout, const QStringList& texts)
 {
-    const QString birth = texts[layout.birth];
+    const QString& birth = texts[layout.birth];
     ui_->editName->setText(texts[layout.name]);
     ui_->editGender->setText(texts[layout.gender]);
     if (layout.nation >= 0)
