@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 #include <sys/socket.h>
 
 using namespace idcard;
@@ -16,9 +17,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const Bytes resident = textBlock({{0, u"张样本"}, {30, u"2"}, {32, u"01"}, {52, u"示例路"}});
-const Bytes foreign = textBlock({{0, u"ALEX"}, {120, u"1"}, {122, u"XXX0"}, {248, u"I"}});
-const Bytes residence = textBlock({{0, u"陈"}, {30, u"1"}, {238, u"02"}, {248, u"J"}});
+const Bytes resident = textBlock(wide(u"张样本", 15) + u"201        示例路");
+const Bytes foreign = textBlock(wide(wide(u"ALEX", 60) + u"1XXX0", 124) + u"I");
+const Bytes residence = textBlock(wide(wide(wide(u"陈", 15) + u"1", 119) + u"02", 124) + u"J");
 
 CardModule::Limits limits(int readMs = 20000)
 {
@@ -77,13 +78,11 @@ TEST(ModuleCards, ACardIsReadThroughTheLibrary)
         EXPECT_EQ(texts(), none);
         h_idcard_closeDevice();
     }
-    for (const char* wrong : {"port = \"/dev/null\";",
-                              "port = \"/nowhere\";",
-                              "usb = \"0000ffff\";",
-                              "usb = \"x\";",
-                              "port = 7;",
-                              "port = \"/dev/null\"; types = { foreign = 4; };",
-                              "}"}) {
+    const std::string wrongs =
+        "port = \"/dev/null\";\nport = \"/nowhere\";\nusb = \"0000ffff\";\nusb = \"x\";\n"
+        "port = 7;\nport = \"/dev/null\"; types = { foreign = 4; };\n}\n";
+    std::istringstream lines(wrongs);
+    for (std::string wrong; std::getline(lines, wrong);) {
         folder.write("lumro/idcard.cfg", wrong);
         ::testing::internal::CaptureStderr();
         EXPECT_EQ(h_idcard_openDevice(), HIDCARD_NO_READER) << wrong;

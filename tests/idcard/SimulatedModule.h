@@ -87,14 +87,17 @@ private:
     std::thread thread_;
 };
 
-/// A text block with these characters from each byte on.
-inline idcard::Bytes textBlock(std::initializer_list<std::pair<size_t, std::u16string>> fields)
+inline std::u16string wide(std::u16string text, size_t characters)
+{
+    text.resize(characters, u' ');
+    return text;
+}
+
+/// A text block that begins with these characters.
+inline idcard::Bytes textBlock(const std::u16string& text)
 {
     idcard::Bytes block;
-    for (int i = 0; i < 128; ++i)
-        block.insert(block.end(), {' ', 0});
-    for (const auto& [begin, characters] : fields)
-        for (size_t i = 0; i < 2 * characters.size(); ++i)
-            block[begin + i] = std::uint8_t(characters[i / 2] >> (i % 2 * 8));
+    for (const char16_t unit : wide(text, 128))
+        block.insert(block.end(), {std::uint8_t(unit), std::uint8_t(unit >> 8)});
     return block;
 }
