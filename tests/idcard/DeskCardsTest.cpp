@@ -74,7 +74,7 @@ TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
         lay(other, "type = 1;");
     EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING) << "until it is lifted";
 
-    std::string longName = "a";
+    std::string longName;
     for (int i = 0; i < 127; ++i)
         longName += "ä";
     lay("a.cfg", "type = 3; name = \"" + longName + "ä\"; address = \"there\"; authority = \"9\";");

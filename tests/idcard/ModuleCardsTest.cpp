@@ -168,7 +168,11 @@ TEST(ModuleCards, TheWatchTakesEachCardOnceAndAReaderThatComesBack)
     });
     fs::remove(port);
     fs::create_symlink(module->port, port);
+    ::testing::internal::CaptureStderr();
     EXPECT_TRUE(comes(ReaderState::unreadable, cards));
+    EXPECT_FALSE(comes(ReaderState::ready, cards, 1000));
+    const std::string said = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(said.find("does not answer"), said.rfind("does not answer")) << said;
     isDamaged = false;
     EXPECT_TRUE(comes(ReaderState::ready, cards));
     EXPECT_EQ(cards.read(failure).value().type, 2);

@@ -161,6 +161,9 @@ TEST_F(IdCard, SavingAddsARowAndThePortrait)
         read(0, incomplete);
         save("unwanted");
     }
+    EXPECT_TRUE(fs::exists(folder.file("tmp/elphoto.bmp")));
+    window.reset();
+    EXPECT_FALSE(fs::exists(folder.file("tmp/elphoto.bmp")));
     EXPECT_FALSE(fs::exists(folder.file("unwanted")) || fs::exists(folder.file(".jpg")));
 }
 
@@ -180,6 +183,8 @@ TEST_F(IdCard, ARowIsSavedWholeOrNotAtAll)
     ASSERT_EQ(mkfifo(folder.file("fifo").c_str(), 0600), 0);
     const mirvak::UniqueFd fifo(open(folder.file("fifo").c_str(), O_RDONLY | O_NONBLOCK));
     expectRefusal("fifo", "Invalid argument");
+    char written = 0;
+    EXPECT_LT(::read(fifo.get(), &written, 1), 1);
     fs::create_symlink("nowhere", folder.file("link"));
     expectRefusal("link", "cannot write");
     part<QLabel>(*window, "labelPhoto")->clear();
@@ -230,6 +235,5 @@ TEST_F(IdCard, ItFollowsTheReaderWhileItIsOpen)
     EXPECT_EQ(closed.size(), 1);
     EXPECT_FALSE(window->isVisible());
     window.reset();
-    EXPECT_FALSE(fs::exists(folder.file("tmp/elphoto.bmp")));
     expectRoomForWords([] { return std::make_unique<IdCardReader>(nullptr, nullptr); });
 }
