@@ -101,7 +101,8 @@ cv::Mat rivals::division(const cv::Mat& rgb)
     cv::split(rgb, channels);
     for (cv::Mat& channel : channels) {
         cv::Mat paper;
-        cv::morphologyEx(channel, paper, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_RECT, {41, 41}));
+        cv::morphologyEx(
+            channel, paper, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_RECT, {41, 41}));
         cv::GaussianBlur(paper, paper, {}, 20);
         cv::divide(channel, paper, channel, 255);
     }

@@ -33,7 +33,8 @@ FlatPage drawHardPage()
     style = TextStyle();
     for (int i = 0; i < 8; ++i) // pencil and hairlines
         sheet.rule(20, 170 + 3 * i, 100, 170 + 3 * i, 0.1 + 0.05 * i, QColor(150, 150, 155));
-    const QColor inks[] = {{225, 60, 50}, {40, 90, 190}, {50, 150, 70}, {240, 200, 60}, {150, 80, 160}, {235, 140, 50}};
+    const QColor inks[] = {
+        {225, 60, 50}, {40, 90, 190}, {50, 150, 70}, {240, 200, 60}, {150, 80, 160}, {235, 140, 50}};
     for (int i = 0; i < 6; ++i)
         sheet.box({20 + 28.0 * i, 200, 24, 14}, inks[i]);
     const QColor pale[] = {{253, 240, 200}, {225, 238, 252}, {232, 246, 226}};
@@ -52,7 +53,9 @@ FlatPage drawHardPage()
 
 deskpictures::Light anyLight(QRandomGenerator& any)
 {
-    const auto between = [&any](double low, double high) { return low + (high - low) * any.generateDouble(); };
+    const auto between = [&any](double low, double high) {
+        return low + (high - low) * any.generateDouble();
+    };
     deskpictures::Light light;
     light.fromDegrees = between(0, 360);
     light.falloff = between(0.05, 0.3);

@@ -1,4 +1,5 @@
-// How good the pages are: every operation on pages of which everything is known, beside what people use instead.
+// How good the pages are: every operation on pages of which everything is known, beside what people use
+// instead.
 //   bench_quality [PAGES [SEED [FOLDER]]]    FOLDER receives before and after, side by side
 #include "Rivals.h"
 #include "Scenes.h"
@@ -117,7 +118,8 @@ std::vector<Table> tables()
           {"Leptonica Sauvola", rivals::sauvola},
           {"Leptonica normalised Otsu", rivals::normalisedOtsu}},
          {{"recall", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).recall; }},
-          {"precision", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).precision; }},
+          {"precision",
+           [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).precision; }},
           {"F", f},
           {"white paper", [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) > 128, s.paper); }}}},
         {"background removed",
@@ -136,7 +138,8 @@ std::vector<Table> tables()
           {"print", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, s.print); }}}}};
 }
 
-void keep(const std::string& folder, const Scene& scene, size_t number, const char* operation, const cv::Mat& page)
+void keep(
+    const std::string& folder, const Scene& scene, size_t number, const char* operation, const cv::Mat& page)
 {
     cv::Mat shown = page, both;
     if (page.channels() == 1)
