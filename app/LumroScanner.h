@@ -20,6 +20,7 @@ class FrozenPage;
 class MainDesk;
 class More;
 class OutputControl;
+class PrinterControl;
 class QPixmap;
 class ScanControl;
 class ScanModes;
@@ -146,6 +147,7 @@ private:
     std::unique_ptr<ScanModes> scanModes_;
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
+    std::unique_ptr<PrinterControl> printer_;
     std::unique_ptr<FrozenPage> frozenPage_;
     std::unique_ptr<TuningControl> tuning_;
     DeviceControl* devices_ = nullptr;

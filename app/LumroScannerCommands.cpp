@@ -4,6 +4,7 @@
 #include "AssistControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
+#include "PrinterControl.h"
 #include "ScanControl.h"
 #include "ScanModes.h"
 #include "ui_LumroScanner.h"
@@ -147,7 +148,7 @@ void LumroScanner::onFactoryTesting()
 
 void LumroScanner::onPrint()
 {
-    featureMissing();
+    printer_->onPrint();
 }
 
 void LumroScanner::onReadIdCard()
