@@ -40,6 +40,7 @@ choose_in_dialog() { # TEXT; the next dialog may look the same
     xdotool key ctrl+a
     xdotool type --delay 1 "$1"
     xdotool key Return
+    wait_for 3 window_gone "$dialog" || xdotool key Return # the first one may have ended the list of proposals
     await "the file dialog's end" window_gone "$dialog"
 }
 window_gone() { ! xwininfo -id "$1" | grep IsViewable; }
