@@ -15,7 +15,7 @@ namespace face {
 namespace {
 
 constexpr int cellSide = 32;
-constexpr int numbersPerBox = 5; // x, y, width, height, confidence
+constexpr int numbersPerBox = 5;                   // x, y, width, height, confidence
 constexpr std::array<int, 3> sides{416, 224, 608}; // the first is the one that the network was taught with
 static_assert(FaceDetector::looks == 2 * sides.size());
 constexpr float threshold = 0.5F;
@@ -96,7 +96,8 @@ std::vector<FoundFace> oneForEachFace(std::vector<FoundFace> found)
     });
     std::vector<FoundFace> kept;
     for (const FoundFace& face : found) {
-        if (std::none_of(kept.begin(), kept.end(), [&](const FoundFace& k) { return areOne(k.box, face.box); }))
+        if (std::none_of(
+                kept.begin(), kept.end(), [&](const FoundFace& k) { return areOne(k.box, face.box); }))
             kept.push_back(face);
     }
     std::sort(kept.begin(), kept.end(), [](const FoundFace& a, const FoundFace& b) {

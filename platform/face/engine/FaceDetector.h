@@ -21,8 +21,8 @@ public:
     /// Throws BrokenWeights or cv::Exception.
     explicit FaceDetector(const Weights& weights);
 
-    /// The ways to look at a picture, the most promising first: in several sizes, and with its edges continued.
-    /// Faces that fill it, or that are cut off, are missed at first sight.
+    /// The ways to look at a picture, the most promising first: in several sizes, and with its edges
+    /// continued. Faces that fill it, or that are cut off, are missed at first sight.
     static constexpr int looks = 6;
 
     /// What the detector takes for faces, the largest first.

@@ -27,7 +27,8 @@ std::vector<Face> FaceEngine::find(const cv::Mat& rgb)
         for (const FoundFace& found : detector_.find(rgb, look)) {
             Face face{found, {}};
             // Small pictures have patterns that only the detector takes for a face.
-            if (landmarks_.find(rgb, found.box, face.points) && Recogniser::misfit(face.points) < largestMisfit)
+            if (landmarks_.find(rgb, found.box, face.points) &&
+                Recogniser::misfit(face.points) < largestMisfit)
                 faces.push_back(face);
         }
     }
@@ -36,7 +37,7 @@ std::vector<Face> FaceEngine::find(const cv::Mat& rgb)
 
 cv::Mat FaceEngine::describe(const cv::Mat& rgb, const Landmarks& points)
 {
-    return recogniser_.describe(Recogniser::chipOf(rgb, points));
+    return recogniser_.describe(rgb, points);
 }
 
 } // namespace face

@@ -49,9 +49,7 @@ NetBuilder::NetBuilder()
     net_.setInputsNames({"input"});
 }
 
-int NetBuilder::add(const std::string& type,
-                    cv::dnn::LayerParams& parameters,
-                    const std::vector<int>& from)
+int NetBuilder::add(const std::string& type, cv::dnn::LayerParams& parameters, const std::vector<int>& from)
 {
     parameters.type = type;
     parameters.name = type + std::to_string(++count_);
@@ -61,11 +59,8 @@ int NetBuilder::add(const std::string& type,
     return id;
 }
 
-int NetBuilder::addConvolution(int from,
-                               const cv::Mat& filters,
-                               const cv::Mat& bias,
-                               Window window,
-                               int groups)
+int NetBuilder::addConvolution(
+    int from, const cv::Mat& filters, const cv::Mat& bias, Window window, int groups)
 {
     const int count = filters.size[0];
     require(bias.empty() || bias.total() == static_cast<size_t>(count), "a bias");

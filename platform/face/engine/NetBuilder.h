@@ -16,8 +16,8 @@ cv::Mat depthwiseFiltersOf(const cv::Mat& tensorFlow);
 struct Window
 {
     int stride = 1;
-    int margin = 0;          ///< zeros on each side
-    bool sameSize = false;   ///< TensorFlow's "same": as many zeros as the size needs, the odd one at the end
+    int margin = 0;        ///< zeros on each side
+    bool sameSize = false; ///< TensorFlow's "same": as many zeros as the size needs, the odd one at the end
 };
 
 /// Puts a network together, layer by layer. A layer is named by the number that made it; 0 is the input.

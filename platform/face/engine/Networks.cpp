@@ -9,8 +9,8 @@ namespace face {
 namespace {
 
 constexpr Window plain{};
-constexpr Window framed{1, 1};          // zeros around, so that 3 x 3 filters keep the size
-constexpr Window half{2, 0, true};      // halves the size
+constexpr Window framed{1, 1};     // zeros around, so that 3 x 3 filters keep the size
+constexpr Window half{2, 0, true}; // halves the size
 constexpr int poolSide = 2;
 
 // --- detector and landmarks: blocks of one package

@@ -6,8 +6,8 @@
 
 namespace face {
 
-/// The three networks, put together from their weights; what does not fit throws BrokenWeights, or cv::Exception
-/// when the network first runs. Inputs are 1 x 3 x rows x columns, red green blue.
+/// The three networks, put together from their weights; what does not fit throws BrokenWeights, or
+/// cv::Exception when the network first runs. Inputs are 1 x 3 x rows x columns, red green blue.
 
 /// Face boxes: a tiny form of YOLO 2 (Redmon and Farhadi, "YOLO9000: Better, Faster, Stronger", 2017) with
 /// separable convolutions. Any input size; 25 numbers for each cell of 32 x 32 pixels.

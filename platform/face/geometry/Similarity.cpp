@@ -25,10 +25,21 @@ cv::Rect neededPart(const cv::Mat& rgb, const Similarity& ontoPicture, cv::Size 
     const auto w = static_cast<float>(size.width);
     const auto h = static_cast<float>(size.height);
     std::vector<cv::Point2f> corners;
-    for (const cv::Point2f corner : {cv::Point2f(0, 0), cv::Point2f(w, 0), cv::Point2f(0, h), cv::Point2f(w, h)})
+    for (const cv::Point2f corner :
+         {cv::Point2f(0, 0), cv::Point2f(w, 0), cv::Point2f(0, h), cv::Point2f(w, h)})
         corners.push_back(ontoPicture(corner));
     const cv::Rect2f box = cv::boundingRect(corners);
     return inside({box.x - more, box.y - more, box.width + 2 * more, box.height + 2 * more}, rgb);
+}
+
+// What is made larger is mostly a small portrait, coded with few bytes: that takes away the edges of its
+// blocks.
+cv::Mat softened(const cv::Mat& rgb)
+{
+    constexpr double radius = 0.6;
+    cv::Mat soft;
+    cv::GaussianBlur(rgb, soft, {}, radius);
+    return soft;
 }
 
 } // namespace
@@ -40,7 +51,8 @@ double Similarity::scale() const
 
 cv::Point2f Similarity::operator()(cv::Point2f point) const
 {
-    return {static_cast<float>(a * point.x - b * point.y + c), static_cast<float>(b * point.x + a * point.y + d)};
+    return {static_cast<float>(a * point.x - b * point.y + c),
+            static_cast<float>(b * point.x + a * point.y + d)};
 }
 
 Similarity nearest(const std::vector<cv::Point2f>& from, const std::vector<cv::Point2f>& to)
@@ -57,10 +69,7 @@ Similarity nearest(const std::vector<cv::Point2f>& from, const std::vector<cv::P
     }
     const double a = along / spread;
     const double b = across / spread;
-    return {a,
-            b,
-            toMean.x - a * fromMean.x + b * fromMean.y,
-            toMean.y - b * fromMean.x - a * fromMean.y};
+    return {a, b, toMean.x - a * fromMean.x + b * fromMean.y, toMean.y - b * fromMean.x - a * fromMean.y};
 }
 
 cv::Mat cutOut(const cv::Mat& rgb, const Similarity& ontoPicture, cv::Size size)
@@ -72,12 +81,11 @@ cv::Mat cutOut(const cv::Mat& rgb, const Similarity& ontoPicture, cv::Size size)
     const double shrink = std::max(1.0, ontoPicture.scale());
     const cv::Mat source =
         shrink > 1 ? resized(rgb(part), cv::Size(cvRound(part.width / shrink), cvRound(part.height / shrink)))
-                   : rgb(part);
+                   : softened(rgb(part));
     const double kx = static_cast<double>(source.cols) / part.width;
     const double ky = static_cast<double>(source.rows) / part.height;
     // Pixel i covers i to i + 1: its middle moves by half of what the scale leaves.
-    const cv::Matx33d toSource(
-        kx, 0, (0.5 - part.x) * kx - 0.5, 0, ky, (0.5 - part.y) * ky - 0.5, 0, 0, 1);
+    const cv::Matx33d toSource(kx, 0, (0.5 - part.x) * kx - 0.5, 0, ky, (0.5 - part.y) * ky - 0.5, 0, 0, 1);
     const cv::Matx23d m = ontoPicture.matrix();
     const cv::Matx33d whole(m(0, 0), m(0, 1), m(0, 2), m(1, 0), m(1, 1), m(1, 2), 0, 0, 1);
     cv::Mat piece;

@@ -21,8 +21,8 @@ struct Similarity
 /// plane it has this plain form). As many points in each, at least two different ones in `from`.
 Similarity nearest(const std::vector<cv::Point2f>& from, const std::vector<cv::Point2f>& to);
 
-/// The piece of a picture that a similarity maps the pixels of a rectangle of `size` onto. What lies outside the
-/// picture is black. Made smaller without aliasing, larger by cubic interpolation.
+/// The piece of a picture that a similarity maps the pixels of a rectangle of `size` onto. What lies outside
+/// the picture is black. Made smaller without aliasing, larger by cubic interpolation.
 cv::Mat cutOut(const cv::Mat& rgb, const Similarity& ontoPicture, cv::Size size);
 
 } // namespace face

@@ -19,13 +19,17 @@ public:
     void noFace(const cv::Mat& rgb);
 
 private:
-    /// What the last infrared picture showed, in shares of the picture, so that cameras of other sizes agree.
+    /// What the last infrared picture showed, in shares of its width, so that cameras of other sizes agree.
     struct Seen
     {
         cv::Point2d middle; ///< between the eyes
-        double size;        ///< of the distance between the eyes
-        int score;
+        double eyeDistance = 0;
+        int score = 0;
     };
+    static Seen seenIn(const cv::Mat& rgb, const Landmarks& points);
+    bool isWhereInfraredHadIt(const Seen& seen) const;
+    int judgeColour(const cv::Mat& rgb, const Landmarks& points) const;
+
     std::optional<Seen> infrared_;
 };
 

@@ -33,9 +33,10 @@ face::Landmarks pointsOf(const IdFaceInfo& info)
 {
     static_assert(face::landmarkCount == ID_FACE_POINTS);
     face::Landmarks points;
-    std::transform(std::begin(info.points), std::end(info.points), points.begin(), [](const float(&point)[2]) {
-        return cv::Point2f(point[0], point[1]);
-    });
+    std::transform(std::begin(info.points),
+                   std::end(info.points),
+                   points.begin(),
+                   [](const float(&point)[2]) { return cv::Point2f(point[0], point[1]); });
     return points;
 }
 

@@ -14,8 +14,8 @@ struct PictureView
     int width, height;
 };
 
-/// The networks as a module: their 23 libraries are loaded with IdFaceSdkInit and not with the program. One thread
-/// at a time. Any call may throw std::exception.
+/// The networks as a module: their 23 libraries are loaded with IdFaceSdkInit and not with the program. One
+/// thread at a time. Any call may throw std::exception.
 class FaceModule
 {
 public:
