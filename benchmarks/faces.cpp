@@ -1,10 +1,10 @@
-// The face library: time from a picture to its descriptor on one core, and memory, beside their limits; then, with
-// photographs at hand, how often it is wrong.   bench_faces [FOLDER]
+// The face library: time from a picture to its descriptor on one core, and memory, beside their limits; then,
+// with photographs at hand, how often it is wrong.   bench_faces [FOLDER]
 //
-// In the folder lie two or more JPEG, PNG or BMP pictures of each person, one face in each; a person's have one name
-// but for the number at its end: anna1.jpg, anna2.jpg, Li_Wei_01.jpg. Each is compared with each, and with card
-// portraits made from them (102 x 126 pixels, JPEG quality 25). "plain" is the network alone, on the face as it was
-// first found; "library" is what IdFaceSdkFeatureGet does.
+// In the folder lie two or more JPEG, PNG or BMP pictures of each person, one face in each; a person's have
+// one name but for the number at its end: anna1.jpg, anna2.jpg, Li_Wei_01.jpg. Each is compared with each,
+// and with card portraits made from them (102 x 126 pixels, JPEG quality 25). "plain" is the network alone,
+// on the face as it was first found; "library" is what IdFaceSdkFeatureGet does.
 #include "Codec.h"
 #include "DrawnFaces.h"
 #include "FaceEngine.h"
@@ -101,7 +101,8 @@ cv::Mat cardPortrait(const Photograph& photograph)
     const cv::Rect2f& box = photograph.face;
     const float wide = box.width * 1.7F;
     const float high = wide * height / width;
-    const cv::Rect2f around(box.x + (box.width - wide) / 2, box.y + box.height * 0.45F - high / 2, wide, high);
+    const cv::Rect2f around(
+        box.x + (box.width - wide) / 2, box.y + box.height * 0.45F - high / 2, wide, high);
     mirvak::Image card;
     card.pixels = face::resized(photograph.rgb(face::inside(around, photograph.rgb)), {width, height});
     return mirvak::decodeImage(mirvak::encodeImage("jpg", card, quality))->pixels;
@@ -114,7 +115,8 @@ struct Cosines
     std::vector<double> same, other;
 };
 
-Cosines compare(const std::vector<Photograph>& all, const std::vector<cv::Mat>& a, const std::vector<cv::Mat>& b)
+Cosines
+compare(const std::vector<Photograph>& all, const std::vector<cv::Mat>& a, const std::vector<cv::Mat>& b)
 {
     Cosines cosines;
     for (size_t i = 0; i < all.size(); ++i) {
@@ -139,13 +141,15 @@ void tell(const char* what, const Cosines& cosines)
 {
     constexpr double oneInThousand = 0.999;
     const auto at = static_cast<size_t>(oneInThousand * static_cast<double>(cosines.other.size()));
-    const double strict = cosines.other.empty() ? limit : cosines.other[std::min(at, cosines.other.size() - 1)];
-    std::printf("%-36s at 50: refused %6.2f %%, accepted %6.3f %%; at 0.1 %% accepted (%2.0f): refused %6.2f %%\n",
-                what,
-                percentBelow(cosines.same, limit),
-                100 - percentBelow(cosines.other, limit),
-                100 * strict,
-                percentBelow(cosines.same, strict));
+    const double strict =
+        cosines.other.empty() ? limit : cosines.other[std::min(at, cosines.other.size() - 1)];
+    std::printf(
+        "%-36s at 50: refused %6.2f %%, accepted %6.3f %%; at 0.1 %% accepted (%2.0f): refused %6.2f %%\n",
+        what,
+        percentBelow(cosines.same, limit),
+        100 - percentBelow(cosines.other, limit),
+        100 * strict,
+        percentBelow(cosines.same, strict));
 }
 
 void measureErrors(const char* folder)

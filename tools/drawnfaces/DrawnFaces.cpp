@@ -18,19 +18,23 @@ cv::Point at(double x, double y)
 
 void ellipse(cv::Mat& canvas, double x, double y, double w, double h, const cv::Scalar& colour)
 {
-    cv::ellipse(canvas, at(x, y), {cvRound(w * fine), cvRound(h * fine)}, 0, 0, 360, colour, cv::FILLED, cv::LINE_AA);
+    cv::ellipse(
+        canvas, at(x, y), {cvRound(w * fine), cvRound(h * fine)}, 0, 0, 360, colour, cv::FILLED, cv::LINE_AA);
 }
 
 // Mixes a colour in with soft edges, as shade and light lie on a face.
 void shade(cv::Mat& canvas, double x, double y, double w, double h, const cv::Scalar& colour, double amount)
 {
-    cv::Mat mask(canvas.size(), CV_32F, cv::Scalar(0));
-    cv::ellipse(mask, at(x, y), {cvRound(w * fine), cvRound(h * fine)}, 0, 0, 360, cv::Scalar(amount), cv::FILLED);
-    cv::GaussianBlur(mask, mask, {}, std::min(w, h) * fine * 0.5);
+    constexpr double coarse = 0.25; // soft edges need no more pixels
+    cv::Mat mask(canvas.size(), CV_8U, cv::Scalar(0));
+    ellipse(mask, x, y, w, h, cv::Scalar::all(amount * 255));
+    cv::resize(mask, mask, {}, coarse, coarse, cv::INTER_AREA);
+    cv::GaussianBlur(mask, mask, {}, std::min(w, h) * fine * coarse * 0.5);
+    cv::resize(mask, mask, canvas.size());
     canvas.forEach<cv::Vec3b>([&](cv::Vec3b& pixel, const int* where) {
-        const float part = mask.at<float>(where[0], where[1]);
-        for (int i = 0; i < 3; ++i)
-            pixel[i] = cv::saturate_cast<uchar>(pixel[i] * (1 - part) + colour[i] * part);
+        const int part = mask.at<uchar>(where[0], where[1]);
+        for (int i = 0; part > 0 && i < 3; ++i)
+            pixel[i] = cv::saturate_cast<uchar>((pixel[i] * (255 - part) + colour[i] * part) / 255);
     });
 }
 
@@ -43,8 +47,17 @@ void eye(cv::Mat& canvas, double x, const Person& person)
     ellipse(canvas, x, 0.5, 8, 8, person.iris);
     ellipse(canvas, x, 0.5, 4, 4, {12, 12, 12});
     ellipse(canvas, x + 2.5, -2, 1.8, 1.8, {250, 250, 250});
-    cv::ellipse(canvas, at(x, 1), {20 * fine, 11 * fine}, 0, 190, 350, person.hair * 0.6, 3 * fine, cv::LINE_AA);
-    cv::ellipse(canvas, at(x, -14), {26 * fine, 10 * fine}, 0, 195, 345, person.hair, cvRound(person.brow * 2) * fine / 2, cv::LINE_AA);
+    cv::ellipse(
+        canvas, at(x, 1), {20 * fine, 11 * fine}, 0, 190, 350, person.hair * 0.6, 3 * fine, cv::LINE_AA);
+    cv::ellipse(canvas,
+                at(x, -14),
+                {26 * fine, 10 * fine},
+                0,
+                195,
+                345,
+                person.hair,
+                cvRound(person.brow * 2) * fine / 2,
+                cv::LINE_AA);
 }
 
 void nose(cv::Mat& canvas, const Person& person)
@@ -126,8 +139,12 @@ void face(cv::Mat& rgb, const Place& place, const Person& person)
     mouth(canvas, person);
     const cv::Matx23d m = ontoPicture(place);
     const double k = 1.0 / fine; // canvas to face units and on to the picture
-    const cv::Matx23d whole(m(0, 0) * k, m(0, 1) * k, m(0, 2) - half * (m(0, 0) + m(0, 1)),
-                            m(1, 0) * k, m(1, 1) * k, m(1, 2) - half * (m(1, 0) + m(1, 1)));
+    const cv::Matx23d whole(m(0, 0) * k,
+                            m(0, 1) * k,
+                            m(0, 2) - half * (m(0, 0) + m(0, 1)),
+                            m(1, 0) * k,
+                            m(1, 1) * k,
+                            m(1, 2) - half * (m(1, 0) + m(1, 1)));
     cv::GaussianBlur(canvas, canvas, {}, std::max(0.6, 0.5 * fine / place.scale));
     cv::Mat placed, placedMask;
     cv::warpAffine(canvas, placed, whole, rgb.size());

@@ -10,10 +10,10 @@ namespace drawn {
 struct Person
 {
     cv::Scalar skin{222, 178, 150}, hair{60, 42, 30}, iris{70, 100, 130};
-    double eyeGap = 84;  ///< between the middles of the eyes, where the face is 190 wide
-    double mouthY = 84;  ///< of its middle, below that of the eyes
-    double noseY = 48;   ///< of its tip
-    double brow = 5;     ///< half the height of a brow
+    double eyeGap = 84; ///< between the middles of the eyes, where the face is 190 wide
+    double mouthY = 84; ///< of its middle, below that of the eyes
+    double noseY = 48;  ///< of its tip
+    double brow = 5;    ///< half the height of a brow
     double mouthWidth = 32, jaw = 118;
 };
 

@@ -85,8 +85,8 @@ ID_FACE_API int IdFaceSdkGetLiveFaceStatus(void);
 /// cannot: skin that is brighter than brows and eyes, light that comes back from the eyes, a face that stands
 /// out from what is behind it. One with colours is only searched for signs of a copy (a screen's grid, a
 /// frame around the face, a sharpness that is the same everywhere); without one it gets at most 19, which is
-/// "not known", because the absence of signs proves nothing. It gets 50 or more only when an infrared picture
-/// since IdFaceSdkInit had a face at the same place that was nearly good enough.
+/// "not known", because the absence of signs proves nothing. It gets 50 or more, the infrared picture's
+/// score, only when that one was judged a living face at the same place since IdFaceSdkInit.
 ///
 /// `score` receives 0 (surely not) to 100. The two pointers before it are not used; they may be null.
 /// @return 1 for a living face, 0 for none or when it is not known. ID_FACE_NOT_READY,

@@ -58,12 +58,13 @@ bool hasGrid(const cv::Mat& gray, const EyeFrame& frame)
     gray(cv::Rect(part.tl(), cv::Size(side, side))).convertTo(values, CV_32F);
     cv::createHanningWindow(window, values.size(), CV_32F);
     const cv::Mat spectrum = spectrumOf((values - cv::mean(values)[0]).mul(window));
-    cv::blur(spectrum, around, {15, 15}); // holds the peak itself too, a tenth at most of what it stands out
+    cv::blur(spectrum, around, {15, 15});                  // so wide that the peak itself hardly counts
     const double smallestPeak = visible * side * side / 8; // a wave of that many levels under the window
     for (int y = 0; y < side; ++y) {
         for (int x = 0; x <= side / 2; ++x) {
             const int fy = y <= side / 2 ? y : y - side;
-            const bool isFine = std::hypot(x, fy) > side / 10.0 && !(isBlockLine(x, side) && isBlockLine(fy, side));
+            const bool isFine =
+                std::hypot(x, fy) > side / 10.0 && !(isBlockLine(x, side) && isBlockLine(fy, side));
             const float peak = spectrum.at<float>(y, x);
             if (isFine && peak > smallestPeak && peak > standsOut * around.at<float>(y, x))
                 return true;
@@ -72,23 +73,30 @@ bool hasGrid(const cv::Mat& gray, const EyeFrame& frame)
     return false;
 }
 
-bool hasBands(const cv::Mat& gray)
+// The frequency that bars across a strip of the picture have, in bars for its height; 0 without bars.
+int barsIn(const cv::Mat& strip)
 {
     constexpr int rows = 256, fewest = 4, most = 60;
     constexpr double share = 0.6, visible = 1.0;
     cv::Mat profile, trend;
-    cv::reduce(gray, profile, 1, cv::REDUCE_AVG, CV_32F);
+    cv::reduce(strip, profile, 1, cv::REDUCE_AVG, CV_32F);
     cv::resize(profile, profile, {1, rows}, 0, 0, cv::INTER_AREA);
-    cv::GaussianBlur(profile, trend, {1, 0}, 0.01, rows / static_cast<double>(fewest));
+    cv::GaussianBlur(profile, trend, {1, 0}, 1, rows / static_cast<double>(fewest));
     const cv::Mat spectrum = spectrumOf(profile - trend);
-    double strongest = 0, all = 0;
-    for (int f = fewest; f <= most; ++f) {
-        const double energy = std::pow(spectrum.at<float>(f), 2);
-        all += energy;
-        strongest = std::max(strongest, energy);
-    }
-    const double amplitude = std::sqrt(strongest) * 2 / rows;
-    return amplitude > visible && strongest > share * all;
+    const cv::Mat looked = spectrum.rowRange(fewest, most);
+    double strongest = 0;
+    cv::Point where;
+    cv::minMaxLoc(looked, nullptr, &strongest, nullptr, &where);
+    const bool isVisible = strongest * 2 / rows > visible;
+    return isVisible && strongest * strongest > share * looked.dot(looked) ? where.y + fewest : 0;
+}
+
+// On both sides of the picture, where the face is not: things have edges across, too, but not the same ones.
+bool hasBands(const cv::Mat& gray)
+{
+    const int side = std::max(1, gray.cols / 6);
+    const int bars = barsIn(gray.colRange(0, side));
+    return bars > 0 && bars == barsIn(gray.colRange(gray.cols - side, gray.cols));
 }
 
 // Whether a straight edge runs through nearly all rows of a band of columns.
@@ -122,26 +130,30 @@ bool hasFrame(const cv::Mat& gray, const EyeFrame& frame)
     const cv::Size side(2 * unit, 3 * unit); // looked through beside the head, as high as the head
     const auto beside = [&](const cv::Mat& slopes, cv::Point from) {
         const int head = 13 * unit / 10;
-        return std::make_pair(hasUprightEdge(slopes, {{from.x - head - side.width, from.y - side.height / 2}, side}),
-                              hasUprightEdge(slopes, {{from.x + head, from.y - side.height / 2}, side}));
+        return std::make_pair(
+            hasUprightEdge(slopes, {{from.x - head - side.width, from.y - side.height / 2}, side}),
+            hasUprightEdge(slopes, {{from.x + head, from.y - side.height / 2}, side}));
     };
     const auto [left, right] = beside(across, middle);
     const auto [above, below] = beside(down, {middle.y, middle.x});
     return left && right && (above || below);
 }
 
-// How much of the structure is fine: the higher, the sharper, whatever the contrast.
+// How much of the structure is fine: the higher, the sharper, whatever the contrast. 0 where there is none.
 double sharpness(const cv::Mat& gray, cv::Rect where)
 {
+    constexpr int smallest = 400;
+    constexpr double visible = 1.0;
     where &= cv::Rect(cv::Point(), gray.size());
-    if (where.area() < 400)
+    if (where.area() < smallest)
         return 0;
-    cv::Mat fine, coarse, smooth;
-    cv::GaussianBlur(gray(where), smooth, {}, 1.5);
-    cv::Laplacian(gray(where), fine, CV_32F);
-    cv::Laplacian(smooth, coarse, CV_32F);
+    cv::Mat less, more, fine, coarse;
+    cv::GaussianBlur(gray(where), less, {}, 1);
+    cv::GaussianBlur(gray(where), more, {}, 2);
+    cv::Laplacian(less, fine, CV_32F);
+    cv::Laplacian(more, coarse, CV_32F);
     const double structure = cv::norm(coarse);
-    return structure / static_cast<double>(where.area()) < 1e-3 ? 0 : cv::norm(fine) / structure;
+    return structure < visible * std::sqrt(where.area()) ? 0 : cv::norm(fine) / structure;
 }
 
 bool isEquallySharp(const cv::Mat& gray, const EyeFrame& frame)

@@ -5,8 +5,8 @@
 
 namespace face {
 
-/// Places of a face whatever its size and tilt: the origin is between the eyes, x goes along them, y down to the
-/// mouth, both in distances between the eyes.
+/// Places of a face whatever its size and tilt: the origin is between the eyes, x goes along them, y down to
+/// the mouth, both in distances between the eyes.
 class EyeFrame
 {
 public:

@@ -68,11 +68,11 @@ void Liveness::noFace(const cv::Mat& rgb)
 
 int Liveness::judgeColour(const cv::Mat& rgb, const Landmarks& points) const
 {
-    constexpr int nearlyEnough = 10, lessForASign = 6;
-    const int signs = copySigns(grayOf(rgb), points).count();
-    if (signs == 0 && isWhereInfraredHadIt(seenIn(rgb, points)) && infrared_->score >= nearlyEnough)
-        return std::max(living, infrared_->score);
-    return std::max(0, notKnown - lessForASign * signs);
+    constexpr int lessForASign = 6, lessForFlat = 3;
+    const CopySigns signs = copySigns(grayOf(rgb), points);
+    if (signs.strong() == 0 && isWhereInfraredHadIt(seenIn(rgb, points)) && infrared_->score >= living)
+        return infrared_->score;
+    return std::max(0, notKnown - lessForASign * signs.strong() - (signs.flat ? lessForFlat : 0));
 }
 
 } // namespace face
