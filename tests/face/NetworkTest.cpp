@@ -94,9 +94,26 @@ const std::vector<Layer> layers{
     {"max", 3, 2, half, [](auto& net) { net.maxPool(0, 2, half); }, largest},
     {"max of the same size", 3, 2, same, [](auto& net) { net.maxPool(0, 2, same); }, largest},
     {"mean", 3, 2, {2}, [](auto& net) { net.meanPool(0, 2, 2); }, mean},
-    {"leaky", 3, 1, once, [](auto& net) { net.leakyRelu(0, 0.1F); }, [](int o, int y, int x) { return sloped(in(o, y, x), 0.1); }},
-    {"sloped", 3, 1, once, [](auto& net) { net.slopedRelu(0, deepBias); }, [](int o, int y, int x) { return sloped(in(o, y, x), deepBias.at<float>(o)); }},
-    {"sum", 3, 1, once, [](auto& net) { net.sum({0, net.leakyRelu(0, 0)}); }, [](int o, int y, int x) { return in(o, y, x) + sloped(in(o, y, x), 0); }},
+    {"leaky",
+     3,
+     1,
+     once,
+     [](auto& net) { net.leakyRelu(0, 0.1F); },
+     [](int o, int y, int x) { return sloped(in(o, y, x), 0.1); }},
+    {"sloped",
+     3,
+     1,
+     once,
+     [](auto& net) { net.slopedRelu(0, deepBias); },
+     [](int o, int y, int x) { return sloped(in(o, y, x), deepBias.at<float>(o)); }},
+    {"sum",
+     3,
+     1,
+     once,
+     [](auto& net) {
+         net.sum({0, net.leakyRelu(0, 0)});
+     },
+     [](int o, int y, int x) { return in(o, y, x) + sloped(in(o, y, x), 0); }},
 };
 
 std::string manifest(const std::string& array, const std::string& more = "")
@@ -116,13 +133,15 @@ TEST(Network, eachLayerIsWhatPlainLoopsSay)
         net.setInput(input);
         const cv::Mat out = net.forward();
         const auto sideOf = [&](int side) {
-            return layer.window.sameSize ? (side + layer.window.stride - 1) / layer.window.stride
-                                         : (side + 2 * layer.window.margin - layer.kernel) / layer.window.stride + 1;
+            return layer.window.sameSize
+                       ? (side + layer.window.stride - 1) / layer.window.stride
+                       : (side + 2 * layer.window.margin - layer.kernel) / layer.window.stride + 1;
         };
         const int wanted[] = {1, layer.outChannels, sideOf(rows), sideOf(columns)};
         ASSERT_TRUE(std::equal(wanted, wanted + 4, out.size.p));
         for (int i = 0; i < static_cast<int>(out.total()); ++i) {
-            const int x = i % out.size[3], y = i / out.size[3] % out.size[2], o = i / out.size[3] / out.size[2];
+            const int x = i % out.size[3], y = i / out.size[3] % out.size[2],
+                      o = i / out.size[3] / out.size[2];
             const int top = y * layer.window.stride - before(rows, layer.window, layer.kernel);
             const int left = x * layer.window.stride - before(columns, layer.window, layer.kernel);
             ASSERT_NEAR(out.ptr<float>()[i], layer.value(o, top, left), 1e-4) << o << " " << y << " " << x;
@@ -142,7 +161,8 @@ TEST(Network, describesAChipAsAnotherProgramOfTheSameNetworkDoes)
     cv::Mat chip(face::Recogniser::chipSide, face::Recogniser::chipSide, CV_8UC3);
     chip.forEach<cv::Vec3b>([](cv::Vec3b& pixel, const int* at) {
         const int y = at[0], x = at[1];
-        pixel = cv::Vec3b(static_cast<uchar>(x * y), static_cast<uchar>(2 * x + y), static_cast<uchar>(x + 3 * y));
+        pixel = cv::Vec3b(
+            static_cast<uchar>(x * y), static_cast<uchar>(2 * x + y), static_cast<uchar>(x + 3 * y));
     });
     face::Recogniser recogniser(Weights(FACE_MODELS "/recogniser.json"));
     const cv::Mat found = recogniser.numbersOf({chip});
@@ -160,7 +180,8 @@ TEST(Network, readsEachFormOfNumbersAndRefusesWhatIsDamaged)
     };
     using namespace std::string_literals;
     const auto quantised = [](const char* form) {
-        return R"("dtype": "float32", "quantization": {"dtype": ")"s + form + R"(", "scale": 0.5, "min": -1})";
+        return R"("dtype": "float32", "quantization": {"dtype": ")"s + form +
+               R"(", "scale": 0.5, "min": -1})";
     };
     const std::string two = R"("shape": [1, 2], )", plain = two + R"("dtype": "float32")";
     const std::string floats("\0\0\x80\x3f\0\0\0\xc0", 8); // 1, -2
@@ -169,15 +190,16 @@ TEST(Network, readsEachFormOfNumbersAndRefusesWhatIsDamaged)
     EXPECT_EQ(cv::norm(read(manifest(plain, R"(, "crc32": 3280414294)"), floats), expected), 0);
     EXPECT_EQ(cv::norm(read(manifest(two + quantised("float16")), "\0\x3c\0\xc0"s), expected), 0);
     EXPECT_EQ(cv::norm(read(manifest(two + quantised("uint8")), "\4\xfe"s), cv::Mat(cv::Matx12f(1, 126))), 0);
-    EXPECT_EQ(cv::norm(read(manifest(two + quantised("uint16")), "\4\0\0\1"s), cv::Mat(cv::Matx12f(1, 127))), 0);
+    EXPECT_EQ(cv::norm(read(manifest(two + quantised("uint16")), "\4\0\0\1"s), cv::Mat(cv::Matx12f(1, 127))),
+              0);
 
     const std::string large = R"("dtype": "float32", "shape": [)";
     const std::vector<std::pair<std::string, std::string>> damaged{
-        {manifest(plain), floats.substr(1)},               // cut short
-        {manifest(plain), floats + "\1"},                  // too long
-        {manifest(plain), ""},                             // gone
-        {manifest(plain), "\0\0\x80\x3f\0\0\xc0\x7f"s},    // not a number
-        {manifest(plain, R"(, "crc32": 1)"), floats},      // changed
+        {manifest(plain), floats.substr(1)},                       // cut short
+        {manifest(plain), floats + "\1"},                          // too long
+        {manifest(plain), ""},                                     // gone
+        {manifest(plain), "\0\0\x80\x3f\0\0\xc0\x7f"s},            // not a number
+        {manifest(plain, R"(, "crc32": 1)"), floats},              // changed
         {manifest(large + "65536, 65536, 65536, 65536]"), floats}, // 2^64
         {manifest(large + "-1, -2]"), floats},
         {manifest(two + R"("dtype": "string")"), floats},

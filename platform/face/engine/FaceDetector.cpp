@@ -18,7 +18,7 @@ constexpr int cellSide = 32;
 constexpr int numbersPerBox = 5;                   // x, y, width, height, confidence
 constexpr std::array<int, 3> sides{416, 224, 608}; // the first is the one that the network was taught with
 static_assert(FaceDetector::looks == 2 * sides.size());
-constexpr float threshold = 0.5F;
+constexpr float leastConfidence = 0.3F;
 
 // The sizes, in cells, that a box is foreseen for; they belong to the weights.
 const std::array<cv::Size2f, 5> anchors{{{1.603231F, 2.094468F},
@@ -54,7 +54,7 @@ public:
         for (int y = 0; y < output_.size[2]; ++y) {
             for (int x = 0; x < output_.size[3]; ++x)
                 for (int box = 0; box < boxesPerCell; ++box)
-                    if (const float confidence = sigmoid(at(box, 4, x, y)); confidence > threshold)
+                    if (const float confidence = sigmoid(at(box, 4, x, y)); confidence > leastConfidence)
                         found.push_back({boxAt(box, x, y), confidence});
         }
         return found;

@@ -10,8 +10,8 @@ namespace face {
 
 struct FoundFace
 {
-    cv::Rect2f box; ///< pixels of the picture; from the brows to the chin; may reach beyond the edge
-    float confidence = 0;
+    cv::Rect2f box;       ///< pixels of the picture; from the brows to the chin; may reach beyond the edge
+    float confidence = 0; ///< up to 1; from 0.5 on it is likely one
 };
 
 /// Finds the faces of a picture. One thread at a time.
@@ -25,7 +25,7 @@ public:
     /// continued. Faces that fill it, or that are cut off, are missed at first sight.
     static constexpr int looks = 6;
 
-    /// What the detector takes for faces, the largest first.
+    /// What the detector takes for faces, the largest first, from a confidence of 0.3 on.
     std::vector<FoundFace> find(const cv::Mat& rgb, int look);
 
 private:

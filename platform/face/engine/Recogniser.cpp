@@ -2,6 +2,7 @@
 
 #include "Input.h"
 #include "Networks.h"
+#include "Picture.h"
 #include "Similarity.h"
 
 #include <cmath>
@@ -45,7 +46,7 @@ cv::Mat Recogniser::chipOf(const cv::Mat& rgb, const Landmarks& points, double z
     std::vector<cv::Point2f> zoomed;
     for (const cv::Point2f place : places)
         zoomed.push_back(middle + (place - middle) * zoom);
-    return cutOut(rgb, nearest(zoomed, fivePoints(points)), cv::Size(chipSide, chipSide));
+    return lightened(cutOut(rgb, nearest(zoomed, fivePoints(points)), cv::Size(chipSide, chipSide)));
 }
 
 double Recogniser::misfit(const Landmarks& points)

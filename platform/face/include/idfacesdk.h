@@ -38,7 +38,7 @@ enum IdFaceResult {
 typedef struct IdFaceInfo
 {
     float left, top, width, height;  // from the brows to the chin, without hair
-    float confidence;                // 0.5 to 1
+    float confidence;                // 0.3 to 1
     int pointCount;                  // ID_FACE_POINTS, or 0 in a record without a face
     float points[ID_FACE_POINTS][2]; // x and y: chin line 0-16 from the picture's left, brows 17-26, nose
                                      // 27-35, eyes 36-47, mouth 48-67
@@ -60,7 +60,7 @@ ID_FACE_API int IdFaceSdkFeatureSize(void);
 /// Looks for faces that are upright or turned by up to some 30 degrees, from about a twentieth of the
 /// picture's longer side on. @return how many there are; the largest one is in `face`, which is all zero when
 /// there is none. Below 0: ID_FACE_NOT_READY, ID_FACE_BAD_ARGUMENT, ID_FACE_NO_MEMORY. 20 ms on one core
-/// where there is a face, up to 150 ms where there is none.
+/// where there is a face, up to 0.3 s where there is none.
 ID_FACE_API int IdFaceSdkDetectFace(const unsigned char* rgb, int width, int height, IdFaceInfo* face);
 
 /// Describes the face that IdFaceSdkDetectFace found in the same picture by IdFaceSdkFeatureSize() bytes.
