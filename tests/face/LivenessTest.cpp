@@ -124,7 +124,7 @@ TEST_F(LivenessTest, bothCamerasTogetherMustHaveTheFaceAtOnePlace)
     EXPECT_GE(judge({person, drawn::picture()}), living);
     EXPECT_GE(judge({person, drawn::picture({{350, 230}, 1.1, 0})}),
               living); // the cameras stand side by side
-    EXPECT_EQ(judge({person, drawn::picture({{120, 200}, 0.6, 0})}), notKnown);
+    EXPECT_EQ(judge({person, drawn::picture({{120, 200}, 0.9, 0})}), notKnown);
     EXPECT_EQ(judge({person, drawn::picture({{320, 220}, 0.5, 0})}), notKnown);
     EXPECT_EQ(judge({person, drawn::room(size, cv::Scalar::all(60)), drawn::picture()}),
               notKnown); // gone since
