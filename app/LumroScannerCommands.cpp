@@ -2,6 +2,7 @@
 #include "LumroScanner.h"
 
 #include "AssistControl.h"
+#include "CardControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
 #include "ScanControl.h"
@@ -152,7 +153,7 @@ void LumroScanner::onPrint()
 
 void LumroScanner::onReadIdCard()
 {
-    featureMissing();
+    cards_->onReadIdCard();
 }
 
 void LumroScanner::onFaceVerify()

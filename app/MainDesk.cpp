@@ -30,7 +30,7 @@ QWidget& MainDesk::front() const
 
 bool MainDesk::mayCompose()
 {
-    if (isDialogOpen() || wait_.isWaiting())
+    if (isBusy())
         return false;
     const bool hasCamera = parts_.session.state() != CameraSession::Lost && parts_.session.isOpen();
     if (!hasCamera)
@@ -38,13 +38,26 @@ bool MainDesk::mayCompose()
     return hasCamera;
 }
 
-bool MainDesk::mayCapture()
+bool MainDesk::isMergeDone() const
 {
-    if (!mayCompose())
-        return false;
     if (mergePending_)
         Dialogs::warn(&parts_.window, tr("Please complete the image merge first!"));
     return !mergePending_;
+}
+
+bool MainDesk::mayCapture()
+{
+    return mayCompose() && isMergeDone();
+}
+
+bool MainDesk::mayStart()
+{
+    if (isBusy())
+        return false;
+    const bool isLost = parts_.session.state() == CameraSession::Lost;
+    if (isLost)
+        showNotice(tr("No found device!"));
+    return !isLost && isMergeDone();
 }
 
 FrameHandle MainDesk::takeFrame(std::chrono::seconds timeout)

@@ -45,6 +45,8 @@ public:
     void setAssist(AssistControl* assist) { assist_ = assist; }
     /// How often the window has waited for a frame or saved one. Thread-safe.
     unsigned captures() const { return captures_; }
+    /// The guard of what needs no camera: mayCapture() without asking for one that is open.
+    bool mayStart();
     /// The camera delivered a picture that could not be saved.
     void tellNotSaved();
 
@@ -73,6 +75,8 @@ Q_SIGNALS:
 
 private:
     QWidget& front() const;
+    bool isBusy() const { return isDialogOpen() || wait_.isWaiting(); }
+    bool isMergeDone() const;
 
     Parts parts_;
     FrameWait wait_{[this]() -> QWidget& { return front(); }};

@@ -139,6 +139,7 @@ windows() {
 
 . scripts/lib/tour-scans.sh
 . scripts/lib/tour-documents.sh
+. scripts/lib/tour-cards.sh
 
 start
 if [ -n "$windows" ]; then
@@ -156,4 +157,5 @@ strip_and_choices
 close_program
 scans
 documents
+id_cards
 say "Screenshots and files: $shots"
