@@ -1,11 +1,8 @@
 // The networks' layers against plain loops in TensorFlow's order of things; the weights' file format.
-#include "DrawnFaces.h"
-#include "Input.h"
 #include "NetBuilder.h"
 #include "Recogniser.h"
 #include "TempDir.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -34,10 +31,6 @@ float in(int c, int y, int x)
 {
     return y < 0 || x < 0 || y >= rows || x >= columns ? 0 : input.ptr<float>(0, c, y)[x];
 }
-float filterAt(const cv::Mat& array, int y, int x, int i, int o)
-{
-    return array.ptr<float>(y, x, i)[o];
-}
 // Zeros before the first pixel: TensorFlow gives the odd one to the end.
 int before(int side, const Window& window, int kernel)
 {
@@ -51,21 +44,21 @@ struct Layer
     int outChannels, kernel;
     Window window;
     std::function<void(face::NetBuilder&)> build;
-    std::function<double(int o, int top, int left)> value;
+    std::function<double(int o, int top, int left)> value; // of the window that begins there
 };
 
 double convolved(int o, int top, int left)
 {
     double sum = bias.at<float>(o);
     for (int i = 0; i < channels * 9; ++i)
-        sum += in(i / 9, top + i % 9 / 3, left + i % 3) * filterAt(filters, i % 9 / 3, i % 3, i / 9, o);
+        sum += in(i / 9, top + i % 9 / 3, left + i % 3) * filters.ptr<float>(i % 9 / 3, i % 3, i / 9)[o];
     return sum;
 }
 double deep(int o, int top, int left)
 {
     double sum = deepBias.at<float>(o);
     for (int i = 0; i < 9; ++i)
-        sum += in(o, top + i / 3, left + i % 3) * filterAt(deepFilters, i / 3, i % 3, o, 0);
+        sum += in(o, top + i / 3, left + i % 3) * deepFilters.ptr<float>(i / 3, i % 3, o)[0];
     return sum;
 }
 double largest(int o, int top, int left)
@@ -80,9 +73,13 @@ double mean(int o, int top, int left)
 {
     return (in(o, top, left) + in(o, top, left + 1) + in(o, top + 1, left) + in(o, top + 1, left + 1)) / 4;
 }
-double sloped(double value, double slope)
+double ownSlope(int o, int y, int x)
 {
-    return value < 0 ? slope * value : value;
+    return in(o, y, x) * (in(o, y, x) < 0 ? deepBias.at<float>(o) : 1);
+}
+double sumWithLeaky(int o, int y, int x)
+{
+    return in(o, y, x) * (in(o, y, x) < 0 ? 1.1 : 2);
 }
 
 const Window once{}, framed{1, 1}, half{2, 0, true}, same{1, 0, true};
@@ -94,26 +91,15 @@ const std::vector<Layer> layers{
     {"max", 3, 2, half, [](auto& net) { net.maxPool(0, 2, half); }, largest},
     {"max of the same size", 3, 2, same, [](auto& net) { net.maxPool(0, 2, same); }, largest},
     {"mean", 3, 2, {2}, [](auto& net) { net.meanPool(0, 2, 2); }, mean},
-    {"leaky",
-     3,
-     1,
-     once,
-     [](auto& net) { net.leakyRelu(0, 0.1F); },
-     [](int o, int y, int x) { return sloped(in(o, y, x), 0.1); }},
-    {"sloped",
-     3,
-     1,
-     once,
-     [](auto& net) { net.slopedRelu(0, deepBias); },
-     [](int o, int y, int x) { return sloped(in(o, y, x), deepBias.at<float>(o)); }},
+    {"sloped", 3, 1, once, [](auto& net) { net.slopedRelu(0, deepBias); }, ownSlope},
     {"sum",
      3,
      1,
      once,
      [](auto& net) {
-         net.sum({0, net.leakyRelu(0, 0)});
+         net.sum({0, net.leakyRelu(0, 0.1F)});
      },
-     [](int o, int y, int x) { return in(o, y, x) + sloped(in(o, y, x), 0); }},
+     sumWithLeaky},
 };
 
 std::string manifest(const std::string& array, const std::string& more = "")
@@ -201,9 +187,7 @@ TEST(Network, readsEachFormOfNumbersAndRefusesWhatIsDamaged)
         {manifest(plain), "\0\0\x80\x3f\0\0\xc0\x7f"s},            // not a number
         {manifest(plain, R"(, "crc32": 1)"), floats},              // changed
         {manifest(large + "65536, 65536, 65536, 65536]"), floats}, // 2^64
-        {manifest(large + "-1, -2]"), floats},
         {manifest(two + R"("dtype": "string")"), floats},
-        {manifest(two + R"("dtype": 7)"), floats},
         {manifest(plain).substr(0, 40), floats},
         {"", floats},
         {"[[]]", floats},

@@ -173,4 +173,14 @@ cv::Mat picture(const Place& place, const Person& person, cv::Size size)
     return rgb;
 }
 
+cv::Mat infrared(const Place& place, int skin, int wall)
+{
+    cv::Mat rgb = room({640, 480}, cv::Scalar::all(wall));
+    face(rgb, place, {cv::Scalar::all(skin), cv::Scalar::all(70), cv::Scalar::all(60)});
+    cv::Mat gray;
+    cv::cvtColor(rgb, gray, cv::COLOR_RGB2GRAY);
+    cv::cvtColor(gray, rgb, cv::COLOR_GRAY2RGB);
+    return rgb;
+}
+
 } // namespace drawn

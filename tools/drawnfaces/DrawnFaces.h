@@ -32,5 +32,8 @@ void face(cv::Mat& rgb, const Place& place, const Person& person = {});
 std::vector<cv::Point2f> fivePoints(const Place& place, const Person& person = {});
 /// A room with one face in it.
 cv::Mat picture(const Place& place = {}, const Person& person = {}, cv::Size size = {640, 480});
+/// The same as an infrared camera with its lamps sees it: no colours, skin and wall as light as told, hair
+/// and brows dark.
+cv::Mat infrared(const Place& place = {}, int skin = 200, int wall = 60);
 
 } // namespace drawn
