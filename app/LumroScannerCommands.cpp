@@ -5,6 +5,7 @@
 #include "CardControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
+#include "PrinterControl.h"
 #include "ScanControl.h"
 #include "ScanModes.h"
 #include "ui_LumroScanner.h"
@@ -148,7 +149,7 @@ void LumroScanner::onFactoryTesting()
 
 void LumroScanner::onPrint()
 {
-    featureMissing();
+    printer_->onPrint();
 }
 
 void LumroScanner::onReadIdCard()

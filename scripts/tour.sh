@@ -140,6 +140,7 @@ windows() {
 . scripts/lib/tour-scans.sh
 . scripts/lib/tour-documents.sh
 . scripts/lib/tour-cards.sh
+. scripts/lib/tour-printer.sh
 
 start
 if [ -n "$windows" ]; then
@@ -158,4 +159,5 @@ close_program
 scans
 documents
 id_cards
+printing
 say "Screenshots and files: $shots"
