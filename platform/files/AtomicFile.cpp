@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace mirvak {
@@ -47,8 +48,8 @@ void syncFolder(const std::string& folder)
 
 } // namespace
 
-AtomicFile::AtomicFile(std::string path, IfTaken ifTaken)
-    : path_(std::move(path)), folder_(folderOf(path_)), ifTaken_(ifTaken)
+AtomicFile::AtomicFile(std::string path, IfTaken ifTaken, Readers readers)
+    : path_(std::move(path)), folder_(folderOf(path_)), ifTaken_(ifTaken), readers_(readers)
 {
     if (!open())
         fail(errno);
@@ -62,10 +63,11 @@ AtomicFile::~AtomicFile()
 
 bool AtomicFile::open()
 {
+    const mode_t mode = readers_ == Readers::owner ? S_IRUSR | S_IWUSR : 0666;
     // A name left over by a killed process of the same number is skipped, not overwritten.
     for (int attempt = 0; attempt < 100; ++attempt) {
         std::string name = folder_ + "/" + nextTemporaryName();
-        file_ = UniqueFd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        file_ = UniqueFd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         if (!file_.isValid() && errno != EEXIST)
             return false;
         if (file_.isValid() && own(file_.get(), name)) {
@@ -130,7 +132,8 @@ AtomicFile::Commit AtomicFile::commit()
 bool AtomicFile::fail(int error)
 {
     char text[128];
-    std::fprintf(stderr, "cannot write %s: %s\n", path_.c_str(), strerror_r(error, text, sizeof text));
+    const std::string& place = readers_ == Readers::owner ? folder_ : path_;
+    std::fprintf(stderr, "cannot write %s: %s\n", place.c_str(), strerror_r(error, text, sizeof text));
     failed_ = true;
     return false;
 }

@@ -13,6 +13,12 @@ enum class IfTaken {
     replace ///< for a file that is the next state of the old one
 };
 
+/// Who may read the file.
+enum class Readers {
+    all,  ///< as the user's mask allows
+    owner ///< the user alone; its name may tell of a person, so messages name only its folder
+};
+
 /// Writes a file that appears under its name only when it is complete: a hidden temporary in the same folder
 /// is filled, synced and renamed. Whatever goes wrong before that, nothing is left behind; what a killed
 /// process leaves is taken away by removeLeftOvers(). The first failure prints one line with the path and the
@@ -27,7 +33,7 @@ public:
     };
 
     /// `path` in UTF-8. An existing file of that name stays untouched until commit().
-    AtomicFile(std::string path, IfTaken ifTaken);
+    AtomicFile(std::string path, IfTaken ifTaken, Readers readers = Readers::all);
     /// Removes the temporary when commit() did not succeed.
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
@@ -49,6 +55,7 @@ private:
     std::string path_;
     std::string folder_;
     IfTaken ifTaken_;
+    Readers readers_;
     std::string temporary_; ///< empty when no temporary exists
     UniqueFd file_;         ///< its lock says that the temporary is being written
     bool failed_ = false;
