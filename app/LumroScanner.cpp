@@ -6,6 +6,7 @@
 #include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
+#include "FingerprintControl.h"
 #include "FrozenPage.h"
 #include "LanguageFolder.h"
 #include "MainDesk.h"
@@ -114,6 +115,7 @@ void LumroScanner::makeFeatures()
     outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this);
     frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);
     tuning_ = std::make_unique<TuningControl>(camera_, session_, delivery_, view, *desk_);
+    fingerprint_ = std::make_unique<FingerprintControl>(*desk_, *thumbnail_);
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });

@@ -16,6 +16,7 @@ class AssistControl;
 class BtnControl;
 class ConfigSet;
 class DeviceControl;
+class FingerprintControl;
 class FrozenPage;
 class MainDesk;
 class More;
@@ -148,6 +149,7 @@ private:
     std::unique_ptr<OutputControl> outputs_;
     std::unique_ptr<FrozenPage> frozenPage_;
     std::unique_ptr<TuningControl> tuning_;
+    std::unique_ptr<FingerprintControl> fingerprint_;
     DeviceControl* devices_ = nullptr;
     KeyGate keyGate_;
     bool keysListening_ = false;

@@ -2,6 +2,7 @@
 #include "LumroScanner.h"
 
 #include "AssistControl.h"
+#include "FingerprintControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
 #include "ScanControl.h"
@@ -162,7 +163,7 @@ void LumroScanner::onFaceVerify()
 
 void LumroScanner::onFingerPrint()
 {
-    featureMissing();
+    fingerprint_->onFingerPrint();
 }
 
 void LumroScanner::onSign()

@@ -30,7 +30,7 @@ QWidget& MainDesk::front() const
 
 bool MainDesk::mayCompose()
 {
-    if (isDialogOpen() || wait_.isWaiting())
+    if (isBusy())
         return false;
     const bool hasCamera = parts_.session.state() != CameraSession::Lost && parts_.session.isOpen();
     if (!hasCamera)
@@ -38,13 +38,26 @@ bool MainDesk::mayCompose()
     return hasCamera;
 }
 
-bool MainDesk::mayCapture()
+bool MainDesk::isMergeComplete()
 {
-    if (!mayCompose())
-        return false;
     if (mergePending_)
         Dialogs::warn(&parts_.window, tr("Please complete the image merge first!"));
     return !mergePending_;
+}
+
+bool MainDesk::mayCapture()
+{
+    return mayCompose() && isMergeComplete();
+}
+
+bool MainDesk::mayStart()
+{
+    if (isBusy())
+        return false;
+    if (parts_.session.state() != CameraSession::Lost)
+        return isMergeComplete();
+    showNotice(tr("No found device!"));
+    return false;
 }
 
 FrameHandle MainDesk::takeFrame(std::chrono::seconds timeout)

@@ -48,6 +48,10 @@ public:
     /// The camera delivered a picture that could not be saved.
     void tellNotSaved();
 
+    /// Whether a window may open that needs no camera: the guard of the captures, but without one that is
+    /// open.
+    bool mayStart();
+
     bool mayCapture() override;
     bool mayCompose() override;
     FrameHandle takeFrame(std::chrono::seconds timeout) override;
@@ -73,6 +77,8 @@ Q_SIGNALS:
 
 private:
     QWidget& front() const;
+    bool isBusy() const { return isDialogOpen() || wait_.isWaiting(); }
+    bool isMergeComplete();
 
     Parts parts_;
     FrameWait wait_{[this]() -> QWidget& { return front(); }};

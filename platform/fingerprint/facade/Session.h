@@ -27,7 +27,7 @@ public:
 private:
     FingerSensor::State waitWhile(FingerSensor::State state, std::chrono::milliseconds limit);
 
-    std::mutex mutex_; ///< of all that follows
+    std::mutex mutex_;                              ///< of all that follows
     std::optional<DeskConfig::Fingerprint> prints_; ///< for want of a real sensor
     std::unique_ptr<FingerSensor> sensor_;          ///< null: none
     bool isTakenOver_ = false;

@@ -57,7 +57,8 @@ FingerPixels pixelsOf(FpImage& image)
 {
     gsize length = 0;
     const guchar* data = fp_image_get_data(&image, &length);
-    const cv::Size size(static_cast<int>(fp_image_get_width(&image)), static_cast<int>(fp_image_get_height(&image)));
+    const cv::Size size(static_cast<int>(fp_image_get_width(&image)),
+                        static_cast<int>(fp_image_get_height(&image)));
     if (!data || size.empty() || length < static_cast<gsize>(size.area()))
         return {};
     return fitFinger(cv::Mat(size, CV_8UC1, const_cast<guchar*>(data)));

@@ -1,6 +1,6 @@
 // Takes the picture of one finger with a sensor that the driver library knows. A process of its own, because
-// that library uses the default event loop of its process, which in the program itself belongs to the windows,
-// and because a driver may hang. Ends with its socket.
+// that library uses the default event loop of its process, which in the program itself belongs to the
+// windows, and because a driver may hang. Ends with its socket.
 //   zazsensor NUMBER     counted from 1; where there are fewer sensors, the first
 #include "Sensor.h"
 

@@ -12,9 +12,9 @@
 // gaps, the finger dark on white: scaled to fit, in the middle of white.
 //
 // Sensors are those that the distribution's driver library knows; a small program beside this library drives
-// them, so that a driver that hangs or fails costs a capture and nothing else. Where none of them is attached,
-// or the virtual desk (environment variable LUMRO_DESK) says that no real device is wanted, the desk's prints
-// take their place. Nothing of a finger is kept: a picture is gone with its handle.
+// them, so that a driver that hangs or fails costs a capture and nothing else. Where none of them is
+// attached, or the virtual desk (environment variable LUMRO_DESK) says that no real device is wanted, the
+// desk's prints take their place. Nothing of a finger is kept: a picture is gone with its handle.
 //
 // One user at a time has the sensor. A later handle takes it over, and the one that had it gets
 // ZAZ_TAKEN_OVER.

@@ -6,8 +6,8 @@
 
 namespace mirvak {
 
-/// One sensor, from the moment in which it is looked for until it has the picture of one finger. Its end gives
-/// it back. One thread at a time.
+/// One sensor, from the moment in which it is looked for until it has the picture of one finger. Its end
+/// gives it back. One thread at a time.
 class FingerSensor
 {
 public:
