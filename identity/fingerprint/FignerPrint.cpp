@@ -29,9 +29,8 @@ QString folderOfCaptures()
 
 FignerPrint::FignerPrint(QWidget* parent, void*)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), ui_(std::make_unique<Ui_FignerPrint>()),
-      folder_(folderOfCaptures()), sensorMode_(mode_.read()), capture_([this] {
-          QMetaObject::invokeMethod(this, &FignerPrint::readNews, Qt::QueuedConnection);
-      })
+      folder_(folderOfCaptures()), sensorMode_(mode_.read()),
+      capture_([this] { QMetaObject::invokeMethod(this, &FignerPrint::readNews, Qt::QueuedConnection); })
 {
     ui_->setupUi(this);
     setAttribute(Qt::WA_QuitOnClose, false); // the program ends with its main window

@@ -29,8 +29,7 @@ int SensorMode::read() const
     } catch (const libconfig::FileIOException&) {
         std::fputs("I/O error while reading file.\n", stderr);
     } catch (const libconfig::ParseException& wrong) {
-        std::fprintf(
-            stderr, "Parse error at %s:%d - %s\n", file_.c_str(), wrong.getLine(), wrong.getError());
+        std::fprintf(stderr, "Parse error at %s:%d - %s\n", file_.c_str(), wrong.getLine(), wrong.getError());
     }
     int mode = noMode;
     if (!config.lookupValue(key, mode))

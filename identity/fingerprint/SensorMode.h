@@ -4,8 +4,8 @@
 
 #include <string>
 
-/// The fingerprint sensor's mode, the integer "fpmode" of a small configuration file. What goes wrong with the
-/// file ends in mode 1 or in no change. GUI thread only.
+/// The fingerprint sensor's mode, the integer "fpmode" of a small configuration file. What goes wrong with
+/// the file ends in mode 1 or in no change. GUI thread only.
 class SensorMode
 {
 public:

@@ -418,6 +418,57 @@
     </message>
 </context>
 <context>
+    <name>FignerPrint</name>
+    <message>
+        <source>Fingerprint</source>
+        <translation>Fingerprint</translation>
+    </message>
+    <message>
+        <source>Take fingerprint</source>
+        <translation>Take fingerprint</translation>
+    </message>
+    <message>
+        <source>Change mode</source>
+        <translation>Change mode</translation>
+    </message>
+    <message>
+        <source>FingerPrint</source>
+        <translation>FingerPrint</translation>
+    </message>
+    <message>
+        <source>Open FP device failed</source>
+        <translation>Open FP device failed</translation>
+    </message>
+    <message>
+        <source>Please put your finger on it</source>
+        <translation>Please put your finger on it</translation>
+    </message>
+    <message>
+        <source>Get FP data Success</source>
+        <translation>Get FP data Success</translation>
+    </message>
+    <message>
+        <source>Read FP data timeout</source>
+        <translation>Read FP data timeout</translation>
+    </message>
+    <message>
+        <source>The sensor does not answer any more.</source>
+        <translation>The sensor does not answer any more.</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>The picture could not be saved. Please check the folder %1.</translation>
+    </message>
+    <message>
+        <source>The mode stays as it is.</source>
+        <translation>The mode stays as it is.</translation>
+    </message>
+    <message>
+        <source>Mode %1 holds from the next start on.</source>
+        <translation>Mode %1 holds from the next start on.</translation>
+    </message>
+</context>
+<context>
     <name>FileHandover</name>
     <message>
         <source>No program opens %1.</source>

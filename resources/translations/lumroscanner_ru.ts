@@ -418,6 +418,57 @@
     </message>
 </context>
 <context>
+    <name>FignerPrint</name>
+    <message>
+        <source>Fingerprint</source>
+        <translation>Отпечаток пальца</translation>
+    </message>
+    <message>
+        <source>Take fingerprint</source>
+        <translation>Снять отпечаток</translation>
+    </message>
+    <message>
+        <source>Change mode</source>
+        <translation>Сменить режим</translation>
+    </message>
+    <message>
+        <source>FingerPrint</source>
+        <translation>Отпечаток пальца</translation>
+    </message>
+    <message>
+        <source>Open FP device failed</source>
+        <translation>Не удалось открыть сканер отпечатков</translation>
+    </message>
+    <message>
+        <source>Please put your finger on it</source>
+        <translation>Приложите палец к сканеру</translation>
+    </message>
+    <message>
+        <source>Get FP data Success</source>
+        <translation>Отпечаток получен</translation>
+    </message>
+    <message>
+        <source>Read FP data timeout</source>
+        <translation>Время ожидания отпечатка истекло</translation>
+    </message>
+    <message>
+        <source>The sensor does not answer any more.</source>
+        <translation>Сканер отпечатков больше не отвечает.</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
+    </message>
+    <message>
+        <source>The mode stays as it is.</source>
+        <translation>Режим не изменён.</translation>
+    </message>
+    <message>
+        <source>Mode %1 holds from the next start on.</source>
+        <translation>Режим %1 начнёт действовать со следующего запуска.</translation>
+    </message>
+</context>
+<context>
     <name>FileHandover</name>
     <message>
         <source>No program opens %1.</source>

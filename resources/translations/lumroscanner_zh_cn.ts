@@ -418,6 +418,57 @@
     </message>
 </context>
 <context>
+    <name>FignerPrint</name>
+    <message>
+        <source>Fingerprint</source>
+        <translation>指纹</translation>
+    </message>
+    <message>
+        <source>Take fingerprint</source>
+        <translation>采集指纹</translation>
+    </message>
+    <message>
+        <source>Change mode</source>
+        <translation>切换模式</translation>
+    </message>
+    <message>
+        <source>FingerPrint</source>
+        <translation>指纹采集</translation>
+    </message>
+    <message>
+        <source>Open FP device failed</source>
+        <translation>打开指纹仪失败</translation>
+    </message>
+    <message>
+        <source>Please put your finger on it</source>
+        <translation>请将手指放在指纹仪上</translation>
+    </message>
+    <message>
+        <source>Get FP data Success</source>
+        <translation>指纹采集成功</translation>
+    </message>
+    <message>
+        <source>Read FP data timeout</source>
+        <translation>读取指纹超时</translation>
+    </message>
+    <message>
+        <source>The sensor does not answer any more.</source>
+        <translation>指纹仪已无响应。</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>图片无法保存，请检查文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>The mode stays as it is.</source>
+        <translation>模式未改变。</translation>
+    </message>
+    <message>
+        <source>Mode %1 holds from the next start on.</source>
+        <translation>模式 %1 将在下次启动后生效。</translation>
+    </message>
+</context>
+<context>
     <name>FileHandover</name>
     <message>
         <source>No program opens %1.</source>
