@@ -16,9 +16,20 @@ END
     export LUMRO_DESK=$work/finger/desk.cfg
 }
 
+# Buttons that are not there at first.
+choose_button() { # CHECK BUTTON
+    click btnMore
+    await "the choice of buttons" is_there More
+    click "$1"
+    await "the chosen button" is_there "$2"
+    click buttonClose More
+    await "the choice's end" is_gone More
+}
+
 fingerprint() {
     lay_finger 2.0
     start_over
+    choose_button checkFingerprint btnFingerPrint
     click btnFingerPrint
     await "the window of the fingerprint" is_there FignerPrint
     click buttonCapture FignerPrint
