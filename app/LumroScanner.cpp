@@ -2,6 +2,7 @@
 
 #include "AssistControl.h"
 #include "BtnControl.h"
+#include "CardControl.h"
 #include "ComeForward.h"
 #include "ConfigSet.h"
 #include "DeviceControl.h"
@@ -113,6 +114,7 @@ void LumroScanner::makeFeatures()
     scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
     outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this);
+    cards_ = std::make_unique<CardControl>(*desk_, *this);
     frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);
     tuning_ = std::make_unique<TuningControl>(camera_, session_, delivery_, view, *desk_);
     fingerprint_ = std::make_unique<FingerprintControl>(*desk_, *thumbnail_);

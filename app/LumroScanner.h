@@ -14,6 +14,7 @@
 
 class AssistControl;
 class BtnControl;
+class CardControl;
 class ConfigSet;
 class DeviceControl;
 class FingerprintControl;
@@ -147,6 +148,7 @@ private:
     std::unique_ptr<ScanModes> scanModes_;
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
+    std::unique_ptr<CardControl> cards_;
     std::unique_ptr<FrozenPage> frozenPage_;
     std::unique_ptr<TuningControl> tuning_;
     std::unique_ptr<FingerprintControl> fingerprint_;

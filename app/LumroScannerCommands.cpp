@@ -3,6 +3,7 @@
 
 #include "AssistControl.h"
 #include "FingerprintControl.h"
+#include "CardControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
 #include "ScanControl.h"
@@ -153,7 +154,7 @@ void LumroScanner::onPrint()
 
 void LumroScanner::onReadIdCard()
 {
-    featureMissing();
+    cards_->onReadIdCard();
 }
 
 void LumroScanner::onFaceVerify()

@@ -38,7 +38,7 @@ bool MainDesk::mayCompose()
     return hasCamera;
 }
 
-bool MainDesk::isMergeComplete()
+bool MainDesk::isMergeDone() const
 {
     if (mergePending_)
         Dialogs::warn(&parts_.window, tr("Please complete the image merge first!"));
@@ -47,17 +47,17 @@ bool MainDesk::isMergeComplete()
 
 bool MainDesk::mayCapture()
 {
-    return mayCompose() && isMergeComplete();
+    return mayCompose() && isMergeDone();
 }
 
 bool MainDesk::mayStart()
 {
     if (isBusy())
         return false;
-    if (parts_.session.state() != CameraSession::Lost)
-        return isMergeComplete();
-    showNotice(tr("No found device!"));
-    return false;
+    const bool isLost = parts_.session.state() == CameraSession::Lost;
+    if (isLost)
+        showNotice(tr("No found device!"));
+    return !isLost && isMergeDone();
 }
 
 FrameHandle MainDesk::takeFrame(std::chrono::seconds timeout)

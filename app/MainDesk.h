@@ -45,12 +45,10 @@ public:
     void setAssist(AssistControl* assist) { assist_ = assist; }
     /// How often the window has waited for a frame or saved one. Thread-safe.
     unsigned captures() const { return captures_; }
+    /// The guard of what needs no camera: mayCapture() without asking for one that is open.
+    bool mayStart();
     /// The camera delivered a picture that could not be saved.
     void tellNotSaved();
-
-    /// Whether a window may open that needs no camera: the guard of the captures, but without one that is
-    /// open.
-    bool mayStart();
 
     bool mayCapture() override;
     bool mayCompose() override;
@@ -78,7 +76,7 @@ Q_SIGNALS:
 private:
     QWidget& front() const;
     bool isBusy() const { return isDialogOpen() || wait_.isWaiting(); }
-    bool isMergeComplete();
+    bool isMergeDone() const;
 
     Parts parts_;
     FrameWait wait_{[this]() -> QWidget& { return front(); }};

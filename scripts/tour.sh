@@ -140,6 +140,7 @@ windows() {
 . scripts/lib/tour-scans.sh
 . scripts/lib/tour-documents.sh
 . scripts/lib/tour-identity.sh
+. scripts/lib/tour-cards.sh
 
 start
 if [ -n "$windows" ]; then
@@ -158,4 +159,5 @@ close_program
 scans
 documents
 identity
+id_cards
 say "Screenshots and files: $shots"

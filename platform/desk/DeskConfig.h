@@ -11,7 +11,7 @@
 ///     cameras = (
 ///       { name = "Desk camera"; type = 1; usb = "1b172000"; source = "photos"; fps = 30;
 ///         resolutions = [ "1600x1200", "native" ]; hold = 6.0; loop = true; } );
-///     real        = false;                            // leave the cameras of this machine out
+///     real        = false;                            // leave the devices of this machine out
 ///     keys        = { camera = 0; fifo = "keys"; };   // a line with a number presses that key
 ///     idcard      = { cards = "cards"; };
 ///     fingerprint = { prints = "prints"; delay = 0.5; };

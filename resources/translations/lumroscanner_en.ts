@@ -585,6 +585,146 @@
     </message>
 </context>
 <context>
+    <name>IdCardReader</name>
+    <message>
+        <source>IDCard Read System</source>
+        <translation>IDCard Read System</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Front</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <comment>of a person</comment>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Gender</source>
+        <translation>Gender</translation>
+    </message>
+    <message>
+        <source>Nation</source>
+        <translation>Nation</translation>
+    </message>
+    <message>
+        <source>Born</source>
+        <translation>Born</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>Year</translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>Mon</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>Day</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Address</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Number</translation>
+    </message>
+    <message>
+        <source>Opposite</source>
+        <translation>Opposite</translation>
+    </message>
+    <message>
+        <source>Department</source>
+        <translation>Department</translation>
+    </message>
+    <message>
+        <source>Valid Period</source>
+        <translation>Valid Period</translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>Tip:</source>
+        <translation>Tip:</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>Read</source>
+        <translation>Read</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Read2</source>
+        <translation>Read2</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>ID Card Reader</source>
+        <translation>ID Card Reader</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Init IDCard failed!</source>
+        <translation>Init IDCard failed!</translation>
+    </message>
+    <message>
+        <source>Please select the save path</source>
+        <translation>Please select the save path</translation>
+    </message>
+    <message>
+        <source>Reading the card ...</source>
+        <translation>Reading the card ...</translation>
+    </message>
+    <message>
+        <source>No card reader is attached.</source>
+        <translation>No card reader is attached.</translation>
+    </message>
+    <message>
+        <source>The card could not be read. Please lift it and lay it on again.</source>
+        <translation>The card could not be read. Please lift it and lay it on again.</translation>
+    </message>
+    <message>
+        <source>The card has been read. Please lay on the next one.</source>
+        <translation>The card has been read. Please lay on the next one.</translation>
+    </message>
+    <message>
+        <source>Please lay a card on the reader.</source>
+        <translation>Please lay a card on the reader.</translation>
+    </message>
+    <message>
+        <source>Please lay a card on the reader and press &quot;Read&quot;.</source>
+        <translation>Please lay a card on the reader and press &quot;Read&quot;.</translation>
+    </message>
+    <message>
+        <source>The card has been saved.</source>
+        <translation>The card has been saved.</translation>
+    </message>
+    <message>
+        <source>The portrait could not be saved.</source>
+        <translation>The portrait could not be saved.</translation>
+    </message>
+    <message>
+        <source>The card could not be saved. Please check the file.</source>
+        <translation>The card could not be saved. Please check the file.</translation>
+    </message>
+</context>
+<context>
     <name>ImageMerge</name>
     <message>
         <source>Image Merge</source>

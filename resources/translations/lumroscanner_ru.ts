@@ -585,6 +585,146 @@
     </message>
 </context>
 <context>
+    <name>IdCardReader</name>
+    <message>
+        <source>IDCard Read System</source>
+        <translation>Система чтения ID-карт</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Лицевая сторона</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <comment>of a person</comment>
+        <translation>Имя</translation>
+    </message>
+    <message>
+        <source>Gender</source>
+        <translation>Пол</translation>
+    </message>
+    <message>
+        <source>Nation</source>
+        <translation>Народность</translation>
+    </message>
+    <message>
+        <source>Born</source>
+        <translation>Дата рождения</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>год</translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>мес.</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>день</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Адрес</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Номер</translation>
+    </message>
+    <message>
+        <source>Opposite</source>
+        <translation>Оборотная сторона</translation>
+    </message>
+    <message>
+        <source>Department</source>
+        <translation>Кем выдано</translation>
+    </message>
+    <message>
+        <source>Valid Period</source>
+        <translation>Срок действия</translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation>Путь</translation>
+    </message>
+    <message>
+        <source>Tip:</source>
+        <translation>Подсказка:</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>Обзор</translation>
+    </message>
+    <message>
+        <source>Read</source>
+        <translation>Читать</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Стоп</translation>
+    </message>
+    <message>
+        <source>Read2</source>
+        <translation>Читать 2</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>ID Card Reader</source>
+        <translation>Чтение ID-карт</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Ошибка</translation>
+    </message>
+    <message>
+        <source>Init IDCard failed!</source>
+        <translation>Не удалось подготовить считыватель ID-карт!</translation>
+    </message>
+    <message>
+        <source>Please select the save path</source>
+        <translation>Выберите папку для сохранения</translation>
+    </message>
+    <message>
+        <source>Reading the card ...</source>
+        <translation>Чтение карты...</translation>
+    </message>
+    <message>
+        <source>No card reader is attached.</source>
+        <translation>Считыватель карт не подключён.</translation>
+    </message>
+    <message>
+        <source>The card could not be read. Please lift it and lay it on again.</source>
+        <translation>Карту не удалось прочитать. Уберите её и положите снова.</translation>
+    </message>
+    <message>
+        <source>The card has been read. Please lay on the next one.</source>
+        <translation>Карта прочитана. Положите следующую.</translation>
+    </message>
+    <message>
+        <source>Please lay a card on the reader.</source>
+        <translation>Положите карту на считыватель.</translation>
+    </message>
+    <message>
+        <source>Please lay a card on the reader and press &quot;Read&quot;.</source>
+        <translation>Положите карту на считыватель и нажмите «Читать».</translation>
+    </message>
+    <message>
+        <source>The card has been saved.</source>
+        <translation>Данные карты сохранены.</translation>
+    </message>
+    <message>
+        <source>The portrait could not be saved.</source>
+        <translation>Не удалось сохранить фотографию.</translation>
+    </message>
+    <message>
+        <source>The card could not be saved. Please check the file.</source>
+        <translation>Не удалось сохранить данные карты. Проверьте файл.</translation>
+    </message>
+</context>
+<context>
     <name>ImageMerge</name>
     <message>
         <source>Image Merge</source>

@@ -585,6 +585,146 @@
     </message>
 </context>
 <context>
+    <name>IdCardReader</name>
+    <message>
+        <source>IDCard Read System</source>
+        <translation>身份证读卡系统</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>正面</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <comment>of a person</comment>
+        <translation>姓名</translation>
+    </message>
+    <message>
+        <source>Gender</source>
+        <translation>性别</translation>
+    </message>
+    <message>
+        <source>Nation</source>
+        <translation>民族</translation>
+    </message>
+    <message>
+        <source>Born</source>
+        <translation>出生</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年</translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>月</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>日</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>住址</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>公民身份号码</translation>
+    </message>
+    <message>
+        <source>Opposite</source>
+        <translation>反面</translation>
+    </message>
+    <message>
+        <source>Department</source>
+        <translation>签发机关</translation>
+    </message>
+    <message>
+        <source>Valid Period</source>
+        <translation>有效期限</translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation>路径</translation>
+    </message>
+    <message>
+        <source>Tip:</source>
+        <translation>提示：</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>浏览</translation>
+    </message>
+    <message>
+        <source>Read</source>
+        <translation>读卡</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Read2</source>
+        <translation>读卡2</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>ID Card Reader</source>
+        <translation>身份证阅读器</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>Init IDCard failed!</source>
+        <translation>身份证阅读器初始化失败！</translation>
+    </message>
+    <message>
+        <source>Please select the save path</source>
+        <translation>请选择保存路径</translation>
+    </message>
+    <message>
+        <source>Reading the card ...</source>
+        <translation>正在读卡……</translation>
+    </message>
+    <message>
+        <source>No card reader is attached.</source>
+        <translation>未连接身份证阅读器。</translation>
+    </message>
+    <message>
+        <source>The card could not be read. Please lift it and lay it on again.</source>
+        <translation>无法读取证件，请拿起后重新放置。</translation>
+    </message>
+    <message>
+        <source>The card has been read. Please lay on the next one.</source>
+        <translation>读卡完成，请放置下一张证件。</translation>
+    </message>
+    <message>
+        <source>Please lay a card on the reader.</source>
+        <translation>请将证件放在阅读器上。</translation>
+    </message>
+    <message>
+        <source>Please lay a card on the reader and press &quot;Read&quot;.</source>
+        <translation>请将证件放在阅读器上，然后点击“读卡”。</translation>
+    </message>
+    <message>
+        <source>The card has been saved.</source>
+        <translation>证件信息已保存。</translation>
+    </message>
+    <message>
+        <source>The portrait could not be saved.</source>
+        <translation>无法保存照片。</translation>
+    </message>
+    <message>
+        <source>The card could not be saved. Please check the file.</source>
+        <translation>无法保存证件信息，请检查文件。</translation>
+    </message>
+</context>
+<context>
     <name>ImageMerge</name>
     <message>
         <source>Image Merge</source>

@@ -5,6 +5,7 @@
 #include "CameraTypes.h"
 #include "TempDir.h"
 #include "UsbIdentity.h"
+#include "UserConfig.h"
 
 #include <gmock/gmock.h>
 
@@ -69,7 +70,7 @@ TEST(CameraTypes, OverridesComeFromTheConfigurationFile)
 {
     const TempDir folder;
     setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
-    const auto path = typeOverridesPath();
+    const auto path = userConfigFile("cameras.cfg");
     unsetenv("XDG_CONFIG_HOME");
     EXPECT_EQ(path, folder.file("lumro/cameras.cfg"));
     EXPECT_THAT(readTypeOverrides(path), IsEmpty());

@@ -101,7 +101,7 @@ TEST(Translations, NameOneThingAlike)
         QHash<QString, QString> byPlace, bySource;
         for (const TsMessage& message : readTsFile(sourceFile(name))) {
             byPlace[message.context + QLatin1Char('/') + message.source] = bare(message.translation);
-            QString& first = bySource[message.source];
+            QString& first = bySource[message.source + message.comment];
             if (first.isEmpty())
                 first = message.translation;
             EXPECT_EQ(message.translation, first) << label(name, message);

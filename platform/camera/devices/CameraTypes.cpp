@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
 namespace mirvak {
 namespace {
@@ -49,17 +48,6 @@ void assignTypes(std::vector<CameraInfo>& cameras, const TypeOverrides& override
         if (camera.type == 0)
             camera.type = colourCamera;
     }
-}
-
-std::filesystem::path typeOverridesPath()
-{
-    const char* config = std::getenv("XDG_CONFIG_HOME");
-    if (config && *config == '/')
-        return std::filesystem::path(config) / "lumro" / "cameras.cfg";
-    const char* home = std::getenv("HOME");
-    if (home && *home)
-        return std::filesystem::path(home) / ".config" / "lumro" / "cameras.cfg";
-    return {};
 }
 
 TypeOverrides readTypeOverrides(const std::filesystem::path& path)

@@ -15,9 +15,6 @@ using TypeOverrides = std::map<std::string, int>;
 /// every other is 2.
 void assignTypes(std::vector<CameraInfo>& cameras, const TypeOverrides& overrides);
 
-/// $XDG_CONFIG_HOME/lumro/cameras.cfg, or below ~/.config; empty when neither is known.
-std::filesystem::path typeOverridesPath();
-
 /// Reads `cameras = ( { usb = "abcd1234"; type = 2; } );` (libconfig). A missing file is empty; a broken one
 /// is too and gets one line on standard error.
 TypeOverrides readTypeOverrides(const std::filesystem::path& path);

@@ -1,6 +1,7 @@
 // The list of cameras, opening and closing them, and what they offer.
 #include "DeskBackend.h"
 #include "Impl.h"
+#include "UserConfig.h"
 #include "V4l2Backend.h"
 #include "imageCalls.h"
 
@@ -24,7 +25,7 @@ int MirvakCamera::MirvakDevs_Init()
     return mirvak::guarded("MirvakDevs_Init", [&] {
         impl_->desk = DeskConfig::fromEnvironment();
         return impl_->cameras.init(makeBackends(impl_->desk),
-                                   mirvak::readTypeOverrides(mirvak::typeOverridesPath()));
+                                   mirvak::readTypeOverrides(userConfigFile("cameras.cfg")));
     });
 }
 

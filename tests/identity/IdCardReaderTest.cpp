@@ -1,0 +1,239 @@
+// The window of identity cards over the virtual desk's reader.
+#include "IdCardReader.h"
+
+#include "Dialogs.h"
+#include "DiskFullAt.h"
+#include "Part.h"
+#include "TempDir.h"
+#include "UniqueFd.h"
+#include "Words.h"
+#include "hidcard.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string texts =
+    R"(name = "NAME"; other_name = "OTHER"; gender = "2"; nation = "01"; birth = "19870654";
+    address = "ADDRESS"; number = "NUMBER"; authority = "AUTHORITY"; from = "FROM"; to = "TO"; pass_number = "PASS";
+    issues = "ISSUES"; version = "VERSION"; category = "CATEGORY"; )";
+const std::string header = "姓名,性别,民族,出生,住址,公民身份号码,签发机关,有效期限\r\n";
+const std::string row = "NAME,女,汉族,19870654,ADDRESS,NUMBER,AUTHORITY,FROM-TO\r\n";
+
+class IdCard : public ::testing::Test
+{
+protected:
+    IdCard()
+    {
+        for (const char* name : {"cards", "tmp"})
+            fs::create_directory(folder.file(name));
+        setenv("TMPDIR", folder.file("tmp").c_str(), 1);
+        setenv("LUMRO_DESK", folder.write("desk.cfg", "idcard = { cards = \"cards\"; };").c_str(), 1);
+        Dialogs::instance().information = [this](QWidget*, const QString& title, const QString& text, auto) {
+            told << title << text;
+            return QMessageBox::Ok;
+        };
+    }
+    ~IdCard() override
+    {
+        h_idcard_closeDevice();
+        Dialogs::instance() = Dialogs::real();
+        unsetenv("TMPDIR");
+        unsetenv("LUMRO_DESK");
+    }
+    void lay(int type, const std::string& more = texts, Qt::GlobalColor colour = Qt::red)
+    {
+        QImage face(102, 126, QImage::Format_RGB888);
+        face.fill(colour);
+        face.save(QString::fromStdString(folder.file("cards/face.png")));
+        const std::string card = "type = " + std::to_string(type) + "; picture = \"face.png\"; " + more;
+        fs::rename(folder.write("cards/new", card), folder.file("cards/" + std::to_string(++laid) + ".cfg"));
+    }
+    void press(const char* button) { part<QPushButton>(*window, button)->click(); }
+    /// Lays the card there and reads it. @return all boxes
+    std::string read(int type, const std::string& more = texts, Qt::GlobalColor colour = Qt::red)
+    {
+        if (!window)
+            window = std::make_unique<IdCardReader>(nullptr, nullptr);
+        lay(type, more, colour);
+        press("buttonRead");
+        return boxes();
+    }
+    std::string boxes() const
+    {
+        std::string all;
+        for (const auto* box : window->findChildren<QLineEdit*>())
+            all += box == part<QLineEdit>(*window, "editPath") ? "" : box->text().toStdString() + "|";
+        return all;
+    }
+    QColor photo() const
+    {
+        const QPixmap shown = part<QLabel>(*window, "labelPhoto")->pixmap(Qt::ReturnByValue);
+        return shown.isNull() ? QColor() : shown.toImage().pixelColor(50, 60);
+    }
+    std::string save(const std::string& name)
+    {
+        window->SetCardPath(QString::fromStdString(folder.file(name)));
+        press("buttonSave");
+        return part<QLabel>(*window, "labelNote")->text().toStdString();
+    }
+    static void expectPrivate(const fs::path& file)
+    {
+        EXPECT_EQ(fs::symlink_status(file).permissions() & fs::perms(077), fs::perms::none) << file;
+    }
+
+    const TempDir folder;
+    int laid = 0;
+    QStringList told;
+    std::unique_ptr<IdCardReader> window;
+};
+
+} // namespace
+
+TEST_F(IdCard, EachTypeHasItsPlaces)
+{
+    EXPECT_EQ(read(0), "NAME|女|汉族|1987|06|54|ADDRESS|NUMBER|AUTHORITY|FROM-TO|");
+    EXPECT_EQ(photo(), Qt::red);
+    EXPECT_EQ(read(1, "gender = \"1\"; birth = \"20011231\"; authority = \"there\";", Qt::blue),
+              "|男|汉族|2001|12|31|||there|-|")
+        << "the nation stays";
+    EXPECT_EQ(photo(), Qt::blue) << "not the face of the person before";
+    EXPECT_EQ(read(1), "NAME|女|汉族|1987|06|54|ADDRESS|NUMBER|AUTHORITY|FROM-TO|");
+    EXPECT_EQ(read(2), "NAME|女|01|1987|06|54|OTHER|NUMBER|AUTHORITY|FROM-TO|");
+    const std::string third = "NAME|女|AUTHORITY|1987|06|54|ADDRESS|NUMBER|AUTHORITY|FROM-TO|";
+    EXPECT_EQ(read(3), third);
+    EXPECT_EQ(read(4, "name = \"nobody\";"), third);
+    ReadZktCard card;
+    int type = 0;
+    for (const int size : {10, 11, 12, 14, 0}) {
+        lay(type);
+        EXPECT_EQ(card.readhycardinfo(), type++);
+        const QStringList list = card.gethycardinfo();
+        EXPECT_EQ(list.size(), size);
+        EXPECT_TRUE(list.isEmpty() || list.last() == QDir::tempPath() + QStringLiteral("/elphoto.bmp"));
+    }
+    fs::remove_all(folder.file("cards"));
+    EXPECT_LT(card.readhycardinfo(), 0);
+    EXPECT_EQ(card.gethycardinfo(), QStringList());
+    press("buttonRead");
+    EXPECT_EQ(boxes(), third) << "no card";
+    window->clearinfos();
+    EXPECT_EQ(boxes(), "||||||||||");
+    EXPECT_FALSE(photo().isValid());
+    EXPECT_EQ(told, QStringList());
+}
+
+TEST_F(IdCard, SavingAddsARowAndThePortrait)
+{
+    read(0);
+    EXPECT_EQ(save("new/deep/cardinfo.cvs"), "The card has been saved.");
+    EXPECT_EQ(folder.content("new/deep/cardinfo.cvs"), header + row);
+    save("new/deep/cardinfo.cvs");
+    EXPECT_EQ(folder.content("new/deep/cardinfo.cvs"), header + row + row);
+    for (const auto& entry : fs::recursive_directory_iterator(folder.file("new")))
+        expectPrivate(entry.path());
+    expectPrivate(folder.file("new"));
+    expectPrivate(folder.file("tmp/elphoto.bmp"));
+    EXPECT_EQ(folder.content("new/deep/NUMBER.jpg").substr(0, 2), "\xFF\xD8");
+
+    read(0, texts, Qt::blue);
+    folder.write("empty", "");
+    folder.write("NUMBER.jpg", "an earlier one");
+    save("empty");
+    EXPECT_EQ(folder.content("empty"), row) << "a file that is there gets no header";
+    EXPECT_GT(QImage(QString::fromStdString(folder.file("NUMBER.jpg"))).pixelColor(50, 60).blue(), 240);
+    read(0, "name = \"a,b\"; address = \"%6%8\"; number = \"1\"; to = \"长期\"; gender = \"9\";");
+    save("empty");
+    EXPECT_EQ(folder.content("empty"), row + "a,b,未说明的性别,,,1-长期,1,,-长期\r\n")
+        << "places are filled in turn";
+    for (const char* incomplete : {"address = \"there\";", "name = \"somebody\";"}) {
+        read(0, incomplete);
+        save("unwanted");
+    }
+    EXPECT_TRUE(fs::exists(folder.file("tmp/elphoto.bmp")));
+    window.reset();
+    EXPECT_FALSE(fs::exists(folder.file("tmp/elphoto.bmp")));
+    EXPECT_FALSE(fs::exists(folder.file("unwanted")) || fs::exists(folder.file(".jpg")));
+}
+
+TEST_F(IdCard, ARowIsSavedWholeOrNotAtAll)
+{
+    read(0);
+    const auto expectRefusal = [this](const char* name, const char* why) {
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(save(name), "The card could not be saved. Please check the file.");
+        const std::string said = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 2) << said; // the path, and the reason
+        EXPECT_NE(said.find(why), std::string::npos) << said;
+        EXPECT_EQ(said.find("NUMBER"), std::string::npos) << said;
+    };
+    expectRefusal("cards", "Is a directory");
+    expectPrivate(folder.file("NUMBER.jpg")); // it counts by itself
+    ASSERT_EQ(mkfifo(folder.file("fifo").c_str(), 0600), 0);
+    const mirvak::UniqueFd fifo(open(folder.file("fifo").c_str(), O_RDONLY | O_NONBLOCK));
+    expectRefusal("fifo", "Invalid argument");
+    char written = 0;
+    EXPECT_LT(::read(fifo.get(), &written, 1), 1);
+    fs::create_symlink("nowhere", folder.file("link"));
+    expectRefusal("link", "cannot write");
+    part<QLabel>(*window, "labelPhoto")->clear();
+    const std::string earlier(5000, 'x');
+    const mirvak::UniqueFd other(open(folder.write("full", earlier).c_str(), O_RDWR));
+    {
+        const DiskFullAt limit(5000 + 20);
+        expectRefusal("full", "No space left");
+    }
+    {
+        const DiskFullAt limit(100);
+        window->writeinfo2file(QString::fromStdString(folder.file("fresh")));
+    }
+    EXPECT_FALSE(fs::exists(folder.file("fresh")));
+    ASSERT_EQ(flock(other.get(), LOCK_EX), 0);
+    expectRefusal("full", "busy");
+    ASSERT_EQ(flock(other.get(), LOCK_UN), 0);
+    save("full");
+    EXPECT_EQ(folder.content("full"), earlier + row);
+    read(0, "name = \"a\"; address = \"b\"; number = \"../outside\";");
+    EXPECT_EQ(save("cards/info"), "The portrait could not be saved.");
+    EXPECT_FALSE(fs::exists(folder.file("outside.jpg")));
+}
+
+TEST_F(IdCard, ItFollowsTheReaderWhileItIsOpen)
+{
+    fs::rename(folder.file("cards"), folder.file("away"));
+    window = std::make_unique<IdCardReader>(nullptr, nullptr);
+    EXPECT_EQ(told, (QStringList{QStringLiteral("Error"), QStringLiteral("Init IDCard failed!")}));
+    const auto says = [this](const char* text) {
+        return QTest::qWaitFor(
+            [=] { return part<QLabel>(*window, "labelState")->text() == QLatin1String(text); }, 20000);
+    };
+    window->show();
+    EXPECT_TRUE(says("No card reader is attached."));
+    fs::rename(folder.file("away"), folder.file("cards"));
+    EXPECT_TRUE(says("Please lay a card on the reader."));
+    lay(0);
+    EXPECT_TRUE(says("The card has been read. Please lay on the next one."));
+    part<QLineEdit>(*window, "editName")->setText(QStringLiteral("corrected"));
+    lay(1, "nonsense = 1;");
+    EXPECT_TRUE(says("The card could not be read. Please lift it and lay it on again."));
+    EXPECT_EQ(boxes().substr(0, 10), "corrected|") << "what has been read is not read again";
+    EXPECT_EQ(window->readidcard() + IdCardReader(nullptr, this).readsscard(), -1);
+
+    const QSignalSpy closed(window.get(), &IdCardReader::setuiclose);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_EQ(closed.size(), 1);
+    EXPECT_FALSE(window->isVisible());
+    window.reset();
+    expectRoomForWords([] { return std::make_unique<IdCardReader>(nullptr, nullptr); });
+}
