@@ -2,8 +2,9 @@
 #include "LumroScanner.h"
 
 #include "AssistControl.h"
-#include "FingerprintControl.h"
 #include "CardControl.h"
+#include "FaceControl.h"
+#include "FingerprintControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
 #include "ScanControl.h"
@@ -159,7 +160,7 @@ void LumroScanner::onReadIdCard()
 
 void LumroScanner::onFaceVerify()
 {
-    featureMissing();
+    faces_->onFaceVerify();
 }
 
 void LumroScanner::onFingerPrint()

@@ -47,6 +47,54 @@ fingerprint() {
     close_program
 }
 
+# A specimen card on the reader, a drawn person before the face camera.
+lay_card_and_face() {
+    mkdir -p "$work/face"
+    cat >"$work/face/desk.cfg" <<END
+real = false;
+cameras = (
+  { name = "Desk camera"; type = 1; usb = "1b172000"; source = "$made_pictures/pictures"; fps = 15;
+    resolutions = [ "1600x1200" ]; },
+  { name = "Portrait camera"; type = 2; usb = "0bda5801"; source = "$made_pictures/portrait/01-holder.jpg"; fps = 15;
+    resolutions = [ "640x480" ]; } );
+idcard = { cards = "$made_pictures/cards"; };
+END
+    export LUMRO_DESK=$work/face/desk.cfg
+}
+
+captures() { find "$shots" -name 'IMAGE_*.jpg'; }
+has_more_captures() { [ "$(captures | wc -l)" -gt "$1" ]; }
+
+advice_is_read() { # a click that meets the box before it has found its place is lost
+    is_gone MsgBox && return
+    xdotool mousemove $(middle_of buttonOkSecond MsgBox) click 1
+    sleep 0.5
+    is_gone MsgBox
+}
+
+face_check() {
+    local before
+    lay_card_and_face
+    start_over
+    click btnFace
+    await "the window of faces" is_there FaceVerify
+    sleep 2
+    shoot face-before
+    before=$(captures | wc -l)
+    click buttonOneClick FaceVerify
+    await "the advice" is_there MsgBox
+    shoot face-advice
+    await "the advice's end" advice_is_read
+    await "the picture of the face" has_more_captures "$before"
+    sleep 2
+    shoot face-compared
+    [ "$(stat -c %a "$(captures | xargs ls -t | head -n 1)")" = 600 ] || fail "others may read the picture of the face"
+    click buttonClose FaceVerify
+    await "the end of the window of faces" is_gone FaceVerify
+    close_program
+}
+
 identity() {
     fingerprint
+    face_check
 }

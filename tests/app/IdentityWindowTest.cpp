@@ -1,6 +1,8 @@
 // Peripherals that identify people, as the window's user meets them.
 #include "WindowFixture.h"
 
+#include "FaceVerify.h"
+#include "FaceVideo.h"
 #include "FignerPrint.h"
 #include "Part.h"
 
@@ -51,6 +53,37 @@ TEST_F(IdentityWindowTest, AFingerprintGoesIntoTheStripForItsOwnerAlone)
     window_->close(); // while it polls
     window_.reset();
     EXPECT_EQ(files().size(), 1);
+}
+
+TEST_F(IdentityWindowTest, TheFaceWindowTakesTheSecondCameraAndGoesWithTheProgram)
+{
+    const std::string cameras = camera() + ", " + camera("person", Qt::red, 2);
+    ASSERT_TRUE(shows(cameras)); // without a reader of cards
+    click("btnFace");
+    EXPECT_TRUE(
+        messages_.join(QLatin1Char('|')).contains(QStringLiteral("Init IDCard failed,this device may")));
+    window_.reset();
+    EXPECT_EQ(shownWindow<FaceVerify>(), nullptr);
+
+    std::filesystem::create_directory(folder().file("cards"));
+    otherDevices = "idcard = { cards = \"cards\"; };";
+    ASSERT_TRUE(shows(cameras));
+    window_->onAssistCheacked(true);
+    for (int time = 0; time < 2; ++time) {
+        click("btnFace");
+        auto* face = shownWindow<FaceVerify>();
+        ASSERT_TRUE(face && face->isVisible());
+        const auto showsPerson = [face] {
+            const QImage video = part<FaceVideo>(*face, "video")->grab().toImage();
+            return video.pixelColor(video.rect().center()).red() > 200;
+        };
+        EXPECT_TRUE(QTest::qWaitFor(showsPerson, 10'000)) << "which was the second camera's picture before";
+        if (time == 0)
+            face->close();
+        EXPECT_TRUE(time == 1 || QTest::qWaitFor([] { return !shownWindow<FaceVerify>(); }));
+    }
+    window_.reset(); // with it open
+    EXPECT_EQ(shownWindow<FaceVerify>(), nullptr);
 }
 
 } // namespace
