@@ -39,6 +39,7 @@ bool FaceCameras::start(FaceRole role, int index)
     if (!lens.device)
         return false;
     ++lens.streamNumber;
+    frames_.begin(role);
     frames_.channel().resume();
     const int resolution = faceCameraChoice::resolution(camera_, lens.device);
     if (camera_.MirvakDevice_StartPreview(

@@ -4,13 +4,19 @@
 
 namespace {
 
-constexpr std::chrono::seconds silence(1);
+constexpr std::chrono::seconds silence(3); // longer than a camera takes for its first frame
 
 } // namespace
 
 FaceFrames::FaceFrames(MirvakCamera& camera, Show show)
     : camera_(camera), show_(std::move(show)), channel_(camera)
 {
+}
+
+void FaceFrames::begin(FaceRole role)
+{
+    const std::lock_guard lock(mutex_);
+    last_[size_t(role)] = Clock::now();
 }
 
 void FaceFrames::want(FaceRole role)

@@ -11,8 +11,8 @@
 enum class FaceRole { colour, infrared };
 
 /// The frames of both face cameras: to the live picture, and through one channel to whoever wants to save
-/// one. Each camera is served in its own role. Where the one that is wanted has been silent for a second,
-/// because it is missing or was pulled out, the other's frames do. Thread-safe.
+/// one. Each camera is served in its own role. Where the one that is wanted has been silent for three
+/// seconds, because it is missing or was pulled out, the other's frames do. Thread-safe.
 class FaceFrames
 {
 public:
@@ -21,6 +21,8 @@ public:
 
     FaceFrames(MirvakCamera& camera, Show show);
 
+    /// The camera of this role begins to stream: it is not silent yet.
+    void begin(FaceRole role);
     void onFrame(FaceRole role, void* image, int width, int height);
     /// The next frame for this role is the next one that the channel gets.
     void want(FaceRole role);

@@ -209,7 +209,7 @@ void FaceVerify::clearCard()
 
 void FaceVerify::showCard(const QStringList& texts)
 {
-    const QString born = texts[Born];
+    const QString& born = texts[Born];
     const std::pair<QLineEdit*, QString> boxes[] = {
         {ui_->editName, texts[Name]},
         {ui_->editGender, texts[Gender]},

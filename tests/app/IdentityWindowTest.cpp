@@ -35,7 +35,6 @@ TEST_F(IdentityWindowTest, AFingerprintGoesIntoTheStripForItsOwnerAlone)
     click("btnFingerPrint");
     auto* dialog = shownWindow<FignerPrint>();
     ASSERT_TRUE(dialog && dialog->isVisible());
-    EXPECT_FALSE(dialog->isModal());
     QTest::mouseClick(part<QPushButton>(*dialog, "buttonCapture"), Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 1; }, 10000));
     ASSERT_EQ(files().size(), 1);
