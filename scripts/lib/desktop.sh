@@ -105,6 +105,16 @@ click() { # NAME [WINDOW [BUTTON]]
     xdotool click "${3:-1}"
 }
 
+# The button that ends a dialog. One that is still finding its place gets the first click beside it.
+click_away() { # NAME WINDOW
+    local try
+    for try in 1 2 3 4 5; do
+        click "$1" "$2"
+        ! wait_for 3 is_gone "$2" || return 0
+    done
+    fail "$2 does not go"
+}
+
 # Moves the mouse to a point of the preview, in thousandths of its size.
 point_in_view() { # X Y
     local x=$1 y=$2

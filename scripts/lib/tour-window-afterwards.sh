@@ -88,11 +88,13 @@ window_afterwards() {
     await "the entries' end" is_gone QListWidget.0
 }
 
-# The window of the PDF lies over the preview; the strip beside it can be reached.
+# The window of the PDF lies over the preview, on a small screen over most of the strip too.
 onto_pages() {
+    local entry
     click btnPdfEx
     await "the pages of a PDF" is_there PdfEx
-    drag_slowly $(middle_of QListWidget.0 LumroScanner) $(middle_of QListWidget PdfEx)
+    entry=$(set -- $(line_of QListWidget.0 LumroScanner); echo $(($2 + $4 * 9 / 10)) $(($3 + $5 / 2)))
+    drag_slowly $entry $(middle_of QListWidget PdfEx)
     shoot dragged-files
     xdotool mouseup 1
     await "both pages" is_there QListWidget.1 PdfEx

@@ -21,6 +21,6 @@ window_care() {
     xdotool key Escape
     await "the question" is_there buttonCancel MsgBox
     shoot window-care-question
-    click buttonOkSecond MsgBox
+    click_away buttonOkSecond MsgBox
     await "the end of the pages' window" is_gone PdfEx
 }

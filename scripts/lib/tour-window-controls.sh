@@ -5,13 +5,15 @@ controls_of_camera() { # NAME: one camera's kept value
 }
 is_kept() { [ "$(controls_of_camera "$1")" = "$2" ]; }
 is_put_back() { ! grep -q '^\[Camera_desk' "$XDG_CONFIG_HOME/lumro/lylumroscanner.ini"; }
-# On a low screen the panel scrolls.
+# On a low screen the panel scrolls: until another turn shows no more of it.
 scroll_to() { # NAME WHEEL-BUTTON
-    local turn
+    local turn now height=
     for turn in $(seq 40); do
-        ! is_there "$1" >/dev/null || return 0
+        now=$(line_of "$1" | awk '{print $5}')
+        [ -z "$now" ] || [ "$now" != "$height" ] || return 0
+        height=$now
         xdotool mousemove $(middle_of ControlPanel) click "$2"
-        sleep 0.2
+        sleep 0.3
     done
     fail "the panel does not scroll to $1"
 }

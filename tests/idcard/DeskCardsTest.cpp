@@ -1,38 +1,22 @@
 // The cards of the virtual desk, through the library.
+#include "CardDesk.h"
 #include "Codec.h"
-#include "TempDir.h"
-#include "hidcard.h"
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-class DeskCards : public ::testing::Test
+class DeskCards : public CardDesk
 {
 protected:
     DeskCards()
     {
-        fs::create_directory(folder.file("cards"));
-        setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
-        setenv("LUMRO_DESK", folder.write("desk.cfg", "idcard = { cards = \"cards\"; };").c_str(), 1);
         h_idcard_setPhotoPath(portrait.c_str());
         EXPECT_EQ(h_idcard_openDevice(), HIDCARD_OK);
-    }
-    ~DeskCards() override
-    {
-        h_idcard_closeDevice();
-        unsetenv("LUMRO_DESK");
-        unsetenv("XDG_CONFIG_HOME");
-    }
-    /// Later than all before it.
-    void lay(const std::string& name, const std::string& text)
-    {
-        fs::last_write_time(folder.write("cards/" + name, text), start + std::chrono::seconds(++laid));
     }
     static std::string field(int index)
     {
@@ -42,10 +26,7 @@ protected:
         return result == HIDCARD_OK ? text.c_str() : "-";
     }
 
-    const TempDir folder;
     const std::string portrait = folder.file("elphoto.bmp");
-    const fs::file_time_type start = fs::file_time_type::clock::now() - std::chrono::hours(1);
-    int laid = 0;
 };
 
 } // namespace

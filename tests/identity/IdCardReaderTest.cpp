@@ -1,13 +1,12 @@
 // The window of identity cards over the virtual desk's reader.
 #include "IdCardReader.h"
 
+#include "CardDesk.h"
 #include "Dialogs.h"
 #include "DiskFullAt.h"
 #include "Part.h"
-#include "TempDir.h"
 #include "UniqueFd.h"
 #include "Words.h"
-#include "hidcard.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -16,7 +15,6 @@
 #include <QTest>
 
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
 
@@ -31,15 +29,13 @@ const std::string texts =
 const std::string header = "姓名,性别,民族,出生,住址,公民身份号码,签发机关,有效期限\r\n";
 const std::string row = "NAME,女,汉族,19870654,ADDRESS,NUMBER,AUTHORITY,FROM-TO\r\n";
 
-class IdCard : public ::testing::Test
+class IdCard : public CardDesk
 {
 protected:
     IdCard()
     {
-        for (const char* name : {"cards", "tmp"})
-            fs::create_directory(folder.file(name));
+        fs::create_directory(folder.file("tmp"));
         setenv("TMPDIR", folder.file("tmp").c_str(), 1);
-        setenv("LUMRO_DESK", folder.write("desk.cfg", "idcard = { cards = \"cards\"; };").c_str(), 1);
         Dialogs::instance().information = [this](QWidget*, const QString& title, const QString& text, auto) {
             told << title << text;
             return QMessageBox::Ok;
@@ -47,18 +43,16 @@ protected:
     }
     ~IdCard() override
     {
-        h_idcard_closeDevice();
         Dialogs::instance() = Dialogs::real();
         unsetenv("TMPDIR");
-        unsetenv("LUMRO_DESK");
     }
     void lay(int type, const std::string& more = texts, Qt::GlobalColor colour = Qt::red)
     {
         QImage face(102, 126, QImage::Format_RGB888);
         face.fill(colour);
         face.save(QString::fromStdString(folder.file("cards/face.png")));
-        const std::string card = "type = " + std::to_string(type) + "; picture = \"face.png\"; " + more;
-        fs::rename(folder.write("cards/new", card), folder.file("cards/" + std::to_string(++laid) + ".cfg"));
+        CardDesk::lay(std::to_string(laid.time_since_epoch().count()) + ".cfg",
+                      "type = " + std::to_string(type) + "; picture = \"face.png\"; " + more);
     }
     void press(const char* button) { part<QPushButton>(*window, button)->click(); }
     /// Lays the card there and reads it. @return all boxes
@@ -93,8 +87,6 @@ protected:
         EXPECT_EQ(fs::symlink_status(file).permissions() & fs::perms(077), fs::perms::none) << file;
     }
 
-    const TempDir folder;
-    int laid = 0;
     QStringList told;
     std::unique_ptr<IdCardReader> window;
 };

@@ -44,6 +44,7 @@ Recogniser::Recogniser(const Weights& weights) : net_(recogniserNet(weights))
 cv::Mat Recogniser::chipOf(const cv::Mat& rgb, const Landmarks& points, double zoom)
 {
     std::vector<cv::Point2f> zoomed;
+    zoomed.reserve(places.size());
     for (const cv::Point2f place : places)
         zoomed.push_back(middle + (place - middle) * zoom);
     return lightened(cutOut(rgb, nearest(zoomed, fivePoints(points)), cv::Size(chipSide, chipSide)));

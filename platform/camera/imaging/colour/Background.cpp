@@ -12,7 +12,8 @@ namespace mirvak {
 namespace {
 
 // Darkens what is between, so that thin print becomes ink, and keeps both ends: pale colours stay pale.
-std::array<unsigned char, 256> inkCurve()
+// `share`: 0 nothing, 1 as for print.
+std::array<unsigned char, 256> inkCurve(double share)
 {
     constexpr double black = 0.06; // the darkest ink that a camera sees under its own light
     std::array<unsigned char, 256> curve{};
@@ -20,7 +21,8 @@ std::array<unsigned char, 256> inkCurve()
         const double x = std::pow(static_cast<double>(i) / 255, 1.25);
         const double s = x * x * (3 - 2 * x);
         const double y = (0.45 * x + 0.55 * s - black) / (1 - black);
-        curve[i] = cv::saturate_cast<unsigned char>(255 * std::max(0.0, y));
+        curve[i] = cv::saturate_cast<unsigned char>(share * 255 * std::max(0.0, y) +
+                                                    (1 - share) * static_cast<double>(i));
     }
     return curve;
 }
@@ -49,20 +51,26 @@ void sharpen(cv::Mat& rgb, double amount, int noiseFloor)
     });
 }
 
+// Paper white, and strokes as deep and sharp again as before the lens; `depth` and `sharpness` 0 to 1.
+void clean(Image& image, double depth, double sharpness)
+{
+    const PaperModel model(image.pixels);
+    Flattening how;
+    how.curve = inkCurve(depth);
+    flatten(image.pixels, model, how);
+    sharpen(image.pixels, sharpness, static_cast<int>(std::lround(std::min(12.0, 1.5 * model.noise()))));
+}
+
 } // namespace
 
 void removeBackground(Image& image)
 {
-    flatten(image.pixels, PaperModel(image.pixels), Flattening());
+    clean(image, 0.4, 0.5);
 }
 
 void processDocument(Image& image)
 {
-    const PaperModel model(image.pixels);
-    Flattening how;
-    how.curve = inkCurve();
-    flatten(image.pixels, model, how);
-    sharpen(image.pixels, 0.7, static_cast<int>(std::lround(std::min(12.0, 1.5 * model.noise()))));
+    clean(image, 1, 0.7);
 }
 
 } // namespace mirvak

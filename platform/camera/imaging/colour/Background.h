@@ -4,7 +4,8 @@
 
 namespace mirvak {
 
-/// Paper becomes clean white under even light; ink and colours stay as they are against it.
+/// Paper becomes clean white under even light; colours stay as they are against it, and thin print gets back
+/// what the lens took from it.
 void removeBackground(Image& image);
 
 /// As removeBackground(), with darkened and gently sharpened strokes: a page to read and to print.

@@ -4,8 +4,9 @@
 
 namespace mirvak {
 
-/// Full contrast and livelier colours. Brightness is stretched for all three colours alike, so that hues
-/// stay, and nothing is pushed beyond what a channel can hold.
+/// The colours of the page itself, a little livelier: paper white under even light of no colour, stray light
+/// taken away, black print black. Where no paper is found, the brightest stands
+/// for it; a frame without light stays as it is.
 void enhanceColour(Image& image);
 
 } // namespace mirvak

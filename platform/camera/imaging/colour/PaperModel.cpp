@@ -18,7 +18,6 @@ constexpr float steepest = 0.035F;     // relative change a pixel that a soft sh
 constexpr float tintTolerance = 0.06F; // of the share of a colour in the sum, against the paper at large
 constexpr float darkestShare = 0.22F;  // of the bright paper's level: what is darker is not paper
 constexpr double leastPaper = 0.02;    // of the picture
-constexpr float darkestPaper = 36;     // levels: bounds the gain to 7
 
 struct Tinted
 {
@@ -195,7 +194,7 @@ void PaperModel::estimate(const std::array<cv::Mat, 3>& planes)
     mask_.convertTo(weights, CV_32F, 1.0 / 255);
     paper_ = bridged(colours, weights);
     cv::GaussianBlur(paper_, paper_, {0, 0}, 2.5, 2.5, cv::BORDER_REPLICATE);
-    cv::max(paper_, cv::Scalar::all(darkestPaper), paper_);
+    cv::max(paper_, cv::Scalar::all(darkest), paper_);
 }
 
 // The median difference of neighbours is blind to print. Two pixels apart: nearer ones are smoothed alike by

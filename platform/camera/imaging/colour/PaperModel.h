@@ -11,6 +11,9 @@ namespace mirvak {
 class PaperModel
 {
 public:
+    /// Levels: darker paper is taken for this, so that the noise of the night is not made a picture.
+    static constexpr float darkest = 36;
+
     /// Looks at a reduced copy. Text is closed over; pictures, coloured areas and seals are bridged from the
     /// paper around them; soft shadows are followed.
     explicit PaperModel(const cv::Mat& rgb);

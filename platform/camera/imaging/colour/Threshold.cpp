@@ -11,42 +11,67 @@ namespace mirvak {
 
 namespace {
 
-constexpr int statisticsFactor = 2;   // mean and deviation change slowly: a quarter of the pixels tells them
-constexpr double windowShare = 0.018; // of the longer side: about two lines of text
-constexpr float sauvolaK = 0.22F, sauvolaRange = 110;
-constexpr int surelyInk = 70, surelyPaper = 200; // levels of the evened picture
-constexpr double largestSpeck = 0.00085;         // of the longer side: a third of a full stop
+constexpr double lightExponent = 1.4; // a lens mixes light, not levels; half of a stroke's light is its edge
+constexpr double nearShare = 0.0042; // of the longer side: what a stroke is compared with, about 1.2 mm of A4
+constexpr double areaShare = 0.0101; // likewise: what is wider is no stroke but an area, about 3 mm
+constexpr int groundFactor = 4;      // areas are looked for on a smaller copy
+constexpr double leastContrast = 0.12,
+                 leastNoises = 5;        // of a stroke: of full scale, in deviations of the noise
+constexpr int surelyInk = 128;           // darkness of areas without strokes
+constexpr double largestSpeck = 0.00085; // of the longer side: a third of a full stop
 
-// Mean and deviation of the surroundings, on a grid of statisticsFactor pixels.
-void localStatistics(const cv::Mat& grey, cv::Mat& mean, cv::Mat& deviation)
+int oddWindow(double share, int side)
 {
-    cv::Mat small, squares;
-    cv::resize(grey, small, {}, 1.0 / statisticsFactor, 1.0 / statisticsFactor, cv::INTER_NEAREST);
-    const int longest = std::max(small.cols, small.rows);
-    const int window = std::max(15, static_cast<int>(windowShare * longest) * 2 + 1);
-    cv::boxFilter(small, mean, CV_32F, {window, window}, {-1, -1}, true, cv::BORDER_REFLECT);
-    cv::sqrBoxFilter(small, squares, CV_32F, {window, window}, {-1, -1}, true, cv::BORDER_REFLECT);
-    squares -= mean.mul(mean);
-    cv::max(squares, 0, squares);
-    cv::sqrt(squares, deviation);
+    return std::max(3, static_cast<int>(share * side / 2) * 2 + 1);
 }
 
-cv::Mat localThreshold(const cv::Mat& grey)
+// How much light is missing, 0 to 255.
+cv::Mat darknessOf(const cv::Mat& grey)
 {
-    cv::Mat mean, deviation;
-    localStatistics(grey, mean, deviation);
-    cv::Mat limit(mean.size(), CV_8UC1);
-    for (int y = 0; y < mean.rows; ++y) {
-        for (int x = 0; x < mean.cols; ++x) {
-            const float s =
-                mean.at<float>(y, x) * (1 + sauvolaK * (deviation.at<float>(y, x) / sauvolaRange - 1));
-            limit.at<unsigned char>(y, x) = static_cast<unsigned char>(
-                std::clamp(s, static_cast<float>(surelyInk), static_cast<float>(surelyPaper)));
+    cv::Mat table(1, 256, CV_8U), dark;
+    for (int i = 0; i < 256; ++i)
+        table.at<unsigned char>(i) =
+            cv::saturate_cast<unsigned char>(255 * (1 - std::pow(i / 255.0, lightExponent)));
+    cv::LUT(grey, table, dark);
+    return dark;
+}
+
+// The darkest close by: the ink of the stroke to which a place belongs, or which it borders on.
+cv::Mat inkAround(const cv::Mat& dark)
+{
+    const int window = oddWindow(nearShare, std::max(dark.cols, dark.rows));
+    cv::Mat ink;
+    cv::dilate(dark, ink, cv::getStructuringElement(cv::MORPH_RECT, {window, window}));
+    cv::blur(ink, ink, {window, window});
+    return ink;
+}
+
+// Paper, or the area that a place belongs to: a tinted box, a highlighter's mark, a picture.
+cv::Mat groundAround(const cv::Mat& dark)
+{
+    cv::Mat small, ground;
+    cv::resize(dark, small, {}, 1.0 / groundFactor, 1.0 / groundFactor, cv::INTER_AREA);
+    const int window = oddWindow(areaShare, std::max(small.cols, small.rows)), over = window + 2;
+    cv::erode(small, small, cv::getStructuringElement(cv::MORPH_RECT, {window, window}));
+    cv::dilate(small, small, cv::getStructuringElement(cv::MORPH_RECT, {over, over})); // its soft rim too
+    cv::resize(small, ground, dark.size(), 0, 0, cv::INTER_LINEAR);
+    return ground;
+}
+
+// Black is what is nearer to the ink than to the ground. `noise`: standard deviation, levels.
+cv::Mat strokesOf(const cv::Mat& grey, double noise)
+{
+    const cv::Mat dark = darknessOf(grey), ink = inkAround(dark), ground = groundAround(dark);
+    const int least = static_cast<int>(std::max(255 * leastContrast, leastNoises * lightExponent * noise));
+    cv::Mat black(dark.size(), CV_8UC1);
+    for (int y = 0; y < dark.rows; ++y) {
+        const unsigned char *d = dark.ptr(y), *i = ink.ptr(y), *g = ground.ptr(y);
+        unsigned char* out = black.ptr(y);
+        for (int x = 0; x < dark.cols; ++x) {
+            const int limit = i[x] - g[x] < least ? surelyInk : (i[x] + g[x]) / 2;
+            out[x] = d[x] > limit ? 255 : 0;
         }
     }
-    cv::resize(limit, limit, grey.size(), 0, 0, cv::INTER_LINEAR);
-    cv::Mat black;
-    cv::compare(grey, limit, black, cv::CMP_LT);
     return black;
 }
 
@@ -80,8 +105,8 @@ void threshold(Image& image)
     flatten(image.pixels, model, how);
     cv::Mat grey;
     cv::cvtColor(image.pixels, grey, cv::COLOR_RGB2GRAY);
-    cv::GaussianBlur(grey, grey, {3, 3}, 0);
-    cv::Mat black = localThreshold(grey);
+    const cv::Scalar paper = cv::mean(model.paper());
+    cv::Mat black = strokesOf(grey, model.noise() * 255 / paper[1]);
     const double side = largestSpeck * std::max(black.cols, black.rows);
     removeSpecks(black, std::max(3, static_cast<int>(side * side)));
     cv::bitwise_not(black, black);

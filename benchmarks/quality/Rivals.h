@@ -1,0 +1,16 @@
+#pragma once
+
+#include <opencv2/core.hpp>
+
+/// What people use instead. RGB in, RGB or CV_8U out.
+namespace rivals {
+
+cv::Mat otsu(const cv::Mat& rgb);           ///< OpenCV
+cv::Mat adaptive(const cv::Mat& rgb);       ///< OpenCV, mean of the surroundings
+cv::Mat sauvola(const cv::Mat& rgb);        ///< Leptonica, in tiles
+cv::Mat normalisedOtsu(const cv::Mat& rgb); ///< Leptonica: even background, then Otsu
+cv::Mat normalised(const cv::Mat& rgb);     ///< Leptonica: even background, in colour
+cv::Mat division(const cv::Mat& rgb);       ///< each channel divided by its closed, softened self
+cv::Mat greyWorld(const cv::Mat& rgb);      ///< channels to one mean, then stretched
+
+} // namespace rivals

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <opencv2/core.hpp>
+
+#include <string>
+#include <vector>
+
+/// A page under a camera, of which everything is known.
+struct Scene
+{
+    std::string name;
+    cv::Mat photo; ///< CV_8UC3, RGB: what the camera delivers; the page fills it
+    cv::Mat truth; ///< the same place of the page itself, white paper: no light, no lens, no noise
+    cv::Mat ink;   ///< CV_8U, 255: strokes, each up to half of its own darkness
+    cv::Mat paper; ///< CV_8U, 255: nothing is printed there or near
+    cv::Mat print; ///< CV_8U, 255: coloured print: areas, seals, highlighter
+};
+
+/// Pages of the desk and a page with all that is hard (thin grey print, pencil, tinted boxes, highlighter, a
+/// photograph), under lamps, shadows, casts and noise of `seed`. RGB.
+std::vector<Scene> makeScenes(int count, cv::Size size, unsigned seed);

@@ -1,0 +1,193 @@
+// How good the pages are: every operation on pages of which everything is known, beside what people use
+// instead.
+//   bench_quality [PAGES [SEED [FOLDER]]]    FOLDER receives before and after, side by side
+#include "Rivals.h"
+#include "Scenes.h"
+
+#include "Background.h"
+#include "Codec.h"
+#include "Enhance.h"
+#include "Seal.h"
+#include "Threshold.h"
+
+#include <QGuiApplication>
+
+#include <opencv2/imgproc.hpp>
+
+#include <chrono>
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+using Operation = std::function<cv::Mat(const cv::Mat&)>;
+
+Operation ours(void (*change)(mirvak::Image&))
+{
+    return [change](const cv::Mat& rgb) {
+        mirvak::Image image;
+        image.pixels = rgb.clone();
+        change(image);
+        return image.pixels;
+    };
+}
+
+cv::Mat greyOf(const cv::Mat& picture)
+{
+    cv::Mat grey = picture;
+    if (picture.channels() == 3)
+        cv::cvtColor(picture, grey, cv::COLOR_RGB2GRAY);
+    return grey;
+}
+
+double share(const cv::Mat& part, const cv::Mat& of)
+{
+    return double(cv::countNonZero(part & of)) / std::max(1, cv::countNonZero(of));
+}
+
+struct Score
+{
+    double recall, precision;
+    double f() const { return 2 * recall * precision / std::max(1e-9, recall + precision); }
+};
+
+/// Of black strokes, where the page is paper or ink: areas of colour are a matter of taste.
+Score strokes(const Scene& scene, const cv::Mat& black)
+{
+    cv::Mat edge, judged;
+    cv::dilate(scene.ink, edge, cv::Mat(), {-1, -1}, 5);
+    judged = edge | scene.paper;
+    return {share(black, scene.ink), share(scene.ink, black & judged)};
+}
+
+/// Structural similarity of the brightness (Wang and others, 2004), mean over the picture.
+double ssim(const cv::Mat& a8, const cv::Mat& b8)
+{
+    cv::Mat a, b, ma, mb, aa, bb, ab;
+    greyOf(a8).convertTo(a, CV_32F);
+    greyOf(b8).convertTo(b, CV_32F);
+    const auto soft = [](const cv::Mat& from, cv::Mat& to) { cv::GaussianBlur(from, to, {11, 11}, 1.5); };
+    soft(a, ma), soft(b, mb), soft(a.mul(a), aa), soft(b.mul(b), bb), soft(a.mul(b), ab);
+    const double c1 = 6.5025, c2 = 58.5225;
+    const cv::Mat top = (2 * ma.mul(mb) + c1).mul(2 * (ab - ma.mul(mb)) + c2);
+    const cv::Mat below = (ma.mul(ma) + mb.mul(mb) + c1).mul(aa - ma.mul(ma) + bb - mb.mul(mb) + c2);
+    return cv::mean(top / below)[0];
+}
+
+/// Mean distance of colours (CIE 1976) where `where` is set.
+double labDistance(const cv::Mat& a8, const cv::Mat& b8, const cv::Mat& where)
+{
+    cv::Mat a, b, sum;
+    a8.convertTo(a, CV_32F, 1.0 / 255);
+    b8.convertTo(b, CV_32F, 1.0 / 255);
+    cv::cvtColor(a, a, cv::COLOR_RGB2Lab);
+    cv::cvtColor(b, b, cv::COLOR_RGB2Lab);
+    a -= b;
+    cv::transform(a.mul(a), sum, cv::Matx13f(1, 1, 1));
+    cv::sqrt(sum, sum);
+    return cv::mean(sum, where)[0];
+}
+
+struct Column
+{
+    const char* name;
+    std::function<double(const Scene&, const cv::Mat&)> measure;
+};
+
+struct Table
+{
+    const char* title;
+    std::vector<std::pair<const char*, Operation>> rows;
+    std::vector<Column> columns;
+};
+
+std::vector<Table> tables()
+{
+    const auto f = [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).f(); };
+    const std::vector<Column> page = {
+        {"white paper", [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) >= 250, s.paper); }},
+        {"ink kept", [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) < 200, s.ink); }},
+        {"F at 128", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).f(); }},
+        {"F at 160", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 160).f(); }},
+        {"SSIM", [](const Scene& s, const cv::Mat& p) { return ssim(s.truth, p); }}};
+    return {
+        {"black and white",
+         {{"ours", ours(mirvak::threshold)},
+          {"OpenCV Otsu", rivals::otsu},
+          {"OpenCV adaptive", rivals::adaptive},
+          {"Leptonica Sauvola", rivals::sauvola},
+          {"Leptonica normalised Otsu", rivals::normalisedOtsu}},
+         {{"recall", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).recall; }},
+          {"precision",
+           [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).precision; }},
+          {"F", f},
+          {"white paper", [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) > 128, s.paper); }}}},
+        {"background removed",
+         {{"ours", ours(mirvak::removeBackground)},
+          {"ours, document", ours(mirvak::processDocument)},
+          {"Leptonica normalised", rivals::normalised},
+          {"division", rivals::division}},
+         page},
+        {"colours enhanced",
+         {{"ours", ours(mirvak::enhanceColour)},
+          {"division", rivals::division},
+          {"Leptonica normalised", rivals::normalised},
+          {"grey world", rivals::greyWorld}},
+         {{"all", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, {}); }},
+          {"paper", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, s.paper); }},
+          {"print", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, s.print); }}}}};
+}
+
+void keep(
+    const std::string& folder, const Scene& scene, size_t number, const char* operation, const cv::Mat& page)
+{
+    cv::Mat shown = page, both;
+    if (page.channels() == 1)
+        cv::cvtColor(page, shown, cv::COLOR_GRAY2RGB);
+    cv::hconcat(std::vector<cv::Mat>{scene.photo, shown, scene.truth}, both);
+    mirvak::Image image;
+    image.pixels = both;
+    mirvak::writeImage(folder + '/' + std::to_string(number) + '-' + operation + ".jpg", image, 90);
+}
+
+void print(const Table& table, const std::vector<Scene>& scenes, const std::string& folder)
+{
+    std::printf("\n%-28s", table.title);
+    for (const Column& column : table.columns)
+        std::printf("%12s", column.name);
+    std::printf("%12s\n", "ms/MP");
+    for (const auto& [name, operation] : table.rows) {
+        std::vector<std::vector<double>> values(table.columns.size());
+        double seconds = 0, megapixels = 0;
+        for (size_t i = 0; i < scenes.size(); ++i) {
+            const auto begin = std::chrono::steady_clock::now();
+            const cv::Mat page = operation(scenes[i].photo);
+            seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+            megapixels += double(page.total()) / 1e6;
+            for (size_t c = 0; c < values.size(); ++c)
+                values[c].push_back(table.columns[c].measure(scenes[i], page));
+            if (!folder.empty() && &name == &table.rows.front().first)
+                keep(folder, scenes[i], i, table.title, page);
+        }
+        std::printf("  %-26s", name);
+        for (const auto& column : values)
+            std::printf("%12.4f", cv::mean(cv::Mat(column))[0]);
+        std::printf("%12.1f\n", 1000 * seconds / megapixels);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    cv::setNumThreads(1);
+    const int pages = argc > 1 ? std::atoi(argv[1]) : 8;
+    const unsigned seed = argc > 2 ? unsigned(std::atoi(argv[2])) : 1;
+    const std::string folder = argc > 3 ? argv[3] : "";
+    const std::vector<Scene> scenes = makeScenes(pages, {1836, 2448}, seed);
+    for (const Table& table : tables())
+        print(table, scenes, folder);
+    return 0;
+}
