@@ -14,6 +14,7 @@
 #include "MainDesk.h"
 #include "More.h"
 #include "OutputControl.h"
+#include "PrinterControl.h"
 #include "ScanControl.h"
 #include "ScanModes.h"
 #include "Settings.h"
@@ -117,6 +118,7 @@ void LumroScanner::makeFeatures()
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
     outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this);
     cards_ = std::make_unique<CardControl>(*desk_, *this);
+    printer_ = std::make_unique<PrinterControl>(*desk_);
     frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);
     tuning_ = std::make_unique<TuningControl>(camera_, session_, delivery_, view, *desk_);
     fingerprint_ = std::make_unique<FingerprintControl>(*desk_, *thumbnail_);

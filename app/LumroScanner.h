@@ -23,6 +23,7 @@ class FrozenPage;
 class MainDesk;
 class More;
 class OutputControl;
+class PrinterControl;
 class QPixmap;
 class ScanControl;
 class ScanModes;
@@ -150,6 +151,7 @@ private:
     std::unique_ptr<ScanControl> scans_;
     std::unique_ptr<OutputControl> outputs_;
     std::unique_ptr<CardControl> cards_;
+    std::unique_ptr<PrinterControl> printer_;
     std::unique_ptr<FrozenPage> frozenPage_;
     std::unique_ptr<TuningControl> tuning_;
     std::unique_ptr<FingerprintControl> fingerprint_;

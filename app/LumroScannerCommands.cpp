@@ -7,6 +7,7 @@
 #include "FingerprintControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
+#include "PrinterControl.h"
 #include "ScanControl.h"
 #include "ScanModes.h"
 #include "ui_LumroScanner.h"
@@ -150,7 +151,7 @@ void LumroScanner::onFactoryTesting()
 
 void LumroScanner::onPrint()
 {
-    featureMissing();
+    printer_->onPrint();
 }
 
 void LumroScanner::onReadIdCard()

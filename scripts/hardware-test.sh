@@ -1,6 +1,6 @@
 #!/bin/bash
-# Runs the tests on the real camera driver: boots the lab (tests/hardware/lab), plugs cameras in software
-# into it and drives the camera library. Ends with 77 where the lab cannot be had.
+# Runs the tests on the real drivers: boots the lab (tests/hardware/lab), plugs cameras and a printer in software
+# into it and drives what talks to them. Ends with 77 where the lab cannot be had.
 #   scripts/hardware-test.sh [BUILDFOLDER [TESTARGUMENT...]]     default build/release
 . "$(dirname "$0")/lib/common.sh"
 folder=$(cd "${1:-build/release}" && pwd)
@@ -28,4 +28,8 @@ make_pictures() {
 
 "$lab" prepare
 [ -f "$pictures/1600x1200_a.jpg" ] || make_pictures
-"$lab" run 1100 "exec $root/tests/hardware/lab/with-cameras $pictures $folder/tests/v4l2_test $*"
+with=$root/tests/hardware/lab/with
+"$lab" run 1100 "
+    $with-cameras $pictures $folder/tests/v4l2_test $* || failed=1
+    $with-printer $folder/tests/usblp_test $* || failed=1
+    exit \${failed:-0}"

@@ -141,6 +141,7 @@ windows() {
 . scripts/lib/tour-documents.sh
 . scripts/lib/tour-identity.sh
 . scripts/lib/tour-cards.sh
+. scripts/lib/tour-printer.sh
 
 start
 if [ -n "$windows" ]; then
@@ -160,4 +161,5 @@ scans
 documents
 identity
 id_cards
+printing
 say "Screenshots and files: $shots"

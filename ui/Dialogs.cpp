@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QDrag>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QUrl>
@@ -35,6 +36,9 @@ Dialogs Dialogs::real()
         dialog.resize(dialog.size().expandedTo(leastForFiles));
         dialog.setSizeGripEnabled(true); // its frame has no edges to pull at
         return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    };
+    dialogs.askText = [](QInputDialog& dialog) {
+        return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
     };
     dialogs.openUrl = [](const QUrl& url) { return QDesktopServices::openUrl(url); };
     dialogs.choosePrinter = [](QPrinter& printer, QWidget* parent) {

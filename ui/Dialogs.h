@@ -9,6 +9,7 @@
 class MsgBox;
 class QDrag;
 class QFileDialog;
+class QInputDialog;
 class QPrinter;
 class QUrl;
 class QWidget;
@@ -27,6 +28,8 @@ struct Dialogs
     std::function<QMessageBox::StandardButton(QMessageBox& box)> ask;
     /// Runs the prepared dialog modally. @return the chosen files or folder; empty when cancelled
     std::function<QStringList(QFileDialog& dialog)> chooseFiles;
+    /// Runs the prepared dialog modally. @return the text; empty when cancelled
+    std::function<QString(QInputDialog& dialog)> askText;
     /// Opens a file or a folder with the desktop's own program. @return false when nothing could open it
     std::function<bool(const QUrl& url)> openUrl;
     /// Lets the user choose and set up the printer. @return false when cancelled

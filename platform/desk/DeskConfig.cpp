@@ -256,6 +256,10 @@ DeskConfig readDesk(const Setting& root, const fs::path& folder)
     }
     if (const Setting* fingerprint = find(root, "fingerprint"))
         desk.fingerprint = readFingerprint(*fingerprint, folder);
+    if (const Setting* printer = find(root, "printer")) {
+        needGroup(*printer);
+        desk.printer = DeskConfig::Printer{pathBelow(folder, need(*printer, "paper"))};
+    }
     return desk;
 }
 

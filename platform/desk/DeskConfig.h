@@ -15,6 +15,8 @@
 ///     keys        = { camera = 0; fifo = "keys"; };   // a line with a number presses that key
 ///     idcard      = { cards = "cards"; };
 ///     fingerprint = { prints = "prints"; delay = 0.5; };
+///     printer     = { paper = "paper"; };             // what a receipt printer prints becomes pictures
+///     there
 ///
 /// Relative paths start at the folder of the file. A camera needs `name` and `source`, everything else has a
 /// default. Faults of a camera: unplug_after and stall_after (seconds after the start of the stream),
@@ -68,6 +70,11 @@ struct DeskConfig
         double delaySeconds = 0.5;
     };
 
+    struct Printer
+    {
+        std::filesystem::path paper; ///< folder; need not exist
+    };
+
     /// What can be set at a camera, in the order of the camera library's own list.
     static constexpr const char* controlNames[] = {"focus_auto",
                                                    "focus",
@@ -88,6 +95,7 @@ struct DeskConfig
     std::optional<Keys> keys;
     std::optional<IdCard> idCard;
     std::optional<Fingerprint> fingerprint;
+    std::optional<Printer> printer;
 
     /// Reads the file. On failure nothing is returned and `error` names the file, the line and the reason.
     static std::optional<DeskConfig> load(const std::filesystem::path& path, std::string& error);

@@ -1236,6 +1236,41 @@
     </message>
 </context>
 <context>
+    <name>PrinterWidget</name>
+    <message>
+        <source>Printers</source>
+        <translation>Printers</translation>
+    </message>
+    <message>
+        <source>Text to print</source>
+        <translation>Text to print</translation>
+    </message>
+    <message>
+        <source>Size of the letters</source>
+        <translation>Size of the letters</translation>
+    </message>
+    <message>
+        <source>Printing...</source>
+        <translation>Printing...</translation>
+    </message>
+    <message>
+        <source>选择打印图片</source>
+        <translation>Choose a picture to print</translation>
+    </message>
+    <message>
+        <source>Images (*.jpg *.bmp *.png)</source>
+        <translation>Images (*.jpg *.bmp *.png)</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read.</source>
+        <translation>The picture cannot be read.</translation>
+    </message>
+    <message>
+        <source>The picture is too high for its width: it would need more than 8 m of paper.</source>
+        <translation>The picture is too high for its width: it would need more than 8 m of paper.</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>

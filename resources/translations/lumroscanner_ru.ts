@@ -1237,6 +1237,41 @@
     </message>
 </context>
 <context>
+    <name>PrinterWidget</name>
+    <message>
+        <source>Printers</source>
+        <translation>Принтеры</translation>
+    </message>
+    <message>
+        <source>Text to print</source>
+        <translation>Текст для печати</translation>
+    </message>
+    <message>
+        <source>Size of the letters</source>
+        <translation>Размер букв</translation>
+    </message>
+    <message>
+        <source>Printing...</source>
+        <translation>Идёт печать...</translation>
+    </message>
+    <message>
+        <source>选择打印图片</source>
+        <translation>Выберите изображение для печати</translation>
+    </message>
+    <message>
+        <source>Images (*.jpg *.bmp *.png)</source>
+        <translation>Изображения (*.jpg *.bmp *.png)</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read.</source>
+        <translation>Не удалось прочитать изображение.</translation>
+    </message>
+    <message>
+        <source>The picture is too high for its width: it would need more than 8 m of paper.</source>
+        <translation>Изображение слишком высокое для своей ширины: понадобилось бы больше 8 м бумаги.</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>

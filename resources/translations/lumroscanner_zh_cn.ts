@@ -1235,6 +1235,41 @@
     </message>
 </context>
 <context>
+    <name>PrinterWidget</name>
+    <message>
+        <source>Printers</source>
+        <translation>打印机</translation>
+    </message>
+    <message>
+        <source>Text to print</source>
+        <translation>要打印的文字</translation>
+    </message>
+    <message>
+        <source>Size of the letters</source>
+        <translation>文字大小</translation>
+    </message>
+    <message>
+        <source>Printing...</source>
+        <translation>正在打印...</translation>
+    </message>
+    <message>
+        <source>选择打印图片</source>
+        <translation>选择打印图片</translation>
+    </message>
+    <message>
+        <source>Images (*.jpg *.bmp *.png)</source>
+        <translation>图片 (*.jpg *.bmp *.png)</translation>
+    </message>
+    <message>
+        <source>The picture cannot be read.</source>
+        <translation>无法读取该图片。</translation>
+    </message>
+    <message>
+        <source>The picture is too high for its width: it would need more than 8 m of paper.</source>
+        <translation>图片相对于宽度过高：打印需要超过 8 米的纸。</translation>
+    </message>
+</context>
+<context>
     <name>RecordControl</name>
     <message>
         <source>Tips</source>

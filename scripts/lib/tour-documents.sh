@@ -32,6 +32,18 @@ pages_pdf() {
     await_pdf 2 5
 }
 
+choose_in_dialog() { # TEXT; the next dialog may look the same
+    local dialog
+    await "the file dialog" is_there fileNameEdit
+    click fileNameEdit
+    dialog=$(xdotool getactivewindow)
+    xdotool key ctrl+a
+    xdotool type --delay 1 "$1"
+    xdotool key Return
+    await "the file dialog's end" window_gone "$dialog"
+}
+window_gone() { ! xwininfo -id "$1" | grep IsViewable; }
+
 # One of the made pages under the main camera, for as long as the program runs.
 lay_page() { # FILE
     mkdir -p "$work/page"

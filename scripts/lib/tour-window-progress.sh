@@ -11,18 +11,6 @@ lay_many_pictures() {
     for i in $(seq 11 29); do cp "$work/slow/p10.png" "$work/slow/p$i.png"; done
 }
 
-choose_in_dialog() { # TEXT; the next dialog may look the same
-    local dialog
-    await "the file dialog" is_there fileNameEdit
-    click fileNameEdit
-    dialog=$(xdotool getactivewindow)
-    xdotool key ctrl+a
-    xdotool type --delay 1 "$1"
-    xdotool key Return
-    await "the file dialog's end" window_gone "$dialog"
-}
-window_gone() { ! xwininfo -id "$1" | grep IsViewable; }
-
 begin_pdf_of_many() { # FILE
     click btnPdf "" 3
     await "the menu of the PDF button" is_there menu.0

@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 
 #include "PdfEx.h"
+#include "PrinterWidget.h"
 #include "ToolBar.h"
 
 namespace {
@@ -53,6 +54,24 @@ TEST_F(OutputWindowTest, TheMultiPageDialogHasTheLivePictureAndTheTools)
     EXPECT_TRUE(dialog->pages().isEmpty());
     window_->close(); // with the dialog open
     window_.reset();
+}
+
+TEST_F(OutputWindowTest, TheReceiptPrintersWindowComesOnceUnderTheGuard)
+{
+    const auto windows = [] {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        return std::count_if(
+            all.begin(), all.end(), [](QWidget* each) { return qobject_cast<PrinterWidget*>(each); });
+    };
+    ASSERT_TRUE(shows(camera()));
+    for (const int expected : {0, 1, 1}) {
+        window_->setMergePending(expected == 0);
+        window_->onPrint();
+        EXPECT_EQ(windows(), expected);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+    window_.reset();
+    EXPECT_EQ(windows(), 0);
 }
 
 } // namespace

@@ -38,7 +38,7 @@ TEST(DeskConfig, ReadsEverySettingAndHasDefaults)
         }
         if (desk)
             out << " real " << desk->realDevices << (desk->keys ? desk->keys->fifo.filename() : "")
-                << (desk->idCard ? desk->idCard->cards : "");
+                << (desk->idCard ? desk->idCard->cards : "") << (desk->printer ? desk->printer->paper : "");
         if (desk && desk->fingerprint)
             out << desk->fingerprint->prints.filename() << desk->fingerprint->delaySeconds;
         return out.str();
@@ -53,11 +53,12 @@ real = false;
 keys = { camera = 0; fifo = "../pipe"; };
 idcard = { cards = "/srv/cards"; };
 fingerprint = { prints = "prints"; delay = 0.25; };
+printer = { paper = "/srv/paper"; };
 )"),
               "Desk camera 1 1b172000 photos 12.5 6 0 3 2.5 40 1010 { 1, 4 } 1600x1200 0x0 real "
-              "0\"pipe\"\"/srv/cards\"\"prints\"0.25");
+              "0\"pipe\"\"/srv/cards\"\"/srv/paper\"\"prints\"0.25");
     EXPECT_EQ(told(R"(cameras = ({ name = "C"; source = "p"; fail_start = true; held = true; });)"),
-              "C 0  p 30 4 1 -1 -1 0 0101 {} 0x0 real 1\"\"\"\"");
+              "C 0  p 30 4 1 -1 -1 0 0101 {} 0x0 real 1\"\"\"\"\"\"");
 }
 
 TEST(DeskConfig, RefusesWhatCannotBeMeantAndNamesTheLine)
@@ -86,6 +87,7 @@ TEST(DeskConfig, RefusesWhatCannotBeMeantAndNamesTheLine)
                               "resolutions = [ \"99999x10\" ];"})
         EXPECT_THAT(errorOf(folder, camera(wrong)), HasSubstr("desk.cfg:3: ")) << wrong;
     EXPECT_THAT(errorOf(folder, "keys = { camera = 1; fifo = \"k\"; };"), HasSubstr("desk.cfg:1: "));
+    EXPECT_THAT(errorOf(folder, "printer = { paper = \"\"; };"), HasSubstr("desk.cfg:1: "));
     EXPECT_THAT(errorOf(folder, "idcard = \"cards\";"), HasSubstr("desk.cfg:1: "));
 
     std::string error;

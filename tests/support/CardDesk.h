@@ -26,9 +26,11 @@ protected:
     /// Later than all before it.
     void lay(const std::string& name, const std::string& text)
     {
-        last_write_time(std::filesystem::path(folder.write("cards/" + name, text)), laid += std::chrono::seconds(1));
+        last_write_time(std::filesystem::path(folder.write("cards/" + name, text)),
+                        laid += std::chrono::seconds(1));
     }
 
     const TempDir folder;
-    std::filesystem::file_time_type laid = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::filesystem::file_time_type laid =
+        std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
 };

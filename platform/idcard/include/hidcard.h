@@ -5,10 +5,12 @@
    Which reader is attached, and where, stands in ~/.config/lumro/idcard.cfg; without it the reader is that of
    the virtual desk (LUMRO_DESK), if it has one:
 
-       port  = "/dev/ttyUSB0";                        a module on a serial line, or
-       usb   = "abcd1234";                            one that is the USB HID device of this vendor and
-   product baud  = 115200;                                of the serial line types = { foreign = 2; residence
-   = 1; };       as what the two other kinds of cards are told, 1 to 3
+       port  = "/dev/ttyUSB0";
+       baud  = 115200;
+       types = { foreign = 2; residence = 1; };
+
+   a module on a serial line, or, with usb = "abcd1234"; in place of the first two, the one that is the USB
+   HID device of this vendor and product; `types`: as what the two other kinds of cards are told, 1 to 3.
 
    What goes wrong prints one line on standard error, never with anything that stands on a card. */
 #ifndef HIDCARD_H
