@@ -35,6 +35,9 @@ public:
     /// Releases the second camera; for the end of the program.
     void stop() { second_.stop(); }
 
+    /// Switches the second camera off: somebody else wants it, or it cannot be used.
+    void giveUp();
+
     bool isShown() const;
     /// Capture thread.
     void onFrame(void* image, int width, int height) { second_.onFrame(image, width, height); }
@@ -44,7 +47,6 @@ private:
     void switchOff();
     void switchOn();
     void makeOverlay();
-    void giveUp();
 
     CameraSession& session_;
     VideoView& view_;

@@ -7,6 +7,8 @@
 #include "ConfigSet.h"
 #include "DeviceControl.h"
 #include "Dialogs.h"
+#include "FaceControl.h"
+#include "FingerprintControl.h"
 #include "FrozenPage.h"
 #include "LanguageFolder.h"
 #include "MainDesk.h"
@@ -80,6 +82,7 @@ LumroScanner::~LumroScanner()
     delivery_.channel().close(); // a timed capture that waits for its frame is sent away
     scans_->finish();
     assist_->stop();
+    faces_->finish();
     session_.shutDown();
     outputs_->finish();
 }
@@ -118,6 +121,8 @@ void LumroScanner::makeFeatures()
     printer_ = std::make_unique<PrinterControl>(*desk_);
     frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);
     tuning_ = std::make_unique<TuningControl>(camera_, session_, delivery_, view, *desk_);
+    fingerprint_ = std::make_unique<FingerprintControl>(*desk_, *thumbnail_);
+    faces_ = std::make_unique<FaceControl>(FaceControl::Parts{camera_, session_, *assist_, *desk_});
     devices_ = new DeviceControl(session_, delivery_, view, *desk_, this);
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });

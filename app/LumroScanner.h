@@ -17,6 +17,8 @@ class BtnControl;
 class CardControl;
 class ConfigSet;
 class DeviceControl;
+class FaceControl;
+class FingerprintControl;
 class FrozenPage;
 class MainDesk;
 class More;
@@ -152,6 +154,8 @@ private:
     std::unique_ptr<PrinterControl> printer_;
     std::unique_ptr<FrozenPage> frozenPage_;
     std::unique_ptr<TuningControl> tuning_;
+    std::unique_ptr<FingerprintControl> fingerprint_;
+    std::unique_ptr<FaceControl> faces_;
     DeviceControl* devices_ = nullptr;
     KeyGate keyGate_;
     bool keysListening_ = false;

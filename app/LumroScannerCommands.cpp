@@ -3,6 +3,8 @@
 
 #include "AssistControl.h"
 #include "CardControl.h"
+#include "FaceControl.h"
+#include "FingerprintControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
 #include "PrinterControl.h"
@@ -159,12 +161,12 @@ void LumroScanner::onReadIdCard()
 
 void LumroScanner::onFaceVerify()
 {
-    featureMissing();
+    faces_->onFaceVerify();
 }
 
 void LumroScanner::onFingerPrint()
 {
-    featureMissing();
+    fingerprint_->onFingerPrint();
 }
 
 void LumroScanner::onSign()

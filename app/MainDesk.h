@@ -39,6 +39,8 @@ public:
     /// While this window shows, nothing is captured and no device is changed.
     void addBlocker(const QWidget* dialog) { blockers_ << dialog; }
     bool isDialogOpen() const;
+    /// Such a window shows, or a frame is waited for.
+    bool isBusy() const { return isDialogOpen() || wait_.isWaiting(); }
     /// While this window shows, it has the live picture in the view's place.
     void addFront(QWidget* window) { fronts_ << window; }
     /// Where the second camera's picture comes from; without it there is none.
@@ -75,7 +77,6 @@ Q_SIGNALS:
 
 private:
     QWidget& front() const;
-    bool isBusy() const { return isDialogOpen() || wait_.isWaiting(); }
     bool isMergeDone() const;
 
     Parts parts_;

@@ -94,15 +94,22 @@ QString CaptureProcessor::finish(void* work, int colourMode, QString path) const
 {
     applyColour(work, colourMode);
     stampWatermark(work);
-    const int result = FileNaming::saveNew(path, int(MIRVAK_EXISTS), [&](const QString& name) {
-        return camera_.MirvakImage_Save(name.toUtf8().constData(), work, jpegQuality, saveMode);
-    });
+    const int result =
+        FileNaming::saveNew(path, int(MIRVAK_EXISTS), [&](const QString& name) { return save(name, work); });
     if (result != MIRVAK_OK) {
         std::fprintf(
             stderr, "capture: %s was not saved (MirvakImage_Save: %d)\n", qUtf8Printable(path), result);
         return QString();
     }
     return path;
+}
+
+int CaptureProcessor::save(const QString& path, void* work) const
+{
+    const QByteArray name = path.toUtf8();
+    return readers_ == FilesFor::ownerAlone
+               ? camera_.MirvakImage_SavePrivate(name.constData(), work, jpegQuality)
+               : camera_.MirvakImage_Save(name.constData(), work, jpegQuality, saveMode);
 }
 
 void CaptureProcessor::crop(void* work, int cropMode, const QRect& selection) const

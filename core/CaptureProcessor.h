@@ -31,7 +31,11 @@ struct SavedPages
 class CaptureProcessor
 {
 public:
-    explicit CaptureProcessor(MirvakCamera& camera) : camera_(camera) {}
+    enum class FilesFor { everybody, ownerAlone };
+    explicit CaptureProcessor(MirvakCamera& camera, FilesFor readers = FilesFor::everybody)
+        : camera_(camera), readers_(readers)
+    {
+    }
 
     /// Saves a processed copy of `image`, which stays the caller's and unchanged.
     /// @param cropMode one of cropping::
@@ -59,7 +63,9 @@ private:
     void crop(void* work, int cropMode, const QRect& selection) const;
     void applyColour(void* work, int colourMode) const;
     void stampWatermark(void* work) const;
+    int save(const QString& path, void* work) const;
 
     MirvakCamera& camera_;
+    const FilesFor readers_; ///< of the files made of image handles
     std::mutex saveMutex_;
 };

@@ -23,7 +23,7 @@ fi
 need_tools
 export LUMRO_DESK=${LUMRO_DESK:-$(dirname "$(dirname "$program")")/share/desk/desk.cfg}
 mkdir -p "$shots"
-rm -f "$shots"/IMAGE_*.jpg "$shots"/*.pdf "$shots"/*.rtf "$shots"/*.mp4 "$shots"/*.png
+rm -f "$shots"/IMAGE_*.jpg "$shots"/*.pdf "$shots"/*.rtf "$shots"/*.mp4 "$shots"/*.bmp "$shots"/*.png
 
 number=0
 shoot() { # NAME
@@ -139,6 +139,7 @@ windows() {
 
 . scripts/lib/tour-scans.sh
 . scripts/lib/tour-documents.sh
+. scripts/lib/tour-identity.sh
 . scripts/lib/tour-cards.sh
 . scripts/lib/tour-printer.sh
 
@@ -158,6 +159,7 @@ strip_and_choices
 close_program
 scans
 documents
+identity
 id_cards
 printing
 say "Screenshots and files: $shots"

@@ -3,24 +3,19 @@
 #include <dlfcn.h>
 
 #include <cstdio>
-#include <string>
 
 namespace mirvak {
 
-namespace {
-
-// The library that this code is linked into. A bare file name would be found by its run path only while
-// nothing stands between it and dlopen(), as the sanitizers do.
+// A bare file name would be found by the library's run path only while nothing stands between it and
+// dlopen(), as the sanitizers do.
 std::string ownFolder()
 {
     Dl_info own;
-    if (dladdr(reinterpret_cast<const void*>(&functionOfModule), &own) == 0)
+    if (dladdr(reinterpret_cast<const void*>(&ownFolder), &own) == 0)
         return {};
     const std::string path = own.dli_fname;
     return path.substr(0, path.rfind('/') + 1);
 }
-
-} // namespace
 
 void* functionOfModule(const char* who, const char* file, const char* function)
 {

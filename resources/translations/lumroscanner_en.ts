@@ -418,6 +418,216 @@
     </message>
 </context>
 <context>
+    <name>FaceVerify</name>
+    <message>
+        <source>Live picture of the face</source>
+        <translation>Live picture of the face</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Result</translation>
+    </message>
+    <message>
+        <source>ReadCard</source>
+        <translation>ReadCard</translation>
+    </message>
+    <message>
+        <source>Scanner</source>
+        <translation>Scanner</translation>
+    </message>
+    <message>
+        <source>Verify</source>
+        <translation>Verify</translation>
+    </message>
+    <message>
+        <source>Live-Face</source>
+        <translation>Live-Face</translation>
+    </message>
+    <message>
+        <source>One-Click-Verify</source>
+        <translation>One-Click-Verify</translation>
+    </message>
+    <message>
+        <source>Portrait of the card</source>
+        <translation>Portrait of the card</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Gender:</source>
+        <translation>Gender:</translation>
+    </message>
+    <message>
+        <source>Nation:</source>
+        <translation>Nation:</translation>
+    </message>
+    <message>
+        <source>Born:</source>
+        <translation>Born:</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>Year</translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>Mon</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>Day</translation>
+    </message>
+    <message>
+        <source>Address:</source>
+        <translation>Address:</translation>
+    </message>
+    <message>
+        <source>Number:</source>
+        <translation>Number:</translation>
+    </message>
+    <message>
+        <source>Department:</source>
+        <translation>Department:</translation>
+    </message>
+    <message>
+        <source>Valid Period:</source>
+        <translation>Valid Period:</translation>
+    </message>
+    <message>
+        <source>Face Verify</source>
+        <translation>Face Verify</translation>
+    </message>
+    <message>
+        <source>The face camera was disconnected.</source>
+        <translation>The face camera was disconnected.</translation>
+    </message>
+    <message>
+        <source>Init IDCard failed,this device may not support this feature!</source>
+        <translation>Init IDCard failed,this device may not support this feature!</translation>
+    </message>
+    <message>
+        <source>There is no face camera.</source>
+        <translation>There is no face camera.</translation>
+    </message>
+    <message>
+        <source>The face camera cannot be opened. It may be in use.</source>
+        <translation>The face camera cannot be opened. It may be in use.</translation>
+    </message>
+    <message>
+        <source>Waiting for a picture of the face...</source>
+        <translation>Waiting for a picture of the face...</translation>
+    </message>
+    <message>
+        <source>There is no new picture of the face.</source>
+        <translation>There is no new picture of the face.</translation>
+    </message>
+    <message>
+        <source>The picture was taken.</source>
+        <translation>The picture was taken.</translation>
+    </message>
+    <message>
+        <source>Reading the card...</source>
+        <translation>Reading the card...</translation>
+    </message>
+    <message>
+        <source>Read idcard failed!</source>
+        <translation>Read idcard failed!</translation>
+    </message>
+    <message>
+        <source>ID card info is empty.</source>
+        <translation>ID card info is empty.</translation>
+    </message>
+    <message>
+        <source>The face library cannot be used on this computer!</source>
+        <translation>The face library cannot be used on this computer!</translation>
+    </message>
+    <message>
+        <source>Comparing the faces...</source>
+        <translation>Comparing the faces...</translation>
+    </message>
+    <message>
+        <source>Face comparison failed, score:%1</source>
+        <translation>Face comparison failed, score:%1</translation>
+    </message>
+    <message>
+        <source>Face comparison success, score:%1</source>
+        <translation>Face comparison success, score:%1</translation>
+    </message>
+    <message>
+        <source>No card has been read.</source>
+        <translation>No card has been read.</translation>
+    </message>
+    <message>
+        <source>Looking at the face...</source>
+        <translation>Looking at the face...</translation>
+    </message>
+    <message>
+        <source>This is not a living face.</source>
+        <translation>This is not a living face.</translation>
+    </message>
+    <message>
+        <source>This is a living face.</source>
+        <translation>This is a living face.</translation>
+    </message>
+    <message>
+        <source>Please confirm that your ID card is in the card reading position, your face is in the center of the video screen, and then click the confirm button</source>
+        <translation>Please confirm that your ID card is in the card reading position, your face is in the center of the video screen, and then click the confirm button</translation>
+    </message>
+</context>
+<context>
+    <name>FignerPrint</name>
+    <message>
+        <source>Fingerprint</source>
+        <translation>Fingerprint</translation>
+    </message>
+    <message>
+        <source>Take fingerprint</source>
+        <translation>Take fingerprint</translation>
+    </message>
+    <message>
+        <source>Change mode</source>
+        <translation>Change mode</translation>
+    </message>
+    <message>
+        <source>FingerPrint</source>
+        <translation>FingerPrint</translation>
+    </message>
+    <message>
+        <source>Open FP device failed</source>
+        <translation>Open FP device failed</translation>
+    </message>
+    <message>
+        <source>Please put your finger on it</source>
+        <translation>Please put your finger on it</translation>
+    </message>
+    <message>
+        <source>Get FP data Success</source>
+        <translation>Get FP data Success</translation>
+    </message>
+    <message>
+        <source>Read FP data timeout</source>
+        <translation>Read FP data timeout</translation>
+    </message>
+    <message>
+        <source>The sensor does not answer any more.</source>
+        <translation>The sensor does not answer any more.</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>The picture could not be saved. Please check the folder %1.</translation>
+    </message>
+    <message>
+        <source>The mode stays as it is.</source>
+        <translation>The mode stays as it is.</translation>
+    </message>
+    <message>
+        <source>Mode %1 holds from the next start on.</source>
+        <translation>Mode %1 holds from the next start on.</translation>
+    </message>
+</context>
+<context>
     <name>FileHandover</name>
     <message>
         <source>No program opens %1.</source>

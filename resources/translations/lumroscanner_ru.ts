@@ -418,6 +418,216 @@
     </message>
 </context>
 <context>
+    <name>FaceVerify</name>
+    <message>
+        <source>Live picture of the face</source>
+        <translation>Живое изображение лица</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Результат</translation>
+    </message>
+    <message>
+        <source>ReadCard</source>
+        <translation>Считать карту</translation>
+    </message>
+    <message>
+        <source>Scanner</source>
+        <translation>Снимок</translation>
+    </message>
+    <message>
+        <source>Verify</source>
+        <translation>Сравнить</translation>
+    </message>
+    <message>
+        <source>Live-Face</source>
+        <translation>Живое лицо</translation>
+    </message>
+    <message>
+        <source>One-Click-Verify</source>
+        <translation>Проверка одним нажатием</translation>
+    </message>
+    <message>
+        <source>Portrait of the card</source>
+        <translation>Портрет на карте</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Имя:</translation>
+    </message>
+    <message>
+        <source>Gender:</source>
+        <translation>Пол:</translation>
+    </message>
+    <message>
+        <source>Nation:</source>
+        <translation>Национальность:</translation>
+    </message>
+    <message>
+        <source>Born:</source>
+        <translation>Дата рождения:</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>год</translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>мес.</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>день</translation>
+    </message>
+    <message>
+        <source>Address:</source>
+        <translation>Адрес:</translation>
+    </message>
+    <message>
+        <source>Number:</source>
+        <translation>Номер:</translation>
+    </message>
+    <message>
+        <source>Department:</source>
+        <translation>Кем выдана:</translation>
+    </message>
+    <message>
+        <source>Valid Period:</source>
+        <translation>Срок действия:</translation>
+    </message>
+    <message>
+        <source>Face Verify</source>
+        <translation>Проверка лица</translation>
+    </message>
+    <message>
+        <source>The face camera was disconnected.</source>
+        <translation>Камера для лиц отключена.</translation>
+    </message>
+    <message>
+        <source>Init IDCard failed,this device may not support this feature!</source>
+        <translation>Не удалось открыть считыватель карт, возможно, это устройство не поддерживает эту функцию!</translation>
+    </message>
+    <message>
+        <source>There is no face camera.</source>
+        <translation>Нет камеры для лиц.</translation>
+    </message>
+    <message>
+        <source>The face camera cannot be opened. It may be in use.</source>
+        <translation>Не удалось открыть камеру для лиц. Возможно, она занята.</translation>
+    </message>
+    <message>
+        <source>Waiting for a picture of the face...</source>
+        <translation>Ожидание снимка лица…</translation>
+    </message>
+    <message>
+        <source>There is no new picture of the face.</source>
+        <translation>Нового снимка лица нет.</translation>
+    </message>
+    <message>
+        <source>The picture was taken.</source>
+        <translation>Снимок сделан.</translation>
+    </message>
+    <message>
+        <source>Reading the card...</source>
+        <translation>Чтение карты…</translation>
+    </message>
+    <message>
+        <source>Read idcard failed!</source>
+        <translation>Не удалось прочитать карту!</translation>
+    </message>
+    <message>
+        <source>ID card info is empty.</source>
+        <translation>Данные карты пусты.</translation>
+    </message>
+    <message>
+        <source>The face library cannot be used on this computer!</source>
+        <translation>Библиотеку распознавания лиц нельзя использовать на этом компьютере!</translation>
+    </message>
+    <message>
+        <source>Comparing the faces...</source>
+        <translation>Сравнение лиц…</translation>
+    </message>
+    <message>
+        <source>Face comparison failed, score:%1</source>
+        <translation>Лица не совпали, оценка: %1</translation>
+    </message>
+    <message>
+        <source>Face comparison success, score:%1</source>
+        <translation>Лица совпали, оценка: %1</translation>
+    </message>
+    <message>
+        <source>No card has been read.</source>
+        <translation>Карта не считана.</translation>
+    </message>
+    <message>
+        <source>Looking at the face...</source>
+        <translation>Проверка лица…</translation>
+    </message>
+    <message>
+        <source>This is not a living face.</source>
+        <translation>Это не живое лицо.</translation>
+    </message>
+    <message>
+        <source>This is a living face.</source>
+        <translation>Это живое лицо.</translation>
+    </message>
+    <message>
+        <source>Please confirm that your ID card is in the card reading position, your face is in the center of the video screen, and then click the confirm button</source>
+        <translation>Убедитесь, что карта лежит на считывателе, а лицо находится в центре изображения, и нажмите кнопку подтверждения</translation>
+    </message>
+</context>
+<context>
+    <name>FignerPrint</name>
+    <message>
+        <source>Fingerprint</source>
+        <translation>Отпечаток пальца</translation>
+    </message>
+    <message>
+        <source>Take fingerprint</source>
+        <translation>Снять отпечаток</translation>
+    </message>
+    <message>
+        <source>Change mode</source>
+        <translation>Сменить режим</translation>
+    </message>
+    <message>
+        <source>FingerPrint</source>
+        <translation>Отпечаток пальца</translation>
+    </message>
+    <message>
+        <source>Open FP device failed</source>
+        <translation>Не удалось открыть сканер отпечатков</translation>
+    </message>
+    <message>
+        <source>Please put your finger on it</source>
+        <translation>Приложите палец к сканеру</translation>
+    </message>
+    <message>
+        <source>Get FP data Success</source>
+        <translation>Отпечаток получен</translation>
+    </message>
+    <message>
+        <source>Read FP data timeout</source>
+        <translation>Время ожидания отпечатка истекло</translation>
+    </message>
+    <message>
+        <source>The sensor does not answer any more.</source>
+        <translation>Сканер отпечатков больше не отвечает.</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>Не удалось сохранить снимок. Проверьте папку %1.</translation>
+    </message>
+    <message>
+        <source>The mode stays as it is.</source>
+        <translation>Режим не изменён.</translation>
+    </message>
+    <message>
+        <source>Mode %1 holds from the next start on.</source>
+        <translation>Режим %1 начнёт действовать со следующего запуска.</translation>
+    </message>
+</context>
+<context>
     <name>FileHandover</name>
     <message>
         <source>No program opens %1.</source>

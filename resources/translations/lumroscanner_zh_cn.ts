@@ -418,6 +418,216 @@
     </message>
 </context>
 <context>
+    <name>FaceVerify</name>
+    <message>
+        <source>Live picture of the face</source>
+        <translation>人脸实时画面</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
+    </message>
+    <message>
+        <source>ReadCard</source>
+        <translation>读卡</translation>
+    </message>
+    <message>
+        <source>Scanner</source>
+        <translation>拍照</translation>
+    </message>
+    <message>
+        <source>Verify</source>
+        <translation>比对</translation>
+    </message>
+    <message>
+        <source>Live-Face</source>
+        <translation>活体检测</translation>
+    </message>
+    <message>
+        <source>One-Click-Verify</source>
+        <translation>一键核验</translation>
+    </message>
+    <message>
+        <source>Portrait of the card</source>
+        <translation>证件照片</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>姓名：</translation>
+    </message>
+    <message>
+        <source>Gender:</source>
+        <translation>性别：</translation>
+    </message>
+    <message>
+        <source>Nation:</source>
+        <translation>民族：</translation>
+    </message>
+    <message>
+        <source>Born:</source>
+        <translation>出生：</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年</translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>月</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>日</translation>
+    </message>
+    <message>
+        <source>Address:</source>
+        <translation>住址：</translation>
+    </message>
+    <message>
+        <source>Number:</source>
+        <translation>号码：</translation>
+    </message>
+    <message>
+        <source>Department:</source>
+        <translation>签发机关：</translation>
+    </message>
+    <message>
+        <source>Valid Period:</source>
+        <translation>有效期限：</translation>
+    </message>
+    <message>
+        <source>Face Verify</source>
+        <translation>人脸核验</translation>
+    </message>
+    <message>
+        <source>The face camera was disconnected.</source>
+        <translation>人脸摄像头已断开连接。</translation>
+    </message>
+    <message>
+        <source>Init IDCard failed,this device may not support this feature!</source>
+        <translation>初始化身份证阅读器失败，此设备可能不支持该功能！</translation>
+    </message>
+    <message>
+        <source>There is no face camera.</source>
+        <translation>没有人脸摄像头。</translation>
+    </message>
+    <message>
+        <source>The face camera cannot be opened. It may be in use.</source>
+        <translation>无法打开人脸摄像头，它可能正在使用中。</translation>
+    </message>
+    <message>
+        <source>Waiting for a picture of the face...</source>
+        <translation>正在等待人脸图片……</translation>
+    </message>
+    <message>
+        <source>There is no new picture of the face.</source>
+        <translation>没有新的人脸图片。</translation>
+    </message>
+    <message>
+        <source>The picture was taken.</source>
+        <translation>图片已拍摄。</translation>
+    </message>
+    <message>
+        <source>Reading the card...</source>
+        <translation>正在读卡……</translation>
+    </message>
+    <message>
+        <source>Read idcard failed!</source>
+        <translation>读取身份证失败！</translation>
+    </message>
+    <message>
+        <source>ID card info is empty.</source>
+        <translation>身份证信息为空。</translation>
+    </message>
+    <message>
+        <source>The face library cannot be used on this computer!</source>
+        <translation>此计算机无法使用人脸识别库！</translation>
+    </message>
+    <message>
+        <source>Comparing the faces...</source>
+        <translation>正在比对人脸……</translation>
+    </message>
+    <message>
+        <source>Face comparison failed, score:%1</source>
+        <translation>人脸比对失败，分数：%1</translation>
+    </message>
+    <message>
+        <source>Face comparison success, score:%1</source>
+        <translation>人脸比对成功，分数：%1</translation>
+    </message>
+    <message>
+        <source>No card has been read.</source>
+        <translation>尚未读卡。</translation>
+    </message>
+    <message>
+        <source>Looking at the face...</source>
+        <translation>正在检测人脸……</translation>
+    </message>
+    <message>
+        <source>This is not a living face.</source>
+        <translation>这不是活体人脸。</translation>
+    </message>
+    <message>
+        <source>This is a living face.</source>
+        <translation>这是活体人脸。</translation>
+    </message>
+    <message>
+        <source>Please confirm that your ID card is in the card reading position, your face is in the center of the video screen, and then click the confirm button</source>
+        <translation>请确认身份证已放在读卡位置、人脸位于视频画面中央，然后点击确定按钮</translation>
+    </message>
+</context>
+<context>
+    <name>FignerPrint</name>
+    <message>
+        <source>Fingerprint</source>
+        <translation>指纹</translation>
+    </message>
+    <message>
+        <source>Take fingerprint</source>
+        <translation>采集指纹</translation>
+    </message>
+    <message>
+        <source>Change mode</source>
+        <translation>切换模式</translation>
+    </message>
+    <message>
+        <source>FingerPrint</source>
+        <translation>指纹采集</translation>
+    </message>
+    <message>
+        <source>Open FP device failed</source>
+        <translation>打开指纹仪失败</translation>
+    </message>
+    <message>
+        <source>Please put your finger on it</source>
+        <translation>请将手指放在指纹仪上</translation>
+    </message>
+    <message>
+        <source>Get FP data Success</source>
+        <translation>指纹采集成功</translation>
+    </message>
+    <message>
+        <source>Read FP data timeout</source>
+        <translation>读取指纹超时</translation>
+    </message>
+    <message>
+        <source>The sensor does not answer any more.</source>
+        <translation>指纹仪已无响应。</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved. Please check the folder %1.</source>
+        <translation>图片无法保存，请检查文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>The mode stays as it is.</source>
+        <translation>模式未改变。</translation>
+    </message>
+    <message>
+        <source>Mode %1 holds from the next start on.</source>
+        <translation>模式 %1 将在下次启动后生效。</translation>
+    </message>
+</context>
+<context>
     <name>FileHandover</name>
     <message>
         <source>No program opens %1.</source>

@@ -27,7 +27,7 @@ protected:
     /// Plugs and unplugs while the program runs. The file appears whole.
     void changeDesk(const std::string& cameras)
     {
-        const std::string text = "real = false;\ncameras = ( " + cameras + " );\n";
+        const std::string text = "real = false;\ncameras = ( " + cameras + " );\n" + otherDevices;
         std::filesystem::rename(folder_.write("desk.new", text), folder_.file("desk.cfg"));
     }
     static std::string camera(const std::string& more = "", int type = 1, const std::string& usb = "1b172000")
@@ -62,6 +62,8 @@ protected:
         return page;
     }
     const TempDir& folder() const { return folder_; }
+
+    std::string otherDevices; ///< settings of desk.cfg beside the cameras
 
 private:
     TempDir folder_;

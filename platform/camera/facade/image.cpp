@@ -110,11 +110,25 @@ int MirvakCamera::MirvakImage_GetImageData(void* image,
     });
 }
 
-int MirvakCamera::MirvakImage_Save(const char* path, void* image, int quality, int)
+namespace {
+
+int save(const char* call, const char* path, void* image, int quality, mirvak::Readers readers)
 {
-    return mirvak::onImage("MirvakImage_Save", image, [&](const Image& source) {
+    return mirvak::onImage(call, image, [&](const Image& source) {
         if (!path || !*path)
             return MIRVAK_BAD_ARGUMENT;
-        return static_cast<MirvakResult>(resultOf(mirvak::writeImage(path, source, quality)));
+        return static_cast<MirvakResult>(resultOf(mirvak::writeImage(path, source, quality, readers)));
     });
+}
+
+} // namespace
+
+int MirvakCamera::MirvakImage_Save(const char* path, void* image, int quality, int)
+{
+    return save("MirvakImage_Save", path, image, quality, mirvak::Readers::all);
+}
+
+int MirvakCamera::MirvakImage_SavePrivate(const char* path, void* image, int quality)
+{
+    return save("MirvakImage_SavePrivate", path, image, quality, mirvak::Readers::owner);
 }

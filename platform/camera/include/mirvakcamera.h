@@ -267,6 +267,8 @@ public:
     /// to 100) holds for JPEG, `mode` is not used. The resolution goes into the file. The file is a new one,
     /// MIRVAK_EXISTS otherwise, and appears under its name only when it is complete and synced.
     int MirvakImage_Save(const char* path, void* image, int quality, int mode);
+    /// The same for a file that its owner alone may read.
+    int MirvakImage_SavePrivate(const char* path, void* image, int quality);
 
     // --- Picture: the next state of a picture's file ------------------------------------------------------
     // Each reads the file `from` (JPEG, PNG or BMP) and writes the changed picture as the new file `to`,

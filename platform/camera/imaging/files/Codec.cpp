@@ -80,19 +80,19 @@ Bytes encodeImage(const std::string& extension, const Image& image, int quality)
     return {};
 }
 
-WriteResult writeImage(const std::string& path, const Image& image, int quality)
+WriteResult writeImage(const std::string& path, const Image& image, int quality, Readers readers)
 {
     const std::string extension = extensionOf(path);
     if (!known(extension))
         return WriteResult::unknownFormat;
-    return writeBytes(path, encodeImage(extension, image, quality));
+    return writeBytes(path, encodeImage(extension, image, quality), readers);
 }
 
-WriteResult writeBytes(const std::string& path, const Bytes& bytes)
+WriteResult writeBytes(const std::string& path, const Bytes& bytes, Readers readers)
 {
     if (bytes.empty())
         return WriteResult::badPicture;
-    AtomicFile file(path, IfTaken::refuse);
+    AtomicFile file(path, IfTaken::refuse, readers);
     if (!file.write(bytes.data(), bytes.size()))
         return WriteResult::ioError;
     switch (file.commit()) {

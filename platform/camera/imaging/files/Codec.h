@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AtomicFile.h"
 #include "Image.h"
 
 #include <cstdint>
@@ -28,9 +29,10 @@ std::optional<Image> decodeImage(const Bytes& bytes);
 
 /// Writes the picture in the format of the path's extension (any case); `quality` 1 to 100 holds for JPEG.
 /// The file is a new one and appears only when it is complete and synced. Reentrant.
-WriteResult writeImage(const std::string& path, const Image& image, int quality);
+WriteResult
+writeImage(const std::string& path, const Image& image, int quality, Readers readers = Readers::all);
 /// The same with bytes that are coded already.
-WriteResult writeBytes(const std::string& path, const Bytes& bytes);
+WriteResult writeBytes(const std::string& path, const Bytes& bytes, Readers readers = Readers::all);
 
 /// The picture as the bytes of a file: JPEG, PNG or BMP as `extension` says (without dot, lower case).
 /// Empty when the format cannot hold the picture or is not known.

@@ -4,11 +4,22 @@
 #include "JpegCodec.h"
 #include "Rotate.h"
 
+#include <filesystem>
+
 namespace mirvak {
 
 namespace {
 
 constexpr int quality = 95; // as of captures
+
+// What others could not read stays so.
+Readers readersOf(const std::string& path)
+{
+    std::error_code error;
+    using std::filesystem::perms;
+    const perms rights = std::filesystem::status(path, error).permissions();
+    return (rights & (perms::group_all | perms::others_all)) == perms::none ? Readers::owner : Readers::all;
+}
 
 } // namespace
 
@@ -18,7 +29,7 @@ writeChanged(const std::string& from, const std::string& to, const std::function
     std::optional<Image> image = readImage(from);
     if (!image || !change(*image))
         return WriteResult::badPicture;
-    return writeBytes(to, encodeImage(extensionOf(from), *image, quality));
+    return writeBytes(to, encodeImage(extensionOf(from), *image, quality), readersOf(from));
 }
 
 WriteResult writeTurned(const std::string& from, const std::string& to, int quarters)
@@ -29,7 +40,7 @@ WriteResult writeTurned(const std::string& from, const std::string& to, int quar
         const std::optional<Bytes> bytes = readFile(from);
         const Bytes turned = bytes ? turnJpeg(*bytes, quarters) : Bytes();
         if (!turned.empty())
-            return writeBytes(to, turned);
+            return writeBytes(to, turned, readersOf(from));
     }
     return writeChanged(from, to, [quarters](Image& image) {
         rotateQuarters(image, quarters);

@@ -1,0 +1,39 @@
+#include "FaceVideo.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include <thread>
+
+namespace {
+
+TEST(FaceVideo, ShowsThePictureInItsProportionsWithTheFaceFramed)
+{
+    FaceVideo video;
+    video.resize(400, 200);
+    video.show();
+    const auto at = [&](int x, int y) { return video.grab().toImage().pixelColor(x, y); };
+    EXPECT_EQ(at(200, 100), QColor(Qt::black));
+    std::thread([&] { // as a camera does
+        QImage picture(40, 40, QImage::Format_RGB888);
+        picture.fill(Qt::red);
+        video.SetImageData(picture);
+        video.SetImageData(QImage());
+    })
+        .join();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return at(200, 100) == QColor(Qt::red); }));
+    EXPECT_EQ(at(103, 3), QColor(Qt::red)); // 200 x 200 in the middle
+    EXPECT_EQ(at(296, 196), QColor(Qt::red));
+    EXPECT_EQ(at(96, 100), QColor(Qt::black));
+    EXPECT_EQ(at(303, 100), QColor(Qt::black));
+
+    video.setFaceFinder([] { return QRectF(10, 10, 20, 24); });
+    for (const QPoint onFrame : {QPoint(150, 110), QPoint(250, 110), QPoint(200, 50), QPoint(200, 170)})
+        EXPECT_GT(at(onFrame.x(), onFrame.y()).green(), 150) << onFrame.x() << ' ' << onFrame.y();
+    EXPECT_EQ(at(200, 100), QColor(Qt::red));
+    video.clear();
+    EXPECT_EQ(at(200, 100), QColor(Qt::black));
+}
+
+} // namespace
