@@ -105,12 +105,17 @@ click() { # NAME [WINDOW [BUTTON]]
     xdotool click "${3:-1}"
 }
 
-# The button that ends a dialog. One that is still finding its place gets the first click beside it.
+# The button that ends a dialog. One that is still finding its place gets the first click beside it, and what the
+# program believes of its place may differ from where the window manager has put it.
 click_away() { # NAME WINDOW
-    local try
-    for try in 1 2 3 4 5; do
-        click "$1" "$2"
+    local try X=0 Y=0 believed
+    click "$1" "$2"
+    for try in 1 2 3 4; do
         ! wait_for 3 is_gone "$2" || return 0
+        eval "$(xdotool getactivewindow getwindowgeometry --shell | grep '^[XY]=')"
+        believed=$(line_of "$2") || return 0
+        say "$2 lies at $X $Y, the map says: $believed"
+        xdotool mousemove $(set -- $(middle_of "$1" "$2") $believed; echo $(($1 + X - $4)) $(($2 + Y - $5))) click 1
     done
     fail "$2 does not go"
 }

@@ -65,13 +65,6 @@ END
 captures() { find "$shots" -name 'IMAGE_*.jpg'; }
 has_more_captures() { [ "$(captures | wc -l)" -gt "$1" ]; }
 
-advice_is_read() { # a click that meets the box before it has found its place is lost
-    is_gone MsgBox && return
-    xdotool mousemove $(middle_of buttonOkSecond MsgBox) click 1
-    sleep 0.5
-    is_gone MsgBox
-}
-
 face_check() {
     local before
     lay_card_and_face
@@ -84,7 +77,7 @@ face_check() {
     click buttonOneClick FaceVerify
     await "the advice" is_there MsgBox
     shoot face-advice
-    await "the advice's end" advice_is_read
+    click_away buttonOkSecond MsgBox
     await "the picture of the face" has_more_captures "$before"
     sleep 2
     shoot face-compared
