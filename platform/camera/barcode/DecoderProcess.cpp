@@ -1,6 +1,7 @@
 #include "DecoderProcess.h"
 
 #include "FreshSignals.h"
+#include "SpawnFiles.h"
 
 #include <cerrno>
 #include <csignal>
@@ -17,30 +18,6 @@ extern char** environ;
 namespace mirvak {
 
 namespace {
-
-// What the helper gets: an empty input, no output, its socket, the pictures, and nothing else of this
-// process.
-class FileActions
-{
-public:
-    FileActions(int socket, int pictures)
-    {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
-        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, socket, helper::socketFd);
-        posix_spawn_file_actions_adddup2(&actions_, pictures, helper::pictureFd);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, helper::pictureFd + 1);
-    }
-    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-    const posix_spawn_file_actions_t* get() const { return &actions_; }
-
-private:
-    posix_spawn_file_actions_t actions_;
-};
 
 // A descriptor that lies above those that the helper's own are copied to.
 UniqueFd aboveHelpers(UniqueFd fd)
@@ -82,10 +59,11 @@ bool DecoderProcess::start()
         return false;
     socket_ = UniqueFd(ends[0]);
     const UniqueFd theirs = aboveHelpers(UniqueFd(ends[1]));
-    const FileActions actions(theirs.get(), memory_.get());
+    const SpawnFiles files({{theirs.get(), helper::socketFd}, {memory_.get(), helper::pictureFd}},
+                           SpawnFiles::Errors::drop);
     const FreshSignals signals;
     char* arguments[] = {program_.data(), nullptr};
-    const int error = posix_spawn(&pid_, program_.c_str(), actions.get(), signals.get(), arguments, environ);
+    const int error = posix_spawn(&pid_, program_.c_str(), files.get(), signals.get(), arguments, environ);
     if (error == 0)
         return true;
     std::fprintf(stderr, "barcodes: %s: %s\n", program_.c_str(), std::strerror(error));

@@ -1,6 +1,7 @@
 #include "UsbSensor.h"
 
 #include "FreshSignals.h"
+#include "SpawnFiles.h"
 
 #include <cerrno>
 #include <csignal>
@@ -22,27 +23,6 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds patienceAtTheEnd(400), pulse(5);
-
-// What the program gets: its socket, the caller's standard error for what drivers have to say, nothing else.
-class FileActions
-{
-public:
-    explicit FileActions(int socket)
-    {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
-        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, socket, helper::socketFd);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, helper::socketFd + 1);
-    }
-    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-    const posix_spawn_file_actions_t* get() const { return &actions_; }
-
-private:
-    posix_spawn_file_actions_t actions_;
-};
 
 bool isReadable(int socket, milliseconds limit)
 {
@@ -73,11 +53,12 @@ bool UsbSensor::start(const std::string& program, int number)
     socket_ = UniqueFd(ends[0]);
     const UniqueFd end(ends[1]);
     const UniqueFd theirs(fcntl(end.get(), F_DUPFD_CLOEXEC, helper::socketFd + 1)); // not the one it becomes
-    const FileActions actions(theirs.get());
+    // Drivers have something to say.
+    const SpawnFiles files({{theirs.get(), helper::socketFd}}, SpawnFiles::Errors::pass);
     const FreshSignals signals;
     std::string path = program, sensor = std::to_string(number);
     char* arguments[] = {path.data(), sensor.data(), nullptr};
-    errno = posix_spawn(&pid_, path.c_str(), actions.get(), signals.get(), arguments, environ);
+    errno = posix_spawn(&pid_, path.c_str(), files.get(), signals.get(), arguments, environ);
     if (errno != 0)
         pid_ = -1;
     return errno == 0;
