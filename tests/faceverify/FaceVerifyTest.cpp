@@ -19,7 +19,7 @@
 #include <QTest>
 
 #include <atomic>
-#include <cstring>
+#include <cstdio>
 #include <map>
 #include <thread>
 
@@ -70,7 +70,7 @@ int h_idcard_readData(int, int index, char* text)
                                  "样本市公安局",
                                  "20200101",
                                  "20400101"};
-    std::strcpy(text, index < 9 ? texts[index] : "");
+    std::snprintf(text, HIDCARD_TEXT_BYTES, "%s", index < 9 ? texts[index] : "");
     return HIDCARD_OK;
 }
 int IdFaceSdkInit(const char* folder, const char*)
