@@ -60,20 +60,20 @@ public:
     explicit Desk(bool inGroup = true) : inGroup_(inGroup)
     {
         const AsUser rights(inGroup_);
-        EXPECT_EQ(library.MirvakDevs_Init(), MIRVAK_OK);
+        EXPECT_EQ(devices.MirvakDevs_Init(), MIRVAK_OK);
         const auto note = [](void* changed) { *static_cast<std::atomic<bool>*>(changed) = true; };
-        EXPECT_EQ(library.MirvakDevs_Watch(note, &changed_), MIRVAK_OK);
+        EXPECT_EQ(devices.MirvakDevs_Watch(note, &changed_), MIRVAK_OK);
     }
-    ~Desk() { library.MirvakDevs_Deinit(); }
+    ~Desk() { devices.MirvakDevs_Deinit(); }
 
     int indexOf(const LabCameraModel& model)
     {
         const AsUser rights(inGroup_);
         if (changed_.exchange(false)) {
-            EXPECT_EQ(library.MirvakDevs_Refresh(), MIRVAK_OK);
+            EXPECT_EQ(devices.MirvakDevs_Refresh(), MIRVAK_OK);
         }
-        for (int i = 0; i < library.MirvakDevice_GetDevCount(); ++i) {
-            if (library.MirvakDevice_GetDevUsbID(i) == model.usbId)
+        for (int i = 0; i < devices.MirvakDevice_GetDevCount(); ++i) {
+            if (devices.MirvakDevice_GetDevUsbID(i) == model.usbId)
                 return i;
         }
         return -1;
@@ -84,13 +84,13 @@ public:
     }
     std::string identityOf(const LabCameraModel& model)
     {
-        return library.MirvakDevice_GetDevIdentity(indexOf(model));
+        return devices.MirvakDevice_GetDevIdentity(indexOf(model));
     }
     void* open(const LabCameraModel& model)
     {
         const int index = indexOf(model);
         const AsUser rights(inGroup_);
-        return library.MirvakDevice_Create(index);
+        return devices.MirvakDevice_Create(index);
     }
     /// Tries until it works, as the program does.
     void* openAtLast(const LabCameraModel& model)
@@ -102,11 +102,11 @@ public:
     int start(void* device, FrameCollector& frames)
     {
         const AsUser rights(inGroup_);
-        return library.MirvakDevice_StartPreview(
+        return devices.MirvakDevice_StartPreview(
             device, compressed, 0, newestFrameOnly, FrameCollector::onFrame, &frames);
     }
 
-    MirvakCamera library;
+    MirvakCamera devices;
 
 private:
     const bool inGroup_;
@@ -116,10 +116,10 @@ private:
 TEST(Cable, CamerasComeAndGoWhileOneStreams)
 {
     Desk desk;
-    EXPECT_EQ(desk.library.MirvakDevice_GetDevCount(), 0);
+    EXPECT_EQ(desk.devices.MirvakDevice_GetDevCount(), 0);
     LabCamera side(sideCamera());
     ASSERT_TRUE(desk.waitUntilListed(sideCamera()));
-    FrameCollector frames(desk.library, 0), others(desk.library, 0), again(desk.library, 0);
+    FrameCollector frames(desk.devices, 0), others(desk.devices, 0), again(desk.devices, 0);
     void* const device = desk.openAtLast(sideCamera());
     ASSERT_EQ(desk.start(device, frames), MIRVAK_OK);
     ASSERT_TRUE(frames.waitForFrames(2));
@@ -135,9 +135,9 @@ TEST(Cable, CamerasComeAndGoWhileOneStreams)
     const int index = desk.indexOf(documentCamera());
     document.reset();
     EXPECT_TRUE(others.waitForEnd());
-    EXPECT_EQ(desk.library.MirvakDevice_Create(index), nullptr) << "in the list, but no longer there";
+    EXPECT_EQ(desk.devices.MirvakDevice_Create(index), nullptr) << "in the list, but no longer there";
     ASSERT_TRUE(desk.waitUntilListed(documentCamera(), false));
-    EXPECT_EQ(desk.library.MirvakDevice_Release(other), MIRVAK_OK);
+    EXPECT_EQ(desk.devices.MirvakDevice_Release(other), MIRVAK_OK);
     EXPECT_EQ(desk.identityOf(sideCamera()), side_);
 
     document = std::make_unique<LabCamera>(documentCamera());
@@ -156,7 +156,7 @@ TEST(Cable, WhoMayNotOpenItOrIsTooLateIsToldSoAndCanTryAgain)
     const LabCamera document(documentCamera());
     ASSERT_TRUE(stranger.waitUntilListed(documentCamera()));
     EXPECT_EQ(stranger.open(documentCamera()), nullptr);
-    EXPECT_EQ(stranger.library.MirvakDevice_GetCreateResult(), MIRVAK_NO_ACCESS);
+    EXPECT_EQ(stranger.devices.MirvakDevice_GetCreateResult(), MIRVAK_NO_ACCESS);
     for (const auto& node : std::filesystem::directory_iterator("/dev")) {
         if (node.path().filename().string().rfind("video", 0) == 0)
             std::filesystem::permissions(node, std::filesystem::perms(0666));
@@ -165,11 +165,11 @@ TEST(Cable, WhoMayNotOpenItOrIsTooLateIsToldSoAndCanTryAgain)
 
     ASSERT_TRUE(member.waitUntilListed(documentCamera()));
     void* const early = member.openAtLast(documentCamera());
-    FrameCollector frames(member.library, 0), others(stranger.library, 0);
+    FrameCollector frames(member.devices, 0), others(stranger.devices, 0);
     ASSERT_EQ(member.start(early, frames), MIRVAK_OK);
     EXPECT_EQ(stranger.start(late, others), MIRVAK_BUSY);
     EXPECT_TRUE(frames.waitForFrames(4));
-    EXPECT_EQ(member.library.MirvakDevice_Release(early), MIRVAK_OK);
+    EXPECT_EQ(member.devices.MirvakDevice_Release(early), MIRVAK_OK);
     EXPECT_EQ(stranger.start(late, others), MIRVAK_OK);
     EXPECT_TRUE(others.waitForFrames(2));
 }
@@ -182,9 +182,9 @@ TEST(Cable, TheCamerasZoomIsWideAgainAfterItWasClosed)
     ASSERT_TRUE(desk.waitUntilListed(documentCamera()));
     for (int time = 0; time < 2; ++time) {
         void* const device = desk.openAtLast(documentCamera());
-        EXPECT_EQ(desk.library.MirvakDevice_SetCameraSize(device, 4), MIRVAK_OK);
+        EXPECT_EQ(desk.devices.MirvakDevice_SetCameraSize(device, 4), MIRVAK_OK);
         EXPECT_EQ(document.waitForReport(zoom), zoom + "141"); // 100 is the widest view
-        EXPECT_EQ(desk.library.MirvakDevice_Release(device), MIRVAK_OK);
+        EXPECT_EQ(desk.devices.MirvakDevice_Release(device), MIRVAK_OK);
         EXPECT_EQ(document.waitForReport(zoom), zoom + "100");
     }
 }
