@@ -461,7 +461,7 @@
     </message>
     <message>
         <source>Nation:</source>
-        <translation>Национальность:</translation>
+        <translation>Народность:</translation>
     </message>
     <message>
         <source>Born:</source>
@@ -796,7 +796,7 @@
     </message>
     <message>
         <source>Department</source>
-        <translation>Кем выдано</translation>
+        <translation>Кем выдана</translation>
     </message>
     <message>
         <source>Valid Period</source>
