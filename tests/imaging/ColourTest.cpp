@@ -171,6 +171,29 @@ TEST(Colour, thresholdGivesTwoLevelsCleanPaperAndWholeStrokes)
     EXPECT_LT(size.area() - cv::countNonZero(grey(blank.pixels)), 20); // specks of noise
 }
 
+TEST(Colour, thresholdLeavesStrokesAsWideAsTheyAre)
+{
+    constexpr int height = 400, slant = 8;
+    double excess = 0;                  // columns, of six strokes
+    for (const int level : {40, 150}) { // dark print and pale
+        for (const int width : {3, 5, 9}) {
+            mirvak::Image page;
+            page.pixels = made::blankPage(size);
+            const std::vector<cv::Point> stroke{{500, 400},
+                                                {500 + width, 400},
+                                                {500 + width + slant, 400 + height},
+                                                {500 + slant, 400 + height}};
+            cv::fillConvexPoly(page.pixels, stroke, cv::Scalar::all(level), cv::LINE_AA);
+            cv::GaussianBlur(page.pixels, page.pixels, {}, 0.8); // as a lens sees it
+            made::shine(page.pixels, {0.8, 1, 2});
+            mirvak::threshold(page);
+            const cv::Mat rows = grey(page.pixels)(cv::Rect(0, 450, size.width, 300));
+            excess += cv::countNonZero(rows == 0) / 300.0 - (width + 1);
+        }
+    }
+    EXPECT_NEAR(excess / 6, 0.1, 0.35) << "a third of the way instead of half makes 0.7 or -0.5";
+}
+
 TEST(Colour, sealsAreStrengthenedOnWhitePaper)
 {
     struct Case
