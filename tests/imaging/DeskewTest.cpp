@@ -61,11 +61,13 @@ TEST(Deskew, takesThePerspectiveOutAndKeepsTheShape)
         uncut.pixels = image.pixels.clone();
         ASSERT_EQ(mirvak::deskew(image, margin), Deskewed::page) << view;
         ASSERT_EQ(mirvak::deskew(uncut, 0), Deskewed::page);
-        ASSERT_EQ(uncut.pixels.size(), image.pixels.size() + cv::Size(2 * margin, 2 * margin));
-        const cv::Rect inside({margin, margin}, image.pixels.size());
-        EXPECT_LE(cv::norm(uncut.pixels(inside), image.pixels, cv::NORM_L1) / image.pixels.total(), 3)
-            << "moved";
-        const cv::Size whole(image.pixels.cols + 2 * margin, image.pixels.rows + 2 * margin);
+        ASSERT_EQ(uncut.pixels.size(), image.pixels.size()) << "A4 stays whole";
+        const cv::Rect inside(margin, margin, image.pixels.cols - 2 * margin, image.pixels.rows - 2 * margin);
+        EXPECT_LE(cv::norm(uncut.pixels(inside), image.pixels(inside), cv::NORM_INF), 1);
+        for (const int row : {0, margin - 1})
+            EXPECT_EQ(cv::norm(image.pixels.row(row), image.pixels.row(margin), cv::NORM_INF), 0)
+                << "no edge";
+        const cv::Size whole = image.pixels.size();
         // 2 %: a pixel of error at a corner moves the estimate of the perspective by that much.
         EXPECT_NEAR(1.0 * whole.height / whole.width, 1.414, 0.028) << view;
         // As large as its nearest side was seen, so that no detail is lost.
@@ -73,10 +75,45 @@ TEST(Deskew, takesThePerspectiveOutAndKeepsTheShape)
         const double across = std::max(side(0, 1), side(3, 2)), down = std::max(side(0, 3), side(1, 2));
         EXPECT_NEAR(whole.width, std::max(across, down / 1.414), 0.02 * across) << view;
         for (size_t i = 0; i < dots.size(); ++i) {
-            const cv::Point2d expected(dots[i].x / sheetSize.width * whole.width - margin,
-                                       dots[i].y / sheetSize.height * whole.height - margin);
+            const cv::Point2d expected(dots[i].x / sheetSize.width * whole.width,
+                                       dots[i].y / sheetSize.height * whole.height);
             EXPECT_LE(cv::norm(dotIn(image.pixels, i) - expected), 3) << view << " dot " << i;
         }
+    }
+}
+
+TEST(Deskew, givesUsualPaperAndCardsTheirRealSizeAndCutsOthersToTheirEdges)
+{
+    struct Laid
+    {
+        cv::Size2d mm;
+        double across; // px of the picture
+        bool isKnown;
+        int cut; // px trimmed at both edges together
+    };
+    for (const Laid& laid : {Laid{{210, 297}, 760, true, 0},
+                             {{297, 210}, 1300, true, 0},
+                             {{215.9, 279.4}, 800, true, 0},
+                             {{210, 148}, 880, true, 0},
+                             {{85.6, 53.98}, 420, true, 20},
+                             {{80, 190}, 380, false, 20}}) {
+        const cv::Size sheet(cvRound(laid.mm.width * 4), cvRound(laid.mm.height * 4));
+        const double down = laid.across * laid.mm.height / laid.mm.width;
+        mirvak::Image image;
+        image.pixels = made::desk(frame, Desk::dark);
+        image.dpi = 111;
+        made::lay(
+            image.pixels, made::blankPage(sheet), made::placed({800, 600}, {laid.across, down}, 2), 0.8);
+        ASSERT_EQ(mirvak::deskew(image, 10), Deskewed::page) << laid.mm;
+        if (!laid.isKnown) {
+            EXPECT_EQ(image.dpi, 111) << laid.mm;
+            EXPECT_NEAR(image.pixels.cols, laid.across - laid.cut, 4);
+            continue;
+        }
+        EXPECT_NEAR(image.dpi, laid.across / laid.mm.width * 25.4, 0.01 * image.dpi) << laid.mm;
+        const auto inMm = [&](int pixels) { return (pixels + laid.cut) / image.dpi * 25.4; };
+        EXPECT_NEAR(inMm(image.pixels.cols), laid.mm.width, 0.002 * laid.mm.width) << laid.mm;
+        EXPECT_NEAR(inMm(image.pixels.rows), laid.mm.height, 0.002 * laid.mm.height) << laid.mm;
     }
 }
 

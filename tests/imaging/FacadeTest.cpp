@@ -163,7 +163,7 @@ TEST_F(ImageFacade, AChangeOfACopyLeavesTheOriginalAlone)
 TEST_F(ImageFacade, EveryPageSideBySideBecomesAPictureOfItsOwn)
 {
     const Handle desk = own(makeImageHandle(960, 640, {50, 55, 60}));
-    const cv::Rect places[] = {{60, 60, 360, 240}, {500, 80, 300, 420}, {80, 360, 340, 220}};
+    const cv::Rect places[] = {{60, 60, 360, 240}, {500, 80, 300, 420}, {80, 360, 340, 218}};
     for (const cv::Rect& place : places) {
         pixels(desk)(place).setTo(cv::Scalar(235, 235, 230));
         pixels(desk)(cv::Rect(place.x + 40, place.y + 40, 30, 30)).setTo(cv::Scalar(place.x % 200, 20, 20));
@@ -176,11 +176,15 @@ TEST_F(ImageFacade, EveryPageSideBySideBecomesAPictureOfItsOwn)
     ASSERT_EQ(pages.size(), 3U);
     for (size_t i = 0; i < 3; ++i) {
         const Handle page = own(pages[i]);
-        EXPECT_NEAR(pixels(page).cols, places[i].width - 20, 5)
+        // The upright sheet is an A6. At its scale nothing else is of a usual size, not the one that has the
+        // shape of an identity card.
+        const int cut = i == 1 ? 0 : 20;
+        EXPECT_NEAR(pixels(page).cols, places[i].width - cut, 5)
             << i; // edges nearly in one line bend each other
-        EXPECT_NEAR(pixels(page).rows, places[i].height - 20, 5) << i;
-        EXPECT_NEAR(pixels(page).at<cv::Vec3b>(45, 42)[0], places[i].x % 200, 3) << i;
-        EXPECT_EQ(image(page).dpi, 300);
+        EXPECT_NEAR(pixels(page).rows, places[i].height - cut, 5) << i;
+        EXPECT_NEAR(pixels(page).at<cv::Vec3b>(45 + 10 - cut / 2, 42 + 10 - cut / 2)[0], places[i].x % 200, 3)
+            << i;
+        EXPECT_NEAR(image(page).dpi, i == 1 ? 420 / 148.0 * 25.4 : 300, 1) << i;
     }
     std::vector<MirvakOutline> outlines;
     ASSERT_EQ(camera_.MirvakImage_FindPages(desk.get(), outlines), MIRVAK_OK);

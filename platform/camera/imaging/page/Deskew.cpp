@@ -3,12 +3,14 @@
 #include "Outline.h"
 #include "PageShape.h"
 #include "SheetFinder.h"
+#include "Straighten.h"
 #include "TextSkew.h"
 
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace mirvak {
@@ -16,26 +18,15 @@ namespace mirvak {
 namespace {
 
 constexpr double leastSkew = 0.04; // degrees; less is not worth resampling the picture
-constexpr int leastPage = 16;      // pixels that a margin leaves of the page
 
-void straighten(const cv::Mat& picture, const Outline& outline, int margin, cv::Mat& straight)
+/// As straighten, in place.
+void straightenHere(Image& image, const Outline& outline, int margin)
 {
-    const cv::Size2d page = pageSize(outline.corners, picture.size());
-    const double room = std::min(page.width, page.height) - leastPage;
-    const double trim = std::clamp(static_cast<double>(margin), 0.0, std::max(0.0, room / 2));
-    const cv::Size size(std::max(1, cvRound(page.width - 2 * trim)),
-                        std::max(1, cvRound(page.height - 2 * trim)));
-    // Pixel centres lie at whole numbers, so the outer edges of the result are at -0.5 and size - 0.5.
-    const double left = -trim - 0.5, right = left + page.width, bottom = left + page.height;
-    const std::array<cv::Point2f, 4> to{cv::Point2d(left, left),
-                                        cv::Point2d(right, left),
-                                        cv::Point2d(right, bottom),
-                                        cv::Point2d(left, bottom)};
-    std::array<cv::Point2f, 4> from;
-    std::copy(outline.corners.begin(), outline.corners.end(), from.begin());
-    const cv::Mat back = cv::getPerspectiveTransform(to.data(), from.data());
-    cv::warpPerspective(
-        picture, straight, back, size, cv::INTER_LINEAR | cv::WARP_INVERSE_MAP, cv::BORDER_REPLICATE);
+    Image straight;
+    std::swap(straight.pixels, image.spare);
+    straighten(image, outline, pageShape(outline.corners, image.pixels.size()), margin, straight);
+    image.spare = std::exchange(image.pixels, straight.pixels);
+    image.dpi = straight.dpi;
 }
 
 // The most usual bright colour along the picture's border, where the new ground joins it.
@@ -90,8 +81,7 @@ void turnLevel(Image& image, double skew)
 Deskewed deskew(Image& image, int margin)
 {
     if (const std::optional<Outline> outline = findOutline(image.pixels)) {
-        straighten(image.pixels, refineOutline(image.pixels, *outline), margin, image.spare);
-        std::swap(image.pixels, image.spare);
+        straightenHere(image, refineOutline(image.pixels, *outline), margin);
         return Deskewed::page;
     }
     const std::optional<double> skew = findTextSkew(image.pixels);
@@ -103,13 +93,14 @@ Deskewed deskew(Image& image, int margin)
 
 std::vector<Image> deskewAll(const Image& image, int margin)
 {
-    std::vector<Image> pages;
-    for (const Outline& sheet : findSheets(image.pixels)) {
-        Image page;
-        straighten(image.pixels, refineOutline(image.pixels, sheet), margin, page.pixels);
-        page.dpi = image.dpi;
-        page.taken = image.taken;
-        pages.push_back(std::move(page));
+    std::vector<Outline> sheets = findSheets(image.pixels);
+    for (Outline& sheet : sheets)
+        sheet = refineOutline(image.pixels, sheet);
+    const std::vector<PageShape> shapes = pageShapes(sheets, image.pixels.size());
+    std::vector<Image> pages(sheets.size());
+    for (size_t i = 0; i < sheets.size(); ++i) {
+        straighten(image, sheets[i], shapes[i], margin, pages[i]);
+        pages[i].taken = image.taken;
     }
     return pages;
 }
@@ -119,8 +110,7 @@ bool cutOut(Image& image, const std::array<cv::Point2d, 4>& corners)
     const std::vector<cv::Point2f> shape(corners.begin(), corners.end());
     if (!cv::isContourConvex(shape) || cv::contourArea(shape, true) < leastPage * leastPage)
         return false;
-    straighten(image.pixels, {corners, 1}, 0, image.spare);
-    std::swap(image.pixels, image.spare);
+    straightenHere(image, {corners, 1}, 0);
     return true;
 }
 

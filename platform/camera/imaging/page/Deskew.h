@@ -14,8 +14,11 @@ enum class Deskewed {
 };
 
 /// Straightens the picture of a page. `margin`: pixels (0 or more) trimmed inside each straightened edge, so
-/// that no sliver of the desk stays. The page keeps the orientation in which it is seen. Without a page
-/// nothing is cropped away: the picture grows, on the colour of its paper.
+/// that no sliver of the desk stays. The page keeps the orientation in which it is seen. A page whose shape
+/// is that of a usual paper or card (PaperFormat) gets exactly these proportions and the resolution with
+/// which it prints at its real size; of paper, the trimmed edge is filled with the paper beside it, so that
+/// the sheet stays whole. Without a page nothing is cropped away: the picture grows, on the colour of its
+/// paper.
 Deskewed deskew(Image& image, int margin);
 
 /// The same for all sheets that lie side by side: one picture each, in reading order. Empty when no sheet is
