@@ -119,33 +119,96 @@ cv::Mat onWhite(const cv::Mat& page)
     return white;
 }
 
+/// Where and under which light a page lies, always in the same way for the same seed.
+class Shot
+{
+public:
+    Shot(const FlatPage& page, cv::Size size, unsigned seed)
+        : size_(size), pageMm_(page.widthMm, page.heightMm), setting_(settingOf(seed)),
+          view_(setting_.pose, pageMm_, size), inside_({0, 0}, size)
+    {
+        // The page's own middle: its paper may not reach into the corners of a wider picture.
+        for (const auto& corner : view_.corners(pageMm_)) {
+            if (corner.x < size.width / 2.0)
+                inside_ &= cv::Rect(std::max(0, int(corner.x) + 12), 0, size.width, size.height);
+            else
+                inside_ &= cv::Rect(0, 0, std::min(size.width, int(corner.x) - 12), size.height);
+        }
+    }
+
+    cv::Mat photo(const FlatPage& page) const
+    {
+        return deskpictures::photograph(setting_, view_, {seen(page), {}})(inside_).clone();
+    }
+    cv::Mat truth(const FlatPage& page) const
+    {
+        cv::Mat rgb;
+        cv::cvtColor(seen(page), rgb, cv::COLOR_RGBA2RGB);
+        return onWhite(rgb(inside_));
+    }
+
+private:
+    static deskpictures::Scene settingOf(unsigned seed)
+    {
+        QRandomGenerator any(seed);
+        deskpictures::Scene setting;
+        setting.pose.tiltDegrees = 0;
+        setting.pose.fill = 1.06; // no desk in the picture
+        setting.pose.turnDegrees = any.generateDouble() - 0.5;
+        setting.light = anyLight(any);
+        setting.seed = seed;
+        return setting;
+    }
+    cv::Mat seen(const FlatPage& page) const
+    {
+        const deskpictures::FlatLayer flat(page.image, pageMm_, view_.pxPerMm());
+        return flat.warp(view_.pageToPicture(), size_);
+    }
+
+    cv::Size size_;
+    cv::Size2d pageMm_;
+    deskpictures::Scene setting_;
+    deskpictures::View view_;
+    cv::Rect inside_;
+};
+
 Scene shoot(const std::string& name, const FlatPage& page, cv::Size size, unsigned seed)
 {
-    QRandomGenerator any(seed);
-    deskpictures::Scene setting;
-    setting.pose.tiltDegrees = 0;
-    setting.pose.fill = 1.06; // no desk in the picture
-    setting.pose.turnDegrees = any.generateDouble() - 0.5;
-    setting.light = anyLight(any);
-    setting.seed = seed;
-    const cv::Size2d pageMm(page.widthMm, page.heightMm);
-    const deskpictures::View view(setting.pose, pageMm, size);
-    const deskpictures::FlatLayer flat(page.image, pageMm, view.pxPerMm());
-    const cv::Mat seen = flat.warp(view.pageToPicture(), size);
-    // The page's own middle: its paper may not reach into the corners of a wider picture.
-    const auto corners = view.corners(pageMm);
-    cv::Rect inside({0, 0}, size);
-    for (const auto& corner : corners) {
-        if (corner.x < size.width / 2.0)
-            inside &= cv::Rect(std::max(0, int(corner.x) + 12), 0, size.width, size.height);
-        else
-            inside &= cv::Rect(0, 0, std::min(size.width, int(corner.x) - 12), size.height);
-    }
-    Scene scene{name, deskpictures::photograph(setting, view, {seen, {}})(inside).clone(), {}, {}, {}, {}};
-    cv::cvtColor(seen, scene.truth, cv::COLOR_RGBA2RGB);
-    scene.truth = onWhite(scene.truth(inside));
+    const Shot shot(page, size, seed);
+    Scene scene;
+    scene.name = name;
+    scene.photo = shot.photo(page);
+    scene.truth = shot.truth(page);
     findParts(scene);
     return scene;
+}
+
+/// Text alone, or under three seals.
+FlatPage drawSealed(const QString& text, bool isSealed, bool isBlue, unsigned seed)
+{
+    QRandomGenerator any(seed);
+    Sheet sheet(210, 297, QColor(252, 252, 252));
+    TextStyle style;
+    if (text == QStringLiteral("chinese"))
+        style.typeface = Typeface::Chinese;
+    style.points = 9.0 + any.bounded(6);
+    style.leading = 1.6;
+    double top = 22;
+    for (int i = 0; top < 260; ++i) {
+        const QStringList words = deskpictures::pageText(text);
+        top = sheet.paragraph(20, top, 170, words[i % words.size()], style) + 2;
+    }
+    for (int i = 0; isSealed && i < 3; ++i) {
+        const int hue = isBlue ? 205 + any.bounded(45) : (346 + any.bounded(26)) % 360;
+        const int strength = 110 + any.bounded(120);
+        const QColor ink = QColor::fromHsv(hue, strength, 190 + any.bounded(50));
+        deskpictures::pressSeal(sheet,
+                                any.bounded(2) != 0,
+                                ink,
+                                {50.0 + any.bounded(110), 45.0 + 85 * i + any.bounded(40)},
+                                any.bounded(60) - 30);
+    }
+    return deskpictures::finish(sheet);
 }
 
 } // namespace
@@ -169,6 +232,33 @@ std::vector<Scene> makeScenes(int count, cv::Size size, unsigned seed)
     for (int i = 0; i < count; ++i) {
         const Subject& subject = subjects[size_t(i) % std::size(subjects)];
         scenes.push_back(shoot(subject.name, subject.draw(), size, seed + unsigned(i)));
+    }
+    return scenes;
+}
+
+std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, bool isBlue)
+{
+    const char* const texts[] = {"english", "chinese", "russian"};
+    std::vector<Scene> scenes;
+    for (unsigned i = 0; i < unsigned(count); ++i) {
+        const QString text = QString::fromLatin1(texts[i % 3]);
+        const FlatPage sealed = drawSealed(text, true, isBlue, seed + i);
+        const FlatPage plain = drawSealed(text, false, isBlue, seed + i);
+        const Shot shot(sealed, size, seed + i);
+        Scene scene;
+        scene.name = text.toStdString();
+        scene.photo = shot.photo(sealed);
+        scene.truth = shot.truth(plain);
+        findParts(scene);
+        const cv::Mat stamped = darkness(shot.truth(sealed)) - darkness(scene.truth);
+        cv::Mat near;
+        cv::dilate(scene.ink, near, cv::Mat(), {-1, -1}, 3);
+        scene.seal = (stamped > 0.25) & ~near;
+        cv::dilate(stamped > 0.05, near, cv::Mat(), {-1, -1}, 6);
+        scene.bare = ~near;
+        cv::dilate(scene.seal, near, cv::Mat(), {-1, -1}, 4);
+        scene.crossing = scene.ink & near;
+        scenes.push_back(std::move(scene));
     }
     return scenes;
 }

@@ -14,8 +14,15 @@ struct Scene
     cv::Mat ink;   ///< CV_8U, 255: strokes, each up to half of its own darkness
     cv::Mat paper; ///< CV_8U, 255: nothing is printed there or near
     cv::Mat print; ///< CV_8U, 255: coloured print: areas, seals, highlighter
+    // Sealed pages only, CV_8U, 255; truth and ink are those of the page without seals.
+    cv::Mat seal;     ///< strong ink of a seal, and no text
+    cv::Mat crossing; ///< text that a seal lies over
+    cv::Mat bare;     ///< no seal is near
 };
 
 /// Pages of the desk and a page with all that is hard (thin grey print, pencil, tinted boxes, highlighter, a
 /// photograph), under lamps, shadows, casts and noise of `seed`. RGB.
 std::vector<Scene> makeScenes(int count, cv::Size size, unsigned seed);
+
+/// English, Chinese and Russian text under seals of any hue of blue or red, strong and pale. RGB.
+std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, bool isBlue);

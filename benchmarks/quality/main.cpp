@@ -101,7 +101,7 @@ struct Table
     std::vector<Column> columns;
 };
 
-std::vector<Table> tables()
+std::vector<Table> pageTables()
 {
     const auto f = [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).f(); };
     const std::vector<Column> page = {
@@ -136,6 +136,42 @@ std::vector<Table> tables()
          {{"all", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, {}); }},
           {"paper", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, s.paper); }},
           {"print", [](const Scene& s, const cv::Mat& p) { return labDistance(s.truth, p, s.print); }}}}};
+}
+
+/// How much a colour stands out of grey, levels.
+cv::Mat chroma(const cv::Mat& rgb)
+{
+    std::vector<cv::Mat> channels;
+    cv::split(rgb, channels);
+    return cv::max(cv::max(channels[0], channels[1]), channels[2]) -
+           cv::min(cv::min(channels[0], channels[1]), channels[2]);
+}
+
+/// A seal is kept where it is coloured, text where nothing is bright.
+Table sealTable(bool isBlue)
+{
+    const auto black = [](const cv::Mat& p) {
+        std::vector<cv::Mat> channels;
+        cv::split(p, channels);
+        return cv::Mat(cv::max(cv::max(channels[0], channels[1]), channels[2]) < 128);
+    };
+    return {isBlue ? "blue seals" : "red seals",
+            {{"ours",
+              [isBlue](const cv::Mat& rgb) {
+                  mirvak::Image image;
+                  image.pixels = rgb.clone();
+                  strengthenSeal(image, isBlue ? mirvak::SealColour::blue : mirvak::SealColour::red);
+                  return image.pixels;
+              }},
+             {"division", rivals::division},
+             {"Leptonica normalised", rivals::normalised},
+             {"unchanged", [](const cv::Mat& rgb) { return rgb.clone(); }}},
+            {{"seal kept", [](const Scene& s, const cv::Mat& p) { return share(chroma(p) > 80, s.seal); }},
+             {"text kept", [=](const Scene& s, const cv::Mat& p) { return share(black(p), s.ink); }},
+             {"crossing", [=](const Scene& s, const cv::Mat& p) { return share(black(p), s.crossing); }},
+             {"false", [](const Scene& s, const cv::Mat& p) { return share(chroma(p) > 40, s.bare); }},
+             {"white paper",
+              [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) >= 250, s.paper & s.bare); }}}};
 }
 
 void keep(
@@ -187,7 +223,9 @@ int main(int argc, char** argv)
     const unsigned seed = argc > 2 ? unsigned(std::atoi(argv[2])) : 1;
     const std::string folder = argc > 3 ? argv[3] : "";
     const std::vector<Scene> scenes = makeScenes(pages, {1836, 2448}, seed);
-    for (const Table& table : tables())
+    for (const Table& table : pageTables())
         print(table, scenes, folder);
+    for (const bool isBlue : {false, true})
+        print(sealTable(isBlue), makeSealedScenes(pages, {1836, 2448}, seed, isBlue), folder);
     return 0;
 }

@@ -271,8 +271,8 @@ TEST(Colour, everyColourComesOutAsItDid)
               "ffffff 000000 000000 ffffff 000000 000000 000000 ffffff ffffff 000000 000000 ffffff"},
              {mirvak::enhanceColour,
               "ffffff 1d1a1f 76777b b1b3b8 db0b17 1622d6 2e9d30 fff051 d6a786 2c8fba 762ec8 f5831b"},
-             {red, "ffffff 000000 4d4f55 bec2cb d30000 0001ef 049405 ffff20 e47b7b 047ccb 4d04df e22424"},
-             {blue, "ffffff 000000 4d4f55 bec2cb f40000 0000cc 049405 ffff20 f5ac6c 0606ae 1818c2 ff6501"}}) {
+             {red, "ffffff 000000 3b3d43 b0b5bf ce0000 0001ea 048205 ffff15 e47b7b 0468bf 3b04d7 e22424"},
+             {blue, "ffffff 000000 3b3d43 b0b5bf f40000 0000c6 048205 ffff15 f59b59 0606a2 1818ba ff5201"}}) {
         SCOPED_TRACE(colours);
         mirvak::Image image;
         image.pixels = sheet.clone();

@@ -106,6 +106,30 @@ QImage makeStamp(const Seal& seal, double dpi)
     return image;
 }
 
+Seal starSeal(const QColor& ink)
+{
+    return {21,
+            ink,
+            QStringLiteral("云溪镇图书馆示例印章"),
+            QStringLiteral("样品专用"),
+            Typeface::ChineseBold,
+            15,
+            232,
+            true};
+}
+
+Seal ringSeal(const QColor& ink)
+{
+    return {20,
+            ink,
+            QStringLiteral("МУЗЕЙ БУМАГИ • МАСТЕРСКАЯ • "),
+            QStringLiteral("ОБРАЗЕЦ"),
+            Typeface::SansBold,
+            10.5,
+            347,
+            false};
+}
+
 // Ink lies over the print and darkens it, hence the multiplication.
 void press(Sheet& sheet, const Seal& seal, double xMm, double yMm, double degrees)
 {
@@ -147,18 +171,7 @@ FlatPage drawRedSeal()
     body.align = Qt::AlignRight;
     sheet.text(left + width - 6, y + 26, QStringLiteral("云溪镇图书馆（示例）"), body);
     sheet.text(left + width - 6, y + 38, QStringLiteral("二〇二四年十月八日"), body);
-    press(sheet,
-          {21,
-           QColor(206, 32, 38),
-           QStringLiteral("云溪镇图书馆示例印章"),
-           QStringLiteral("样品专用"),
-           Typeface::ChineseBold,
-           15,
-           232,
-           true},
-          left + width - 32,
-          y + 27,
-          -8);
+    press(sheet, starSeal(QColor(206, 32, 38)), left + width - 32, y + 27, -8);
     return finish(sheet);
 }
 
@@ -195,19 +208,13 @@ FlatPage drawBlueSeal()
     sheet.text(136, y + 24, QStringLiteral("А. П. Верескова"), body);
     sheet.text(94, y + 23, QStringLiteral("А. Верескова"), {Typeface::BookItalic, 18, QColor(40, 40, 48)});
     sheet.text(28, y + 40, QStringLiteral("4 июня 2024 года"), body);
-    press(sheet,
-          {20,
-           QColor(38, 66, 176),
-           QStringLiteral("МУЗЕЙ БУМАГИ • МАСТЕРСКАЯ • "),
-           QStringLiteral("ОБРАЗЕЦ"),
-           Typeface::SansBold,
-           10.5,
-           347,
-           false},
-          80,
-          y + 27,
-          6);
+    press(sheet, ringSeal(QColor(38, 66, 176)), 80, y + 27, 6);
     return finish(sheet);
+}
+
+void pressSeal(Sheet& sheet, bool star, const QColor& ink, const QPointF& middleMm, double degrees)
+{
+    press(sheet, star ? starSeal(ink) : ringSeal(ink), middleMm.x(), middleMm.y(), degrees);
 }
 
 } // namespace deskpictures
