@@ -111,6 +111,37 @@ std::string textRead(const Kind& kind, const std::string& text)
     }
 }
 
+/// A hand that was not quite still.
+void shake(cv::Mat& grey, cv::RNG& random)
+{
+    const double length = random.uniform(0.0, 3.0), angle = random.uniform(0.0, CV_PI);
+    const int side = 2 * cvCeil(length / 2) + 3;
+    cv::Mat kernel(side, side, CV_8U, cv::Scalar(0));
+    const cv::Point2d middle(side / 2.0 - 0.5, side / 2.0 - 0.5);
+    const cv::Point2d half(length / 2 * std::cos(angle), length / 2 * std::sin(angle));
+    constexpr int shift = 4; // fractions of pixels
+    const auto fixed = [](const cv::Point2d& p) { return cv::Point(cvRound(p.x * 16), cvRound(p.y * 16)); };
+    cv::line(kernel, fixed(middle - half), fixed(middle + half), {255}, 1, cv::LINE_AA, shift);
+    kernel.convertTo(kernel, CV_32F);
+    cv::filter2D(grey, grey, -1, kernel / cv::sum(kernel)[0], {-1, -1}, 0, cv::BORDER_REPLICATE);
+}
+
+/// Light that falls off to one side, and the noise of the night.
+void light(cv::Mat& grey, cv::RNG& random)
+{
+    const double fall = random.uniform(0.0, 0.6), angle = random.uniform(0.0, 2 * CV_PI);
+    cv::Mat noise(grey.size(), CV_32F), picture;
+    random.fill(noise, cv::RNG::NORMAL, 0, random.uniform(1.0, 8.0));
+    grey.convertTo(picture, CV_32F);
+    for (int y = 0; y < grey.rows; ++y) {
+        for (int x = 0; x < grey.cols; ++x) {
+            const double along = std::cos(angle) * x / grey.cols + std::sin(angle) * y / grey.rows;
+            picture.at<float>(y, x) *= static_cast<float>(1 - fall * (0.5 + 0.5 * along));
+        }
+    }
+    cv::Mat(picture + noise).convertTo(grey, CV_8U);
+}
+
 } // namespace
 
 CodePicture CodePictures::next()
@@ -151,5 +182,29 @@ CodePicture CodePictures::next()
     page.blur(condition.blur);
     page.addNoise(condition.noise, static_cast<unsigned>(random_.next()));
     picture.grey = page.grey().clone();
+    return picture;
+}
+
+CodePicture CodePictures::nextLabel()
+{
+    constexpr size_t linearKinds = 10; // the first ones of the list
+    const cv::Size size(900, 680);
+    const Kind& kind = kinds[made_++ % linearKinds];
+    const std::string text = randomText(kind, random_);
+    CodePage page(size.width, size.height);
+    CodePage::Place place;
+    place.centre = {size.width / 2.0 + random_.uniform(-60, 60),
+                    size.height / 2.0 + random_.uniform(-60, 60)};
+    place.modulePx = random_.uniform(1.2, 3.5);
+    place.degrees = random_.uniform(0, 4) == 0 ? random_.uniform(0.0, 360.0) : random_.gaussian(12);
+    place.perspective = random_.uniform(0.0, 0.2);
+    page.add(kind.symbology, text, place);
+    page.setTones(random_.uniform(10, 110), random_.uniform(150, 245));
+    page.blur(random_.uniform(0.2, 1.2));
+    CodePicture picture{kind.name, page.grey().clone(), {{kind.name, textRead(kind, text)}}};
+    cv::putText(
+        picture.grey, text, place.centre + cv::Point2d(-80, 150), cv::FONT_HERSHEY_SIMPLEX, 0.8, {60}, 2);
+    shake(picture.grey, random_);
+    light(picture.grey, random_);
     return picture;
 }

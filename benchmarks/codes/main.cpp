@@ -2,6 +2,8 @@
 // false reads on text; the time for a frame without codes; and damaged frames, on which nothing may end this
 // process.
 //   bench_codes [PICTURES [DAMAGED]]
+//   bench_codes --labels COUNT [SEED]     hasty photographs of one-dimensional codes: what is read, what is
+//   wrong
 #include "CodePictures.h"
 #include "CodeReader.h"
 #include "Codec.h"
@@ -16,6 +18,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <set>
@@ -113,6 +116,36 @@ void compareReading(int pictures)
                 all[0].of.at("all").recall() - best);
 }
 
+void compareLabels(int count, unsigned from)
+{
+    std::vector<Reader> all = readers();
+    CodePictures made(from);
+    for (int i = 0; i < count; ++i) {
+        const CodePicture picture = made.nextLabel();
+        for (Reader& reader : all) {
+            const std::vector<std::string> texts = reader.read(picture.grey);
+            const int before = reader.of["all"].wrong;
+            reader.of[picture.condition].add(picture.codes, texts);
+            reader.of["all"].add(picture.codes, texts);
+            if (reader.of["all"].wrong > before && &reader == &all[0]) {
+                std::printf("wrong in picture %d: %s", i, picture.codes[0].text.c_str());
+                for (const std::string& text : texts)
+                    std::printf(" \"%s\"", text.c_str());
+                std::puts("");
+            }
+        }
+    }
+    std::printf("%-14s %6s", "labels", "codes");
+    for (const Reader& reader : all)
+        std::printf(" %9s %% wrong", reader.name);
+    for (const auto& [kind, score] : all[0].of) {
+        std::printf("\n%-14s %6d", kind.c_str(), score.laid);
+        for (const Reader& reader : all)
+            std::printf(" %9.1f %7d", reader.of.at(kind).recall(), reader.of.at(kind).wrong);
+    }
+    std::puts("");
+}
+
 void countFalseReads()
 {
     size_t found = 0;
@@ -172,6 +205,10 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication app(argc, argv);
+    if (argc > 2 && std::strcmp(argv[1], "--labels") == 0) {
+        compareLabels(std::atoi(argv[2]), argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : seed);
+        return 0;
+    }
     compareReading(argc > 1 ? std::atoi(argv[1]) : picturesByDefault);
     countFalseReads();
     timeEmptyFrames();

@@ -1,4 +1,5 @@
 #include "CodeRules.h"
+#include "FullAscii39.h"
 #include "PayloadText.h"
 #include "ReadingOrder.h"
 #include "Sightings.h"
@@ -26,6 +27,20 @@ TEST(PayloadText, GuessesTheCharacterSet)
         << "Latin-1, though the two letters are a Chinese character too";
     EXPECT_EQ(payloadText("\xCA\xE9\xBC\xDC", false), "书架") << "GB 2312";
     EXPECT_EQ(payloadText("\x93\xFA\x96\x7B", false), "日本") << "Shift-JIS";
+    EXPECT_EQ(payloadText("A4\xD6\xBD USB\xCF\xDF", false), "A4纸 USB线") << "GB 2312 among letters";
+    EXPECT_EQ(payloadText("\xFC"
+                          "ber GR\xD6\xDF"
+                          "E, 20 \xB0"
+                          "C",
+                          false),
+              "über GRÖßE, 20 °C");
+    EXPECT_EQ(payloadText("Cr\xE8me br\xFBl\xE9"
+                          "e",
+                          false),
+              "Crème brûlée");
+    EXPECT_EQ(payloadText("\x83\x65\x83\x58\x83\x67\x82\xC5\x82\xB7", false), "テストです") << "Shift-JIS";
+    EXPECT_EQ(payloadText("\xD6\xD0\xCE\xC4\xA3\xBA\xC4\xE3\xBA\xC3", false), "中文：你好");
+    EXPECT_EQ(payloadText("\xE8\x91\x97\xE8", false).find('\xEF'), std::string::npos) << "always something";
     EXPECT_EQ(payloadText("\x81\x30\x81\x30", false), "\u0080") << "GB 18030 of four bytes";
     EXPECT_EQ(payloadText("\xFF\xFE", false), "ÿþ") << "nothing else";
 }
@@ -43,6 +58,15 @@ TEST(PayloadText, IsAlwaysValidUtf8WithoutNul)
     EXPECT_EQ(payloadText("ok\xC3", true), "ok\uFFFD") << "cut in a character";
     EXPECT_EQ(payloadText("\xED\xA0\x80", true), "\uFFFD\uFFFD\uFFFD") << "half of a pair of UTF-16";
     EXPECT_EQ(payloadText("\xC0\xAF", true), "\uFFFD\uFFFD") << "longer than needed";
+}
+
+TEST(FullAscii39, IsReadWhereItSurelyIsOne)
+{
+    EXPECT_EQ(mirvak::fullAscii39("W+I+D+E/A 10%V+X%K$I%F%P/O/Z"), "Wide! 10@x[\t;{/:");
+    EXPECT_EQ(mirvak::fullAscii39("A+B/C"), "A+B/C") << "one pair may be anything";
+    EXPECT_EQ(mirvak::fullAscii39("+A+B+"), "+A+B+") << "a sign without a letter";
+    EXPECT_EQ(mirvak::fullAscii39("+A+B/M"), "+A+B/M") << "a pair that means nothing";
+    EXPECT_EQ(mirvak::fullAscii39("PART-39"), "PART-39");
 }
 
 TEST(CodeRules, CheckDigitsAndLengths)

@@ -1,6 +1,7 @@
 #include "CodeReader.h"
 
 #include "CodeSearch.h"
+#include "FullAscii39.h"
 #include "PayloadText.h"
 #include "ReadingOrder.h"
 
@@ -12,6 +13,12 @@ namespace mirvak {
 namespace {
 
 constexpr std::size_t pixelsAtLeast = 4'000'000; // views of a small picture may be larger than it
+
+std::string textOf(const Sighting& seen)
+{
+    const std::string text = payloadText(seen.bytes, seen.isText);
+    return seen.symbology == Symbology::code39 ? fullAscii39(text) : text;
+}
 
 } // namespace
 
@@ -39,7 +46,7 @@ std::vector<Code> CodeReader::read(const cv::Mat& rgb, const CodeWatch& goesOn) 
         (search.*passes[done])();
     std::vector<Code> codes;
     for (const SeenCode& seen : search.sightings().credible())
-        codes.push_back({payloadText(seen.best.bytes, seen.best.isText), seen.best.symbology, seen.best.box});
+        codes.push_back({textOf(seen.best), seen.best.symbology, seen.best.box});
     sortForReading(codes);
     return codes;
 }

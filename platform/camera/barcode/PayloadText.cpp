@@ -1,5 +1,7 @@
 #include "PayloadText.h"
 
+#include "CharsetGuess.h"
+
 #include <iconv.h>
 
 #include <cstddef>
@@ -17,11 +19,6 @@ constexpr const char* replacement = "\uFFFD";
 unsigned char byteAt(std::string_view bytes, size_t at)
 {
     return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
-}
-
-bool isLetter(unsigned char byte)
-{
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
 
 // The number of bytes of the valid UTF-8 character at `at`, 0 when there is none (RFC 3629).
@@ -106,36 +103,15 @@ std::string fromLatin1(std::string_view bytes)
     return result;
 }
 
-// Accented letters stand alone or by twos among plain ones: "Größe" could be read as a Chinese character too.
-bool looksEuropean(std::string_view bytes)
-{
-    for (size_t at = 0; at < bytes.size();) {
-        if (byteAt(bytes, at) < 0x80) {
-            ++at;
-            continue;
-        }
-        size_t end = at;
-        while (byteAt(bytes, end) >= 0xC0)
-            ++end;
-        const bool besideLetter = (at > 0 && isLetter(byteAt(bytes, at - 1))) || isLetter(byteAt(bytes, end));
-        if (end == at || end - at > 2 || byteAt(bytes, end) >= 0x80 || !besideLetter)
-            return false;
-        at = end;
-    }
-    return true;
-}
-
 std::string guessed(std::string_view bytes)
 {
     if (isUtf8(bytes))
         return std::string(bytes);
-    if (looksEuropean(bytes))
+    const Charset charset = likeliestCharset(bytes);
+    if (charset == Charset::latin1)
         return fromLatin1(bytes);
-    for (const char* charset : {"GB2312", "SHIFT_JIS", "GB18030"}) {
-        if (auto text = convertedFrom(charset, bytes))
-            return *text;
-    }
-    return fromLatin1(bytes);
+    return convertedFrom(charset == Charset::shiftJis ? "SHIFT_JIS" : "GB18030", bytes)
+        .value_or(fromLatin1(bytes));
 }
 
 } // namespace
