@@ -149,6 +149,23 @@ TEST(Sightings, AnotherViewsSpotJoinsByItsCandidate)
     EXPECT_THAT(credible({whole, spot}), ElementsAre("ONE"));
 }
 
+TEST(Sightings, TwoStripsOfTheSameBarsAreOneCodeAndTwoLabelsAreTwo)
+{
+    const auto strips = [](float gap, std::vector<int> homes) {
+        std::vector<Sighting> all;
+        for (int pass = 0; pass < 2; ++pass) {
+            all.push_back(seen(Symbology::code128, "ONE", pass, {100, 100, 400, 40}));
+            all.push_back(seen(Symbology::code128, "ONE", pass, {100, 140 + gap, 400, 40}));
+            for (Sighting& sighting : all)
+                sighting.homes = homes;
+        }
+        return credible(all).size();
+    };
+    EXPECT_EQ(strips(30, {3}), 1U);
+    EXPECT_EQ(strips(60, {3}), 2U) << "too far apart";
+    EXPECT_EQ(strips(30, {}), 2U) << "not in one place that looks like a code";
+}
+
 TEST(Sightings, APieceOfALongerNumberIsDropped)
 {
     std::vector<Sighting> all;

@@ -11,19 +11,36 @@ namespace mirvak {
 
 namespace {
 
-// Decoders tell of bars only where scan lines met them, which may be a spot: it counts as part of what lies
-// in the same candidate.
+bool haveCommonHome(const Sighting& a, const Sighting& b)
+{
+    return std::find_first_of(a.homes.begin(), a.homes.end(), b.homes.begin(), b.homes.end()) !=
+           a.homes.end();
+}
+
+// Decoders tell of bars only where scan lines met them, which may be a spot...
 bool isSpotOf(const Sighting& a, const Sighting& b)
 {
     const float smaller = std::min(a.box.area(), b.box.area()), larger = std::max(a.box.area(), b.box.area());
-    return smaller < 0.25F * larger &&
-           std::find_first_of(a.homes.begin(), a.homes.end(), b.homes.begin(), b.homes.end()) !=
-               a.homes.end();
+    return smaller < 0.25F * larger;
+}
+
+// ... or two strips of the same bars, with some between them that nothing could read. Two labels are farther
+// apart.
+bool areStripsOfOne(const Sighting& a, const Sighting& b)
+{
+    const cv::Rect2f around = a.box | b.box;
+    const float across = std::min(around.width, around.height);
+    const float covered =
+        around.width > around.height ? a.box.height + b.box.height : a.box.width + b.box.width;
+    const float length = std::min(std::max(a.box.width, a.box.height), std::max(b.box.width, b.box.height));
+    return isLinear(a.symbology) && 2 * (across - covered) < covered && 2 * covered < length;
 }
 
 bool isSameCode(const Sighting& a, const Sighting& b)
 {
-    return a.symbology == b.symbology && a.bytes == b.bytes && ((a.box & b.box).area() > 0 || isSpotOf(a, b));
+    if (a.symbology != b.symbology || a.bytes != b.bytes)
+        return false;
+    return (a.box & b.box).area() > 0 || (haveCommonHome(a, b) && (isSpotOf(a, b) || areStripsOfOne(a, b)));
 }
 
 // Two of five is read out of the middle of a longer number, too; where it lies is then known roughly.
