@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Sheet.h"
+
+namespace deskpictures {
+
+/// A round rubber stamp.
+struct Seal
+{
+    double radiusMm;
+    QColor ink;
+    QString ring;   ///< along the upper arc
+    QString centre; ///< below the star; empty: in its place
+    Typeface face;
+    double ringPoints;
+    double sweepDegrees; ///< how much of the circle the ring's words take
+    bool star;
+};
+
+/// Presses it on a sheet, turned clockwise. Ink lies over the print and darkens it.
+void press(Sheet& sheet, const Seal& seal, double xMm, double yMm, double degrees);
+
+} // namespace deskpictures
