@@ -11,6 +11,7 @@ namespace {
 
 constexpr int inkLevel = 190; // thin strokes of a camera's picture are hardly darker
 constexpr int paper = 255;
+constexpr int ruleLength = 12; // heights of a mark: shorter lines part nothing
 
 struct Components
 {
@@ -86,6 +87,9 @@ class LargeInk
 public:
     LargeInk(cv::Mat& grey, int height) : grey_(grey), height_(height) {}
 
+    /// Long lines across that were found on the way.
+    std::vector<cv::Rect>& rules() { return rules_; }
+
     /// @return true when the page has changed.
     bool open(const Components& ink)
     {
@@ -150,13 +154,24 @@ private:
         const cv::Mat strokes = mask & ~thick;
         cv::morphologyEx(strokes, across, cv::MORPH_OPEN, block(5 * height_, 1));
         cv::morphologyEx(strokes, upward, cv::MORPH_OPEN, block(1, 4 * height_));
+        noteRules(across, box.tl());
         cv::Mat rules = across | upward;
         cv::dilate(rules, rules, block(3, 3));
         grey_(box).setTo(paper, rules);
     }
 
+    void noteRules(const cv::Mat& across, const cv::Point& origin)
+    {
+        const Components parts(across);
+        for (int i = 1; i < parts.count; ++i) {
+            if (parts.box(i).width > ruleLength * height_)
+                rules_.push_back(parts.box(i) + origin);
+        }
+    }
+
     cv::Mat& grey_;
     int height_;
+    std::vector<cv::Rect> rules_;
 };
 
 enum class Kind { letter, grain, refuse };
@@ -230,6 +245,8 @@ Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
             isRefuse[static_cast<size_t>(i)] = 1;
         else
             marks.boxes.push_back(ink.box(i));
+        if (ink.box(i).width > ruleLength * height && ink.box(i).height <= height)
+            marks.rules.push_back(ink.box(i));
     }
     erase(grey, ink, isRefuse);
     return marks;
@@ -243,10 +260,13 @@ Marks cleanMarks(cv::Mat& grey)
     const int height = usualHeight(first, grey.size());
     if (height == 0)
         return {};
-    if (!LargeInk(grey, height).open(first))
+    LargeInk large(grey, height);
+    if (!large.open(first))
         return keepLetters(grey, first, height);
     const Components ink(grey < inkLevel);
-    return keepLetters(grey, ink, usualHeight(ink, grey.size()));
+    Marks marks = keepLetters(grey, ink, usualHeight(ink, grey.size()));
+    marks.rules.insert(marks.rules.end(), large.rules().begin(), large.rules().end());
+    return marks;
 }
 
 } // namespace mirvak

@@ -10,6 +10,7 @@ namespace mirvak {
 struct Marks
 {
     std::vector<cv::Rect> boxes; ///< px
+    std::vector<cv::Rect> rules; ///< px, long lines across that were taken away
     int height = 0;              ///< px, of the usual mark: a small letter's height; 0 without any
 };
 
