@@ -133,7 +133,7 @@ int main(int argc, char** argv)
     for (int i = 0; i < pages; ++i) {
         const auto n = static_cast<size_t>(i);
         const Layout& layout = layouts()[n % count];
-        const Tongue tongue = static_cast<Tongue>((n + n / count) % 3);
+        const Tongue tongue = static_cast<Tongue>((n % count + n / count) % 3);
         const unsigned pageSeed = any.generate();
         const Look& look = looks()[any.generate() % looks().size()];
         const MadePage made = makePage(layout, tongue, pageSeed);

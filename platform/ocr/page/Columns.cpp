@@ -14,8 +14,10 @@ namespace {
 // what is below.
 constexpr double widestPause = 3;
 constexpr double otherSize = 1.6;
+constexpr double tallest = 6;     // of a letter; higher ones are blots among few marks
 constexpr double shadow = 0.25;   // of a block's rim, that letters of the next row may touch
 constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
+constexpr size_t lineMarks = 5;   // fewer make no line of print
 constexpr size_t mostRules = 6;   // more are a table or lined paper
 
 cv::Rect around(const Blocks& blocks)
@@ -191,12 +193,40 @@ private:
     std::vector<Blocks> areas_;
 };
 
-TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all)
+bool isLetter(const cv::Rect& mark, int height)
+{
+    return mark.height * 2 > height && mark.height < tallest * height && mark.width < 3 * mark.height &&
+           mark.height < 8 * mark.width;
+}
+
+bool hasLetter(const TextBlock& block, int height)
+{
+    return std::any_of(block.rows.begin(), block.rows.end(), [&](const Piece& row) {
+        return std::any_of(
+            row.marks.begin(), row.marks.end(), [&](const cv::Rect& mark) { return isLetter(mark, height); });
+    });
+}
+
+// Edges and blots of a photograph: few marks that make no lines.
+bool isPictureWork(const TextBlock& block, const std::vector<cv::Rect>& pictures)
+{
+    const bool within = std::any_of(pictures.begin(), pictures.end(), [&](const cv::Rect& picture) {
+        return (picture & block.box).area() * 2 > block.box.area();
+    });
+    size_t inLines = 0;
+    for (const Piece& row : block.rows)
+        inLines += row.marks.size() >= lineMarks ? row.marks.size() : 0;
+    return within && inLines * 10 < block.marks * 6;
+}
+
+TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
 {
     TextArea area{around(blocks), {}, false};
     for (const TextBlock& other : all) {
+        // What has no letter may be a loose part of one.
         if ((other.box & area.box).empty() ||
-            std::find(blocks.begin(), blocks.end(), &other) != blocks.end())
+            std::find(blocks.begin(), blocks.end(), &other) != blocks.end() ||
+            (!hasLetter(other, marks.height) && !isPictureWork(other, marks.pictures)))
             continue;
         for (const Piece& row : other.rows) {
             for (const cv::Rect& mark : row.marks) {
@@ -216,15 +246,17 @@ std::vector<TextArea> areasOf(const Marks& marks)
     Blocks upright;
     std::vector<TextArea> areas, sideways;
     for (const TextBlock& block : all) {
+        if (!hasLetter(block, marks.height) || isPictureWork(block, marks.pictures))
+            continue;
         if (!block.isSideways) {
             upright.push_back(&block);
             continue;
         }
-        sideways.push_back(areaOf({&block}, all));
+        sideways.push_back(areaOf({&block}, all, marks));
         sideways.back().isSideways = true;
     }
     for (const Blocks& blocks : PageCutter(marks.height, marks.rules).run(upright))
-        areas.push_back(areaOf(blocks, all));
+        areas.push_back(areaOf(blocks, all, marks));
     areas.insert(areas.end(), sideways.begin(), sideways.end());
     return areas;
 }

@@ -20,6 +20,7 @@ constexpr double alignedShare = 0.65;
 constexpr size_t leastRows = 3;
 constexpr size_t floatRows = 3; // of a caption in a gutter
 constexpr double floatShare = 0.1;
+constexpr size_t besideMarks = 12; // of text on both sides of one
 
 struct Gap
 {
@@ -139,10 +140,10 @@ std::optional<Gutter> widest(const Blocks& blocks, int height)
 
 bool isBeside(const TextBlock& text, const cv::Rect& box)
 {
-    return text.isProse && text.box.y < box.br().y && text.box.br().y > box.y;
+    return text.marks >= besideMarks && text.box.y < box.br().y && text.box.br().y > box.y;
 }
 
-// A few rows with running text on their left and on their right.
+// A few rows with text on their left and on their right.
 bool isFloat(const TextBlock& block, const Blocks& blocks)
 {
     if (block.rows.size() > floatRows)

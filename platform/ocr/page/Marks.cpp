@@ -1,5 +1,7 @@
 #include "Marks.h"
 
+#include "Pictures.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -233,14 +235,37 @@ bool isEmblem(const Components& ink, int i, int height)
     return true;
 }
 
+// Where letters stand and near them: thin strokes of a noisy picture fall into specks there.
+cv::Mat nearLetters(const Components& ink, const cv::Size& page, int height)
+{
+    const int cell = std::max(1, height / 4), beside = height, around = height / 4;
+    cv::Mat near(page.height / cell + 1, page.width / cell + 1, CV_8UC1, cv::Scalar(0));
+    for (int i = 1; i < ink.count; ++i) {
+        cv::Rect box = ink.box(i);
+        if (kindOf(box, ink.area(i), height) != Kind::letter || box.height * 2 < height)
+            continue;
+        box -= cv::Point(beside, around);
+        box += cv::Size(2 * beside, 2 * around);
+        near(cv::Rect({box.x / cell, box.y / cell}, cv::Point(box.br().x / cell + 1, box.br().y / cell + 1)) &
+             cv::Rect({0, 0}, near.size()))
+            .setTo(255);
+    }
+    cv::resize(near, near, {}, cell, cell, cv::INTER_NEAREST);
+    return near;
+}
+
 Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
 {
-    const int speck = largestSpeck(ink, height);
+    const int speck = largestSpeck(ink, height), grain = height * height / 144;
+    const cv::Mat near = speck > grain ? nearLetters(ink, grey.size(), height) : cv::Mat();
     Marks marks;
     marks.height = height;
     std::vector<unsigned char> isRefuse(static_cast<size_t>(ink.count), 0);
     for (int i = 1; i < ink.count; ++i) {
-        if (ink.area(i) <= speck || touchesBorder(ink.box(i), grey.size()) ||
+        const cv::Rect box = ink.box(i);
+        const bool part = !near.empty() && ink.area(i) > grain &&
+                          near.at<unsigned char>(box.y + box.height / 2, box.x + box.width / 2) > 0;
+        if (ink.area(i) <= (part ? grain : speck) || touchesBorder(ink.box(i), grey.size()) ||
             kindOf(ink.box(i), ink.area(i), height) == Kind::refuse || isEmblem(ink, i, height))
             isRefuse[static_cast<size_t>(i)] = 1;
         else
@@ -260,11 +285,16 @@ Marks cleanMarks(cv::Mat& grey)
     const int height = usualHeight(first, grey.size());
     if (height == 0)
         return {};
+    const std::vector<cv::Rect> pictures = picturesOf(grey, height);
     LargeInk large(grey, height);
-    if (!large.open(first))
-        return keepLetters(grey, first, height);
-    const Components ink(grey < inkLevel);
-    Marks marks = keepLetters(grey, ink, usualHeight(ink, grey.size()));
+    Marks marks;
+    if (large.open(first)) {
+        const Components ink(grey < inkLevel);
+        marks = keepLetters(grey, ink, usualHeight(ink, grey.size()));
+    } else {
+        marks = keepLetters(grey, first, height);
+    }
+    marks.pictures = pictures;
     marks.rules.insert(marks.rules.end(), large.rules().begin(), large.rules().end());
     return marks;
 }

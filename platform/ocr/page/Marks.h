@@ -11,6 +11,7 @@ struct Marks
 {
     std::vector<cv::Rect> boxes; ///< px
     std::vector<cv::Rect> rules; ///< px, long lines across that were taken away
+    std::vector<cv::Rect> pictures; ///< px, photographs; what is in them may be text all the same
     int height = 0;              ///< px, of the usual mark: a small letter's height; 0 without any
 };
 

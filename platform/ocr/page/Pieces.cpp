@@ -10,20 +10,29 @@ namespace mirvak {
 namespace {
 
 constexpr double cellsPerHeight = 6;
+// The narrower a strip, the more lines must it pass: in lines that are set wide, three wide spaces often stand
+// below each other.
+struct StripShape
+{
+    double width;       ///< heights of a mark
+    double lines;       ///< that it passes
+    double leastHeight; ///< heights of a mark
+};
+constexpr StripShape stripShapes[] = {{1.1, 6.2, 14}, {2, 4.2, 9}, {3.2, 2.2, 5}};
+
 // In heights of a mark.
-constexpr double stripWidth = 1.1, stripHeight = 7;
+constexpr double mostPitch = 5; // lines further apart are rows of a table
 constexpr double widestSpace = 3;   // between words that no strip parts
 constexpr double offLevel = 0.6;    // a letter's middle from that of its line
 constexpr double leastLetter = 0.4; // smaller marks are dots, accents or dirt
 constexpr double leastRun = 5;      // for the distance of lines
-constexpr double linesOfStrip = 3.2;
 
 /// White strips of a page.
 class Strips
 {
 public:
     Strips() = default;
-    Strips(const std::vector<cv::Rect>& letters, int height, double stripHeightPx)
+    Strips(const std::vector<cv::Rect>& letters, int height, double pitch)
         : cell_(std::max(1.0, height / cellsPerHeight))
     {
         cv::Rect area;
@@ -36,10 +45,16 @@ public:
                   cv::Rect({0, 0}, white.size()))
                 .setTo(0);
         }
-        const cv::Size strip(cvRound(stripWidth * height / cell_),
-                             std::min(white.rows, cvRound(stripHeightPx / cell_)));
-        cv::morphologyEx(
-            white, white_, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, strip));
+        white_ = cv::Mat(white.size(), CV_8UC1, cv::Scalar(0));
+        for (const StripShape& shape : stripShapes) {
+            const double high = std::max(shape.leastHeight * height, shape.lines * pitch);
+            const cv::Size strip(cvRound(shape.width * height / cell_),
+                                 std::min(white.rows, cvRound(high / cell_)));
+            cv::Mat opened;
+            cv::morphologyEx(
+                white, opened, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, strip));
+            white_ |= opened;
+        }
     }
 
     bool part(int from, int to, int y) const
@@ -202,10 +217,7 @@ Pieces piecesOf(const Marks& marks)
         letters.begin(), letters.end(), [](const cv::Rect& a, const cv::Rect& b) { return a.x < b.x; });
     Pieces pieces;
     pieces.pitch = pitchOf(Joiner(letters, marks.height, Strips()).run(1), marks.height);
-    // Lines far apart would let a strip of a fixed height pass between two words only.
-    const double high =
-        std::clamp(linesOfStrip * pieces.pitch, stripHeight * marks.height, 3 * stripHeight * marks.height);
-    const Strips strips(letters, marks.height, high);
+    const Strips strips(letters, marks.height, std::min<double>(pieces.pitch, mostPitch * marks.height));
     pieces.all = Joiner(letters, marks.height, strips).run(widestSpace);
     return pieces;
 }

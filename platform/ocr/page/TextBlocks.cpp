@@ -8,13 +8,14 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 1.4;       // that may lie between rows of one block
-constexpr double proseWidth = 9;
+constexpr double proseWidth = 11, shortProseWidth = 18;
+constexpr double widestPitch = 4.2;    // of running text
 constexpr double sidewaysWidth = 1.6;  // of a row that is a letter lying on its side
 constexpr double sidewaysGap = 0.7;
 
 constexpr double gapOfPitch = 0.75;
 constexpr double otherSize = 1.6;      // times as large: a heading over its text
-constexpr size_t leastRows = 3;        // of prose
+constexpr size_t leastRows = 3, sureRows = 5; // of prose
 constexpr double fullRow = 0.72, fullRows = 0.6;
 constexpr size_t sidewaysRows = 10;
 
@@ -112,7 +113,9 @@ private:
 
 bool isProse(const TextBlock& block, int height)
 {
-    if (block.rows.size() < leastRows || block.box.width < proseWidth * height)
+    const double least = block.rows.size() < sureRows ? shortProseWidth : proseWidth;
+    if (block.rows.size() < leastRows || block.box.width < least * height ||
+        block.box.height > widestPitch * height * static_cast<double>(block.rows.size()))
         return false;
     const auto full = std::count_if(block.rows.begin(), block.rows.end(), [&](const Piece& row) {
         return row.box.width >= fullRow * block.box.width;
