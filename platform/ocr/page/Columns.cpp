@@ -14,11 +14,11 @@ namespace {
 // what is below.
 constexpr double widestPause = 3;
 constexpr double otherSize = 1.6;
-constexpr double tallest = 6;     // of a letter; higher ones are blots among few marks
-constexpr double shadow = 0.25;   // of a block's rim, that letters of the next row may touch
+constexpr double tallest = 6;      // of a letter; higher ones are blots among few marks
+constexpr double shadow = 0.25;    // of a block's rim, that letters of the next row may touch
 constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
-constexpr size_t lineMarks = 5;   // fewer make no line of print
-constexpr size_t mostRules = 6;   // more are a table or lined paper
+constexpr size_t lineMarks = 5;    // fewer make no line of print
+constexpr size_t mostRules = 6;    // more are a table or lined paper
 
 cv::Rect around(const Blocks& blocks)
 {
@@ -78,7 +78,8 @@ private:
         std::vector<int> levels;
         for (const cv::Rect& rule : rules_) {
             const int y = rule.y + rule.height / 2;
-            if (y <= area.y || y >= area.br().y || (rule & cv::Rect(area.x, rule.y, area.width, rule.height)).width < ruleShare * area.width)
+            if (y <= area.y || y >= area.br().y ||
+                (rule & cv::Rect(area.x, rule.y, area.width, rule.height)).width < ruleShare * area.width)
                 continue;
             const bool crossed = std::any_of(blocks.begin(), blocks.end(), [&](const TextBlock* block) {
                 return block->box.y + shadow * height_ < y && block->box.br().y - shadow * height_ > y;
@@ -90,7 +91,8 @@ private:
             return std::nullopt;
         for (const int y : levels) {
             const auto [upper, lower] = parted(blocks, y, false);
-            if (!upper.empty() && !lower.empty() && (findGutter(upper, height_) || findGutter(lower, height_)))
+            if (!upper.empty() && !lower.empty() &&
+                (findGutter(upper, height_) || findGutter(lower, height_)))
                 return y;
         }
         return std::nullopt;

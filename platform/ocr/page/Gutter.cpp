@@ -9,8 +9,8 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 0.9;
-constexpr double noteWidth = 6;     // narrower are numbers of a list
-constexpr double onLevel = 0.45;    // between middles of rows that are one line of a table
+constexpr double noteWidth = 6;  // narrower are numbers of a list
+constexpr double onLevel = 0.45; // between middles of rows that are one line of a table
 constexpr double addressWidth = 7, addressGap = 4, addressPitch = 5;
 constexpr size_t addressLeast = 3, addressMost = 7; // rows
 
@@ -100,9 +100,9 @@ bool isAddress(const Side& side, int height)
 
 bool isNotes(const Side& notes, const Side& text, double aligned)
 {
-    return text.isProse() && (aligned < alignedShare ||
-                              static_cast<double>(notes.levels.size()) <=
-                                  notesShare * static_cast<double>(text.levels.size()));
+    return text.isProse() &&
+           (aligned < alignedShare ||
+            static_cast<double>(notes.levels.size()) <= notesShare * static_cast<double>(text.levels.size()));
 }
 
 bool parts(const Side& left, const Side& right, int height)
@@ -138,23 +138,31 @@ std::optional<Gutter> widest(const Blocks& blocks, int height)
     return best;
 }
 
-bool isBeside(const TextBlock& text, const cv::Rect& box)
+// Whether rows of the text stand on the level of the box, all of them to its left or all to its right.
+bool isBeside(const TextBlock& text, const cv::Rect& box, bool left)
 {
-    return text.marks >= besideMarks && text.box.y < box.br().y && text.box.br().y > box.y;
+    if (text.marks < besideMarks)
+        return false;
+    bool some = false;
+    for (const Piece& row : text.rows) {
+        if (row.box.y >= box.br().y || row.box.br().y <= box.y)
+            continue;
+        if (left ? row.box.br().x > box.x : row.box.x < box.br().x)
+            return false;
+        some = true;
+    }
+    return some;
 }
 
 // A few rows with text on their left and on their right.
 bool isFloat(const TextBlock& block, const Blocks& blocks)
 {
-    if (block.rows.size() > floatRows)
-        return false;
-    const auto stands = [&](auto&& where) {
+    const auto stands = [&](bool left) {
         return std::any_of(blocks.begin(), blocks.end(), [&](const TextBlock* other) {
-            return isBeside(*other, block.box) && where(*other);
+            return isBeside(*other, block.box, left);
         });
     };
-    return stands([&](const TextBlock& other) { return other.box.br().x <= block.box.x; }) &&
-           stands([&](const TextBlock& other) { return other.box.x >= block.box.br().x; });
+    return block.rows.size() <= floatRows && stands(true) && stands(false);
 }
 
 } // namespace

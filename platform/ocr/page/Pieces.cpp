@@ -10,8 +10,8 @@ namespace mirvak {
 namespace {
 
 constexpr double cellsPerHeight = 6;
-// The narrower a strip, the more lines must it pass: in lines that are set wide, three wide spaces often stand
-// below each other.
+// The narrower a strip, the more lines must it pass: in lines that are set wide, three wide spaces often
+// stand below each other.
 struct StripShape
 {
     double width;       ///< heights of a mark
@@ -21,7 +21,7 @@ struct StripShape
 constexpr StripShape stripShapes[] = {{1.1, 6.2, 14}, {2, 4.2, 9}, {3.2, 2.2, 5}};
 
 // In heights of a mark.
-constexpr double mostPitch = 5; // lines further apart are rows of a table
+constexpr double mostPitch = 5;     // lines further apart are rows of a table
 constexpr double widestSpace = 3;   // between words that no strip parts
 constexpr double offLevel = 0.6;    // a letter's middle from that of its line
 constexpr double leastLetter = 0.4; // smaller marks are dots, accents or dirt
@@ -51,8 +51,7 @@ public:
             const cv::Size strip(cvRound(shape.width * height / cell_),
                                  std::min(white.rows, cvRound(high / cell_)));
             cv::Mat opened;
-            cv::morphologyEx(
-                white, opened, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, strip));
+            cv::morphologyEx(white, opened, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, strip));
             white_ |= opened;
         }
     }
@@ -158,8 +157,8 @@ private:
     bool belong(const Piece& line, const Piece& part) const
     {
         const int over = std::min(line.box.br().y, part.box.br().y) - std::max(line.box.y, part.box.y);
-        if (over * 2 < std::min(line.box.height, part.box.height) ||
-            part.box.height > 2 * line.box.height || line.box.height > 4 * part.box.height + 2 * height_)
+        if (over * 2 < std::min(line.box.height, part.box.height) || part.box.height > 2 * line.box.height ||
+            line.box.height > 4 * part.box.height + 2 * height_)
             return false;
         const int from = std::min(line.box.br().x, part.box.br().x);
         const int to = std::max(line.box.x, part.box.x);
@@ -186,8 +185,7 @@ int pitchOf(const std::vector<Piece>& pieces, int height)
         for (const Piece* below : lines) {
             const int over =
                 std::min(line->box.br().x, below->box.br().x) - std::max(line->box.x, below->box.x);
-            const int down =
-                below->box.y + below->box.height / 2 - line->box.y - line->box.height / 2;
+            const int down = below->box.y + below->box.height / 2 - line->box.y - line->box.height / 2;
             if (down > height && over * 2 > std::min(line->box.width, below->box.width) &&
                 (nearest == 0 || down < nearest))
                 nearest = down;
@@ -213,8 +211,7 @@ Pieces piecesOf(const Marks& marks)
     }
     if (letters.empty() || marks.height == 0)
         return {};
-    std::sort(
-        letters.begin(), letters.end(), [](const cv::Rect& a, const cv::Rect& b) { return a.x < b.x; });
+    std::sort(letters.begin(), letters.end(), [](const cv::Rect& a, const cv::Rect& b) { return a.x < b.x; });
     Pieces pieces;
     pieces.pitch = pitchOf(Joiner(letters, marks.height, Strips()).run(1), marks.height);
     const Strips strips(letters, marks.height, std::min<double>(pieces.pitch, mostPitch * marks.height));

@@ -23,8 +23,8 @@ struct Pieces
 /// Divides what is printed on a page at white strips that are as high as several lines: gutters, margins, the
 /// space between the columns of a table. The strips are the union of all white rectangles of that width and
 /// height (Breuel, Two geometric algorithms for layout analysis, 2002, covers the white with the largest
-/// ones; morphological openings give all at once). The narrower a strip, the higher it must be: word spaces stand
-/// below each other too, but seldom for long.
+/// ones; morphological openings give all at once). The narrower a strip, the higher it must be: word spaces
+/// stand below each other too, but seldom for long.
 Pieces piecesOf(const Marks& marks);
 
 } // namespace mirvak

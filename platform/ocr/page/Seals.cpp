@@ -11,10 +11,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr int reducedSide = 900;  // px, of the copy in which seals are looked for
-constexpr int leastChroma = 45;   // between the brightest and the darkest channel: coloured ink
-constexpr int inkChroma = 24;     // the same for its soft edge, within a seal
-constexpr double join = 0.012;    // of the page's shorter side, between the strokes of a seal
+constexpr int reducedSide = 900; // px, of the copy in which seals are looked for
+constexpr int leastChroma = 45;  // between the brightest and the darkest channel: coloured ink
+constexpr int inkChroma = 24;    // the same for its soft edge, within a seal
+constexpr double join = 0.012;   // of the page's shorter side, between the strokes of a seal
 constexpr double leastSide = 0.05, mostSide = 0.4; // of the page's shorter side
 constexpr double mostAspect = 1.7;
 constexpr double leastColour = 0.06; // of its box that is coloured
@@ -42,8 +42,8 @@ struct Reach
                 if (mask.at<unsigned char>(y, x) == 0)
                     continue;
                 const double dx = (2.0 * x + 1) / mask.cols - 1, dy = (2.0 * y + 1) / mask.rows - 1;
-                const auto at = static_cast<size_t>((std::atan2(dy, dx) + CV_PI) / (2 * CV_PI) * directions) %
-                                directions;
+                const auto at =
+                    static_cast<size_t>((std::atan2(dy, dx) + CV_PI) / (2 * CV_PI) * directions) % directions;
                 round[at] = std::max(round[at], std::hypot(dx, dy));
                 square[at] = std::max({square[at], std::abs(dx), std::abs(dy)});
             }
@@ -54,8 +54,8 @@ struct Reach
 // A ring ends on its ellipse in every direction; the corners of a paragraph lie beyond.
 bool isRing(const Reach& reach)
 {
-    const auto on = std::count_if(
-        reach.round.begin(), reach.round.end(), [](double r) { return r > 0.82 && r < 1.12; });
+    const auto on =
+        std::count_if(reach.round.begin(), reach.round.end(), [](double r) { return r > 0.82 && r < 1.12; });
     const auto beyond =
         std::count_if(reach.round.begin(), reach.round.end(), [](double r) { return r >= 1.12; });
     return static_cast<double>(on) >= closedShare * directions && beyond * 10 < directions;

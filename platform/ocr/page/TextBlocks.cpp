@@ -7,14 +7,14 @@ namespace mirvak {
 namespace {
 
 // In heights of a mark.
-constexpr double leastGap = 1.4;       // that may lie between rows of one block
+constexpr double leastGap = 1.4; // that may lie between rows of one block
 constexpr double proseWidth = 11, shortProseWidth = 18;
-constexpr double widestPitch = 4.2;    // of running text
-constexpr double sidewaysWidth = 1.6;  // of a row that is a letter lying on its side
+constexpr double widestPitch = 4.2;   // of running text
+constexpr double sidewaysWidth = 1.6; // of a row that is a letter lying on its side
 constexpr double sidewaysGap = 0.7;
 
 constexpr double gapOfPitch = 0.75;
-constexpr double otherSize = 1.6;      // times as large: a heading over its text
+constexpr double otherSize = 1.6;             // times as large: a heading over its text
 constexpr size_t leastRows = 3, sureRows = 5; // of prose
 constexpr double fullRow = 0.72, fullRows = 0.6;
 constexpr size_t sidewaysRows = 10;
