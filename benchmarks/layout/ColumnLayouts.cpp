@@ -26,11 +26,13 @@ double between(Pen& pen, double low, double high)
 
 void runningHead(Pen& pen)
 {
-    pen.sheet().text(20, 14, QString::number(pen.words().any().bounded(12, 300)), pen.light(8.5));
+    const QString number = QString::number(pen.words().any().bounded(12, 300));
+    const QString title = pen.words().headline();
+    pen.sheet().text(20, 14, number, pen.light(8.5));
     TextStyle style = pen.light(8.5);
     style.align = Qt::AlignRight;
-    const QString title = pen.words().headline();
     pen.sheet().text(190, 14, title, style);
+    pen.note(number + QLatin1Char(' ') + title);
 }
 
 /// Columns of one width, filled after each other.

@@ -100,7 +100,7 @@ void layout::sideNotes(Pen& pen)
 
 void layout::captions(Pen& pen)
 {
-    pen.sheet().text(20, 15, pen.words().headline(), pen.light(9));
+    pen.line(20, 15, pen.words().headline(), pen.light(9));
     double y = 24;
     for (int i = 0; i < 2; ++i) {
         y = pen.fill({20, 190, y, y + 55}, aligned(pen.body(11), Qt::AlignJustify)) + 4;

@@ -36,6 +36,8 @@ constexpr double blocksFrom = 15, opinionsFrom = 80, wholePage = 99;
 // picture.
 constexpr double leastConfidence = 40, doubtfully = 60;
 constexpr double leastOfLine = 35;
+constexpr double leastOfShortLine = 60; // a few letters by themselves may be a speck or a piece of a picture
+constexpr long shortLine = 3;           // letters
 constexpr float leastOfScrap = 60; // for what is neither letter nor digit
 
 /// A page as it is read.
@@ -112,8 +114,13 @@ bool isScrap(ReadLine& line)
                        line.words.end(),
                        [](const ReadWord& word) { return word.confidence < leastOfScrap && !hasText(word); }),
         line.words.end());
-    return std::none_of(line.words.begin(), line.words.end(), hasText) ||
-           confidenceOf(line.words) < leastOfLine;
+    long letters = 0;
+    for (const ReadWord& word : line.words) {
+        const std::u32string text = fromUtf8(word.text);
+        letters += std::count_if(text.begin(), text.end(), isReadable);
+    }
+    return letters == 0 ||
+           confidenceOf(line.words) < (letters > shortLine ? leastOfLine : leastOfShortLine);
 }
 
 void dropScraps(ReadPage& page)

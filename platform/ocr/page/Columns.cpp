@@ -14,10 +14,11 @@ namespace {
 // what is below.
 constexpr double widestPause = 3;
 constexpr double otherSize = 1.6;
+constexpr double marginPause = 2; // between a running head and the text
+constexpr double headingSize = 1.2;
 constexpr double tallest = 6;      // of a letter; higher ones are blots among few marks
 constexpr double shadow = 0.25;    // of a block's rim, that letters of the next row may touch
 constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
-constexpr size_t lineMarks = 5;    // fewer make no line of print
 constexpr size_t mostRules = 6;    // more are a table or lined paper
 
 cv::Rect around(const Blocks& blocks)
@@ -35,11 +36,40 @@ public:
 
     std::vector<Blocks> run(const Blocks& blocks)
     {
-        divide(blocks);
+        std::vector<Blocks> rows = strips(blocks);
+        Blocks head, foot, text;
+        if (rows.size() > 1 && isMargin(rows.front(), rows[1], blocks)) {
+            head = rows.front();
+            rows.erase(rows.begin());
+        }
+        if (rows.size() > 1 && isMargin(rows.back(), rows[rows.size() - 2], blocks)) {
+            foot = rows.back();
+            rows.pop_back();
+        }
+        for (const Blocks& row : rows)
+            text.insert(text.end(), row.begin(), row.end());
+        flush(head);
+        divide(text);
+        flush(foot);
         return std::move(areas_);
     }
 
 private:
+    // A running head or a page number: a short line away from the text, no larger than that. It is part of no
+    // column, even where it stands over one.
+    bool isMargin(const Blocks& row, const Blocks& next, const Blocks& all) const
+    {
+        const cv::Rect a = around(row), b = around(next);
+        int width = 0;
+        for (const TextBlock* block : row) {
+            width += block->box.width;
+            if (block->rows.size() > 1)
+                return false;
+        }
+        return std::max(a.y, b.y) - std::min(a.br().y, b.br().y) > marginPause * height_ &&
+               width * 2 < around(all).width && letterHeight(row) < headingSize * letterHeight(all);
+    }
+
     void divide(const Blocks& blocks)
     {
         if (blocks.empty())
@@ -209,18 +239,6 @@ bool hasLetter(const TextBlock& block, int height)
     });
 }
 
-// Edges and blots of a photograph: few marks that make no lines.
-bool isPictureWork(const TextBlock& block, const std::vector<cv::Rect>& pictures)
-{
-    const bool within = std::any_of(pictures.begin(), pictures.end(), [&](const cv::Rect& picture) {
-        return (picture & block.box).area() * 2 > block.box.area();
-    });
-    size_t inLines = 0;
-    for (const Piece& row : block.rows)
-        inLines += row.marks.size() >= lineMarks ? row.marks.size() : 0;
-    return within && inLines * 10 < block.marks * 6;
-}
-
 TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
 {
     TextArea area{around(blocks), {}, false};
@@ -228,7 +246,7 @@ TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all, const M
         // What has no letter may be a loose part of one.
         if ((other.box & area.box).empty() ||
             std::find(blocks.begin(), blocks.end(), &other) != blocks.end() ||
-            (!hasLetter(other, marks.height) && !isPictureWork(other, marks.pictures)))
+            !hasLetter(other, marks.height))
             continue;
         for (const Piece& row : other.rows) {
             for (const cv::Rect& mark : row.marks) {
@@ -248,7 +266,7 @@ std::vector<TextArea> areasOf(const Marks& marks)
     Blocks upright;
     std::vector<TextArea> areas, sideways;
     for (const TextBlock& block : all) {
-        if (!hasLetter(block, marks.height) || isPictureWork(block, marks.pictures))
+        if (!hasLetter(block, marks.height))
             continue;
         if (!block.isSideways) {
             upright.push_back(&block);

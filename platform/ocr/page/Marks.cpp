@@ -1,6 +1,7 @@
 #include "Marks.h"
 
 #include "Pictures.h"
+#include "Pieces.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int inkLevel = 190; // thin strokes of a camera's picture are hardly darker
 constexpr int paper = 255;
+constexpr size_t lineMarks = 5; // fewer make no line of print
 constexpr int ruleLength = 12; // heights of a mark: shorter lines part nothing
 
 struct Components
@@ -277,6 +279,29 @@ Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
     return marks;
 }
 
+// Most of it are lines: print on a tinted ground. Edges and blots of a photograph make none.
+bool holdsText(const std::vector<cv::Rect>& boxes, int height)
+{
+    size_t inLines = 0;
+    for (const Piece& piece : piecesOf({boxes, {}, height}).all)
+        inLines += piece.marks.size() >= lineMarks ? piece.marks.size() : 0;
+    return inLines > 0 && inLines * 10 >= boxes.size() * 6;
+}
+
+void dropPictures(cv::Mat& grey, Marks& marks, const std::vector<cv::Rect>& pictures)
+{
+    for (const cv::Rect& picture : pictures) {
+        const auto within = std::stable_partition(
+            marks.boxes.begin(), marks.boxes.end(), [&](const cv::Rect& box) {
+                return !picture.contains({box.x + box.width / 2, box.y + box.height / 2});
+            });
+        if (holdsText({within, marks.boxes.end()}, marks.height))
+            continue;
+        marks.boxes.erase(within, marks.boxes.end());
+        grey(picture & cv::Rect({0, 0}, grey.size())).setTo(paper);
+    }
+}
+
 } // namespace
 
 Marks cleanMarks(cv::Mat& grey)
@@ -294,7 +319,7 @@ Marks cleanMarks(cv::Mat& grey)
     } else {
         marks = keepLetters(grey, first, height);
     }
-    marks.pictures = pictures;
+    dropPictures(grey, marks, pictures);
     marks.rules.insert(marks.rules.end(), large.rules().begin(), large.rules().end());
     return marks;
 }

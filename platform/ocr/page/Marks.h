@@ -11,11 +11,11 @@ struct Marks
 {
     std::vector<cv::Rect> boxes;    ///< px
     std::vector<cv::Rect> rules;    ///< px, long lines across that were taken away
-    std::vector<cv::Rect> pictures; ///< px, photographs; what is in them may be text all the same
     int height = 0;                 ///< px, of the usual mark: a small letter's height; 0 without any
 };
 
-/// Finds the marks and takes away what is no text, in place: specks, rules, frames and pictures become paper;
+/// Finds the marks and takes away what is no text, in place: specks, rules, frames and pictures become
+/// paper;
 /// light letters on a dark bar become dark letters on paper.
 /// @param grey CV_8UC1, evened out.
 Marks cleanMarks(cv::Mat& grey);

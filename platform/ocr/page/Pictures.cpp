@@ -9,7 +9,7 @@ namespace mirvak {
 namespace {
 
 constexpr double cellsPerHeight = 6;
-constexpr int white = 245;
+constexpr int white = 251;
 // In heights of a mark.
 constexpr double whiteWithin = 0.8; // there is paper so near in all print
 constexpr double solid = 1.6;       // thinner are strokes of large letters, and lines
@@ -46,11 +46,10 @@ std::vector<cv::Rect> picturesOf(const cv::Mat& grey, int markHeight)
                              cvRound(stats.at<int>(i, cv::CC_STAT_TOP) * cell),
                              cvRound(stats.at<int>(i, cv::CC_STAT_WIDTH) * cell),
                              cvRound(stats.at<int>(i, cv::CC_STAT_HEIGHT) * cell));
-        if (std::min(place.width, place.height) >= leastSide * markHeight) {
-            const int rim = markHeight; // the tones begin within it
-            pictures.emplace_back(
-                place.x - rim, place.y - rim, place.width + 2 * rim, place.height + 2 * rim);
-        }
+        if (std::min(place.width, place.height) < leastSide * markHeight)
+            continue;
+        const int rim = cvRound(whiteWithin / 2 * markHeight); // so far the white around was spread into it
+        pictures.emplace_back(place.x - rim, place.y - rim, place.width + 2 * rim, place.height + 2 * rim);
     }
     return pictures;
 }

@@ -20,6 +20,11 @@ struct StripShape
 };
 constexpr StripShape stripShapes[] = {{1.1, 6.2, 14}, {2, 4.2, 9}, {3.2, 2.2, 5}};
 
+// A strip passes lines; blank places do not count: margins, pictures.
+constexpr double blankWidth = 8; // heights of a mark
+constexpr double blankLines = 3;
+constexpr double usualPitch = 2.5; // heights of a mark, where no line stands over another
+
 // In heights of a mark.
 constexpr double mostPitch = 5;     // lines further apart are rows of a table
 constexpr double widestSpace = 3;   // between words that no strip parts
@@ -45,14 +50,12 @@ public:
                   cv::Rect({0, 0}, white.size()))
                 .setTo(0);
         }
+        const double line = pitch > 0 ? pitch : usualPitch * height;
+        white &= ~opened(white, blankWidth * height, blankLines * line);
         white_ = cv::Mat(white.size(), CV_8UC1, cv::Scalar(0));
         for (const StripShape& shape : stripShapes) {
-            const double high = std::max(shape.leastHeight * height, shape.lines * pitch);
-            const cv::Size strip(cvRound(shape.width * height / cell_),
-                                 std::min(white.rows, cvRound(high / cell_)));
-            cv::Mat opened;
-            cv::morphologyEx(white, opened, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, strip));
-            white_ |= opened;
+            white_ |= opened(
+                white, shape.width * height, std::max(shape.leastHeight * height, shape.lines * line));
         }
     }
 
@@ -67,6 +70,17 @@ public:
 
 private:
     int at(int px) const { return cvRound(px / cell_); }
+
+    /// The union of all white rectangles of that size, px.
+    cv::Mat opened(const cv::Mat& white, double width, double height) const
+    {
+        const cv::Size size(std::clamp(cvRound(width / cell_), 1, white.cols),
+                            std::clamp(cvRound(height / cell_), 1, white.rows));
+        cv::Mat united;
+        cv::morphologyEx(
+            white, united, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, size));
+        return united;
+    }
 
     double cell_ = 1;
     cv::Mat white_;
