@@ -9,9 +9,9 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 0.9;
-constexpr double noteWidth = 6;  // narrower are numbers of a list
+constexpr double noteWidth = 4.5;  // narrower are numbers of a list
 constexpr double onLevel = 0.45; // between middles of rows that are one line of a table
-constexpr double addressWidth = 7, addressGap = 4, addressPitch = 5;
+constexpr double addressWidth = 5, addressGap = 4, addressPitch = 5;
 constexpr size_t addressLeast = 3, addressMost = 7; // rows
 
 constexpr double proseShare = 0.5; // of the marks of a side
