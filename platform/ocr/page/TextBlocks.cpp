@@ -17,6 +17,7 @@ constexpr double gapOfPitch = 0.75;
 constexpr double otherSize = 1.6;             // times as large: a heading over its text
 constexpr size_t leastRows = 3, sureRows = 5; // of prose
 constexpr double fullRow = 0.72, fullRows = 0.6;
+constexpr size_t nearRows = 3;
 constexpr size_t sidewaysRows = 10;
 
 int overlap(int from, int to, int otherFrom, int otherTo)
@@ -111,15 +112,25 @@ private:
     std::vector<std::vector<size_t>> below_, above_;
 };
 
+// Lines get shorter together where text runs round a picture.
+int widestNear(const TextBlock& block, size_t row)
+{
+    int widest = 0;
+    const size_t end = std::min(block.rows.size(), row + nearRows + 1);
+    for (size_t i = row - std::min(row, nearRows); i < end; ++i)
+        widest = std::max(widest, block.rows[i].box.width);
+    return widest;
+}
+
 bool isProse(const TextBlock& block, int height)
 {
     const double least = block.rows.size() < sureRows ? shortProseWidth : proseWidth;
     if (block.rows.size() < leastRows || block.box.width < least * height ||
         block.box.height > widestPitch * height * static_cast<double>(block.rows.size()))
         return false;
-    const auto full = std::count_if(block.rows.begin(), block.rows.end(), [&](const Piece& row) {
-        return row.box.width >= fullRow * block.box.width;
-    });
+    size_t full = 0;
+    for (size_t i = 0; i < block.rows.size(); ++i)
+        full += block.rows[i].box.width >= fullRow * widestNear(block, i);
     // The last row ends anywhere.
     return static_cast<double>(full) >= fullRows * static_cast<double>(block.rows.size() - 1);
 }

@@ -14,7 +14,7 @@ struct TextBlock
     std::vector<Piece> rows; ///< from the top
     size_t marks = 0;
 
-    /// Several rows, most of them as long as the block is wide: running text. Cells of a table are of any
+    /// Several rows, most of them as long as those around them: running text. Cells of a table are of any
     /// length.
     bool isProse = false;
     /// Letters below each other at the distance of letters: a line that runs upward or downward.
