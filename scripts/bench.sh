@@ -17,6 +17,7 @@ LUMRO_DESK=$folder/share/desk/desk.cfg "$folder/benchmarks/bench_start" \
 "$folder/benchmarks/bench_codes"
 "$folder/benchmarks/bench_pdf"
 "$folder/benchmarks/bench_ocr"
+"$folder/benchmarks/bench_layout"
 "$folder/benchmarks/bench_faces"
 "$folder/benchmarks/bench_record"
 "$folder/benchmarks/bench_filming"

@@ -2,6 +2,7 @@
 
 #include "Catalogue.h"
 #include "camera/Sensor.h"
+#include "pages/Seal.h"
 
 #include <QRandomGenerator>
 
@@ -202,11 +203,10 @@ FlatPage drawSealed(const QString& text, bool isSealed, bool isBlue, unsigned se
         const int hue = isBlue ? 205 + any.bounded(45) : (346 + any.bounded(26)) % 360;
         const int strength = 110 + any.bounded(120);
         const QColor ink = QColor::fromHsv(hue, strength, 190 + any.bounded(50));
-        deskpictures::pressSeal(sheet,
-                                any.bounded(2) != 0,
-                                ink,
-                                {50.0 + any.bounded(110), 45.0 + 85 * i + any.bounded(40)},
-                                any.bounded(60) - 30);
+        const deskpictures::Seal seal =
+            any.bounded(2) ? deskpictures::starSeal(ink) : deskpictures::ringSeal(ink);
+        const double x = 50 + any.bounded(110), y = 45 + 85 * i + any.bounded(40);
+        press(sheet, seal, x, y, any.bounded(60) - 30);
     }
     return deskpictures::finish(sheet);
 }

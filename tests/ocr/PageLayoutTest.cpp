@@ -48,6 +48,17 @@ size_t inkIn(const cv::Mat& page, const cv::Rect& part)
     return static_cast<size_t>(cv::countNonZero(page(part) < 128));
 }
 
+// Each is told by its left upper corner.
+std::vector<cv::Point> placesOf(const Marks& marks)
+{
+    std::vector<cv::Point> places;
+    for (const mirvak::TextArea& area : mirvak::areasOf(marks))
+        places.push_back(area.box.tl());
+    return places;
+}
+
+using Places = std::vector<cv::Point>;
+
 } // namespace
 
 TEST(PageLayout, ColumnsOfProseAreReadOneAfterTheOther)
@@ -57,28 +68,92 @@ TEST(PageLayout, ColumnsOfProseAreReadOneAfterTheOther)
     addText(marks, 100, 200, 12, 45);
     addText(marks, 800, 200, 12, 45);
     addText(marks, 100, 900, 3, 95); // a foot below both
-    const std::vector<cv::Rect> blocks = mirvak::blocksOf(marks);
-    ASSERT_EQ(blocks.size(), 4U);
-    EXPECT_EQ(blocks[0].y, 60);
-    EXPECT_EQ(blocks[1].x, 100);
-    EXPECT_EQ(blocks[2].x, 800);
-    EXPECT_EQ(blocks[1].y, blocks[2].y);
-    EXPECT_EQ(blocks[3].y, 900);
+    EXPECT_EQ(placesOf(marks), (Places{{400, 60}, {100, 200}, {800, 200}, {100, 900}}));
 }
 
-TEST(PageLayout, TablesAndLetterHeadsStayWhole)
+TEST(PageLayout, NarrowGuttersPartWhatStandsOnOtherLines)
+{
+    Marks marks; // a gutter as wide as two words stand apart in a line that is set wide
+    addText(marks, 100, 200, 20, 35);
+    addText(marks, 100 + 35 * step + 24, 213, 20, 35);
+    addText(marks, 100 + 70 * step + 48, 200, 20, 35);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 200}, {544, 213}, {988, 200}}));
+}
+
+TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
+{
+    Marks marks;
+    addText(marks, 100, 100, 8, 50);
+    addText(marks, 100, 100 + 8 * rowPitch, 6, 30); // beside a picture
+    addText(marks, 100, 100 + 14 * rowPitch, 8, 50);
+    addText(marks, 760, 100, 8, 50);
+    addText(marks, 1000, 100 + 8 * rowPitch, 6, 30);
+    addText(marks, 760, 100 + 14 * rowPitch, 8, 50);
+    addText(marks, 600, 110 + 13 * rowPitch, 1, 24);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 100}, {760, 100}, {600, 110 + 13 * rowPitch}}));
+    for (const mirvak::TextArea& area : mirvak::areasOf(marks)) {
+        const auto reaching = std::count_if(marks.boxes.end() - 20, marks.boxes.end(), [&](const auto& mark) {
+            return !(mark & area.box).empty();
+        });
+        EXPECT_EQ(static_cast<long>(area.foreign.size()), area.box.x == 600 ? 0 : reaching);
+    }
+}
+
+TEST(PageLayout, ARuleEndsTheColumnsAboveIt)
+{
+    Marks marks;
+    addText(marks, 100, 100, 9, 45);
+    addText(marks, 800, 100, 9, 45);
+    addText(marks, 100, 600, 9, 45);
+    addText(marks, 800, 600, 9, 45);
+    EXPECT_EQ(placesOf(marks).at(1).x, 100) << "without a rule a column goes on";
+    marks.rules.emplace_back(90, 520, 1300, 3);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 100}, {800, 100}, {100, 600}, {800, 600}}));
+}
+
+TEST(PageLayout, RowsOfTablesAndFormsAreReadAcross)
 {
     Marks table;
     for (const int left : {100, 300, 700, 900})
         addText(table, left, 100, 15, left == 300 ? 25 : 6);
-    EXPECT_EQ(mirvak::blocksOf(table).size(), 1U);
+    EXPECT_EQ(placesOf(table), (Places{{100, 100}}));
+    Marks list; // numbers before their text
+    addText(list, 100, 100, 12, 2);
+    addText(list, 160, 100, 12, 60);
+    EXPECT_EQ(placesOf(list), (Places{{100, 100}}));
+    EXPECT_TRUE(mirvak::areasOf({}).empty());
+}
+
+TEST(PageLayout, AddressesAndNotesStandByThemselves)
+{
     Marks letter;
-    addText(letter, 100, 100, 4, 16);
-    addText(letter, 900, 100, 3, 22);
-    addText(letter, 100, 350, 12, 80);
-    for (const cv::Rect& block : mirvak::blocksOf(letter))
-        EXPECT_GE(block.width, 800) << "address and date are one row";
-    EXPECT_TRUE(mirvak::blocksOf({}).empty());
+    for (const int left : {100, 900}) {
+        for (const int row : {0, 1, 2, 3})
+            addText(letter, left, 100 + row * rowPitch, 1, 14 + 5 * (row % 3));
+    }
+    addText(letter, 100, 500, 12, 100);
+    EXPECT_EQ(placesOf(letter), (Places{{100, 100}, {900, 100}, {100, 500}}));
+    Marks notes; // smaller and on lines of their own
+    addText(notes, 400, 100, 25, 70);
+    for (const int top : {113, 153, 513, 553})
+        addText(notes, 100, top, 1, 15);
+    EXPECT_EQ(placesOf(notes).back(), cv::Point(400, 100));
+    for (const mirvak::TextArea& area : mirvak::areasOf(notes))
+        EXPECT_TRUE(area.box.x == 400 || area.box.br().x < 400) << "no note within a line";
+}
+
+TEST(PageLayout, LinesThatRunUpwardAreReadByThemselves)
+{
+    Marks side, marks;
+    addText(side, 100, 0, 1, 40);
+    addText(marks, 100, 100, 14, 60);
+    for (const cv::Rect& box : turned(side).boxes)
+        marks.boxes.push_back(box + cv::Point(1000, 0));
+    const std::vector<mirvak::TextArea> areas = mirvak::areasOf(marks);
+    ASSERT_EQ(areas.size(), 2U);
+    EXPECT_FALSE(areas[0].isSideways);
+    EXPECT_TRUE(areas[1].isSideways);
+    EXPECT_LT(areas[0].box.br().x, 1000);
 }
 
 TEST(PageLayout, RowsRunThereWhereLettersAreNear)

@@ -154,6 +154,28 @@ TEST_F(Recognition, LightPrintShadowsAndRulesDoNotMatter)
     EXPECT_LE(errorShare(english.join(QLatin1Char(' ')).toStdU32String(), read(page)), 0.02);
 }
 
+TEST_F(Recognition, ColumnsRoundAPictureAreReadOneAfterTheOther)
+{
+    QStringList left, right;
+    for (int i = 0; i < 3; ++i) {
+        left << QStringLiteral("The harbour office keeps") << QStringLiteral("forty-four volumes there");
+        right << QStringLiteral("Anyone who asks politely") << QStringLiteral("may take one down to read");
+    }
+    const Style style{QStringLiteral("DejaVu Serif"), 30, 44};
+    QImage page = testPages::page({1250, 900}, left, style, 120, 150);
+    testPages::print(page, right, style, 650, 172); // on lines of its own
+    testPages::print(page, left, style, 120, 640);
+    testPages::print(page, right, style, 650, 662);
+    QPainter painter(&page);
+    QLinearGradient tones(0, 420, 0, 600);
+    tones.setColorAt(0, QColor(60, 70, 90));
+    tones.setColorAt(1, QColor(190, 180, 150));
+    painter.fillRect(300, 430, 600, 160, tones);
+    painter.end();
+    const QStringList inOrder = left + left + right + right;
+    EXPECT_LE(errorShare(inOrder.join(QLatin1Char(' ')).toStdU32String(), read(page)), 0.03);
+}
+
 TEST_F(Recognition, WhatIsNoPageIsRefused)
 {
     EXPECT_EQ(discern(folder.file("nothing.png")), MIRVAK_OCR_BAD_PICTURE);

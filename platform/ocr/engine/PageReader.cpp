@@ -36,6 +36,8 @@ constexpr double blocksFrom = 15, opinionsFrom = 80, wholePage = 99;
 // picture.
 constexpr double leastConfidence = 40, doubtfully = 60;
 constexpr double leastOfLine = 35;
+constexpr double leastOfShortLine = 60; // a few letters by themselves may be a speck or a piece of a picture
+constexpr long shortLine = 3;           // letters
 constexpr float leastOfScrap = 60; // for what is neither letter nor digit
 
 /// A page as it is read.
@@ -59,7 +61,13 @@ Marks fitScale(PagePicture& picture)
     if (factor == 1)
         return marks;
     scalePage(picture, factor);
-    return cleanMarks(picture.grey);
+    Marks scaled = cleanMarks(picture.grey);
+    for (const cv::Rect& rule : marks.rules) // they are gone from the picture
+        scaled.rules.emplace_back(cvRound(rule.x * factor),
+                                  cvRound(rule.y * factor),
+                                  cvRound(rule.width * factor),
+                                  std::max(1, cvRound(rule.height * factor)));
+    return scaled;
 }
 
 Sheet turned(const Sheet& sheet, int quarterTurns)
@@ -106,8 +114,13 @@ bool isScrap(ReadLine& line)
                        line.words.end(),
                        [](const ReadWord& word) { return word.confidence < leastOfScrap && !hasText(word); }),
         line.words.end());
-    return std::none_of(line.words.begin(), line.words.end(), hasText) ||
-           confidenceOf(line.words) < leastOfLine;
+    long letters = 0;
+    for (const ReadWord& word : line.words) {
+        const std::u32string text = fromUtf8(word.text);
+        letters += std::count_if(text.begin(), text.end(), isReadable);
+    }
+    return letters == 0 ||
+           confidenceOf(line.words) < (letters > shortLine ? leastOfLine : leastOfShortLine);
 }
 
 void dropScraps(ReadPage& page)
@@ -120,23 +133,65 @@ void dropScraps(ReadPage& page)
                       page.blocks.end());
 }
 
+// Paper where other areas reach into this one.
+cv::Mat pictureOf(const TextArea& area, const cv::Mat& grey, int margin)
+{
+    cv::Mat cut = cutOut(grey, area.box, margin);
+    const cv::Point origin = area.box.tl() - cv::Point(margin, margin);
+    for (const cv::Rect& mark : area.foreign)
+        cut((mark - origin) & cv::Rect({0, 0}, cut.size())).setTo(255);
+    return cut;
+}
+
+// Lines that run upward or downward are read in the way in which they are read best. Their words keep the
+// place of the whole.
+ReadBlock readSideways(TextModel& model, const cv::Mat& picture, const TextArea& area, const Limit& limit)
+{
+    ReadBlock best;
+    double most = 0;
+    for (const int turn : {cv::ROTATE_90_COUNTERCLOCKWISE, cv::ROTATE_90_CLOCKWISE}) {
+        cv::Mat turned;
+        cv::rotate(picture, turned, turn);
+        bool late = false;
+        ReadBlock block = model.read(turned, {}, Shape::block, limit, late);
+        double sum = 0;
+        for (ReadLine& line : block)
+            sum += confidenceOf(line.words) / static_cast<double>(block.size());
+        if (sum > most) {
+            most = sum;
+            best = std::move(block);
+        }
+    }
+    const Box place{area.box.x, area.box.y, area.box.br().x, area.box.br().y};
+    for (ReadLine& line : best) {
+        line.box = place;
+        for (ReadWord& word : line.words)
+            word.box = place;
+    }
+    return best;
+}
+
 void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit, const Stretch& stretch)
 {
     TextModel& model = *sheet.glance.model;
     const int margin = std::max(4, sheet.marks.height / 2);
-    const std::vector<cv::Rect> blocks = blocksOf(sheet.marks);
+    const std::vector<TextArea> areas = areasOf(sheet.marks);
     double whole = 0, done = 0; // pixels
-    for (const cv::Rect& block : blocks)
-        whole += block.area();
-    for (const cv::Rect& block : blocks) {
+    for (const TextArea& area : areas)
+        whole += area.box.area();
+    for (const TextArea& area : areas) {
         bool late = false;
-        const double from = std::exchange(done, done + block.area());
-        page.blocks.push_back(model.read(cutOut(sheet.picture.grey, block, margin),
-                                         block.tl() - cv::Point(margin, margin),
-                                         Shape::block,
-                                         limit,
-                                         late,
-                                         stretch.part(from / whole, done / whole)));
+        const double from = std::exchange(done, done + area.box.area());
+        const cv::Mat picture = pictureOf(area, sheet.picture.grey, margin);
+        if (area.isSideways)
+            page.blocks.push_back(readSideways(model, picture, area, limit));
+        else
+            page.blocks.push_back(model.read(picture,
+                                             area.box.tl() - cv::Point(margin, margin),
+                                             Shape::block,
+                                             limit,
+                                             late,
+                                             stretch.part(from / whole, done / whole)));
         if (late)
             break;
     }

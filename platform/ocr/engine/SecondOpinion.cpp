@@ -13,6 +13,9 @@ namespace {
 constexpr double weakLine = 80; // percent; a line of the model's own language is seldom below
 constexpr float weakWord = 65;  // percent; the same for a word
 constexpr double gain = 8;      // percent that another reading must be better by
+// Percent that it needs by itself: what is too faint for its own model looks a little like anything to the
+// others, most of all Latin letters and Cyrillic ones.
+constexpr double trusted = 80;
 constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
 
@@ -105,7 +108,7 @@ private:
     {
         TextModel* best = &own_;
         const cv::Rect part = rectOf(line.box);
-        double least = confidenceOf(line.words) + gain;
+        double least = std::max(trusted, confidenceOf(line.words) + gain);
         for (const std::string& language : models_.languages()) {
             const std::vector<ReadWord> words = readWith(language, own_, part);
             if (!words.empty() && confidenceOf(words) > least) {
@@ -129,7 +132,7 @@ private:
             return old;
         std::vector<ReadWord> best = old;
         const bool latin = model.isUnspaced(); // which English reads best
-        double least = confidenceOf(old) + (latin ? 0 : gain);
+        double least = std::max(trusted, confidenceOf(old) + (latin ? 0 : gain));
         for (const std::string& language : models_.languages()) {
             if (latin && language != models_.languages().front())
                 break;

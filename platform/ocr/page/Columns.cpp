@@ -1,182 +1,157 @@
 #include "Columns.h"
 
+#include "Gutter.h"
+#include "TextBlocks.h"
+
 #include <algorithm>
-#include <optional>
-#include <set>
+#include <cstdlib>
 
 namespace mirvak {
 
 namespace {
 
-// A mark and the run of print that it belongs to: marks that follow each other at the distance of words.
-struct Mark
-{
-    cv::Rect box;
-    size_t run; ///< its number
-    int length; ///< px, of the run
-};
-using Marking = std::vector<Mark>;
+// In heights of a mark, between two rows of one area; so much white also keeps a heading's size from spoiling
+// what is below.
+constexpr double widestPause = 3;
+constexpr double otherSize = 1.6;
+constexpr double marginPause = 2; // between a running head and the text
+constexpr double headingSize = 1.2;
+constexpr double tallest = 6;      // of a letter; higher ones are blots among few marks
+constexpr double shadow = 0.25;    // of a block's rim, that letters of the next row may touch
+constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
+constexpr size_t mostRules = 6;    // more are a table or lined paper
 
-struct Span
-{
-    int from, to;
-    int width() const { return to - from; }
-};
-
-// In heights of a mark. Words stand nearer to each other than columns do.
-constexpr double widestSpace = 1.5, leastGutter = 1.6;
-// Between two rows of one block; so much white also keeps a heading's size from spoiling what is below.
-constexpr double widestPause = 3, otherSize = 1.6;
-
-class Runs
-{
-public:
-    Runs(std::vector<cv::Rect> boxes, int height) : boxes_(std::move(boxes)), height_(height)
-    {
-        std::sort(
-            boxes_.begin(), boxes_.end(), [](const cv::Rect& a, const cv::Rect& b) { return a.x < b.x; });
-    }
-
-    Marking measure()
-    {
-        // From the left: each mark joins the run whose last mark ends nearest before it on its level.
-        struct Open
-        {
-            int end, level, start;
-        };
-        std::vector<Open> open;
-        std::vector<size_t> of(boxes_.size());
-        std::vector<size_t> recent;
-        for (size_t i = 0; i < boxes_.size(); ++i) {
-            const cv::Rect& box = boxes_[i];
-            const int level = box.y + box.height / 2;
-            recent.erase(
-                std::remove_if(recent.begin(),
-                               recent.end(),
-                               [&](size_t r) { return box.x - open[r].end > widestSpace * height_; }),
-                recent.end());
-            const auto fits = [&](size_t r) { return std::abs(open[r].level - level) < 0.7 * height_; };
-            auto best = std::find_if(recent.begin(), recent.end(), fits);
-            if (best == recent.end()) {
-                open.push_back({box.br().x, level, box.x});
-                recent.push_back(open.size() - 1);
-                best = recent.end() - 1;
-            }
-            of[i] = *best;
-            Open& run = open[*best];
-            run.end = std::max(run.end, box.br().x);
-            run.level = (3 * run.level + level) / 4;
-        }
-        Marking marks;
-        for (size_t i = 0; i < boxes_.size(); ++i)
-            marks.push_back({boxes_[i], of[i], open[of[i]].end - open[of[i]].start});
-        return marks;
-    }
-
-private:
-    std::vector<cv::Rect> boxes_;
-    int height_;
-};
-
-cv::Rect around(const Marking& marks)
+cv::Rect around(const Blocks& blocks)
 {
     cv::Rect all;
-    for (const Mark& mark : marks)
-        all |= mark.box;
+    for (const TextBlock* block : blocks)
+        all |= block->box;
     return all;
-}
-
-// White gaps between the marks along one axis, at least `least` wide.
-std::vector<Span> gapsOf(const Marking& marks, bool across, double least)
-{
-    std::vector<Span> spans;
-    for (const Mark& mark : marks)
-        spans.push_back(across ? Span{mark.box.x, mark.box.br().x} : Span{mark.box.y, mark.box.br().y});
-    std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.from < b.from; });
-    std::vector<Span> gaps;
-    int end = spans.empty() ? 0 : spans.front().to;
-    for (const Span& span : spans) {
-        if (span.from - end >= least)
-            gaps.push_back({end, span.from});
-        end = std::max(end, span.to);
-    }
-    return gaps;
-}
-
-std::pair<Marking, Marking> cut(const Marking& marks, const Span& gap, bool across)
-{
-    std::pair<Marking, Marking> parts;
-    for (const Mark& mark : marks)
-        ((across ? mark.box.x : mark.box.y) < gap.to ? parts.first : parts.second).push_back(mark);
-    return parts;
 }
 
 class PageCutter
 {
 public:
-    explicit PageCutter(int markHeight) : height_(markHeight) {}
+    PageCutter(int markHeight, const std::vector<cv::Rect>& rules) : height_(markHeight), rules_(rules) {}
 
-    std::vector<cv::Rect> run(const Marking& marks)
+    std::vector<Blocks> run(const Blocks& blocks)
     {
-        divide(marks);
-        return std::move(blocks_);
+        std::vector<Blocks> rows = strips(blocks);
+        Blocks head, foot, text;
+        if (rows.size() > 1 && isMargin(rows.front(), rows[1], blocks)) {
+            head = rows.front();
+            rows.erase(rows.begin());
+        }
+        if (rows.size() > 1 && isMargin(rows.back(), rows[rows.size() - 2], blocks)) {
+            foot = rows.back();
+            rows.pop_back();
+        }
+        for (const Blocks& row : rows)
+            text.insert(text.end(), row.begin(), row.end());
+        flush(head);
+        divide(text);
+        flush(foot);
+        return std::move(areas_);
     }
 
 private:
-    // Several rows, most of the print in long ones: a table's cells and a letter's head are short.
-    bool isProse(const Marking& marks) const
+    // A running head or a page number: a short line away from the text, no larger than that. It is part of no
+    // column, even where it stands over one.
+    bool isMargin(const Blocks& row, const Blocks& next, const Blocks& all) const
     {
-        const cv::Rect area = around(marks);
-        if (area.width < 14 * height_ || area.height < 6 * height_)
-            return false;
-        const int fullRow = std::max(10 * height_, area.width / 2);
-        std::set<size_t> rows;
-        size_t running = 0;
-        for (const Mark& mark : marks) {
-            if (mark.length > fullRow) {
-                rows.insert(mark.run);
-                ++running;
-            }
+        const cv::Rect a = around(row), b = around(next);
+        int width = 0;
+        for (const TextBlock* block : row) {
+            width += block->box.width;
+            if (block->rows.size() > 1)
+                return false;
         }
-        return rows.size() >= 4 && running * 10 >= marks.size() * 6;
+        return std::max(a.y, b.y) - std::min(a.br().y, b.br().y) > marginPause * height_ &&
+               width * 2 < around(all).width && letterHeight(row) < headingSize * letterHeight(all);
     }
 
-    std::optional<Span> gutter(const Marking& marks) const
+    void divide(const Blocks& blocks)
     {
-        std::optional<Span> best;
-        for (const Span& gap : gapsOf(marks, true, height_ * leastGutter)) {
-            const auto [left, right] = cut(marks, gap, true);
-            if ((!best || gap.width() > best->width()) && isProse(left) && isProse(right))
-                best = gap;
-        }
-        return best;
-    }
-
-    // Strips between white bands. Those that follow each other and share a gutter are one set of columns.
-    void divide(const Marking& marks)
-    {
-        if (const std::optional<Span> gap = gutter(marks)) {
-            const auto [left, right] = cut(marks, *gap, true);
-            divide(left);
-            divide(right);
+        if (blocks.empty())
+            return;
+        if (const std::optional<int> y = barrier(blocks)) {
+            const auto [upper, lower] = parted(blocks, *y, false);
+            divide(upper);
+            divide(lower);
             return;
         }
-        std::vector<Marking> strips;
-        Marking rest = marks;
-        for (const Span& gap : gapsOf(marks, false, height_)) {
-            auto [upper, lower] = cut(rest, gap, false);
-            strips.push_back(std::move(upper));
-            rest = std::move(lower);
+        if (const std::optional<Gutter> gutter = findGutter(blocks, height_)) {
+            divide(gutter->left);
+            divide(gutter->right);
+            for (const TextBlock* float_ : gutter->between)
+                areas_.push_back({float_});
+            return;
         }
-        strips.push_back(std::move(rest));
-        join(strips);
+        join(strips(blocks));
     }
 
-    void join(const std::vector<Marking>& strips)
+    static std::pair<Blocks, Blocks> parted(const Blocks& blocks, int at, bool across)
     {
-        Marking plain;
+        std::pair<Blocks, Blocks> parts;
+        for (const TextBlock* block : blocks) {
+            const cv::Rect& box = block->box;
+            const int middle = across ? box.x + box.width / 2 : box.y + box.height / 2;
+            (middle < at ? parts.first : parts.second).push_back(block);
+        }
+        return parts;
+    }
+
+    // A rule from side to side, with columns above or below it: they end there.
+    std::optional<int> barrier(const Blocks& blocks) const
+    {
+        const cv::Rect area = around(blocks);
+        std::vector<int> levels;
+        for (const cv::Rect& rule : rules_) {
+            const int y = rule.y + rule.height / 2;
+            if (y <= area.y || y >= area.br().y ||
+                (rule & cv::Rect(area.x, rule.y, area.width, rule.height)).width < ruleShare * area.width)
+                continue;
+            const bool crossed = std::any_of(blocks.begin(), blocks.end(), [&](const TextBlock* block) {
+                return block->box.y + shadow * height_ < y && block->box.br().y - shadow * height_ > y;
+            });
+            if (!crossed)
+                levels.push_back(y);
+        }
+        if (levels.size() > mostRules)
+            return std::nullopt;
+        for (const int y : levels) {
+            const auto [upper, lower] = parted(blocks, y, false);
+            if (!upper.empty() && !lower.empty() &&
+                (findGutter(upper, height_) || findGutter(lower, height_)))
+                return y;
+        }
+        return std::nullopt;
+    }
+
+    // Between bands of white from side to side.
+    std::vector<Blocks> strips(Blocks blocks) const
+    {
+        std::sort(blocks.begin(), blocks.end(), [](const TextBlock* a, const TextBlock* b) {
+            return a->box.y < b->box.y;
+        });
+        const int rim = cvRound(shadow * height_);
+        std::vector<Blocks> all;
+        int end = 0;
+        for (const TextBlock* block : blocks) {
+            if (all.empty() || block->box.y + rim >= end)
+                all.emplace_back();
+            all.back().push_back(block);
+            end = std::max(end, block->box.br().y - rim);
+        }
+        return all;
+    }
+
+    // Strips that follow each other and share a gutter are one set of columns.
+    void join(const std::vector<Blocks>& strips)
+    {
+        Blocks plain;
         for (size_t i = 0; i < strips.size();) {
-            Marking columns;
+            Blocks columns;
             const size_t next = columnsFrom(strips, i, columns);
             if (next == i) {
                 if (!plain.empty() && isPause(plain, strips[i]))
@@ -193,15 +168,17 @@ private:
     }
 
     // The end of the longest run of strips from `first` that is a set of columns as a whole.
-    size_t columnsFrom(const std::vector<Marking>& strips, size_t first, Marking& columns) const
+    size_t columnsFrom(const std::vector<Blocks>& strips, size_t first, Blocks& columns) const
     {
         size_t end = first;
-        Marking together;
+        Blocks together;
         for (size_t i = first; i < strips.size(); ++i) {
             together.insert(together.end(), strips[i].begin(), strips[i].end());
-            if (gapsOf(together, true, height_ * leastGutter).empty())
+            if (i + 1 == strips.size() && first == 0)
+                break; // that was asked before
+            if (!hasGap(together, height_))
                 break;
-            if (gutter(together)) {
+            if (findGutter(together, height_)) {
                 columns = together;
                 end = i + 1;
             }
@@ -210,7 +187,7 @@ private:
     }
 
     // Wide white, or letters of another size: rows beside each other may stand on different lines there.
-    bool isPause(const Marking& above, const Marking& below) const
+    bool isPause(const Blocks& above, const Blocks& below) const
     {
         if (around(below).y - around(above).br().y > widestPause * height_)
             return true;
@@ -218,12 +195,16 @@ private:
         return std::max(a, b) > otherSize * std::min(a, b);
     }
 
-    int letterHeight(const Marking& marks) const
+    int letterHeight(const Blocks& blocks) const
     {
         std::vector<int> heights;
-        for (const Mark& mark : marks) {
-            if (mark.box.height * 2 > height_)
-                heights.push_back(mark.box.height);
+        for (const TextBlock* block : blocks) {
+            for (const Piece& row : block->rows) {
+                for (const cv::Rect& mark : row.marks) {
+                    if (mark.height * 2 > height_)
+                        heights.push_back(mark.height);
+                }
+            }
         }
         if (heights.empty())
             return height_;
@@ -232,24 +213,72 @@ private:
         return *middle;
     }
 
-    void flush(Marking& plain)
+    void flush(Blocks& plain)
     {
         if (!plain.empty())
-            blocks_.push_back(around(plain));
+            areas_.push_back(std::move(plain));
         plain.clear();
     }
 
     int height_;
-    std::vector<cv::Rect> blocks_;
+    const std::vector<cv::Rect>& rules_;
+    std::vector<Blocks> areas_;
 };
+
+bool isLetter(const cv::Rect& mark, int height)
+{
+    return mark.height * 2 > height && mark.height < tallest * height && mark.width < 3 * mark.height &&
+           mark.height < 8 * mark.width;
+}
+
+bool hasLetter(const TextBlock& block, int height)
+{
+    return std::any_of(block.rows.begin(), block.rows.end(), [&](const Piece& row) {
+        return std::any_of(
+            row.marks.begin(), row.marks.end(), [&](const cv::Rect& mark) { return isLetter(mark, height); });
+    });
+}
+
+TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
+{
+    TextArea area{around(blocks), {}, false};
+    for (const TextBlock& other : all) {
+        // What has no letter may be a loose part of one.
+        if ((other.box & area.box).empty() ||
+            std::find(blocks.begin(), blocks.end(), &other) != blocks.end() ||
+            !hasLetter(other, marks.height))
+            continue;
+        for (const Piece& row : other.rows) {
+            for (const cv::Rect& mark : row.marks) {
+                if (!(mark & area.box).empty())
+                    area.foreign.push_back(mark);
+            }
+        }
+    }
+    return area;
+}
 
 } // namespace
 
-std::vector<cv::Rect> blocksOf(const Marks& marks)
+std::vector<TextArea> areasOf(const Marks& marks)
 {
-    if (marks.boxes.empty() || marks.height == 0)
-        return {};
-    return PageCutter(marks.height).run(Runs(marks.boxes, marks.height).measure());
+    const std::vector<TextBlock> all = textBlocksOf(piecesOf(marks), marks.height);
+    Blocks upright;
+    std::vector<TextArea> areas, sideways;
+    for (const TextBlock& block : all) {
+        if (!hasLetter(block, marks.height))
+            continue;
+        if (!block.isSideways) {
+            upright.push_back(&block);
+            continue;
+        }
+        sideways.push_back(areaOf({&block}, all, marks));
+        sideways.back().isSideways = true;
+    }
+    for (const Blocks& blocks : PageCutter(marks.height, marks.rules).run(upright))
+        areas.push_back(areaOf(blocks, all, marks));
+    areas.insert(areas.end(), sideways.begin(), sideways.end());
+    return areas;
 }
 
 } // namespace mirvak

@@ -1,5 +1,8 @@
 #include "Marks.h"
 
+#include "Pictures.h"
+#include "Pieces.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -11,6 +14,8 @@ namespace {
 
 constexpr int inkLevel = 190; // thin strokes of a camera's picture are hardly darker
 constexpr int paper = 255;
+constexpr size_t lineMarks = 5; // fewer make no line of print
+constexpr int ruleLength = 12; // heights of a mark: shorter lines part nothing
 
 struct Components
 {
@@ -86,6 +91,9 @@ class LargeInk
 public:
     LargeInk(cv::Mat& grey, int height) : grey_(grey), height_(height) {}
 
+    /// Long lines across that were found on the way.
+    std::vector<cv::Rect>& rules() { return rules_; }
+
     /// @return true when the page has changed.
     bool open(const Components& ink)
     {
@@ -150,13 +158,24 @@ private:
         const cv::Mat strokes = mask & ~thick;
         cv::morphologyEx(strokes, across, cv::MORPH_OPEN, block(5 * height_, 1));
         cv::morphologyEx(strokes, upward, cv::MORPH_OPEN, block(1, 4 * height_));
+        noteRules(across, box.tl());
         cv::Mat rules = across | upward;
         cv::dilate(rules, rules, block(3, 3));
         grey_(box).setTo(paper, rules);
     }
 
+    void noteRules(const cv::Mat& across, const cv::Point& origin)
+    {
+        const Components parts(across);
+        for (int i = 1; i < parts.count; ++i) {
+            if (parts.box(i).width > ruleLength * height_)
+                rules_.push_back(parts.box(i) + origin);
+        }
+    }
+
     cv::Mat& grey_;
     int height_;
+    std::vector<cv::Rect> rules_;
 };
 
 enum class Kind { letter, grain, refuse };
@@ -218,21 +237,69 @@ bool isEmblem(const Components& ink, int i, int height)
     return true;
 }
 
+// Where letters stand and near them: thin strokes of a noisy picture fall into specks there.
+cv::Mat nearLetters(const Components& ink, const cv::Size& page, int height)
+{
+    const int cell = std::max(1, height / 4), beside = height, around = height / 4;
+    cv::Mat near(page.height / cell + 1, page.width / cell + 1, CV_8UC1, cv::Scalar(0));
+    for (int i = 1; i < ink.count; ++i) {
+        cv::Rect box = ink.box(i);
+        if (kindOf(box, ink.area(i), height) != Kind::letter || box.height * 2 < height)
+            continue;
+        box -= cv::Point(beside, around);
+        box += cv::Size(2 * beside, 2 * around);
+        near(cv::Rect({box.x / cell, box.y / cell}, cv::Point(box.br().x / cell + 1, box.br().y / cell + 1)) &
+             cv::Rect({0, 0}, near.size()))
+            .setTo(255);
+    }
+    cv::resize(near, near, {}, cell, cell, cv::INTER_NEAREST);
+    return near;
+}
+
 Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
 {
-    const int speck = largestSpeck(ink, height);
+    const int speck = largestSpeck(ink, height), grain = height * height / 144;
+    const cv::Mat near = speck > grain ? nearLetters(ink, grey.size(), height) : cv::Mat();
     Marks marks;
     marks.height = height;
     std::vector<unsigned char> isRefuse(static_cast<size_t>(ink.count), 0);
     for (int i = 1; i < ink.count; ++i) {
-        if (ink.area(i) <= speck || touchesBorder(ink.box(i), grey.size()) ||
+        const cv::Rect box = ink.box(i);
+        const bool part = !near.empty() && ink.area(i) > grain &&
+                          near.at<unsigned char>(box.y + box.height / 2, box.x + box.width / 2) > 0;
+        if (ink.area(i) <= (part ? grain : speck) || touchesBorder(ink.box(i), grey.size()) ||
             kindOf(ink.box(i), ink.area(i), height) == Kind::refuse || isEmblem(ink, i, height))
             isRefuse[static_cast<size_t>(i)] = 1;
         else
             marks.boxes.push_back(ink.box(i));
+        if (ink.box(i).width > ruleLength * height && ink.box(i).height <= height)
+            marks.rules.push_back(ink.box(i));
     }
     erase(grey, ink, isRefuse);
     return marks;
+}
+
+// Most of it are lines: print on a tinted ground. Edges and blots of a photograph make none.
+bool holdsText(const std::vector<cv::Rect>& boxes, int height)
+{
+    size_t inLines = 0;
+    for (const Piece& piece : piecesOf({boxes, {}, height}).all)
+        inLines += piece.marks.size() >= lineMarks ? piece.marks.size() : 0;
+    return inLines > 0 && inLines * 10 >= boxes.size() * 6;
+}
+
+void dropPictures(cv::Mat& grey, Marks& marks, const std::vector<cv::Rect>& pictures)
+{
+    for (const cv::Rect& picture : pictures) {
+        const auto within = std::stable_partition(
+            marks.boxes.begin(), marks.boxes.end(), [&](const cv::Rect& box) {
+                return !picture.contains({box.x + box.width / 2, box.y + box.height / 2});
+            });
+        if (holdsText({within, marks.boxes.end()}, marks.height))
+            continue;
+        marks.boxes.erase(within, marks.boxes.end());
+        grey(picture & cv::Rect({0, 0}, grey.size())).setTo(paper);
+    }
 }
 
 } // namespace
@@ -243,10 +310,18 @@ Marks cleanMarks(cv::Mat& grey)
     const int height = usualHeight(first, grey.size());
     if (height == 0)
         return {};
-    if (!LargeInk(grey, height).open(first))
-        return keepLetters(grey, first, height);
-    const Components ink(grey < inkLevel);
-    return keepLetters(grey, ink, usualHeight(ink, grey.size()));
+    const std::vector<cv::Rect> pictures = picturesOf(grey, height);
+    LargeInk large(grey, height);
+    Marks marks;
+    if (large.open(first)) {
+        const Components ink(grey < inkLevel);
+        marks = keepLetters(grey, ink, usualHeight(ink, grey.size()));
+    } else {
+        marks = keepLetters(grey, first, height);
+    }
+    dropPictures(grey, marks, pictures);
+    marks.rules.insert(marks.rules.end(), large.rules().begin(), large.rules().end());
+    return marks;
 }
 
 } // namespace mirvak

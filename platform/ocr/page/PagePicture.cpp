@@ -5,6 +5,7 @@
 #include "Outline.h"
 #include "PaperModel.h"
 #include "Rotate.h"
+#include "Seals.h"
 #include "TextSkew.h"
 
 #include <opencv2/imgproc.hpp>
@@ -21,6 +22,13 @@ constexpr double groundDarkness = 0.85; // of the paper's level: what is darker 
 constexpr double leastShare = 0.12;     // of the picture: what is smaller may be a part of the page
 constexpr int edgeMargin = 6;           // px inside the page's edges, which throw a shadow
 constexpr int smallestPage = 32;        // px
+
+// Less is made white than for the eye: faded strokes stay, and the reader does not mind a little grain.
+const Flattening forReading{0.98, 1.0, Flattening::straightCurve()};
+
+constexpr double strongNoise = 8;    // levels
+constexpr double softness = 0.08;    // px (standard deviation) for each level of noise
+constexpr double mostSoftness = 1.2; // px
 
 double meanWithin(const cv::Mat& grey, const std::vector<cv::Point>& shape, const cv::Mat& besides)
 {
@@ -61,6 +69,18 @@ void straighten(Image& image)
         rotate(image, -*skew);
 }
 
+// Strong noise would break thin strokes when the paper is made white: it is softened first, as far as the
+// strokes can bear.
+void evenOut(cv::Mat& rgb)
+{
+    std::optional<PaperModel> model(rgb);
+    if (model->noise() > strongNoise) {
+        cv::GaussianBlur(rgb, rgb, {}, std::min(mostSoftness, softness * model->noise()));
+        model.emplace(rgb);
+    }
+    flatten(rgb, *model, forReading);
+}
+
 } // namespace
 
 std::optional<PagePicture> openPage(const std::string& path)
@@ -72,7 +92,8 @@ std::optional<PagePicture> openPage(const std::string& path)
     page.dpi = image->dpi;
     if (std::min(image->pixels.cols, image->pixels.rows) >= smallestPage) {
         straighten(*image);
-        flatten(image->pixels, PaperModel(image->pixels), Flattening());
+        evenOut(image->pixels);
+        takeOutSeals(image->pixels);
     }
     cv::cvtColor(image->pixels, page.grey, cv::COLOR_RGB2GRAY);
     return page;

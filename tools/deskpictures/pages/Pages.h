@@ -35,9 +35,6 @@ FlatPage drawBlueSeal();
 FlatPage drawEnglishText();
 FlatPage drawChineseText();
 FlatPage drawRussianText();
-/// Presses a seal of 42 mm over what is drawn already, turned clockwise: one with a star, or one with two
-/// rings.
-void pressSeal(Sheet& sheet, bool star, const QColor& ink, const QPointF& middleMm, double degrees);
 /// @param codes  receives one entry a symbol
 FlatPage drawCodes(std::vector<CodeTruth>& codes);
 FlatPage drawBookLeft();
