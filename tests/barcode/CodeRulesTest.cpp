@@ -139,6 +139,21 @@ TEST(Sightings, OfTwoTextsAtOnePlaceTheBetterFoundedStays)
     EXPECT_THAT(credible(all), ElementsAre("RIGHT"));
 }
 
+// Readings with even and odd passes are made by different decoders.
+TEST(Sightings, TradeNumbersNeedBothDecodersOrManyViews)
+{
+    const auto readings = [](std::initializer_list<int> passes) {
+        std::vector<Sighting> all;
+        for (const int pass : passes)
+            all.push_back(seen(Symbology::ean13, "4006381333931", pass, here));
+        return credible(all).size();
+    };
+    EXPECT_EQ(readings({1, 3}), 0U);
+    EXPECT_EQ(readings({2, 4, 6, 8}), 0U);
+    EXPECT_EQ(readings({1, 4}), 1U);
+    EXPECT_EQ(readings({1, 3, 5, 7, 9}), 1U);
+}
+
 TEST(Sightings, AnotherViewsSpotJoinsByItsCandidate)
 {
     Sighting whole = seen(Symbology::code128, "ONE", 1, here),

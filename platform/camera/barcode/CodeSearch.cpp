@@ -195,8 +195,12 @@ void CodeSearch::confirmWeakOnes()
         const float margin = 0.15F * std::max(box.width, box.height) + 8;
         const cv::RotatedRect around(
             middleOf(box), cv::Size2f(box.width + 2 * margin, box.height + 2 * margin), 0);
-        looks.push_back({View::ofBox(around, 1.4), Decoders::bars});
-        looks.push_back({View::ofBox(around, 1), Decoders::bars});
+        constexpr std::uint32_t decoders = Decoders::bars | Decoders::oneBar;
+        looks.push_back({View::ofBox(around, 1.4), decoders});
+        looks.push_back({View::ofBox(around, 1), decoders});
+        if (!code.best.homes.empty())
+            looks.push_back(
+                {viewOf(candidates_[static_cast<size_t>(code.best.homes.front())], 1.2), decoders});
     }
     run(looks);
 }

@@ -11,6 +11,10 @@ namespace mirvak {
 
 namespace {
 
+// The check digit of trade numbers is right in every tenth misreading, and a blurred picture misleads a
+// decoder in the same way again and again: the other one has to agree, or very many views.
+constexpr size_t passesOfOneDecoder = 5;
+
 bool haveCommonHome(const Sighting& a, const Sighting& b)
 {
     return std::find_first_of(a.homes.begin(), a.homes.end(), b.homes.begin(), b.homes.end()) !=
@@ -64,6 +68,13 @@ bool contradict(const SeenCode& a, const SeenCode& b)
     return common > 0.3F * std::min(a.best.box.area(), b.best.box.area());
 }
 
+// Readings have even numbers by the one and odd ones by the other decoder.
+bool isByBothDecoders(const std::set<int>& passes)
+{
+    return std::any_of(passes.begin(), passes.end(), [](int pass) { return pass % 2 == 0; }) &&
+           std::any_of(passes.begin(), passes.end(), [](int pass) { return pass % 2 == 1; });
+}
+
 // How well founded a code is: what corrects its own errors before bars, then by the number of readings.
 auto weight(const SeenCode& code)
 {
@@ -89,6 +100,8 @@ void joinTouching(std::vector<SeenCode>& codes)
 
 bool SeenCode::isCredible() const
 {
+    if (isGtin(best.symbology) && !isByBothDecoders(passes) && passes.size() < passesOfOneDecoder)
+        return false;
     return isPlausible(best.symbology, best.bytes) &&
            (lines >= linesNeeded(best.symbology) ||
             static_cast<int>(passes.size()) > passesNeeded(best.symbology)) &&

@@ -32,4 +32,10 @@ constexpr bool isLinear(Symbology symbology)
     return symbology <= Symbology::dataBarExpanded;
 }
 
+/// Trade numbers with one check digit of ten.
+constexpr bool isGtin(Symbology symbology)
+{
+    return symbology <= Symbology::upce;
+}
+
 } // namespace mirvak
