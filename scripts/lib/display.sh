@@ -14,7 +14,9 @@ end_owned() {
     for pid in $owned; do
         kill "$pid" 2>/dev/null || continue
         kill -CONT "$pid" 2>/dev/null || : # one that a test has stopped
+        (sleep 5 && kill -KILL "$pid") >/dev/null 2>&1 & # what hangs does not hold up the rest
         wait "$pid" 2>/dev/null || :
+        kill $! 2>/dev/null || :
     done
 }
 trap end_owned EXIT

@@ -15,10 +15,17 @@ preferences=(App_Language=1 Camera_Resolution=0)
 # Over the whole display and without a panel, so that its screen's points are those of the display.
 start_compositor() {
     printf '[shell]\npanel-position=none\n' >"$work/weston.ini"
-    weston --config="$work/weston.ini" --backend=x11-backend.so --use-pixman --fullscreen --width=1920 --height=1080 \
-        --socket=lumro-test --idle-time=0 >"$work/weston" 2>&1 &
-    own $!
-    wait_for 60 test -S "$XDG_RUNTIME_DIR/lumro-test" || die "The compositor (weston) does not start."
+    # It was seen to hang before it had a socket, on a busy machine.
+    local attempt
+    for attempt in 1 2 3; do
+        weston --config="$work/weston.ini" --backend=x11-backend.so --use-pixman --fullscreen --width=1920 \
+            --height=1080 --socket=lumro-test --idle-time=0 >"$work/weston" 2>&1 &
+        own $!
+        ! wait_for 40 test -S "$XDG_RUNTIME_DIR/lumro-test" || break
+        cat "$work/weston"
+        [ "$attempt" -lt 3 ] || die "The compositor (weston) does not start."
+        kill -KILL $!
+    done
     export WAYLAND_DISPLAY=lumro-test QT_QPA_PLATFORM=wayland
 }
 start_wayland_program() {
