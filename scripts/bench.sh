@@ -13,6 +13,7 @@ LUMRO_DESK=$folder/share/desk/desk.cfg "$folder/benchmarks/bench_start" \
     "$folder/bin/lumroscanner" "$folder/benchmarks/empty_window"
 "$folder/benchmarks/bench_settings"
 "$folder/benchmarks/bench_sheets"
+"$folder/benchmarks/bench_outline"
 "$folder/benchmarks/bench_quality"
 "$folder/benchmarks/bench_codes"
 "$folder/benchmarks/bench_pdf"

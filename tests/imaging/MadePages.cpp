@@ -35,18 +35,22 @@ void write(cv::Mat& page,
     cv::putText(page, text, at, font, scale, ink, std::max(1, thick), cv::LINE_AA);
 }
 
-// Share of each pixel that lies inside, from its distance to the nearest edge.
-cv::Mat coverage(cv::Size size, const Corners& corners)
+// Share of each pixel that lies inside, from its distance to the nearest edge. The picture's pixels begin at
+// `origin`.
+cv::Mat coverage(cv::Size size, const Corners& corners, cv::Point origin)
 {
+    std::array<cv::Vec3d, 4> edges; // distance = a x + b y + c
+    for (size_t i = 0; i < 4; ++i) {
+        const cv::Point2d way = corners[(i + 1) % 4] - corners[i], unit = way / cv::norm(way);
+        edges[i] = {-unit.y, unit.x, unit.y * corners[i].x - unit.x * corners[i].y};
+    }
     cv::Mat mask(size, CV_8UC1);
     for (int y = 0; y < size.height; ++y) {
         for (int x = 0; x < size.width; ++x) {
             double inside = 1;
-            for (size_t i = 0; i < 4; ++i) {
-                const cv::Point2d way = corners[(i + 1) % 4] - corners[i],
-                                  to = cv::Point2d(x, y) - corners[i];
-                inside = std::min(inside, 0.5 + (way.x * to.y - way.y * to.x) / cv::norm(way));
-            }
+            for (const cv::Vec3d& edge : edges)
+                inside =
+                    std::min(inside, 0.5 + edge[0] * (x + origin.x) + edge[1] * (y + origin.y) + edge[2]);
             mask.at<unsigned char>(y, x) = cv::saturate_cast<unsigned char>(255 * inside);
         }
     }
@@ -180,7 +184,7 @@ cv::Mat desk(cv::Size size, Desk kind, unsigned seed)
     return ground;
 }
 
-void lay(cv::Mat& ground, const cv::Mat& sheet, const Corners& corners, double dropShadow)
+void lay(cv::Mat& whole, const cv::Mat& sheet, const Corners& corners, double dropShadow)
 {
     const double w = sheet.cols, h = sheet.rows;
     // The sheet's outer edges lie half a pixel outside its outermost pixel centres.
@@ -190,16 +194,28 @@ void lay(cv::Mat& ground, const cv::Mat& sheet, const Corners& corners, double d
                                           cv::Point2d(-0.5, h - 0.5)};
     std::array<cv::Point2f, 4> to;
     std::copy(corners.begin(), corners.end(), to.begin());
+    // Only what the sheet and its shadow reach.
+    const int shift = whole.cols / 200;
+    const double soft = whole.cols / 300.0;
+    const int reach = shift + cvRound(4 * soft) + 2;
+    const cv::Rect place = cv::boundingRect(std::vector<cv::Point2f>(to.begin(), to.end()));
+    const cv::Rect part =
+        cv::Rect(place.x - reach, place.y - reach, place.width + 2 * reach, place.height + 2 * reach) &
+        cv::Rect({0, 0}, whole.size());
+    if (part.empty())
+        return;
+    for (cv::Point2f& corner : to)
+        corner -= cv::Point2f(part.tl());
+    cv::Mat ground = whole(part);
     const cv::Mat onto = cv::getPerspectiveTransform(from.data(), to.data());
-    const cv::Mat mask = coverage(ground.size(), corners);
+    const cv::Mat mask = coverage(ground.size(), corners, part.tl());
     cv::Mat seen;
     cv::warpPerspective(sheet, seen, onto, ground.size(), cv::INTER_AREA, cv::BORDER_REPLICATE);
     if (dropShadow < 1) {
         cv::Mat shade;
-        const int shift = ground.cols / 200;
         const cv::Mat move = (cv::Mat_<double>(2, 3) << 1, 0, shift, 0, 1, shift);
         cv::warpAffine(mask, shade, move, mask.size());
-        cv::GaussianBlur(shade, shade, {0, 0}, ground.cols / 300.0);
+        cv::GaussianBlur(shade, shade, {0, 0}, soft);
         shade.convertTo(shade, CV_32F, -(1 - dropShadow) / 255, 1);
         cv::cvtColor(shade, shade, cv::COLOR_GRAY2RGB);
         cv::multiply(ground, shade, ground, 1, CV_8U);
@@ -207,23 +223,39 @@ void lay(cv::Mat& ground, const cv::Mat& sheet, const Corners& corners, double d
     mix(ground, seen, mask);
 }
 
+// Drawing it takes most of a scene's time, and many scenes are of one size.
+static const cv::Mat& unitNoise(cv::Size size, unsigned seed)
+{
+    static cv::Mat noise;
+    static unsigned drawn = 0;
+    if (noise.size() != size || drawn != seed) {
+        noise.create(size, CV_32FC3);
+        cv::RNG(seed).fill(noise, cv::RNG::NORMAL, 0, 1);
+        drawn = seed;
+    }
+    return noise;
+}
+
 void shine(cv::Mat& picture, const Light& light, unsigned seed)
 {
-    cv::RNG random(seed);
-    cv::Mat noise(picture.size(), CV_32FC3);
-    random.fill(noise, cv::RNG::NORMAL, 0, light.noise);
+    const cv::Mat& noise = unitNoise(picture.size(), seed);
+    const auto sigma = static_cast<float>(light.noise);
     const double soft = picture.cols / 60.0;
     for (int y = 0; y < picture.rows; ++y) {
+        const double v = static_cast<double>(y) / picture.rows;
+        const auto* n = noise.ptr<cv::Vec3f>(y);
+        auto* p = picture.ptr<cv::Vec3b>(y);
         for (int x = 0; x < picture.cols; ++x) {
-            const double u = static_cast<double>(x) / picture.cols, v = static_cast<double>(y) / picture.rows;
-            const double fall = light.darkest + (1 - light.darkest) * (1 - 0.5 * (u + v));
-            // A shadow whose edge runs slantwise through the right half.
-            const double inside = 1 / (1 + std::exp(-(x - picture.cols * (0.62 + 0.2 * v)) / soft));
-            const double gain = fall * (1 - inside * (1 - light.shadow));
-            cv::Vec3b& p = picture.at<cv::Vec3b>(y, x);
-            const cv::Vec3f& n = noise.at<cv::Vec3f>(y, x);
+            const double u = static_cast<double>(x) / picture.cols;
+            double gain = light.darkest + (1 - light.darkest) * (1 - 0.5 * (u + v));
+            if (light.shadow < 1) { // its edge runs slantwise through the right half
+                const double inside = 1 / (1 + std::exp(-(x - picture.cols * (0.62 + 0.2 * v)) / soft));
+                gain *= 1 - inside * (1 - light.shadow);
+            }
+            const auto factor = static_cast<float>(gain);
             for (int c = 0; c < 3; ++c)
-                p[c] = cv::saturate_cast<unsigned char>(p[c] * gain + n[c]);
+                p[x][c] =
+                    cv::saturate_cast<unsigned char>(static_cast<float>(p[x][c]) * factor + sigma * n[x][c]);
         }
     }
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <numeric>
 
 namespace mirvak {
 
@@ -11,7 +12,8 @@ namespace {
 
 constexpr int perLevel = 4;         // gradient of a step of one level
 constexpr int leastStep = 4;        // levels; below that lies what noise leaves in a reduced picture
-constexpr int largestStep = 30;     // levels; even on the roughest cloth such an edge counts
+constexpr int largestStep = 12;     // levels; even on the roughest cloth such an edge counts
+constexpr double mostEdges = 0.3;   // of all pixels
 constexpr int histogramBins = 1024; // of gradients, four to a bin
 
 // Sobel in two passes that the compiler can run eight pixels at a time.
@@ -92,7 +94,8 @@ void EdgeField::findGradients(const std::array<cv::Mat, 3>& planes)
     }
 }
 
-// Most of a picture is plain paper and plain desk: the median gradient tells noise and texture.
+// Most of a picture is plain paper and plain desk: the median gradient tells noise and texture. Where print
+// or pattern lies everywhere, more counts than a search has time for, and the strongest have to do.
 void EdgeField::chooseThreshold()
 {
     int histogram[histogramBins] = {};
@@ -105,7 +108,11 @@ void EdgeField::chooseThreshold()
     int below = 0, median = 0;
     while (median < histogramBins - 1 && (below += histogram[median]) < counted / 2)
         ++median;
-    threshold_ = perLevel * std::clamp(3 * median + 1, leastStep, largestStep);
+    int level = std::clamp(3 * median / 2 + 1, leastStep, largestStep);
+    int above = std::accumulate(histogram + level, histogram + histogramBins, 0);
+    while (level < largestStep && above > mostEdges * counted)
+        above -= histogram[level++];
+    threshold_ = perLevel * level;
 }
 
 // Keeps the ridge of the gradient across the edge (Canny's non-maximum suppression in four directions).

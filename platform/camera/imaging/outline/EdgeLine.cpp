@@ -17,6 +17,8 @@ constexpr int sideDepth = 2; // pixels that are averaged
 constexpr short noEdge = 127;
 constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
+// What an edge between two like colours is worth: a ruling, or the rim of a sheet upon another one.
+constexpr double leastClear = 0.4;
 
 int clearStepOf(const EdgeField& field)
 {
@@ -203,7 +205,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes)
             add(run, riseAt(planes, begin_ + static_cast<double>(i)), clearStep);
         i = std::min(i, dense_.size());
         const Stretch stretch = stretchOf(run, samples);
-        const double length = stretch.clear * static_cast<double>(i - start);
+        const double length = std::max(stretch.clear, leastClear) * static_cast<double>(i - start);
         length_ += length;
         rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
                  std::sqrt(std::abs(stretch.rise) + 4);

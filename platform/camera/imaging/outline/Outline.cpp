@@ -2,6 +2,7 @@
 
 #include "EdgeField.h"
 #include "LineFinder.h"
+#include "OutlineJudge.h"
 #include "QuadCheck.h"
 #include "QuadFinder.h"
 #include "SmallLook.h"
@@ -13,7 +14,7 @@ namespace mirvak {
 
 namespace {
 
-constexpr size_t mostLines = 36;
+constexpr size_t mostLines = 80;
 
 } // namespace
 
@@ -32,6 +33,7 @@ struct OutlineFinder::Work
     EdgeField edges;
     LineFinder lines;
     QuadFinder quads;
+    OutlineJudge judge;
 };
 
 OutlineFinder::OutlineFinder() : work_(std::make_unique<Work>()) {}
@@ -45,7 +47,8 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     const SmallLook::Planes& planes = work_->look.build(rgb);
     work_->edges.build(planes);
     const auto& lines = work_->lines.find(work_->edges, planes, mostLines);
-    const auto& outlines = work_->quads.find(lines, work_->look.reduction().size());
+    work_->quads.find(lines, work_->look.reduction().size());
+    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes);
     const auto page = std::find_if(outlines.begin(), outlines.end(), [&](const Outline& outline) {
         return outline.confidence >= confidentOutline && paperReachesBorder(planes, outline.corners);
     });

@@ -11,12 +11,13 @@ constexpr double outsideShare = 0.02;    // of the picture: a corner may lie tha
 constexpr double leastSide = 0.055;      // of the longer side of the picture: an identity card on A3
 constexpr double longestToShortest = 12; // a receipt
 constexpr double leastArea = 0.008;
-constexpr size_t mostOutlines = 12, mostSheets = 200;
+constexpr size_t mostOutlines = 40, mostSheets = 200;
 constexpr double leastSheet = 0.5; // confidence worth keeping among many
 constexpr double sameOutline = 6;  // pixels between corners
 constexpr double leastCutOffArea =
     0.15; // of a page that runs out of the picture: smaller things do at any desk
 constexpr double leastCoverage = 0.4;
+constexpr int mostTries = 6000;        // outlines of long lines come first; a pattern has no end of them
 constexpr double borderCoverage = 0.5; // of a side that lies outside the picture and cannot be seen
 
 double cross(const cv::Point2d& a, const cv::Point2d& b)
@@ -109,56 +110,71 @@ SideFit fitOf(const QuadFinder::Side& side, QuadFinder::Search search)
     return fit;
 }
 
-// How much the page differs from what lies around it, over the sides that can be seen: 0 to 1.
-double contrastOf(QuadFinder::Quad& quad, const std::array<SideFit, 4>& fits)
+QuadFinder::Edges edgesOf(const QuadFinder::Quad& quad, QuadFinder::Search search)
 {
-    double clear = 0, leastClear = 1, steady = 0, leastSteady = 1;
-    int inwards = 0, seen = 0;
+    QuadFinder::Edges edges;
+    std::array<SideFit, 4> fits;
     for (size_t i = 0; i < 4; ++i) {
-        if (quad.sides[i].line->isBorder())
-            continue;
+        const QuadFinder::Side& side = quad.sides[i];
+        fits[i] = fitOf(side, search);
         const Stretch& whole = fits[i].whole;
-        clear += whole.clear;
-        leastClear = std::min(leastClear, whole.clear);
-        steady += whole.steady;
-        leastSteady = std::min(leastSteady, whole.steady);
+        edges.covered += whole.covered / 4;
+        edges.leastCovered = std::min(edges.leastCovered, whole.covered);
+        edges.overrun += fits[i].overrun / 4;
+        edges.mostOverrun = std::max(edges.mostOverrun, fits[i].overrun);
+        if (side.line->isBorder())
+            continue;
+        ++edges.seen;
+        edges.clear += whole.clear;
+        edges.leastClear = std::min(edges.leastClear, whole.clear);
+        edges.steady += whole.steady;
+        edges.leastSteady = std::min(edges.leastSteady, whole.steady);
         // Walking clockwise, the line's own direction tells on which hand its normal points.
-        const bool normalInside = quad.sides[i].to < quad.sides[i].from;
-        inwards += (whole.rise > 0) == normalInside ? 1 : -1;
-        ++seen;
+        const double rise = side.to < side.from ? whole.rise : -whole.rise;
+        edges.rise += rise;
+        edges.leastRise = std::min(edges.leastRise, rise);
+        edges.brighter += rise > 0 ? 1 : 0;
     }
-    const double contrast = 0.3 * clear / seen + 0.15 * leastClear +
-                            0.3 * std::min(1.0, 1.4 * steady / seen) +
-                            0.25 * std::min(1.0, 2.5 * leastSteady);
+    for (double* sum : {&edges.clear, &edges.steady, &edges.rise, &edges.brighter})
+        *sum /= edges.seen;
+    for (size_t i = 0; i < 4; ++i) {
+        const double corner = std::min(fits[(i + 3) % 4].secondEnd, fits[i].firstEnd);
+        edges.corners += corner / 4;
+        edges.leastCorner = std::min(edges.leastCorner, corner);
+    }
+    return edges;
+}
+
+// How much the page differs from what lies around it, over the sides that can be seen: 0 to 1.
+double contrastOf(const QuadFinder::Edges& edges)
+{
+    const double contrast = 0.3 * edges.clear + 0.15 * edges.leastClear +
+                            0.3 * std::min(1.0, 1.4 * edges.steady) +
+                            0.25 * std::min(1.0, 2.5 * edges.leastSteady);
     // Pages are brighter than desks. A sheet that is darker all around may be a cover, or a box on a page;
     // one that is now the one and now the other is mostly put together from different things.
-    quad.darker = inwards == -seen;
-    const double likely = inwards == seen ? 1 : quad.darker ? 0.85 : 0.8;
-    return likely * std::clamp((contrast - (inwards == seen ? 0.35 : 0.45)) / 0.4, 0.0, 1.0);
+    const double likely = edges.brighter == 1 ? 1 : edges.brighter == 0 ? 0.85 : 0.8;
+    return likely * std::clamp((contrast - (edges.brighter == 1 ? 0.35 : 0.45)) / 0.4, 0.0, 1.0);
 }
 
 void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
 {
-    std::array<SideFit, 4> fits;
-    double covered = 0, least = 1, overrun = 0, corners = 0;
-    for (size_t i = 0; i < 4; ++i) {
-        fits[i] = fitOf(quad.sides[i], search);
-        if (fits[i].whole.covered < leastCoverage)
-            return;
-        covered += fits[i].whole.covered;
-        least = std::min(least, fits[i].whole.covered);
-        overrun += fits[i].overrun;
-    }
-    for (size_t i = 0; i < 4; ++i)
-        corners += std::min(fits[(i + 3) % 4].secondEnd, fits[i].firstEnd);
-    const double edges = 0.4 * covered / 4 + 0.25 * least + 0.35 * corners / 4 - 0.5 * overrun / 4;
-    quad.confidence = std::clamp(edges, 0.0, 1.0) * contrastOf(quad, fits);
-    const bool cutOff = std::any_of(quad.sides.begin(), quad.sides.end(), [](const QuadFinder::Side& side) {
-        return side.line->isBorder();
-    });
-    if (cutOff && quad.area < leastCutOffArea)
+    quad.edges = edgesOf(quad, search);
+    const QuadFinder::Edges& edges = quad.edges;
+    quad.darker = edges.brighter == 0;
+    const bool cutOff = edges.seen < 4;
+    if (edges.leastCovered < leastCoverage || (cutOff && quad.area < leastCutOffArea))
         return;
-    quad.score = quad.confidence * (1 + 0.5 * std::sqrt(quad.area));
+    const double followed = std::clamp(0.4 * edges.covered + 0.25 * edges.leastCovered +
+                                           0.35 * edges.corners - 0.5 * edges.overrun,
+                                       0.0,
+                                       1.0);
+    const double contrast = contrastOf(edges);
+    quad.confidence = followed * contrast;
+    // The one page is judged again by its colours; here it must only be among the better ones.
+    const double worth =
+        search == QuadFinder::Search::page ? followed * (0.25 + 0.75 * contrast) : quad.confidence;
+    quad.score = worth * (1 + 0.5 * std::sqrt(quad.area));
 }
 
 } // namespace
@@ -234,21 +250,39 @@ double QuadFinder::positionOn(size_t line, size_t other) const
 // Walks a, b, c, d round the four lines; a is the lowest index and b below d, so each set comes up once.
 void QuadFinder::tryQuads()
 {
+    tries_ = 0;
     const size_t n = lines_.size();
-    for (size_t a = 0; a < n; ++a) {
-        for (size_t c = a + 1; c < n; ++c) {
+    for (size_t c = 1; c < n; ++c) {
+        for (size_t a = 0; a < c; ++a) {
             if (std::abs(line(a).normal().dot(line(c).normal())) < 0.85)
                 continue;
+            rungs_.clear();
             for (size_t b = a + 1; b < n; ++b) {
-                if (b == c || !corner(a, b).possible || !corner(c, b).possible)
-                    continue;
-                for (size_t d = b + 1; d < n; ++d) {
-                    if (d != c && corner(a, d).possible && corner(c, d).possible)
-                        tryQuad(a, b, c, d);
-                }
+                if (b != c && corner(a, b).possible && corner(c, b).possible &&
+                    isFollowed(b, positionOn(b, a), positionOn(b, c)))
+                    rungs_.push_back(b);
             }
+            tryRungs(a, c);
         }
     }
+}
+
+void QuadFinder::tryRungs(size_t a, size_t c)
+{
+    for (size_t k = 1; k < rungs_.size() && tries_ < mostTries; ++k) {
+        for (size_t i = 0; i < k; ++i) {
+            const size_t b = rungs_[i], d = rungs_[k];
+            if (isFollowed(a, positionOn(a, b), positionOn(a, d)) &&
+                isFollowed(c, positionOn(c, b), positionOn(c, d)))
+                tryQuad(a, b, c, d);
+        }
+    }
+}
+
+bool QuadFinder::isFollowed(size_t i, double from, double to) const
+{
+    return line(i).isBorder() ||
+           line(i).coveredBetween(std::min(from, to), std::max(from, to)) >= leastCoverage;
 }
 
 void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
@@ -278,6 +312,7 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     quad.area = areaOf(quad.corners) / size_.area();
     if (quad.area < leastArea)
         return;
+    ++tries_;
     rate(quad, search_);
     if (quad.score > 0)
         keep(quad);
@@ -288,7 +323,7 @@ void QuadFinder::keep(const Quad& quad)
     const size_t most = search_ == Search::page ? mostOutlines : mostSheets;
     if (best_.size() == most && best_.back().score >= quad.score)
         return;
-    if (search_ == Search::sheets && (quad.confidence < leastSheet || dropsRivals(quad)))
+    if ((search_ == Search::sheets && quad.confidence < leastSheet) || dropsRivals(quad))
         return;
     const auto better = [](const Quad& a, const Quad& b) { return a.score > b.score; };
     best_.insert(std::upper_bound(best_.begin(), best_.end(), quad, better), quad);

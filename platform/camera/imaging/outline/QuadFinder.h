@@ -28,14 +28,27 @@ public:
         const EdgeLine* line = nullptr;
         double from = 0, to = 0; ///< positions of the two corners on the line
     };
+    /// What the edges say of an outline; means and extremes over the sides that can be seen, 0 to 1.
+    struct Edges
+    {
+        double covered = 0, leastCovered = 1; ///< share of a side that follows an edge
+        double corners = 0, leastCorner = 1;  ///< the same of both ends that meet at a corner
+        double overrun = 0, mostOverrun = 0;  ///< of what lies beyond a side's ends
+        double clear = 0, leastClear = 1;     ///< share of a side along which its two sides differ
+        double steady = 0, leastSteady = 1;   ///< 1 when they differ in the same way all along
+        double rise = 0, leastRise = 1e9;     ///< how much brighter it is inside, levels
+        double brighter = 0;                  ///< share of the sides that are brighter inside
+        int seen = 0;                         ///< sides that do not lie on the border of the picture
+    };
     struct Quad
     {
         std::array<cv::Point2d, 4> corners; ///< clockwise
         std::array<Side, 4> sides;          ///< side i runs from corner i to corner i + 1
         double area = 0;                    ///< share of the picture
-        double score = 0;                   ///< prefers the larger of two good outlines
-        double confidence = 0;              ///< 0 to 1
-        bool darker = false;                ///< than what lies around it, on every side that can be seen
+        Edges edges;
+        double score = 0;      ///< prefers the larger of two good outlines
+        double confidence = 0; ///< 0 to 1
+        bool darker = false;   ///< than what lies around it, on every side that can be seen
     };
     /// What the last find() answered, with all that is known of it. The sides point into its `lines`.
     const std::vector<Quad>& quads() const { return best_; }
@@ -50,6 +63,8 @@ private:
     void collectLines(const std::vector<EdgeLine>& lines);
     void findCorners();
     void tryQuads();
+    void tryRungs(size_t a, size_t c);
+    bool isFollowed(size_t line, double from, double to) const;
     void keep(const Quad& quad);
     bool dropsRivals(const Quad& quad);
     void tryQuad(size_t a, size_t b, size_t c, size_t d);
@@ -61,10 +76,12 @@ private:
     std::vector<EdgeLine> borders_;
     std::vector<const EdgeLine*> lines_;
     std::vector<Corner> corners_;
+    std::vector<size_t> rungs_; ///< lines that could be a side between two others
     std::vector<Quad> best_;
     std::vector<Outline> outlines_;
     cv::Size size_;
     Search search_ = Search::page;
+    int tries_ = 0;
 };
 
 /// Moves each side by up to a few pixels to where the colours change most along all of it: the edge of the

@@ -1,0 +1,76 @@
+#include "OutlineJudge.h"
+
+#include "OutlineWeights.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace mirvak {
+
+namespace {
+
+constexpr double sameSheet = 0.93; // shared area over joined area
+constexpr size_t mostAnswers = 6;
+
+double areaOf(const std::array<cv::Point2d, 4>& p)
+{
+    const cv::Point2d a = p[2] - p[0], b = p[3] - p[1];
+    return 0.5 * std::abs(a.x * b.y - a.y * b.x);
+}
+
+bool isSameSheet(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point2d, 4>& b)
+{
+    const double areaA = areaOf(a), areaB = areaOf(b);
+    if (std::min(areaA, areaB) < sameSheet * std::max(areaA, areaB))
+        return false;
+    const std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end());
+    std::vector<cv::Point2f> both;
+    const double shared = cv::intersectConvexConvex(first, second, both);
+    return shared >= sameSheet * (areaA + areaB - shared);
+}
+
+} // namespace
+
+double OutlineJudge::scoreOf(const Evidence& evidence)
+{
+    double score = outlineBias;
+    for (size_t unit = 0; unit < outlineUnits; ++unit) {
+        const auto& weights = outlineWeights[unit];
+        score += outlineSum[unit] *
+                 std::tanh(std::inner_product(weights.begin(), weights.end(), evidence.begin(), 0.0F));
+    }
+    return score;
+}
+
+const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Quad>& quads,
+                                                const SmallLook::Planes& planes)
+{
+    desk_.learn(planes);
+    gatherEvidence(quads, planes, desk_, evidence_);
+    shares_.clear();
+    double all = 1; // no sheet
+    for (const Evidence& evidence : evidence_) {
+        shares_.push_back(std::exp(scoreOf(evidence)));
+        all += shares_.back();
+    }
+    outlines_.clear();
+    while (outlines_.size() < std::min(mostAnswers, quads.size())) {
+        const auto best = std::max_element(shares_.begin(), shares_.end());
+        if (*best <= 0)
+            break;
+        Outline outline{quads[static_cast<size_t>(best - shares_.begin())].corners};
+        for (size_t i = 0; i < quads.size(); ++i) {
+            if (shares_[i] > 0 && isSameSheet(quads[i].corners, outline.corners)) {
+                outline.confidence += shares_[i] / all;
+                shares_[i] = 0;
+            }
+        }
+        outlines_.push_back(outline);
+    }
+    return outlines_;
+}
+
+} // namespace mirvak

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Outline.h"
+#include "SheetEvidence.h"
+
+#include <vector>
+
+namespace mirvak {
+
+/// Weighs the evidence of possible outlines of one picture against each other and against there being no
+/// sheet. Each outline has a score, "no sheet" the score 0; their exponentials are shares of certainty (a
+/// conditional logit: McFadden 1974). The score comes from a small neural network with one hidden layer,
+/// learnt from made scenes (`learn_outline`). Keeps its buffers; one thread at a time.
+class OutlineJudge
+{
+public:
+    /// The possible outlines, most likely first, each with its certainty as confidence. Those that nearly
+    /// agree with a better one share theirs with it and stay out.
+    const std::vector<Outline>& judge(const std::vector<QuadFinder::Quad>& quads,
+                                      const SmallLook::Planes& planes);
+
+    /// Of one outline alone; above 0 when it is more likely than no sheet.
+    static double scoreOf(const Evidence& evidence);
+
+private:
+    DeskColours desk_;
+    std::vector<Evidence> evidence_;
+    std::vector<double> shares_;
+    std::vector<Outline> outlines_;
+};
+
+} // namespace mirvak
