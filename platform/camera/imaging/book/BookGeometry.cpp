@@ -13,7 +13,8 @@ namespace {
 
 constexpr double letterNoise = 0.35; // pixels of the look: a letter's foot in a line
 constexpr double mostError = 0.25;   // letter heights: lines further off are not explained by a bend
-constexpr double edgeWeight = 0.3;   // the paper's edge is worn, and leaves stick out below it
+constexpr double textWeight = 0.1; // letters of a line err together
+constexpr double edgeWeight = 1;
 constexpr double leastPaper = 0.5;   // of a page's area
 constexpr size_t leastText = 40;     // letters that tell where print is
 
@@ -91,7 +92,10 @@ void BookGeometry::lookForBorders(int reach)
 
 std::vector<Track> BookGeometry::text() const
 {
-    return tracksOf(chains_, look_, model_, isSpread());
+    std::vector<Track> tracks = tracksOf(chains_, look_, model_, isSpread());
+    for (Track& track : tracks)
+        track.weight = textWeight;
+    return tracks;
 }
 
 cv::Rect2d BookGeometry::textArea(bool isRight) const

@@ -117,47 +117,82 @@ private:
 
     cv::Vec3f paperOf(const std::array<cv::Mat, 3>& planes) const
     {
+        // The margin at the spine is paper even beside a picture.
+        const cv::Size size = planes[0].size();
+        const cv::Rect margin(size.width * 3 / 100, size.height / 4, size.width * 42 / 100, size.height / 2);
+        const cv::Rect known = text_ | margin;
         cv::Vec3f paper;
         for (size_t c = 0; c < 3; ++c) {
             std::array<int, 256> histogram{};
             int count = 0;
-            const cv::Mat part = planes[c](text_);
+            const cv::Mat part = planes[c](known);
             for (int y = 0; y < part.rows; ++y)
                 for (int x = 0; x < part.cols; ++x, ++count)
                     ++histogram[part.at<unsigned char>(y, x)];
             int level = 255;
             for (int above = 0;
-                 level > 0 && (above += histogram[static_cast<size_t>(level)]) < count * 3 / 10;)
+                 level > 0 && (above += histogram[static_cast<size_t>(level)]) < count * 12 / 100;)
                 --level;
             paper[static_cast<int>(c)] = static_cast<float>(level);
         }
         return paper;
     }
 
-    // The first line outward at which the paper ends.
+    // Outward from the print to where the paper ends for good: a picture has paper beyond it. A line shortly
+    // before that end parts the page from the leaves below it; without an end, the last line parts it from a
+    // desk of its own colour.
     int end(bool isColumn, int from, int to, int start, int step, int stop, bool& wasSeen) const
     {
-        wasSeen = false;
-        const int lasting = std::max(4, (isColumn ? paper_.cols : paper_.rows) / 60);
-        const int clear = std::max(3, lasting / 2);
-        for (int at = start + step * clear; at != stop; at += step) {
-            if (at < 0 || at >= (isColumn ? paper_.cols : paper_.rows))
-                return stop;
+        const int length = isColumn ? paper_.cols : paper_.rows;
+        const int lasting = std::max(4, length / 60), clear = std::max(3, lasting / 2);
+        const int leaves = std::max(4, length / 25);
+        std::vector<int> lines;
+        int at = start + step * clear, drop = -1;
+        for (; at != stop && at >= 0 && at < length; at += step) {
             if (share(isColumn, from, to, at, seen_) < 0.5)
-                return at;
-            if (isLine(isColumn, from, to, at)) {
-                wasSeen = true;
-                return strongest(isColumn, from, to, at, step);
+                break;
+            if (isLine(isColumn, from, to, at))
+                lines.push_back(at);
+            if (paperFrom(isColumn, from, to, at, step, lasting) >= 0.4)
+                continue;
+            const int resumed = resumes(isColumn, from, to, at, step, lasting);
+            if (resumed < 0 || std::abs(resumed - at) < leaves) {
+                drop = at;
+                break;
             }
-            double paper = 0;
-            for (int i = 0; i < lasting; ++i)
-                paper += share(isColumn, from, to, at + i * step, paper_);
-            if (paper < 0.4 * lasting) {
-                wasSeen = true;
-                return strongest(isColumn, from, to, at, step);
-            }
+            at = resumed;
+            lines.clear();
         }
-        return stop;
+        wasSeen = drop >= 0 || !lines.empty();
+        if (drop >= 0) {
+            const auto line = std::find_if(
+                lines.begin(), lines.end(), [&](int l) { return std::abs(drop - l) <= leaves; });
+            return strongest(isColumn, from, to, line == lines.end() ? drop : *line, step);
+        }
+        if (!lines.empty())
+            return strongest(isColumn, from, to, lines.back(), step);
+        return at < 0 || at >= length ? stop : at;
+    }
+
+    double paperFrom(bool isColumn, int from, int to, int at, int step, int lasting) const
+    {
+        double paper = 0;
+        for (int i = 0; i < lasting; ++i)
+            paper += share(isColumn, from, to, at + i * step, paper_);
+        return paper / lasting;
+    }
+
+    // Where there is paper again, or -1.
+    int resumes(bool isColumn, int from, int to, int at, int step, int lasting) const
+    {
+        const int length = isColumn ? paper_.cols : paper_.rows;
+        for (; at >= 0 && at < length; at += step) {
+            if (share(isColumn, from, to, at, seen_) < 0.5)
+                return -1;
+            if (paperFrom(isColumn, from, to, at, step, lasting) > 0.75)
+                return at;
+        }
+        return -1;
     }
 
     static double share(bool isColumn, int from, int to, int at, const cv::Mat& mask)
@@ -264,7 +299,7 @@ findBorder(const FlatView& view, const CylinderModel& model, bool isRight, const
                    view.area.y + found.y / view.scale,
                    width,
                    found.height / view.scale};
-    const int from = found.width * 4 / 100, to = found.width * 97 / 100;
+    const int from = found.width * 1 / 100, to = found.width * 97 / 100;
     if (border.hasTop)
         border.edges.push_back(
             trackOf(search.points(false, from, to, found.y - 1, reach), false, view, model, isRight));
