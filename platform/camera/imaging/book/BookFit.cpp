@@ -17,6 +17,7 @@ constexpr size_t mostPoints = 3000;
 constexpr double tukey = 4.685;      // of the standard deviation: 95 % as good as least squares
 constexpr double spineNoise = 0.003; // frame: how exactly a valley's line is known
 constexpr double usualFocal = 1.2;   // half of a wide phone's view, three quarters of a book camera's
+constexpr double steepest = 1.15;    // radians: steeper paper is hardly seen from above
 constexpr double step = 1e-5;
 
 double medianOf(std::vector<double> values)
@@ -124,7 +125,7 @@ private:
         v(1) = std::clamp(v(1), -0.6, 0.6);
         v(2) = std::clamp(v(2), std::log(0.6), std::log(3.0));
         for (int k = slopesFrom; k < unknowns; ++k)
-            v(k) = std::clamp(v(k), -1.3, 1.45);
+            v(k) = std::clamp(v(k), -steepest, steepest);
         return v;
     }
 
@@ -185,7 +186,7 @@ private:
         for (int page = 0; page < 2; ++page) {
             const double* slope = &at.val[slopesFrom + page * PageProfile::knots];
             for (int k = 0; k < PageProfile::knots; ++k) {
-                off.push_back(slope[k] / 1.0);
+                off.push_back(slope[k] / 0.7);
                 if (k > 0)
                     off.push_back((slope[k] - slope[k - 1]) / 0.35);
                 if (k > 1)

@@ -3,6 +3,7 @@
 #include "BookGeometry.h"
 #include "Deskew.h"
 #include "Fingers.h"
+#include "Outline.h"
 #include "PaperModel.h"
 
 #include <algorithm>
@@ -11,7 +12,27 @@ namespace mirvak {
 
 namespace {
 
-constexpr int leastSide = 64; // pixels: less is no page that anybody could read
+constexpr double paperLevel = 248; // of the brightest colour of good paper
+constexpr int leastSide = 64;      // pixels: less is no page that anybody could read
+
+// Paper gets everywhere the tint that it has at large, and the brightness of paper in good light.
+void evenLight(cv::Mat& rgb)
+{
+    const PaperModel model(rgb);
+    Flattening light;
+    light.whiteFrom = 1;
+    light.noiseMargin = 1;
+    flatten(rgb, model, light);
+    const cv::Scalar paper = cv::mean(model.paper());
+    const double brightest = std::max({1.0, paper[0], paper[1], paper[2]});
+    cv::Mat tints(1, 256, CV_8UC3);
+    for (int level = 0; level < 256; ++level) {
+        for (int c = 0; c < 3; ++c)
+            tints.at<cv::Vec3b>(level)[c] =
+                cv::saturate_cast<unsigned char>(level * (paperLevel / 255) * paper[c] / brightest);
+    }
+    cv::LUT(rgb, tints, rgb);
+}
 
 Image finished(cv::Mat pixels, const Image& from, bool takeFingers, const OpenEnds& ends)
 {
@@ -21,10 +42,7 @@ Image finished(cv::Mat pixels, const Image& from, bool takeFingers, const OpenEn
     page.taken = from.taken;
     if (takeFingers)
         removeFingers(page.pixels, ends);
-    Flattening light;
-    light.whiteFrom = 1;
-    light.noiseMargin = 1;
-    flatten(page.pixels, PaperModel(page.pixels), light);
+    evenLight(page.pixels);
     return page;
 }
 
@@ -49,9 +67,9 @@ std::optional<BookPages> flattenBook(const Image& image, bool takeFingers, bool 
         return {};
     const BookGeometry book(image.pixels);
     const bool hasLeft = book.hasPage(false), hasRight = book.hasPage(true);
-    if (!hasLeft && !hasRight)
+    if (!hasLeft && !hasRight && !book.hasPrint() && !findOutline(image.pixels))
         return {};
-    if (!book.holds())
+    if ((!hasLeft && !hasRight) || book.isFlat() || !book.holds())
         return straightened(image, takeFingers);
     const auto page = [&](const cv::Rect2d& area, const OpenEnds& ends) {
         return finished(book.picture(image.pixels, area), image, takeFingers, ends);

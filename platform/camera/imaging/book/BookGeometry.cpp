@@ -2,6 +2,8 @@
 
 #include "FlatView.h"
 
+#include <opencv2/imgproc.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -13,10 +15,16 @@ namespace {
 
 constexpr double letterNoise = 0.35; // pixels of the look: a letter's foot in a line
 constexpr double mostError = 0.25;   // letter heights: lines further off are not explained by a bend
-constexpr double textWeight = 0.1; // letters of a line err together
+constexpr double textWeight = 0.1;   // letters of a line err together
 constexpr double edgeWeight = 1;
-constexpr double leastPaper = 0.5;   // of a page's area
-constexpr size_t leastText = 40;     // letters that tell where print is
+constexpr double leastPaper = 0.5;                     // of a page's area
+constexpr double endInset = 0.003, spineInset = 0.008; // of a page's width: the edge itself, the fold
+constexpr double mostCrossing = 0.12;                  // of the lines of print
+constexpr double flatError = 1.0;                      // of a letter's noise, in the median
+constexpr double mostTilt = 0.5;                       // radians: a camera stands above the book
+constexpr double leastAspect = 0.4, mostAspect = 4;    // height of a page by its width
+constexpr size_t leastLines = 3;
+constexpr size_t leastText = 40; // letters that tell where print is
 
 double quantileOf(std::vector<double>& values, double share)
 {
@@ -33,7 +41,24 @@ BookGeometry::BookGeometry(const cv::Mat& rgb)
     begin();
     if (!runsDown(letters_))
         chains_ = chainLetters(letters_, std::tan(model_.turn));
+    if (spine_ && isCrossed()) {
+        spine_.reset();
+        begin();
+    }
     fit();
+}
+
+// Print goes over a fold of one sheet, never over a spine.
+bool BookGeometry::isCrossed() const
+{
+    size_t crossing = 0;
+    for (const Chain& chain : chains_) {
+        const auto onRight = std::count_if(chain.begin(), chain.end(), [&](const Letter& l) {
+            return isOnRight(model_, look_.toFrame({l.centre(), l.bottom()}));
+        });
+        crossing += onRight >= 3 && static_cast<long>(chain.size()) - onRight >= 3;
+    }
+    return crossing > mostCrossing * static_cast<double>(chains_.size());
 }
 
 double BookGeometry::noise() const
@@ -120,7 +145,8 @@ cv::Rect2d BookGeometry::textArea(bool isRight) const
 
 PageBorder BookGeometry::border(bool isRight, int reach) const
 {
-    return findBorder(viewPage(look_, model_, isRight), model_, isRight, textArea(isRight), reach);
+    return findBorder(
+        viewPage(look_, model_, isRight), model_, isRight, isSpread(), textArea(isRight), reach);
 }
 
 bool BookGeometry::hasPage(bool isRight) const
@@ -132,9 +158,47 @@ bool BookGeometry::hasPage(bool isRight) const
     return border.isBright && (!textArea(isRight).empty() || seen >= 2);
 }
 
+bool BookGeometry::hasPrint() const
+{
+    return chains_.size() >= leastLines;
+}
+
+cv::Rect2d BookGeometry::area(bool isRight) const
+{
+    const cv::Rect2d& found = borders_[isRight].area;
+    const double rim = endInset * found.width, fold = isSpread() ? spineInset * found.width : rim;
+    const double atLeft = isRight ? fold : rim;
+    return {found.x + atLeft, found.y + rim, found.width - rim - fold, found.height - 2 * rim};
+}
+
 bool BookGeometry::holds() const
 {
-    return error_ < mostError * std::max(4.0, letters_.height) / look_.side();
+    if (error_ > mostError * std::max(4.0, letters_.height) / look_.side() ||
+        std::abs(model_.tilt) > mostTilt)
+        return false;
+    for (const bool isRight : {false, true}) {
+        const cv::Rect2d& page = borders_[isRight].area;
+        const double aspect = page.height / std::max(1e-9, page.width);
+        if (hasPage(isRight) && borders_[isRight].hasOuter && (aspect < leastAspect || aspect > mostAspect))
+            return false;
+    }
+    return true;
+}
+
+// Deviation of the lines of print from straight ones in the picture as a flat sheet would show them.
+bool BookGeometry::isFlat() const
+{
+    if (spine_)
+        return false;
+    std::vector<double> off;
+    for (const Track& track : text()) {
+        cv::Vec4d line;
+        std::vector<cv::Point2f> points(track.points.begin(), track.points.end());
+        cv::fitLine(points, line, cv::DIST_HUBER, 0, 1e-6, 1e-4);
+        for (const cv::Point2f& point : points)
+            off.push_back(std::abs((point.x - line[2]) * line[1] - (point.y - line[3]) * line[0]));
+    }
+    return off.empty() || quantileOf(off, 0.5) < std::max(1.15 * error_, flatError * noise());
 }
 
 cv::Mat BookGeometry::picture(const cv::Mat& rgb, const cv::Rect2d& area) const

@@ -26,10 +26,14 @@ public:
     bool isSpread() const { return spine_.has_value(); }
     /// Whether there is paper on that side.
     bool hasPage(bool isRight) const;
+    /// Whether there are some lines of print, wherever the paper ends.
+    bool hasPrint() const;
     /// Whether the lines of print lie where the model has them.
     bool holds() const;
+    /// Whether the lines of one page are as straight as the camera shows those of a flat sheet.
+    bool isFlat() const;
     /// Where that page lies, flat.
-    cv::Rect2d area(bool isRight) const { return borders_[isRight].area; }
+    cv::Rect2d area(bool isRight) const;
     /// A part of the flat paper at full resolution.
     /// @param rgb  what the geometry was made of
     cv::Mat picture(const cv::Mat& rgb, const cv::Rect2d& area) const;
@@ -40,6 +44,7 @@ public:
 private:
     void begin();
     void fit();
+    bool isCrossed() const;
     std::vector<Track> text() const;
     cv::Rect2d textArea(bool isRight) const;
     PageBorder border(bool isRight, int reach) const;

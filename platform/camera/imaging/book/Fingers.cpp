@@ -112,6 +112,14 @@ cv::Mat fillOf(const cv::Mat& colours, const cv::Mat& hidden)
     return fill;
 }
 
+// Dark, and no redder than the paper: a finger's dark rim is red.
+bool isInk(const cv::Vec3b& pixel, const cv::Vec3f& paper)
+{
+    const float all = std::max(1.0F, static_cast<float>(pixel[0] + pixel[1] + pixel[2]));
+    const float reddish = static_cast<float>(pixel[0]) / all - paper[0] / (paper[0] + paper[1] + paper[2]);
+    return pixel[1] < inkLevel * static_cast<double>(paper[1]) && reddish < redder;
+}
+
 void paint(cv::Mat& rgb, const cv::Mat& fill, const cv::Mat& fingers, const cv::Mat& grown)
 {
     cv::Mat soft;
@@ -128,7 +136,7 @@ void paint(cv::Mat& rgb, const cv::Mat& fill, const cv::Mat& fingers, const cv::
             const cv::Vec3f& paper = fullFill.at<cv::Vec3f>(y, x);
             cv::Vec3b& pixel = rgb.at<cv::Vec3b>(y, x);
             const bool isFinger = fullFingers.at<unsigned char>(y, x) > 127;
-            if (!isFinger && pixel[1] < inkLevel * static_cast<double>(paper[1]))
+            if (!isFinger && isInk(pixel, paper))
                 continue;
             for (int c = 0; c < 3; ++c)
                 pixel[c] = cv::saturate_cast<unsigned char>(static_cast<float>(pixel[c]) * (1 - share) +

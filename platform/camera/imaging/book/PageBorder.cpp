@@ -11,10 +11,11 @@ namespace mirvak {
 namespace {
 
 constexpr float tintTolerance = 0.035F;            // of the share of a colour in the sum
-constexpr float darkest = 0.42F, brightest = 1.5F; // of the paper's level, in a shadow and in a light
+constexpr float darkest = 0.45F, brightest = 1.5F; // of the paper's level, in a shadow and in a light
 constexpr float darkestPaper = 40;                 // levels
-constexpr float leastStep = 0.03F;                 // of the paper's level: what is an edge at one place
-constexpr double wholeLine = 0.8;                  // of the places across a page
+constexpr float leastStep = 0.025F;                // of the paper's level: what is an edge at one place
+constexpr double wholeLine = 0.7;                  // of the places across a page
+constexpr double leastChange = 0.85;               // of the light, between the page and a desk
 constexpr int apart = 2;                           // pixels on both sides of an edge
 
 // The view with the spine at the left, and what is paper in it.
@@ -98,7 +99,7 @@ private:
         const float sum = std::max(1.0F, paper[0] + paper[1] + paper[2]);
         paperLevel_ = sum / 3;
         paper_.create(colours.size(), CV_8UC1);
-        cv::Mat level(colours.size(), CV_32F);
+        level_.create(colours.size(), CV_32F);
         for (int y = 0; y < colours.rows; ++y) {
             for (int x = 0; x < colours.cols; ++x) {
                 const cv::Vec3b& c = colours.at<cv::Vec3b>(y, x);
@@ -107,12 +108,12 @@ private:
                                     std::abs(c[2] / all - paper[2] / sum) > tintTolerance;
                 paper_.at<unsigned char>(y, x) =
                     !tinted && all > darkest * sum && all < brightest * sum ? 255 : 0;
-                level.at<float>(y, x) = all / sum;
+                level_.at<float>(y, x) = all / sum;
             }
         }
         const cv::Mat kernel = (cv::Mat_<float>(1, 2 * apart + 1) << -0.5, -0.5, 0, 0.5, 0.5);
-        cv::filter2D(level, acrossSteps_, CV_32F, kernel);
-        cv::filter2D(level, downSteps_, CV_32F, kernel.t());
+        cv::filter2D(level_, acrossSteps_, CV_32F, kernel);
+        cv::filter2D(level_, downSteps_, CV_32F, kernel.t());
     }
 
     cv::Vec3f paperOf(const std::array<cv::Mat, 3>& planes) const
@@ -145,7 +146,8 @@ private:
     {
         const int length = isColumn ? paper_.cols : paper_.rows;
         const int lasting = std::max(4, length / 60), clear = std::max(3, lasting / 2);
-        const int leaves = std::max(4, length / 25);
+        const int leaves = std::max(4, length / 50), cover = 2 * leaves;
+        bool metPaper = false;
         std::vector<int> lines;
         int at = start + step * clear, drop = -1;
         for (; at != stop && at >= 0 && at < length; at += step) {
@@ -153,10 +155,19 @@ private:
                 break;
             if (isLine(isColumn, from, to, at))
                 lines.push_back(at);
-            if (paperFrom(isColumn, from, to, at, step, lasting) >= 0.4)
+            const bool changes = !lines.empty() && lines.back() == at &&
+                                 paperFrom(isColumn, from, to, at - 3 * step, -step, lasting) > 0.6 &&
+                                 changesLevel(isColumn, from, to, at, step, lasting);
+            const double paper = paperFrom(isColumn, from, to, at, step, lasting);
+            metPaper |= paper > 0.75;
+            if (!changes && paper >= 0.4)
                 continue;
+            if (changes) {
+                drop = at;
+                break;
+            }
             const int resumed = resumes(isColumn, from, to, at, step, lasting);
-            if (resumed < 0 || std::abs(resumed - at) < leaves) {
+            if (resumed < 0 || (metPaper && std::abs(resumed - at) < cover)) {
                 drop = at;
                 break;
             }
@@ -165,13 +176,32 @@ private:
         }
         wasSeen = drop >= 0 || !lines.empty();
         if (drop >= 0) {
-            const auto line = std::find_if(
-                lines.begin(), lines.end(), [&](int l) { return std::abs(drop - l) <= leaves; });
+            const auto line =
+                std::find_if(lines.begin(), lines.end(), [&](int l) { return std::abs(drop - l) <= leaves; });
             return strongest(isColumn, from, to, line == lines.end() ? drop : *line, step);
         }
         if (!lines.empty())
             return strongest(isColumn, from, to, lines.back(), step);
         return at < 0 || at >= length ? stop : at;
+    }
+
+    // Whether it is darker or brighter for good beyond a line; a soft shadow has no line.
+    bool changesLevel(bool isColumn, int from, int to, int at, int step, int lasting) const
+    {
+        const double inside = levelFrom(isColumn, from, to, at - 3 * step, -step, lasting);
+        const double outside = levelFrom(isColumn, from, to, at + 3 * step, step, 3 * lasting);
+        return outside < leastChange * inside || inside < leastChange * outside;
+    }
+
+    double levelFrom(bool isColumn, int from, int to, int at, int step, int lasting) const
+    {
+        const int length = isColumn ? level_.cols : level_.rows;
+        const int last = std::clamp(at + step * lasting, 0, length - 1);
+        const int first = std::clamp(std::min(at, last), 0, length - 1);
+        const int after = std::clamp(std::max(at, last) + 1, first + 1, length);
+        const cv::Rect part = isColumn ? cv::Rect(first, from, after - first, to - from)
+                                       : cv::Rect(from, first, to - from, after - first);
+        return cv::mean(level_(part))[0];
     }
 
     double paperFrom(bool isColumn, int from, int to, int at, int step, int lasting) const
@@ -243,7 +273,7 @@ private:
 
     cv::Rect text_;
     float paperLevel_ = 0;
-    cv::Mat seen_, paper_, acrossSteps_, downSteps_;
+    cv::Mat seen_, paper_, level_, acrossSteps_, downSteps_;
 };
 
 Track trackOf(const std::vector<cv::Point2d>& pixels,
@@ -266,8 +296,12 @@ Track trackOf(const std::vector<cv::Point2d>& pixels,
 
 } // namespace
 
-PageBorder
-findBorder(const FlatView& view, const CylinderModel& model, bool isRight, const cv::Rect2d& text, int reach)
+PageBorder findBorder(const FlatView& view,
+                      const CylinderModel& model,
+                      bool isRight,
+                      bool hasSpine,
+                      const cv::Rect2d& text,
+                      int reach)
 {
     const cv::Size size = view.colours.size();
     cv::Rect inside;
@@ -287,7 +321,13 @@ findBorder(const FlatView& view, const CylinderModel& model, bool isRight, const
     if (inside.width < 2 || inside.height < 2)
         return {};
     BorderSearch search(view, isRight, inside);
-    const cv::Rect found = search.run();
+    cv::Rect found = search.run();
+    if (!hasSpine) { // the other end of the only page
+        const cv::Rect mirrored(size.width - inside.x - inside.width, inside.y, inside.width, inside.height);
+        const int reached = BorderSearch(view, false, mirrored).run().width;
+        found.x = std::min(size.width - reached, inside.x);
+        found.width -= found.x;
+    }
     PageBorder border;
     border.hasTop = search.topSeen;
     border.hasBottom = search.bottomSeen;
@@ -299,7 +339,7 @@ findBorder(const FlatView& view, const CylinderModel& model, bool isRight, const
                    view.area.y + found.y / view.scale,
                    width,
                    found.height / view.scale};
-    const int from = found.width * 1 / 100, to = found.width * 97 / 100;
+    const int from = found.x + found.width / 100, to = found.x + found.width * 97 / 100;
     if (border.hasTop)
         border.edges.push_back(
             trackOf(search.points(false, from, to, found.y - 1, reach), false, view, model, isRight));

@@ -20,8 +20,13 @@ struct PageBorder
 /// Looks outward from what is certainly page for the end of the paper: where its colour ends, or for a line
 /// across the whole page.
 /// @param text  flat: what is printed on the page; empty when nothing is known
+/// @param hasSpine  false: the only page, with an end on either side
 /// @param reach  pixels of the view by which an edge may be off its line
-PageBorder
-findBorder(const FlatView& view, const CylinderModel& model, bool isRight, const cv::Rect2d& text, int reach);
+PageBorder findBorder(const FlatView& view,
+                      const CylinderModel& model,
+                      bool isRight,
+                      bool hasSpine,
+                      const cv::Rect2d& text,
+                      int reach);
 
 } // namespace mirvak

@@ -15,6 +15,8 @@ constexpr int closing = 7;                                          // closes le
 constexpr std::array<double, 4> breadths{0.008, 0.02, 0.045, 0.08}; // of the longer side: half a valley
 constexpr double deepest = 0.3; // what is darker counts as this: a stroke is no better than a valley
 constexpr double leastDepth = 0.035;
+constexpr float leastDeep = 0.015F; // a valley at one place
+constexpr double leastShare = 0.7;  // of the places along a spine: a drawing is no valley all along
 constexpr int mostDegrees = 15;
 constexpr double outermost = 0.36; // of the width, from the middle
 
@@ -45,17 +47,20 @@ void scan(const cv::Mat& depth, double degrees, Best& best)
     const int first = depth.rows * 15 / 100, last = depth.rows - first;
     std::vector<float> sums(static_cast<size_t>(depth.cols), 0);
     std::vector<int> counts(static_cast<size_t>(depth.cols), 0);
+    std::vector<int> deep(static_cast<size_t>(depth.cols), 0);
     for (int y = first; y < last; ++y) {
         const int shift = cvRound(lean * (y - 0.5 * depth.rows));
         const float* row = depth.ptr<float>(y);
         for (int x = std::max(0, -shift); x < std::min(depth.cols, depth.cols - shift); ++x) {
             sums[static_cast<size_t>(x)] += row[x + shift];
+            deep[static_cast<size_t>(x)] += row[x + shift] > leastDeep;
             ++counts[static_cast<size_t>(x)];
         }
     }
     for (int x = 0; x < depth.cols; ++x) {
         const double off = std::abs((x + 0.5) / depth.cols - 0.5);
-        if (off > outermost || counts[static_cast<size_t>(x)] < (last - first) / 2)
+        if (off > outermost || counts[static_cast<size_t>(x)] < (last - first) / 2 ||
+            deep[static_cast<size_t>(x)] < leastShare * (last - first))
             continue;
         const double score = sums[static_cast<size_t>(x)] / (last - first) * (1 - off);
         if (score > best.score)
