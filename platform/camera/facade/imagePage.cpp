@@ -51,6 +51,29 @@ int MirvakCamera::MirvakImage_DeskewAll(void* image, int margin, std::vector<voi
     });
 }
 
+int MirvakCamera::MirvakImage_BookFlat(void* image, bool, int pageMode, void*& left, void*& right)
+{
+    left = right = nullptr;
+    return mirvak::onImage("MirvakImage_BookFlat", image, [&](const Image& source) {
+        if (pageMode != 1 && pageMode != 2)
+            return MIRVAK_BAD_ARGUMENT;
+        auto page = std::make_unique<Image>();
+        page->pixels = source.pixels.clone();
+        page->dpi = source.dpi;
+        mirvak::deskew(*page, 0);
+        if (pageMode == 2) {
+            const int middle = page->pixels.cols / 2;
+            auto second = std::make_unique<Image>();
+            second->pixels = page->pixels.colRange(middle, page->pixels.cols).clone();
+            second->dpi = page->dpi;
+            page->pixels = page->pixels.colRange(0, std::max(1, middle)).clone();
+            right = second.release();
+        }
+        left = page.release();
+        return MIRVAK_OK;
+    });
+}
+
 int MirvakCamera::MirvakImage_FindPages(void* image, std::vector<MirvakOutline>& outlines)
 {
     outlines.clear();

@@ -236,6 +236,10 @@ public:
     /// The outlines of the same pages in the same order, to a few pixels; MIRVAK_NOT_FOUND without any.
     int MirvakImage_FindPages(void* image, std::vector<MirvakOutline>& outlines);
     /// `mode` 0 nearest, 1 bilinear, 2 area (for reducing), 3 bicubic.
+    /// Flat pages of an open book. `pageMode` 1: one page or the whole spread as one picture in `left`; 2:
+    /// the left and the right page. New images, which the caller releases; null where there is none. `image`
+    /// stays as it is. MIRVAK_BAD_ARGUMENT for another mode; in every error both come back null.
+    int MirvakImage_BookFlat(void* image, bool removeFinger, int pageMode, void*& left, void*& right);
     int MirvakImage_Resize(void* image, int width, int height, int mode);
     int MirvakImage_DelBGColor(void* image); ///< paper becomes white, uneven light goes, ink and colour stay
     int MirvakImage_Threshold(void* image);  ///< black and white by a local threshold
