@@ -21,7 +21,7 @@ using deskpictures::TextRow;
 
 namespace {
 
-constexpr double pointEvery = 2; // mm of a text line
+constexpr double pointEvery = 3; // mm of a text line
 constexpr double degrees = 180 / CV_PI;
 
 double median(std::vector<double> values)
@@ -239,8 +239,8 @@ std::optional<PageScore> measure(const SpreadPage& page, cv::Size2d pageMm, cons
     score.ssim = ssim(greyOf(truth(print)), greyOf(aligned(print)));
     score.fingers = fingersLeft(page.fingers, truth, aligned);
     std::vector<cv::Point2d> places;
-    for (int y = 20; y < truth.rows; y += 20)
-        for (int x = 20; x < truth.cols; x += 20)
+    for (int y = 20; y < truth.rows; y += 40)
+        for (int x = 20; x < truth.cols; x += 40)
             places.emplace_back(x, y);
     std::vector<double> off;
     for (const auto& p : match.find(places))

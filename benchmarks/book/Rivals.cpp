@@ -70,6 +70,7 @@ cv::Mat rivals::cropped(const deskpictures::Spread& spread, bool isRight)
 
 cv::Mat rivals::dewarped(const cv::Mat& crop)
 {
+    setMsgSeverity(L_SEVERITY_NONE); // it speaks of every page
     const PixPtr page = toPix(crop);
     const PixPtr even(pixBackgroundNormSimple(page.get(), nullptr, nullptr));
     if (!even)

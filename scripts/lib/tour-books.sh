@@ -11,15 +11,6 @@ END
     export LUMRO_DESK=$work/book/desk.cfg
 }
 
-toggle_book_button() { # is_there|is_gone
-    click btnMore
-    await "the choice of buttons" is_there More
-    click checkBookscan
-    await "the book button's change" "$1" btnBookscan
-    click buttonClose More
-    await "the choice's end" is_gone More
-}
-
 # The guide line along the spine, and one file a page.
 choose_both_pages() {
     open_settings Image
@@ -34,7 +25,6 @@ book_spread() {
     local before left right page
     lay_book
     start_over
-    toggle_book_button is_there
     choose_both_pages
     shoot open-book
     before=$(pictures_taken)
@@ -49,6 +39,5 @@ book_spread() {
     for page in "$left" "$right"; do
         [ "$(identify -format '%[fx:h>w]' "$page")" = 1 ] || fail "${page##*/} is no upright page"
     done
-    toggle_book_button is_gone
     close_program
 }
