@@ -1,4 +1,5 @@
 // The page in the picture: found, drawn, straightened, watched for; and text upon it.
+#include "BookFlat.h"
 #include "Deskew.h"
 #include "Impl.h"
 #include "OutlineDrawing.h"
@@ -51,25 +52,22 @@ int MirvakCamera::MirvakImage_DeskewAll(void* image, int margin, std::vector<voi
     });
 }
 
-int MirvakCamera::MirvakImage_BookFlat(void* image, bool, int pageMode, void*& left, void*& right)
+int MirvakCamera::MirvakImage_BookFlat(
+    void* image, bool removeFinger, int pageMode, void*& left, void*& right)
 {
-    left = right = nullptr;
+    left = nullptr;
+    right = nullptr;
     return mirvak::onImage("MirvakImage_BookFlat", image, [&](const Image& source) {
-        if (pageMode != 1 && pageMode != 2)
+        constexpr int together = 1, parted = 2;
+        if (pageMode != together && pageMode != parted)
             return MIRVAK_BAD_ARGUMENT;
-        auto page = std::make_unique<Image>();
-        page->pixels = source.pixels.clone();
-        page->dpi = source.dpi;
-        mirvak::deskew(*page, 0);
-        if (pageMode == 2) {
-            const int middle = page->pixels.cols / 2;
-            auto second = std::make_unique<Image>();
-            second->pixels = page->pixels.colRange(middle, page->pixels.cols).clone();
-            second->dpi = page->dpi;
-            page->pixels = page->pixels.colRange(0, std::max(1, middle)).clone();
-            right = second.release();
-        }
-        left = page.release();
+        auto pages = mirvak::flattenBook(source, removeFinger, pageMode == parted);
+        if (!pages)
+            return MIRVAK_NOT_FOUND;
+        auto first = std::make_unique<Image>(std::move(pages->left));
+        auto second = pages->right ? std::make_unique<Image>(std::move(*pages->right)) : nullptr;
+        left = first.release();
+        right = second.release();
         return MIRVAK_OK;
     });
 }

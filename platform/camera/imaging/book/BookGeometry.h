@@ -1,0 +1,61 @@
+#pragma once
+
+#include "BookFit.h"
+#include "BookLook.h"
+#include "Letters.h"
+#include "PageBorder.h"
+#include "PageRemap.h"
+#include "Spine.h"
+#include "TextTracks.h"
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace mirvak {
+
+/// What a picture of an open book, or of one page, tells of its geometry. Without a spine all is one page,
+/// the right one. Reentrant.
+class BookGeometry
+{
+public:
+    /// Finds the spine, the print and the ends of the paper, and fits a bent sheet to them.
+    /// @param rgb  CV_8UC3
+    explicit BookGeometry(const cv::Mat& rgb);
+
+    bool isSpread() const { return spine_.has_value(); }
+    /// Whether there is paper on that side.
+    bool hasPage(bool isRight) const;
+    /// Whether the lines of print lie where the model has them.
+    bool holds() const;
+    /// Where that page lies, flat.
+    cv::Rect2d area(bool isRight) const { return borders_[isRight].area; }
+    /// A part of the flat paper at full resolution.
+    /// @param rgb  what the geometry was made of
+    cv::Mat picture(const cv::Mat& rgb, const cv::Rect2d& area) const;
+    const CylinderModel& model() const { return model_; }
+    const BookLook& look() const { return look_; }
+    const Remainders& remainders() const { return remainders_; }
+
+private:
+    void begin();
+    void fit();
+    std::vector<Track> text() const;
+    cv::Rect2d textArea(bool isRight) const;
+    PageBorder border(bool isRight, int reach) const;
+    void lookForBorders(int reach);
+    size_t firstPage() const { return spine_ ? 0 : 1; }
+    double noise() const;
+    void tell() const;
+
+    BookLook look_;
+    Letters letters_;
+    std::optional<Spine> spine_;
+    CylinderModel model_;
+    std::vector<Chain> chains_;
+    std::array<PageBorder, 2> borders_;
+    Remainders remainders_;
+    double error_ = 0;
+};
+
+} // namespace mirvak
