@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BarcodeScan.h"
+#include "BookScan.h"
 #include "CardComposition.h"
 #include "PdfExControl.h"
 #include "PdfScan.h"
@@ -11,6 +12,7 @@
 #include <QObject>
 
 class CameraSession;
+class ConfigSet;
 class ImageMerge;
 class MainDesk;
 class MirvakCamera;
@@ -26,8 +28,14 @@ class OutputControl : public QObject
     Q_OBJECT
 
 public:
-    /// `camera`, `desk` and `strip` are borrowed; the dialogs belong to `window`, the signs to `view`.
-    OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, VideoView& view, QWidget& window);
+    /// `camera`, `desk`, `strip` and `settings` are borrowed; the dialogs belong to `window`, the signs to
+    /// `view`.
+    OutputControl(MirvakCamera& camera,
+                  MainDesk& desk,
+                  Thumbnail& strip,
+                  VideoView& view,
+                  QWidget& window,
+                  const ConfigSet& settings);
 
     /// Both buttons of the composition.
     void onPicCompose() { composition_.takeShot(); }
@@ -38,6 +46,7 @@ public:
     void onPdfEx(const CameraSession& session, const VideoView& view, int rotation);
     void onBarcode() { barcodeScan_.scan(); }
     void onOcr() { textScan_.scan(); }
+    void onBookFlat(const CameraSession& session, const VideoView& view);
     void onRecord(const CameraSession& session, const VideoView& view, int rotation);
     void record(void* image) { recording_.record(image); } ///< capture thread: every frame
     void SynthesizePdf() { pdfSynthesis_.SynthesizePdf(); }
@@ -64,5 +73,6 @@ private:
     PdfSynthesis pdfSynthesis_;
     BarcodeScan barcodeScan_;
     TextScan textScan_;
+    BookScan bookScan_;
     RecordControl recording_;
 };
