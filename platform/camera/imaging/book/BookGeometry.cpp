@@ -100,6 +100,7 @@ void BookGeometry::fit()
         error_ = fitBook(model_, tracks, spine_, noise());
     }
     lookForBorders(4);
+    matchSizes();
     for (size_t page = firstPage(); page < 2; ++page) {
         if (!borders_[page].area.empty())
             remainders_[page] =
@@ -113,6 +114,20 @@ void BookGeometry::lookForBorders(int reach)
 {
     for (size_t page = firstPage(); page < 2; ++page)
         borders_[page] = border(page == 1, reach);
+}
+
+// Pages of a book are of one size: one of which little is known, as a picture's, is as large as the other.
+void BookGeometry::matchSizes()
+{
+    for (const bool isRight : {false, true}) {
+        cv::Rect2d& page = borders_[isRight].area;
+        const cv::Rect2d& other = borders_[!isRight].area;
+        if (!isSpread() || page.empty() || other.empty() || !textArea(isRight).empty())
+            continue;
+        const double width = std::max(page.width, other.width);
+        const double top = std::min(page.y, other.y), bottom = std::max(page.br().y, other.br().y);
+        page = {isRight ? page.x : page.br().x - width, top, width, bottom - top};
+    }
 }
 
 std::vector<Track> BookGeometry::text() const

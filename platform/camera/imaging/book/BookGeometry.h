@@ -49,6 +49,7 @@ private:
     cv::Rect2d textArea(bool isRight) const;
     PageBorder border(bool isRight, int reach) const;
     void lookForBorders(int reach);
+    void matchSizes();
     size_t firstPage() const { return spine_ ? 0 : 1; }
     double noise() const;
     void tell() const;

@@ -3,8 +3,8 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <vector>
 
 namespace mirvak {
 
@@ -22,7 +22,8 @@ constexpr int apart = 2;                           // pixels on both sides of an
 class BorderSearch
 {
 public:
-    BorderSearch(const FlatView& view, bool isRight, const cv::Rect& text) : text_(text)
+    BorderSearch(const FlatView& view, bool isRight, const cv::Rect& text, bool hasSpine)
+        : text_(text), hasSpine_(hasSpine)
     {
         cv::Mat colours = view.colours, seen = view.seen;
         if (!isRight) {
@@ -93,9 +94,7 @@ public:
 private:
     void tell(const cv::Mat& colours)
     {
-        std::array<cv::Mat, 3> planes;
-        cv::split(colours, planes.data());
-        const cv::Vec3f paper = paperOf(planes);
+        const cv::Vec3f paper = paperOf(colours);
         const float sum = std::max(1.0F, paper[0] + paper[1] + paper[2]);
         paperLevel_ = sum / 3;
         paper_.create(colours.size(), CV_8UC1);
@@ -104,10 +103,8 @@ private:
             for (int x = 0; x < colours.cols; ++x) {
                 const cv::Vec3b& c = colours.at<cv::Vec3b>(y, x);
                 const float all = std::max(1.0F, static_cast<float>(c[0] + c[1] + c[2]));
-                const bool tinted = std::abs(c[0] / all - paper[0] / sum) > tintTolerance ||
-                                    std::abs(c[2] / all - paper[2] / sum) > tintTolerance;
                 paper_.at<unsigned char>(y, x) =
-                    !tinted && all > darkest * sum && all < brightest * sum ? 255 : 0;
+                    isTinted(c, paper) && all > darkest * sum && all < brightest * sum ? 255 : 0;
                 level_.at<float>(y, x) = all / sum;
             }
         }
@@ -116,27 +113,44 @@ private:
         cv::filter2D(level_, downSteps_, CV_32F, kernel.t());
     }
 
-    cv::Vec3f paperOf(const std::array<cv::Mat, 3>& planes) const
+    // The margin at the spine is paper, in its shadow; better lit paper has the same tint.
+    cv::Vec3f paperOf(const cv::Mat& colours) const
     {
-        // The margin at the spine is paper even beside a picture.
-        const cv::Size size = planes[0].size();
-        const cv::Rect margin(size.width * 3 / 100, size.height / 4, size.width * 42 / 100, size.height / 2);
-        const cv::Rect known = text_ | margin;
-        cv::Vec3f paper;
-        for (size_t c = 0; c < 3; ++c) {
-            std::array<int, 256> histogram{};
-            int count = 0;
-            const cv::Mat part = planes[c](known);
-            for (int y = 0; y < part.rows; ++y)
-                for (int x = 0; x < part.cols; ++x, ++count)
-                    ++histogram[part.at<unsigned char>(y, x)];
-            int level = 255;
-            for (int above = 0;
-                 level > 0 && (above += histogram[static_cast<size_t>(level)]) < count * 12 / 100;)
-                --level;
-            paper[static_cast<int>(c)] = static_cast<float>(level);
+        const cv::Size size = colours.size();
+        const int first = size.width * 3 / 100, breadth = std::max(2, size.width * 5 / 100);
+        const cv::Rect margin(first, text_.y, breadth, text_.height);
+        const cv::Vec3f tint = brightPaper(colours, hasSpine_ ? margin : text_, nullptr);
+        const cv::Rect large(first, size.height / 4, size.width * 42 / 100, size.height / 2);
+        return brightPaper(colours, text_ | large, &tint);
+    }
+
+    // The quantile of brightness that print leaves alone, of what has that tint.
+    static cv::Vec3f brightPaper(const cv::Mat& colours, cv::Rect area, const cv::Vec3f* tint)
+    {
+        area &= cv::Rect({}, colours.size());
+        std::vector<cv::Vec3b> found;
+        for (int y = area.y; y < area.y + area.height; ++y) {
+            for (int x = area.x; x < area.x + area.width; ++x) {
+                const cv::Vec3b& c = colours.at<cv::Vec3b>(y, x);
+                if (!tint || isTinted(c, *tint))
+                    found.push_back(c);
+            }
         }
-        return paper;
+        if (found.empty())
+            return tint ? *tint : cv::Vec3f(255, 255, 255);
+        const auto at = found.begin() + static_cast<long>(found.size() * 8 / 10);
+        std::nth_element(found.begin(), at, found.end(), [](const cv::Vec3b& a, const cv::Vec3b& b) {
+            return a[0] + a[1] + a[2] < b[0] + b[1] + b[2];
+        });
+        return {static_cast<float>((*at)[0]), static_cast<float>((*at)[1]), static_cast<float>((*at)[2])};
+    }
+
+    static bool isTinted(const cv::Vec3b& c, const cv::Vec3f& paper)
+    {
+        const float sum = std::max(1.0F, paper[0] + paper[1] + paper[2]);
+        const float all = std::max(1.0F, static_cast<float>(c[0] + c[1] + c[2]));
+        return std::abs(c[0] / all - paper[0] / sum) <= tintTolerance &&
+               std::abs(c[2] / all - paper[2] / sum) <= tintTolerance;
     }
 
     // Outward from the print to where the paper ends for good: a picture has paper beyond it. A line shortly
@@ -272,6 +286,7 @@ private:
     }
 
     cv::Rect text_;
+    bool hasSpine_;
     float paperLevel_ = 0;
     cv::Mat seen_, paper_, level_, acrossSteps_, downSteps_;
 };
@@ -306,8 +321,8 @@ PageBorder findBorder(const FlatView& view,
     const cv::Size size = view.colours.size();
     cv::Rect inside;
     if (text.empty()) {
-        inside = {
-            size.width * 15 / 100, size.height * 35 / 100, size.width * 25 / 100, size.height * 30 / 100};
+        const int middle = cvRound(view.toPixel({0, 0}).y), high = size.height * 16 / 100;
+        inside = {size.width * (hasSpine ? 15 : 38) / 100, middle - high / 2, size.width * 24 / 100, high};
     } else {
         cv::Point2d first = view.toPixel(text.tl()), last = view.toPixel(text.br());
         if (!isRight) {
@@ -320,11 +335,11 @@ PageBorder findBorder(const FlatView& view,
     inside &= cv::Rect({}, size);
     if (inside.width < 2 || inside.height < 2)
         return {};
-    BorderSearch search(view, isRight, inside);
+    BorderSearch search(view, isRight, inside, hasSpine);
     cv::Rect found = search.run();
     if (!hasSpine) { // the other end of the only page
         const cv::Rect mirrored(size.width - inside.x - inside.width, inside.y, inside.width, inside.height);
-        const int reached = BorderSearch(view, false, mirrored).run().width;
+        const int reached = BorderSearch(view, false, mirrored, false).run().width;
         found.x = std::min(size.width - reached, inside.x);
         found.width -= found.x;
     }
