@@ -7,6 +7,7 @@
 #include "MainDesk.h"
 #include "PdfEx.h"
 #include "RecordingMark.h"
+#include "StillCapture.h"
 #include "Thumbnail.h"
 #include "VideoView.h"
 
@@ -26,7 +27,8 @@ OutputControl::OutputControl(MirvakCamera& camera,
                              Thumbnail& strip,
                              VideoView& view,
                              QWidget& window,
-                             const ConfigSet& settings)
+                             const ConfigSet& settings,
+                             StillCapture& capture)
     : strip_(strip), imageMerge_(new ImageMerge(&window)), pdfEx_(new PdfEx(&window, camera)),
       composition_(desk,
                    [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
@@ -34,7 +36,12 @@ OutputControl::OutputControl(MirvakCamera& camera,
                    }),
       pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window),
       barcodeScan_(desk, camera), textScan_(desk, TextScan::installedModels()),
-      bookScan_(desk, camera, &window, [&settings] { return bookOptions(settings); }),
+      bookScan_(
+          desk,
+          camera,
+          &window,
+          [&settings] { return bookOptions(settings); },
+          [&capture](void* page, int colourMode) { return capture.save(page, cropping::none, colourMode); }),
       recording_(desk, camera, window)
 {
     connect(&desk, &MainDesk::documentMade, this, [this](const QString& path, QPixmap icon) {

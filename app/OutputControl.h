@@ -19,6 +19,7 @@ class MirvakCamera;
 class PdfEx;
 class QImage;
 class QWidget;
+class StillCapture;
 class Thumbnail;
 class VideoView;
 
@@ -28,14 +29,15 @@ class OutputControl : public QObject
     Q_OBJECT
 
 public:
-    /// `camera`, `desk`, `strip` and `settings` are borrowed; the dialogs belong to `window`, the signs to
-    /// `view`.
+    /// `camera`, `desk`, `strip`, `settings` and `capture` are borrowed; the dialogs belong to `window`, the
+    /// signs to `view`.
     OutputControl(MirvakCamera& camera,
                   MainDesk& desk,
                   Thumbnail& strip,
                   VideoView& view,
                   QWidget& window,
-                  const ConfigSet& settings);
+                  const ConfigSet& settings,
+                  StillCapture& capture);
 
     /// Both buttons of the composition.
     void onPicCompose() { composition_.takeShot(); }

@@ -2,7 +2,6 @@
 
 #include "BookFlatModels.h"
 #include "CaptureDesk.h"
-#include "CaptureProcessor.h"
 #include "Dialogs.h"
 #include "Job.h"
 #include "mirvakcamera.h"
@@ -17,14 +16,10 @@ constexpr int plainColours = 0, blackAndWhite = 2; // as of CaptureProcessor
 
 } // namespace
 
-struct BookScan::Result
-{
-    int code = MIRVAK_OK;
-    FrameHandle left, right;
-};
-
-BookScan::BookScan(CaptureDesk& desk, MirvakCamera& camera, QWidget* window, AskOptions options)
+BookScan::BookScan(
+    CaptureDesk& desk, MirvakCamera& camera, QWidget* window, AskOptions options, SavePage savePage)
     : desk_(desk), camera_(camera), window_(window), askOptions_(std::move(options)),
+      savePage_(std::move(savePage)),
       flatten_([&camera](void* frame, bool removeFinger, int pageMode, void*& left, void*& right) {
           return camera.MirvakImage_BookFlat(frame, removeFinger, pageMode, left, right);
       })
@@ -35,6 +30,7 @@ BookScan::~BookScan()
 {
     if (!isRunning())
         return;
+    job_->stop();
     workers_.finish();
     QApplication::restoreOverrideCursor();
 }
@@ -66,49 +62,63 @@ void BookScan::scan(const QString& usbId, bool bookLine)
     start(std::move(frame), askOptions_());
 }
 
-void BookScan::start(FrameHandle frame, Options options)
+void BookScan::start(FrameHandle frame, const Options& options)
 {
-    options_ = options;
     job_ = std::make_shared<Job>();
     const std::shared_ptr<void> shared(std::move(frame));
-    const bool started = workers_.start([this, shared, options] {
-        const auto result = std::make_shared<Result>();
-        void* left = nullptr;
-        void* right = nullptr;
-        result->code = flatten_(
-            shared.get(), options.removeFinger, options.doublePage ? twoPages : onePage, left, right);
-        result->left = ownImage(camera_, left);
-        result->right = ownImage(camera_, right);
+    const bool started = workers_.start([this, shared, options, job = job_] {
+        const Result result = work(shared.get(), options, *job);
         QMetaObject::invokeMethod(
-            this, [this, result] { finish(*result); }, Qt::QueuedConnection);
+            this, [this, result] { finish(result); }, Qt::QueuedConnection);
     });
     QApplication::setOverrideCursor(Qt::BusyCursor);
     if (started)
         desk_.showJob(tr("The book is being flattened."), job_);
     else
-        finish({MIRVAK_NO_MEMORY, {}, {}});
+        finish({MIRVAK_NO_MEMORY, {}, 0});
+}
+
+// Worker thread. What is cancelled in time leaves no page; nobody gets one of two.
+BookScan::Result BookScan::work(void* frame, const Options& options, const Job& job) const
+{
+    void* left = nullptr;
+    void* right = nullptr;
+    Result result;
+    result.code = flatten_(frame, options.removeFinger, options.doublePage ? twoPages : onePage, left, right);
+    const FrameHandle leftPage = ownImage(camera_, left);
+    const FrameHandle rightPage = ownImage(camera_, right);
+    if (result.code != MIRVAK_OK || job.isStopped())
+        return result;
+    save(result, left, options.documentProcess);
+    if (options.doublePage)
+        save(result, right, options.documentProcess);
+    return result;
+}
+
+void BookScan::save(Result& result, void* page, bool isDocument) const
+{
+    if (!page)
+        return;
+    const QString path = savePage_(page, isDocument ? blackAndWhite : plainColours);
+    if (path.isEmpty())
+        ++result.failed;
+    else
+        result.paths << path;
 }
 
 void BookScan::finish(const Result& result)
 {
     workers_.finish();
-    const bool isStopped = job_->isStopped();
+    const bool isStopped = job_->isStopped() && result.paths.isEmpty();
     job_.reset();
     QApplication::restoreOverrideCursor();
+    for (const QString& path : result.paths)
+        desk_.addThumbnail(path);
     if (isStopped)
-        return desk_.showNotice(tr("The flattening was cancelled. The picture itself is saved."));
-    if (result.code != MIRVAK_OK) {
+        desk_.showNotice(tr("The flattening was cancelled. The picture itself is saved."));
+    else if (result.code != MIRVAK_OK)
         Dialogs::error(window_, tr("Book flat failed!"));
-        return;
-    }
-    savePage(result.left.get());
-    if (options_.doublePage)
-        savePage(result.right.get());
-}
-
-void BookScan::savePage(void* page)
-{
-    if (page)
-        desk_.addThumbnail(
-            desk_.saveCropped(page, cropping::none, options_.documentProcess ? blackAndWhite : plainColours));
+    else if (result.failed > 0)
+        desk_.showNotice(
+            tr("A page of the book could not be saved. Please check the folder of the pictures."));
 }

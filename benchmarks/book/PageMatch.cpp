@@ -8,7 +8,10 @@
 namespace {
 
 constexpr double leastCorrelation = 0.55;
-constexpr double leastContrast = 0.03; // of a patch: paper alone tells nothing
+constexpr int rim = 16;                // px around the page's frame; as far as any search goes
+constexpr double clearly = 0.93;       // lines of print and tables look alike when moved by one
+constexpr double softness = 1.3;       // px, of both
+constexpr double leastContrast = 0.02; // of a patch: paper alone tells nothing
 
 cv::Mat withoutLight(const cv::Mat& rgb)
 {
@@ -31,6 +34,18 @@ double peak(double before, double at, double after)
 {
     const double bend = before - 2 * at + after;
     return bend < 0 ? std::clamp((before - after) / (2 * bend), -0.5, 0.5) : 0;
+}
+
+/// The best of what is not the best one or close to it.
+double secondPeak(const cv::Mat& likeness, cv::Point best)
+{
+    constexpr int close = 3;
+    cv::Mat others = likeness.clone();
+    others(cv::Rect(best.x - close, best.y - close, 2 * close + 1, 2 * close + 1) &
+           cv::Rect({0, 0}, likeness.size())) = -1;
+    double value = 0;
+    cv::minMaxLoc(others, nullptr, &value);
+    return value;
 }
 
 } // namespace
@@ -91,15 +106,19 @@ PageMatch::Surface PageMatch::fit(std::vector<Point> points, int across, int dow
 PageMatch::Level PageMatch::levelAt(double scale) const
 {
     Level level{scale, {}, {}};
-    cv::Mat map(cv::Size(int(truth_.cols * scale), int(truth_.rows * scale)), CV_32FC2);
-    cv::resize(truth_, level.truth, map.size(), 0, 0, cv::INTER_AREA);
+    const cv::Size size(int(truth_.cols * scale), int(truth_.rows * scale));
+    cv::resize(truth_, level.truth, size, 0, 0, cv::INTER_AREA);
+    cv::Mat map(size.height + 2 * rim, size.width + 2 * rim, CV_32FC2);
     map.forEach<cv::Point2f>([&](cv::Point2f& p, const int* at) {
-        p = surface_.at({(at[1] + 0.5) / scale - 0.5, (at[0] + 0.5) / scale - 0.5});
+        p = surface_.at({(at[1] - rim + 0.5) / scale - 0.5, (at[0] - rim + 0.5) / scale - 0.5});
     });
     cv::Mat soft = picture_;
     if (scale < 1)
         cv::GaussianBlur(picture_, soft, {}, 0.5 / scale);
     cv::remap(soft, level.moved, map, {}, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
+    // A stroke of one pixel would be another one when it stands half a pixel beside.
+    cv::GaussianBlur(level.truth, level.truth, {}, softness);
+    cv::GaussianBlur(level.moved, level.moved, {}, softness);
     return level;
 }
 
@@ -111,8 +130,9 @@ PageMatch::lookAt(const std::vector<cv::Point2d>& points, const Level& level, in
     for (const cv::Point2d& point : points) {
         const cv::Point at(int(std::lround(point.x * level.scale)), int(std::lround(point.y * level.scale)));
         const cv::Rect small(at.x - patch / 2, at.y - patch / 2, patch, patch);
-        const cv::Rect wide(small.x - search, small.y - search, patch + 2 * search, patch + 2 * search);
-        if ((wide & cv::Rect({0, 0}, truth.size())) != wide)
+        const cv::Rect wide(
+            small.x - search + rim, small.y - search + rim, patch + 2 * search, patch + 2 * search);
+        if ((small & cv::Rect({0, 0}, truth.size())) != small)
             continue;
         cv::Scalar mean, deviation;
         cv::meanStdDev(truth(small), mean, deviation);
@@ -124,7 +144,7 @@ PageMatch::lookAt(const std::vector<cv::Point2d>& points, const Level& level, in
         double value = 0;
         cv::minMaxLoc(likeness, nullptr, &value, nullptr, &best);
         const bool isAtRim = best.x == 0 || best.y == 0 || best.x == 2 * search || best.y == 2 * search;
-        if (value < leastCorrelation || isAtRim)
+        if (value < leastCorrelation || isAtRim || secondPeak(likeness, best) > clearly * value)
             continue;
         const auto l = [&](int x, int y) { return double(likeness.at<float>(best.y + y, best.x + x)); };
         const cv::Point2d shift(best.x - search + peak(l(-1, 0), l(0, 0), l(1, 0)),

@@ -127,6 +127,10 @@
         <source>Book flat failed!</source>
         <translation>Book flat failed!</translation>
     </message>
+    <message>
+        <source>A page of the book could not be saved. Please check the folder of the pictures.</source>
+        <translation>A page of the book could not be saved. Please check the folder of the pictures.</translation>
+    </message>
 </context>
 <context>
     <name>BtnControl</name>

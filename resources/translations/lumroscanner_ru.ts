@@ -127,6 +127,10 @@
         <source>Book flat failed!</source>
         <translation>Не удалось выпрямить книгу!</translation>
     </message>
+    <message>
+        <source>A page of the book could not be saved. Please check the folder of the pictures.</source>
+        <translation>Страницу книги не удалось сохранить. Проверьте папку снимков.</translation>
+    </message>
 </context>
 <context>
     <name>BtnControl</name>

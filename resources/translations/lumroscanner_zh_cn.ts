@@ -127,6 +127,10 @@
         <source>Book flat failed!</source>
         <translation>书籍展平失败！</translation>
     </message>
+    <message>
+        <source>A page of the book could not be saved. Please check the folder of the pictures.</source>
+        <translation>书籍的一页无法保存。请检查图片文件夹。</translation>
+    </message>
 </context>
 <context>
     <name>BtnControl</name>

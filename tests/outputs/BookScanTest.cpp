@@ -8,6 +8,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QTest>
+#include <QThread>
+
+#include <future>
 
 namespace {
 
@@ -23,11 +26,6 @@ protected:
             for (const QLabel* label : box.findChildren<QLabel*>())
                 messages << label->text();
             return 1;
-        };
-        desk.savesAs = QStringList{
-            QStringLiteral("frame.jpg"), QStringLiteral("first.jpg"), QStringLiteral("second.jpg")};
-        desk.whileSaving = [this](void* image) {
-            saved.push_back(static_cast<mirvak::Image*>(image)->pixels.at<cv::Vec3b>(0, 0));
         };
         book.setFlatten([this](void* frame, bool removeFinger, int pageMode, void*& left, void*& right) {
             given = static_cast<mirvak::Image*>(frame)->pixels.size();
@@ -53,14 +51,25 @@ protected:
     QStringList messages;
     BookScan::Options options;
     int framesWhenAsked = -1;
-    std::vector<cv::Vec3b> saved; ///< the colour of each picture
+    QStringList names{QStringLiteral("first.jpg"), QStringLiteral("second.jpg")}; ///< of the pages to come
+    std::vector<cv::Vec3b> saved;                                                 ///< the colour of each page
+    QList<int> colourModes;                                                       ///< how
     cv::Size given;
     std::pair<bool, int> asked; ///< fingers, page mode
     bool hasLeft = true;
     int code = MIRVAK_OK;
-    BookScan book{desk, desk.camera, nullptr, [this] {
+    BookScan book{desk,
+                  desk.camera,
+                  nullptr,
+                  [this] {
                       framesWhenAsked = desk.framesTaken;
                       return options;
+                  },
+                  [this](void* page, int colourMode) {
+                      EXPECT_NE(QThread::currentThread(), qApp->thread()) << "the window would stand still";
+                      saved.push_back(static_cast<mirvak::Image*>(page)->pixels.at<cv::Vec3b>(0, 0));
+                      colourModes << colourMode;
+                      return names.isEmpty() ? QString() : names.takeFirst();
                   }};
 };
 
@@ -99,11 +108,9 @@ TEST_F(BookScanTest, BothPagesAreSavedAndListedTheFrameOnlySaved)
     EXPECT_EQ(framesWhenAsked, 1);
     EXPECT_EQ(given, cv::Size(32, 24));
     EXPECT_EQ(asked, std::pair(true, 2));
-    ASSERT_EQ(saved.size(), 3U);
-    EXPECT_EQ(saved[1], red);
-    EXPECT_EQ(saved[2], blue);
-    EXPECT_EQ(desk.colourModes, (QList<int>{0, 2, 2}));
-    EXPECT_EQ(desk.cropModes.mid(1), (QList<int>{0, 0}));
+    EXPECT_EQ(desk.colourModes, QList<int>{0}) << "the frame itself";
+    EXPECT_EQ(saved, (std::vector<cv::Vec3b>{red, blue}));
+    EXPECT_EQ(colourModes, (QList<int>{2, 2}));
     EXPECT_EQ(desk.thumbnails, (QStringList{QStringLiteral("first.jpg"), QStringLiteral("second.jpg")}));
     EXPECT_EQ(desk.jobs.size(), 1) << "says what goes on";
     EXPECT_TRUE(desk.job.expired()) << "and that it is over";
@@ -114,12 +121,13 @@ TEST_F(BookScanTest, OnePageIsAllThatIsSavedWithoutTheDoublePage)
 {
     scanToTheEnd();
     EXPECT_EQ(asked, std::pair(false, 1));
-    EXPECT_EQ(desk.colourModes, (QList<int>{0, 0}));
+    EXPECT_EQ(colourModes, QList<int>{0});
+    EXPECT_EQ(saved, std::vector<cv::Vec3b>{red});
     EXPECT_EQ(desk.thumbnails, QStringList{QStringLiteral("first.jpg")});
     hasLeft = false;
     scanToTheEnd();
     EXPECT_EQ(desk.thumbnails.size(), 1) << "no page, no file, no message";
-    EXPECT_EQ(saved.size(), 3U) << "only the frame";
+    EXPECT_EQ(saved.size(), 1U);
     EXPECT_TRUE(messages.isEmpty());
 }
 
@@ -129,23 +137,37 @@ TEST_F(BookScanTest, AFailureIsToldAndLeavesTheFrame)
     code = MIRVAK_NOT_FOUND;
     scanToTheEnd();
     EXPECT_TRUE(says("Book flat failed!"));
-    EXPECT_EQ(saved.size(), 1U);
-    EXPECT_TRUE(desk.thumbnails.isEmpty());
-    code = MIRVAK_OK; // and the next one works
+    EXPECT_EQ(desk.cropModes.size(), 1);
+    EXPECT_TRUE(saved.empty());
+    code = MIRVAK_OK;
+    names.removeLast(); // the disk is full
     scanToTheEnd();
-    EXPECT_EQ(desk.thumbnails.size(), 2);
+    EXPECT_EQ(desk.thumbnails, QStringList{QStringLiteral("first.jpg")});
+    EXPECT_EQ(saved.size(), 2U) << "the right page is tried all the same";
+    EXPECT_EQ(desk.notices.size(), 1);
 }
 
 TEST_F(BookScanTest, OneAtATimeAndItCanBeCancelled)
 {
-    desk.whenShown = [](Job& job) { job.stop(); };
+    std::promise<void> stopped;
+    desk.whenShown = [&](Job& job) {
+        job.stop();
+        stopped.set_value();
+    };
+    book.setFlatten([this, &stopped](void*, bool, int, void*& left, void*& right) {
+        stopped.get_future().wait();
+        left = makeImageHandle(8, 8, red);
+        right = makeImageHandle(8, 8, blue);
+        return code;
+    });
     options.doublePage = true;
     book.scan(known, true);
     book.scan(known, true);
     EXPECT_EQ(desk.framesTaken, 1);
     EXPECT_EQ(desk.notices.size(), 1) << "and says why";
     ASSERT_TRUE(QTest::qWaitFor([this] { return !book.isRunning(); }, 10000));
-    EXPECT_EQ(saved.size(), 1U);
+    EXPECT_EQ(desk.cropModes.size(), 1) << "the frame itself stays";
+    EXPECT_TRUE(saved.empty());
     EXPECT_TRUE(desk.thumbnails.isEmpty());
     EXPECT_TRUE(messages.isEmpty()) << "no failure";
     EXPECT_EQ(desk.notices.size(), 2);
