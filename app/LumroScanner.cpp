@@ -116,7 +116,8 @@ void LumroScanner::makeFeatures()
     desk_->setAssist(assist_.get());
     scanModes_ = std::make_unique<ScanModes>(*desk_, camera_);
     scans_ = std::make_unique<ScanControl>(camera_, capture_, *desk_, *this);
-    outputs_ = std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this);
+    outputs_ =
+        std::make_unique<OutputControl>(camera_, *desk_, *thumbnail_, view, *this, *configSet_, capture_);
     cards_ = std::make_unique<CardControl>(*desk_, *this);
     printer_ = std::make_unique<PrinterControl>(*desk_);
     frozenPage_ = std::make_unique<FrozenPage>(view, delivery_.channel(), camera_, *desk_);

@@ -129,7 +129,6 @@ private:
     void showFrame(const QImage& frame);
     void readBookLine();
     void filmAt(int resolutionIndex);
-    void featureMissing();
 
     std::unique_ptr<Ui_LumroScanner> ui_;
     ConfigSettings settings_;

@@ -4,12 +4,14 @@
 #include "AssistControl.h"
 #include "CardControl.h"
 #include "FaceControl.h"
+#include "FactoryTest.h"
 #include "FingerprintControl.h"
 #include "MainDesk.h"
 #include "OutputControl.h"
 #include "PrinterControl.h"
 #include "ScanControl.h"
 #include "ScanModes.h"
+#include "VideoView.h"
 #include "ui_LumroScanner.h"
 
 // --- captures ---------------------------------------------------------------------------------------------
@@ -116,12 +118,6 @@ void LumroScanner::onGetSynthesisPath(const QString& path)
 
 // --- functions of further windows -------------------------------------------------------------------------
 
-void LumroScanner::featureMissing()
-{
-    if (desk_->mayCapture())
-        desk_->showNotice(tr("This function is not part of this version."));
-}
-
 void LumroScanner::onOcr()
 {
     outputs_->onOcr();
@@ -141,12 +137,14 @@ void LumroScanner::filmAt(int resolutionIndex)
 
 void LumroScanner::onBookFlat()
 {
-    featureMissing();
+    outputs_->onBookFlat(session_, *ui_->videoView);
 }
 
 void LumroScanner::onFactoryTesting()
 {
-    featureMissing();
+    factoryTest::run(factoryTest::scriptFolder(),
+                     camera_.MirvakDevice_GetDevCount(),
+                     ui_->videoView->GetCurrentDeviceIndex());
 }
 
 void LumroScanner::onPrint()

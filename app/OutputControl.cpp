@@ -1,16 +1,34 @@
 #include "OutputControl.h"
 
 #include "CameraSession.h"
+#include "ConfigSet.h"
 #include "FirstSide.h"
 #include "ImageMerge.h"
 #include "MainDesk.h"
 #include "PdfEx.h"
 #include "RecordingMark.h"
+#include "StillCapture.h"
 #include "Thumbnail.h"
 #include "VideoView.h"
 
-OutputControl::OutputControl(
-    MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, VideoView& view, QWidget& window)
+namespace {
+
+BookScan::Options bookOptions(const ConfigSet& settings)
+{
+    BookScan::Options options;
+    settings.getBookFlatInfo(options.removeFinger, options.doublePage, options.documentProcess);
+    return options;
+}
+
+} // namespace
+
+OutputControl::OutputControl(MirvakCamera& camera,
+                             MainDesk& desk,
+                             Thumbnail& strip,
+                             VideoView& view,
+                             QWidget& window,
+                             const ConfigSet& settings,
+                             StillCapture& capture)
     : strip_(strip), imageMerge_(new ImageMerge(&window)), pdfEx_(new PdfEx(&window, camera)),
       composition_(desk,
                    [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
@@ -18,6 +36,12 @@ OutputControl::OutputControl(
                    }),
       pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window),
       barcodeScan_(desk, camera), textScan_(desk, TextScan::installedModels()),
+      bookScan_(
+          desk,
+          camera,
+          &window,
+          [&settings] { return bookOptions(settings); },
+          [&capture](void* page, int colourMode) { return capture.save(page, cropping::none, colourMode); }),
       recording_(desk, camera, window)
 {
     connect(&desk, &MainDesk::documentMade, this, [this](const QString& path, QPixmap icon) {
@@ -57,6 +81,12 @@ void OutputControl::onPdfEx(const CameraSession& session, const VideoView& view,
     const QSize size = session.size();
     pdfExControl_.open(
         session.device(), size.width(), size.height(), rotation, view.GetResolutionCurrentIndex());
+}
+
+void OutputControl::onBookFlat(const CameraSession& session, const VideoView& view)
+{
+    const int shown = view.GetCurrentDeviceIndex();
+    bookScan_.scan(session.cameras().value(shown).usbId, view.GetBooklineEnable());
 }
 
 void OutputControl::onRecord(const CameraSession& session, const VideoView& view, int rotation)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BarcodeScan.h"
+#include "BookScan.h"
 #include "CardComposition.h"
 #include "PdfExControl.h"
 #include "PdfScan.h"
@@ -11,12 +12,14 @@
 #include <QObject>
 
 class CameraSession;
+class ConfigSet;
 class ImageMerge;
 class MainDesk;
 class MirvakCamera;
 class PdfEx;
 class QImage;
 class QWidget;
+class StillCapture;
 class Thumbnail;
 class VideoView;
 
@@ -26,8 +29,15 @@ class OutputControl : public QObject
     Q_OBJECT
 
 public:
-    /// `camera`, `desk` and `strip` are borrowed; the dialogs belong to `window`, the signs to `view`.
-    OutputControl(MirvakCamera& camera, MainDesk& desk, Thumbnail& strip, VideoView& view, QWidget& window);
+    /// `camera`, `desk`, `strip`, `settings` and `capture` are borrowed; the dialogs belong to `window`, the
+    /// signs to `view`.
+    OutputControl(MirvakCamera& camera,
+                  MainDesk& desk,
+                  Thumbnail& strip,
+                  VideoView& view,
+                  QWidget& window,
+                  const ConfigSet& settings,
+                  StillCapture& capture);
 
     /// Both buttons of the composition.
     void onPicCompose() { composition_.takeShot(); }
@@ -38,6 +48,7 @@ public:
     void onPdfEx(const CameraSession& session, const VideoView& view, int rotation);
     void onBarcode() { barcodeScan_.scan(); }
     void onOcr() { textScan_.scan(); }
+    void onBookFlat(const CameraSession& session, const VideoView& view);
     void onRecord(const CameraSession& session, const VideoView& view, int rotation);
     void record(void* image) { recording_.record(image); } ///< capture thread: every frame
     void SynthesizePdf() { pdfSynthesis_.SynthesizePdf(); }
@@ -64,5 +75,6 @@ private:
     PdfSynthesis pdfSynthesis_;
     BarcodeScan barcodeScan_;
     TextScan textScan_;
+    BookScan bookScan_;
     RecordControl recording_;
 };

@@ -139,6 +139,7 @@ windows() {
 
 . scripts/lib/tour-scans.sh
 . scripts/lib/tour-documents.sh
+. scripts/lib/tour-books.sh
 . scripts/lib/tour-identity.sh
 . scripts/lib/tour-cards.sh
 . scripts/lib/tour-printer.sh
@@ -159,6 +160,7 @@ strip_and_choices
 close_program
 scans
 documents
+book_spread
 identity
 id_cards
 printing

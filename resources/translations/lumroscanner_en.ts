@@ -98,6 +98,41 @@
     </message>
 </context>
 <context>
+    <name>BookScan</name>
+    <message>
+        <source>This device does not support this feature!</source>
+        <translation>This device does not support this feature!</translation>
+    </message>
+    <message>
+        <source>Please turn on the book-line first!</source>
+        <translation>Please turn on the book-line first!</translation>
+    </message>
+    <message>
+        <source>The book is still being flattened.</source>
+        <translation>The book is still being flattened.</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>The camera delivers no picture.</translation>
+    </message>
+    <message>
+        <source>The book is being flattened.</source>
+        <translation>The book is being flattened.</translation>
+    </message>
+    <message>
+        <source>The flattening was cancelled. The picture itself is saved.</source>
+        <translation>The flattening was cancelled. The picture itself is saved.</translation>
+    </message>
+    <message>
+        <source>Book flat failed!</source>
+        <translation>Book flat failed!</translation>
+    </message>
+    <message>
+        <source>A page of the book could not be saved. Please check the folder of the pictures.</source>
+        <translation>A page of the book could not be saved. Please check the folder of the pictures.</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
@@ -954,10 +989,6 @@
     <message>
         <source>Settings</source>
         <translation>Settings</translation>
-    </message>
-    <message>
-        <source>This function is not part of this version.</source>
-        <translation>This function is not part of this version.</translation>
     </message>
     <message>
         <source>Tips</source>

@@ -98,6 +98,41 @@
     </message>
 </context>
 <context>
+    <name>BookScan</name>
+    <message>
+        <source>This device does not support this feature!</source>
+        <translation>Это устройство не поддерживает данную функцию!</translation>
+    </message>
+    <message>
+        <source>Please turn on the book-line first!</source>
+        <translation>Сначала включите линию сгиба книги!</translation>
+    </message>
+    <message>
+        <source>The book is still being flattened.</source>
+        <translation>Книга ещё выпрямляется.</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>Камера не передаёт изображение.</translation>
+    </message>
+    <message>
+        <source>The book is being flattened.</source>
+        <translation>Страницы книги выпрямляются.</translation>
+    </message>
+    <message>
+        <source>The flattening was cancelled. The picture itself is saved.</source>
+        <translation>Выпрямление отменено. Сам снимок сохранён.</translation>
+    </message>
+    <message>
+        <source>Book flat failed!</source>
+        <translation>Не удалось выпрямить книгу!</translation>
+    </message>
+    <message>
+        <source>A page of the book could not be saved. Please check the folder of the pictures.</source>
+        <translation>Страницу книги не удалось сохранить. Проверьте папку снимков.</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
@@ -954,10 +989,6 @@
     <message>
         <source>Settings</source>
         <translation>Настройки</translation>
-    </message>
-    <message>
-        <source>This function is not part of this version.</source>
-        <translation>В этой версии такой функции нет.</translation>
     </message>
     <message>
         <source>Tips</source>

@@ -98,6 +98,41 @@
     </message>
 </context>
 <context>
+    <name>BookScan</name>
+    <message>
+        <source>This device does not support this feature!</source>
+        <translation>此设备不支持该功能！</translation>
+    </message>
+    <message>
+        <source>Please turn on the book-line first!</source>
+        <translation>请先打开书籍中线！</translation>
+    </message>
+    <message>
+        <source>The book is still being flattened.</source>
+        <translation>书籍仍在展平中。</translation>
+    </message>
+    <message>
+        <source>The camera delivers no picture.</source>
+        <translation>摄像头没有传来图像。</translation>
+    </message>
+    <message>
+        <source>The book is being flattened.</source>
+        <translation>正在展平书籍。</translation>
+    </message>
+    <message>
+        <source>The flattening was cancelled. The picture itself is saved.</source>
+        <translation>已取消展平，原图片已保存。</translation>
+    </message>
+    <message>
+        <source>Book flat failed!</source>
+        <translation>书籍展平失败！</translation>
+    </message>
+    <message>
+        <source>A page of the book could not be saved. Please check the folder of the pictures.</source>
+        <translation>书籍的一页无法保存。请检查图片文件夹。</translation>
+    </message>
+</context>
+<context>
     <name>BtnControl</name>
     <message>
         <source>More functions</source>
@@ -954,10 +989,6 @@
     <message>
         <source>Settings</source>
         <translation>设置</translation>
-    </message>
-    <message>
-        <source>This function is not part of this version.</source>
-        <translation>此版本不包含该功能。</translation>
     </message>
     <message>
         <source>Tips</source>

@@ -119,20 +119,37 @@ void Sheet::text(double xMm, double baselineMm, const QString& words, const Text
     m_painter.drawText(px(left, baselineMm), words);
 }
 
-double
-Sheet::paragraph(double xMm, double topMm, double widthMm, const QString& words, const TextStyle& style)
+double Sheet::paragraph(double xMm,
+                        double topMm,
+                        double widthMm,
+                        const QString& words,
+                        const TextStyle& style,
+                        std::vector<TextRow>* rows,
+                        double bottomMm)
 {
     QTextLayout layout(words, font(style));
     QTextOption option(style.align);
     option.setWrapMode(QTextOption::WordWrap);
     layout.setTextOption(option);
     const double step = style.points * style.leading * m_dpi / pointsPerInch;
+    const double room = px(bottomMm - topMm);
     double y = 0;
     layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    while (y + step <= room) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid())
+            break;
         const double indent = line.lineNumber() == 0 ? px(style.firstLineIndentMm) : 0;
         line.setLineWidth(px(widthMm) - indent);
         line.setPosition({indent, y + (step - line.height()) / 2});
+        if (rows) {
+            const double left = xMm + indent * mmPerInch / m_dpi;
+            rows->push_back({left,
+                             left + line.naturalTextWidth() * mmPerInch / m_dpi,
+                             topMm + (line.position().y() + line.ascent()) * mmPerInch / m_dpi,
+                             style.points * mmPerInch / pointsPerInch,
+                             words.mid(line.textStart(), line.textLength()).trimmed()});
+        }
         y += step;
     }
     layout.endLayout();

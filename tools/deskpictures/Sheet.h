@@ -7,6 +7,8 @@
 #include <QRectF>
 #include <QString>
 
+#include <vector>
+
 namespace deskpictures {
 
 enum class Typeface {
@@ -35,6 +37,16 @@ struct TextStyle
     double firstLineIndentMm = 0; ///< paragraphs only
 };
 
+/// A line of text where it stands on the sheet.
+struct TextRow
+{
+    double leftMm = 0;
+    double rightMm = 0;
+    double baselineMm = 0;
+    double sizeMm = 0; ///< of its type
+    QString words;
+};
+
 /// One side of a flat sheet of paper, drawn in millimetres from its top left corner. Reentrant.
 class Sheet
 {
@@ -56,7 +68,14 @@ public:
     /// One line of text; x is its left end, middle or right end as style.align says.
     void text(double xMm, double baselineMm, const QString& words, const TextStyle& style);
     /// A broken and, with Qt::AlignJustify, justified paragraph. @return the y (mm) below its last line
-    double paragraph(double xMm, double topMm, double widthMm, const QString& words, const TextStyle& style);
+    /// @param rows  receives its lines  @param bottomMm  lines that would reach below are left out
+    double paragraph(double xMm,
+                     double topMm,
+                     double widthMm,
+                     const QString& words,
+                     const TextStyle& style,
+                     std::vector<TextRow>* rows = nullptr,
+                     double bottomMm = 1e9);
     double textWidthMm(const QString& words, const TextStyle& style) const;
     void rule(double x1Mm, double y1Mm, double x2Mm, double y2Mm, double widthMm, const QColor& ink);
     void box(const QRectF& mm,

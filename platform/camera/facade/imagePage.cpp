@@ -1,4 +1,5 @@
 // The page in the picture: found, drawn, straightened, watched for; and text upon it.
+#include "BookFlat.h"
 #include "Deskew.h"
 #include "Impl.h"
 #include "OutlineDrawing.h"
@@ -48,6 +49,26 @@ int MirvakCamera::MirvakImage_DeskewAll(void* image, int margin, std::vector<voi
         for (std::unique_ptr<Image>& page : owned)
             pages.push_back(page.release());
         return pages.empty() ? MIRVAK_NOT_FOUND : MIRVAK_OK;
+    });
+}
+
+int MirvakCamera::MirvakImage_BookFlat(
+    void* image, bool removeFinger, int pageMode, void*& left, void*& right)
+{
+    left = nullptr;
+    right = nullptr;
+    return mirvak::onImage("MirvakImage_BookFlat", image, [&](const Image& source) {
+        constexpr int together = 1, parted = 2;
+        if (pageMode != together && pageMode != parted)
+            return MIRVAK_BAD_ARGUMENT;
+        auto pages = mirvak::flattenBook(source, removeFinger, pageMode == parted);
+        if (!pages)
+            return MIRVAK_NOT_FOUND;
+        auto first = std::make_unique<Image>(std::move(pages->left));
+        auto second = pages->right ? std::make_unique<Image>(std::move(*pages->right)) : nullptr;
+        left = first.release();
+        right = second.release();
+        return MIRVAK_OK;
     });
 }
 

@@ -7,17 +7,19 @@ namespace deskpictures {
 namespace {
 
 constexpr double stepMm = 0.1;
-constexpr double crestMm = 15;   // how high the pages rise
-constexpr double crestAtMm = 30; // and how far from the spine
-constexpr double blockMm = 3;    // thickness of the leaves below, at the outer edge
 constexpr double reserveMm = 20; // the tables reach beyond the page
+constexpr double curlReachMm = 25;
 
 // x e^(1-x): steep at the spine, one soft crest, then a long run down; the block of leaves lifts the outer
 // part.
-double curve(double fromSpine)
+double curve(const Bend& bend, double fromSpine)
 {
-    const double x = fromSpine / crestAtMm;
-    return crestMm * x * std::exp(1 - x) + blockMm * (1 - std::exp(-x));
+    const double x = fromSpine / bend.crestAtMm;
+    const double height = bend.crestMm * x * std::exp(1 - x) + bend.blockMm * (1 - std::exp(-x));
+    if (bend.curlMm <= 0 || fromSpine <= bend.curlFromMm)
+        return height;
+    const double beyond = (fromSpine - bend.curlFromMm) / curlReachMm;
+    return height + bend.curlMm * beyond * beyond;
 }
 
 double interpolate(const std::vector<double>& table, double fromSpine)
@@ -29,13 +31,13 @@ double interpolate(const std::vector<double>& table, double fromSpine)
 
 } // namespace
 
-BookShape::BookShape(double pageWidthMm)
+BookShape::BookShape(double pageWidthMm, const Bend& bend)
 {
     const auto count = static_cast<size_t>((pageWidthMm + reserveMm) / stepMm);
-    m_height.push_back(0);
+    m_height.push_back(curve(bend, 0));
     m_along.push_back(0);
     for (size_t i = 1; i < count; ++i) {
-        m_height.push_back(curve(i * stepMm));
+        m_height.push_back(curve(bend, i * stepMm));
         m_along.push_back(m_along.back() + std::hypot(stepMm, m_height[i] - m_height[i - 1]));
     }
     m_halfWidth = fromSpine(pageWidthMm);

@@ -4,12 +4,22 @@
 
 namespace deskpictures {
 
+/// How the leaves of one half of an open book are bent, in millimetres above the desk.
+struct Bend
+{
+    double crestMm = 15;   ///< how high the leaves bulge
+    double crestAtMm = 30; ///< and how far from the spine
+    double blockMm = 3;    ///< thickness of the leaves below, at the outer edge
+    double curlMm = 0;     ///< how far the outer edge lifts off
+    double curlFromMm = 0; ///< at which distance from the spine that begins
+};
+
 /// The cross section of one half of an open book: how high the paper stands at a distance from the spine, and
 /// how much paper lies between. All in millimetres. Immutable after construction, thread-safe.
 class BookShape
 {
 public:
-    explicit BookShape(double pageWidthMm);
+    explicit BookShape(double pageWidthMm, const Bend& bend = {});
 
     /// Where the page ends on the desk: less than its width, because it is bent.
     double halfWidth() const { return m_halfWidth; }

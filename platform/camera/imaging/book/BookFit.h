@@ -1,0 +1,47 @@
+#pragma once
+
+#include "CylinderModel.h"
+#include "Spine.h"
+#include "TextTracks.h"
+
+#include <opencv2/core.hpp>
+
+#include <optional>
+#include <vector>
+
+namespace mirvak {
+
+/// Fits a cylinder to lines that are straight on the flat paper: Levenberg and Marquardt's method with the
+/// place of each line eliminated and Tukey's weights (the idea: Kim, Koo, Cho: Document dewarping via
+/// text-line based optimization, Pattern Recognition 48, 2015).
+/// @param model  where to begin; receives the result, prepared
+/// @param spine  what the model's spine has to lie on, if there is one
+/// @param noise  usual deviation of a point of a line, frame
+/// @return median of the deviations, frame
+double fitBook(CylinderModel& model,
+               const std::vector<Track>& tracks,
+               const std::optional<Spine>& spine,
+               double noise);
+
+/// What a cylinder leaves of the lines' bends: a smooth small shift of v over one flat page.
+class Remainder
+{
+public:
+    /// @param area  flat
+    Remainder(const CylinderModel& model,
+              const std::vector<Track>& tracks,
+              bool isRight,
+              const cv::Rect2d& area,
+              double noise);
+    /// To be added to v of a flat point to get where the model has it.
+    double at(const cv::Point2d& flat) const;
+
+private:
+    static constexpr int across = 8, down = 4;
+    std::array<double, across> wavesAt(double s) const;
+    std::array<double, down> powersAt(double v) const;
+    cv::Rect2d area_;
+    std::array<double, static_cast<size_t>(across* down)> shares_{};
+};
+
+} // namespace mirvak
