@@ -37,8 +37,8 @@ constexpr double blocksFrom = 15, opinionsFrom = 80, wholePage = 99;
 // picture.
 constexpr double leastConfidence = 40, doubtfully = 60;
 constexpr double leastOfLine = 35;
-constexpr double leastOfShortLine = 60; // a few letters by themselves may be a speck or a piece of a picture
-constexpr long shortLine = 3;           // letters
+constexpr double leastOfShortLine = 75; // a few letters by themselves may be a speck or a piece of a picture
+constexpr long shortLine = 2;           // letters
 constexpr float leastOfScrap = 60;      // for what is neither letter nor digit
 
 /// A page as it is read.
