@@ -4,6 +4,7 @@
 #include "Columns.h"
 #include "Confidence.h"
 #include "LanguageChoice.h"
+#include "OtherOrder.h"
 #include "PagePicture.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
@@ -21,7 +22,7 @@ namespace {
 using std::chrono::seconds;
 
 // A dense page takes two seconds on a desktop and perhaps eight on a small board.
-constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6), opinionTime(12);
+constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6), otherOrderTime(12), opinionTime(12);
 
 // Heights of a small letter, px: below, strokes run together; above, there is only more to compute.
 constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
@@ -36,9 +37,9 @@ constexpr double blocksFrom = 15, opinionsFrom = 80, wholePage = 99;
 // picture.
 constexpr double leastConfidence = 40, doubtfully = 60;
 constexpr double leastOfLine = 35;
-constexpr double leastOfShortLine = 60; // a few letters by themselves may be a speck or a piece of a picture
-constexpr long shortLine = 3;           // letters
-constexpr float leastOfScrap = 60; // for what is neither letter nor digit
+constexpr double leastOfShortLine = 75; // a few letters by themselves may be a speck or a piece of a picture
+constexpr long shortLine = 2;           // letters
+constexpr float leastOfScrap = 60;      // for what is neither letter nor digit
 
 /// A page as it is read.
 struct Sheet
@@ -119,8 +120,7 @@ bool isScrap(ReadLine& line)
         const std::u32string text = fromUtf8(word.text);
         letters += std::count_if(text.begin(), text.end(), isReadable);
     }
-    return letters == 0 ||
-           confidenceOf(line.words) < (letters > shortLine ? leastOfLine : leastOfShortLine);
+    return letters == 0 || confidenceOf(line.words) < (letters > shortLine ? leastOfLine : leastOfShortLine);
 }
 
 void dropScraps(ReadPage& page)
@@ -225,6 +225,7 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
     const bool doubtful = sheet.glance.confidence < doubtfully;
     const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
     readBlocks(sheet, page, reading, {watch_, blocksFrom, opinionsFrom});
+    tryOtherOrder(page, sheet.picture.grey, *sheet.glance.model, limit.within(otherOrderTime));
     askOthers(page,
               sheet.picture.grey,
               *sheet.glance.model,

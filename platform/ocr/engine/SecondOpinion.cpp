@@ -16,7 +16,7 @@ constexpr double gain = 8;      // percent that another reading must be better b
 // Percent that it needs by itself: what is too faint for its own model looks a little like anything to the
 // others, most of all Latin letters and Cyrillic ones.
 constexpr double trusted = 80;
-constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
+constexpr int leastWidth = 2; // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
 
 // How much is read again at most, in squares of a line's height: what a page holds counts, not how busy the

@@ -120,7 +120,9 @@ ReadBlock TextModel::read(const cv::Mat& part,
     if (late)
         return {};
     auto& api = engine_->api;
-    api.SetPageSegMode(shape == Shape::row ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_BLOCK);
+    api.SetPageSegMode(shape == Shape::row    ? tesseract::PSM_SINGLE_LINE
+                       : shape == Shape::page ? tesseract::PSM_AUTO
+                                              : tesseract::PSM_SINGLE_BLOCK);
     api.SetImage(pix.get());
     api.SetSourceResolution(nominalDpi);
     Watched watched{limit, stretch, {}};

@@ -11,7 +11,11 @@
 
 namespace mirvak {
 
-enum class Shape { block, row };
+enum class Shape {
+    page, ///< the recogniser divides it by itself
+    block,
+    row
+};
 
 /// One language's recogniser. One thread at a time; call within a SingleThread.
 class TextModel

@@ -9,8 +9,8 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 0.9;
-constexpr double noteWidth = 4.5;  // narrower are numbers of a list
-constexpr double onLevel = 0.45; // between middles of rows that are one line of a table
+constexpr double noteWidth = 4.5; // narrower are numbers of a list
+constexpr double onLevel = 0.45;  // between middles of rows that are one line of a table
 constexpr double addressWidth = 5, addressGap = 4, addressPitch = 5;
 constexpr size_t addressLeast = 3, addressMost = 7; // rows
 

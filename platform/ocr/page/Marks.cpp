@@ -15,7 +15,7 @@ namespace {
 constexpr int inkLevel = 190; // thin strokes of a camera's picture are hardly darker
 constexpr int paper = 255;
 constexpr size_t lineMarks = 5; // fewer make no line of print
-constexpr int ruleLength = 12; // heights of a mark: shorter lines part nothing
+constexpr int ruleLength = 12;  // heights of a mark: shorter lines part nothing
 
 struct Components
 {
@@ -291,8 +291,8 @@ bool holdsText(const std::vector<cv::Rect>& boxes, int height)
 void dropPictures(cv::Mat& grey, Marks& marks, const std::vector<cv::Rect>& pictures)
 {
     for (const cv::Rect& picture : pictures) {
-        const auto within = std::stable_partition(
-            marks.boxes.begin(), marks.boxes.end(), [&](const cv::Rect& box) {
+        const auto within =
+            std::stable_partition(marks.boxes.begin(), marks.boxes.end(), [&](const cv::Rect& box) {
                 return !picture.contains({box.x + box.width / 2, box.y + box.height / 2});
             });
         if (holdsText({within, marks.boxes.end()}, marks.height))

@@ -9,9 +9,9 @@ namespace mirvak {
 /// The marks of ink on a page that can be letters or parts of them.
 struct Marks
 {
-    std::vector<cv::Rect> boxes;    ///< px
-    std::vector<cv::Rect> rules;    ///< px, long lines across that were taken away
-    int height = 0;                 ///< px, of the usual mark: a small letter's height; 0 without any
+    std::vector<cv::Rect> boxes; ///< px
+    std::vector<cv::Rect> rules; ///< px, long lines across that were taken away
+    int height = 0;              ///< px, of the usual mark: a small letter's height; 0 without any
 };
 
 /// Finds the marks and takes away what is no text, in place: specks, rules, frames and pictures become

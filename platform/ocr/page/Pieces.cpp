@@ -54,8 +54,8 @@ public:
         white &= ~opened(white, blankWidth * height, blankLines * line);
         white_ = cv::Mat(white.size(), CV_8UC1, cv::Scalar(0));
         for (const StripShape& shape : stripShapes) {
-            white_ |= opened(
-                white, shape.width * height, std::max(shape.leastHeight * height, shape.lines * line));
+            white_ |=
+                opened(white, shape.width * height, std::max(shape.leastHeight * height, shape.lines * line));
         }
     }
 
@@ -77,8 +77,7 @@ private:
         const cv::Size size(std::clamp(cvRound(width / cell_), 1, white.cols),
                             std::clamp(cvRound(height / cell_), 1, white.rows));
         cv::Mat united;
-        cv::morphologyEx(
-            white, united, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, size));
+        cv::morphologyEx(white, united, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, size));
         return united;
     }
 

@@ -1,6 +1,7 @@
 #include "TextBlocks.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace mirvak {
 
@@ -10,15 +11,16 @@ namespace {
 constexpr double leastGap = 1.4; // that may lie between rows of one block
 constexpr double proseWidth = 11, shortProseWidth = 18;
 constexpr double widestPitch = 4.2;   // of running text
-constexpr double sidewaysWidth = 1.6; // of a row that is a letter lying on its side
-constexpr double sidewaysGap = 0.7;
+constexpr double standingWidth = 2.4; // of a line that runs upward or downward
+constexpr double standingGap = 2;     // in it
 
 constexpr double gapOfPitch = 0.75;
 constexpr double otherSize = 1.6;             // times as large: a heading over its text
 constexpr size_t leastRows = 3, sureRows = 5; // of prose
 constexpr double fullRow = 0.72, fullRows = 0.6;
 constexpr size_t nearRows = 3;
-constexpr size_t sidewaysRows = 10;
+constexpr size_t standingRows = 8;
+constexpr double standingShape = 6, standingShare = 0.6;
 
 int overlap(int from, int to, int otherFrom, int otherTo)
 {
@@ -135,27 +137,70 @@ bool isProse(const TextBlock& block, int height)
     return static_cast<double>(full) >= fullRows * static_cast<double>(block.rows.size() - 1);
 }
 
-bool isSideways(const TextBlock& block, int height)
+// Joins what stands below it when that goes on with a line that runs upward or downward.
+bool joinStanding(TextBlock& above, const TextBlock& below, int height)
 {
-    if (block.rows.size() < sidewaysRows || block.box.height < 8 * block.box.width)
+    const int over = overlap(above.box.x, above.box.br().x, below.box.x, below.box.br().x);
+    if (over * 2 < std::min(above.box.width, below.box.width) ||
+        below.box.y - above.box.br().y > standingGap * height ||
+        (above.box | below.box).width > standingWidth * height)
         return false;
-    size_t lying = 0;
-    for (size_t i = 0; i < block.rows.size(); ++i) {
-        const bool near = i == 0 || block.rows[i].box.y - block.rows[i - 1].box.br().y < sidewaysGap * height;
-        lying += near && block.rows[i].box.width < 2 * sidewaysWidth * height;
+    above.box |= below.box;
+    above.rows.insert(above.rows.end(), below.rows.begin(), below.rows.end());
+    above.marks += below.marks;
+    return true;
+}
+
+// Rows so close that they are letters: those of a column of numbers leave more white than they take.
+bool isSideways(const TextBlock& block)
+{
+    int filled = 0;
+    for (const Piece& row : block.rows)
+        filled += row.box.height;
+    return block.rows.size() >= standingRows && block.box.height > standingShape * block.box.width &&
+           filled > standingShare * block.box.height;
+}
+
+// A word space or an odd letter may have parted them.
+std::vector<TextBlock> withSideways(std::vector<TextBlock> blocks, int height)
+{
+    std::vector<TextBlock> all, standing;
+    std::sort(blocks.begin(), blocks.end(), [](const TextBlock& a, const TextBlock& b) {
+        return a.box.y < b.box.y;
+    });
+    std::vector<std::vector<TextBlock>> parts;
+    for (TextBlock& block : blocks) {
+        if (block.box.width > standingWidth * height) {
+            all.push_back(std::move(block));
+            continue;
+        }
+        size_t at = 0;
+        while (at < standing.size() && !joinStanding(standing[at], block, height))
+            ++at;
+        if (at == standing.size()) {
+            standing.push_back(block);
+            parts.emplace_back();
+        }
+        parts[at].push_back(std::move(block));
     }
-    return lying * 10 >= block.rows.size() * 7;
+    for (size_t i = 0; i < standing.size(); ++i) {
+        standing[i].isSideways = isSideways(standing[i]);
+        if (standing[i].isSideways)
+            all.push_back(std::move(standing[i]));
+        else
+            std::move(parts[i].begin(), parts[i].end(), std::back_inserter(all));
+    }
+    return all;
 }
 
 } // namespace
 
 std::vector<TextBlock> textBlocksOf(const Pieces& pieces, int markHeight)
 {
-    std::vector<TextBlock> blocks = Stacker(pieces.all, pieces.pitch, markHeight).run();
-    for (TextBlock& block : blocks) {
-        block.isProse = isProse(block, markHeight);
-        block.isSideways = isSideways(block, markHeight);
-    }
+    std::vector<TextBlock> blocks =
+        withSideways(Stacker(pieces.all, pieces.pitch, markHeight).run(), markHeight);
+    for (TextBlock& block : blocks)
+        block.isProse = !block.isSideways && isProse(block, markHeight);
     return blocks;
 }
 
