@@ -163,7 +163,7 @@ void removeFingers(cv::Mat& rgb, const OpenEnds& ends)
     cv::Mat grown;
     cv::dilate(
         fingers, grown, cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * shadow + 1, 2 * shadow + 1}));
-    cv::Mat wide, parts, box;
+    cv::Mat parts;
     cv::findNonZero(grown, parts);
     // Only the fingers' surroundings are made in full size.
     const cv::Rect around = cv::boundingRect(parts);
