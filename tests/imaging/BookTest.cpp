@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int pageWidth = 620, pageHeight = 860; // pixels of a flat page
-constexpr cv::Size frame(1600, 1180);
+const cv::Size frame(1600, 1180);
 constexpr int rules = 5; // red ones across and along a page, at even distances
 
 int ruleAt(int k, int length)

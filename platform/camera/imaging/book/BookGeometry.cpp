@@ -20,7 +20,7 @@ constexpr double edgeWeight = 1;
 constexpr double leastPaper = 0.5;                     // of a page's area
 constexpr double endInset = 0.003, spineInset = 0.008; // of a page's width: the edge itself, the fold
 constexpr double mostCrossing = 0.12;                  // of the lines of print
-constexpr double flatError = 1.0;                      // of a letter's noise, in the median
+constexpr double flatError = 1.5;                      // of what is left by a bend, and of a letter's noise
 constexpr double mostTilt = 0.5;                       // radians: a camera stands above the book
 constexpr double leastAspect = 0.4, mostAspect = 4;    // height of a page by its width
 constexpr size_t leastLines = 3;
@@ -206,14 +206,17 @@ bool BookGeometry::isFlat() const
     if (spine_)
         return false;
     std::vector<double> off;
+    const double pixels = look_.side(); // the robust fit counts in them
     for (const Track& track : text()) {
-        cv::Vec4d line;
-        std::vector<cv::Point2f> points(track.points.begin(), track.points.end());
-        cv::fitLine(points, line, cv::DIST_HUBER, 0, 1e-6, 1e-4);
+        std::vector<cv::Point2f> points;
+        for (const cv::Point2d& point : track.points)
+            points.push_back(point * pixels);
+        cv::Vec4f line;
+        cv::fitLine(points, line, cv::DIST_WELSCH, 1, 1e-3, 1e-3);
         for (const cv::Point2f& point : points)
-            off.push_back(std::abs((point.x - line[2]) * line[1] - (point.y - line[3]) * line[0]));
+            off.push_back(std::abs((point.x - line[2]) * line[1] - (point.y - line[3]) * line[0]) / pixels);
     }
-    return off.empty() || quantileOf(off, 0.5) < std::max(1.15 * error_, flatError * noise());
+    return off.empty() || quantileOf(off, 0.5) < flatError * std::max(error_, noise());
 }
 
 cv::Mat BookGeometry::picture(const cv::Mat& rgb, const cv::Rect2d& area) const
