@@ -49,12 +49,10 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     const auto& lines = work_->lines.find(work_->edges, planes, mostLines);
     work_->quads.find(lines, work_->look.reduction().size());
     const auto& outlines = work_->judge.judge(work_->quads.quads(), planes);
-    const auto page = std::find_if(outlines.begin(), outlines.end(), [&](const Outline& outline) {
-        return outline.confidence >= confidentOutline && paperReachesBorder(planes, outline.corners);
-    });
-    if (page == outlines.end() || isHalfOfSpread(planes, work_->edges, page->corners))
+    if (outlines.empty() || outlines.front().confidence < confidentOutline ||
+        isHalfOfSpread(planes, work_->edges, outlines.front().corners))
         return std::nullopt;
-    std::optional<Outline> found = *page;
+    std::optional<Outline> found = outlines.front();
     found->corners = work_->look.inPicture(snapSides(work_->edges, found->corners));
     return found;
 }
