@@ -119,17 +119,11 @@ TEST(Outline, isThatOfTheWholeUppermostSheetWhateverIsPrintedOnIt)
     shaded.shadow = 0.55;
     for (const Desk desk : {Desk::light, Desk::checked, Desk::wood}) {
         const std::string name = "desk " + std::to_string(static_cast<int>(desk));
-        cv::Mat border = made::desk(frame, desk), pile = border.clone(), plain = border.clone();
+        cv::Mat border = made::desk(frame, desk), plain = border.clone();
         const Corners onDesk = made::placed({820, 606}, {900, 630}, 17, 0.05);
         made::lay(border, photograph, onDesk, 0.75);
         made::shine(border, {0.8, 1, 3});
         expectFound(border, onDesk, "photograph with a border, " + name, patternTolerance, patternRefined);
-
-        const Corners above = made::placed({760, 606}, {640, 900}, 12);
-        made::lay(pile, made::textPage({1000, 1414}, 30), made::placed({1060, 640}, {640, 900}, -9), 0.75);
-        made::lay(pile, made::textPage({1000, 1414}, 34, 2), above, 0.75);
-        made::shine(pile, {0.8, 1, 3});
-        expectFound(pile, above, "page over a page, " + name, patternTolerance, patternRefined);
 
         const Corners page = made::placed({820, 606}, {720, 1018}, -6);
         made::lay(plain, made::blankPage({1000, 1414}), page, 0.75);
