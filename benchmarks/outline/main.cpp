@@ -12,14 +12,13 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <vector>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using mirvak::Outline;
 
 constexpr double goodOverlap = 0.95, sureConfidence = 0.8;
@@ -103,6 +102,14 @@ void keep(const std::string& path, const cv::Mat& picture, const Corners* sheet,
     mirvak::writeBytes(path, mirvak::encodeJpeg(image, 85));
 }
 
+/// Milliseconds that this thread has run: what else runs on the machine counts little.
+double processorTime()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
+}
+
 /// Times of search and of a plain copy, both on frames of 8 megapixels.
 struct Times
 {
@@ -110,9 +117,9 @@ struct Times
 
     static double milliseconds(const std::function<void()>& work)
     {
-        const auto begin = Clock::now();
+        const double begin = processorTime();
         work();
-        return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
+        return processorTime() - begin;
     }
     void measure(const cv::Mat& picture)
     {

@@ -15,6 +15,7 @@ namespace mirvak {
 namespace {
 
 constexpr size_t mostLines = 80;
+constexpr double sureOutline = 0.9;
 
 } // namespace
 
@@ -49,12 +50,14 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     const auto& lines = work_->lines.find(work_->edges, planes, mostLines);
     work_->quads.find(lines, work_->look.reduction().size());
     const auto& outlines = work_->judge.judge(work_->quads.quads(), planes);
-    const auto page = std::find_if(outlines.begin(), outlines.end(), [&](const Outline& outline) {
-        return outline.confidence >= confidentOutline && paperReachesBorder(planes, outline.corners);
-    });
-    if (page == outlines.end() || isHalfOfSpread(planes, work_->edges, page->corners))
+    if (outlines.empty() || outlines.front().confidence < confidentOutline)
         return std::nullopt;
-    std::optional<Outline> found = *page;
+    const Outline& page = outlines.front();
+    // A page may run out of the picture, but an even desk beyond its edge may look as if it did.
+    const bool mayReachBorder = page.confidence >= sureOutline || paperReachesBorder(planes, page.corners);
+    if (!mayReachBorder || isHalfOfSpread(planes, work_->edges, page.corners))
+        return std::nullopt;
+    std::optional<Outline> found = page;
     found->corners = work_->look.inPicture(snapSides(work_->edges, found->corners));
     return found;
 }

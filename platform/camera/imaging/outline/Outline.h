@@ -13,7 +13,7 @@ namespace mirvak {
 struct Outline
 {
     std::array<cv::Point2d, 4> corners;
-    double confidence = 0; ///< 0 to 1
+    double confidence = 0; ///< 0 to 1: how certain it is that a sheet lies just there
 };
 
 /// From here on an outline is believed.
@@ -33,7 +33,9 @@ public:
     OutlineFinder(const OutlineFinder&) = delete;
     OutlineFinder& operator=(const OutlineFinder&) = delete;
 
-    /// @return nothing when no page stands out with confidence.
+    /// Of a sheet upon another one the upper one, never a part of what is printed on it.
+    /// @return nothing when it is more likely that no sheet was found. From a confidence of 0.8 on it is
+    /// nearly always right.
     std::optional<Outline> find(const cv::Mat& rgb);
 
 private:

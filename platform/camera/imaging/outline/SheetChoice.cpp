@@ -1,5 +1,6 @@
 #include "SheetChoice.h"
 
+#include "OutlineJudge.h"
 #include "QuadCheck.h"
 #include "SmallLook.h"
 
@@ -18,6 +19,7 @@ using Quad = SheetChoice::Quad;
 using Colour = std::array<int, 3>;
 
 constexpr double mostOverlap = 0.08; // of the smaller one: edges are found to a few pixels
+constexpr double leastScore = -1;    // by its colours; alone it would have to be above 0
 constexpr double partOfWhole = 0.8;  // of its area: what is larger is the same sheet
 constexpr double onSide = 5;         // pixels from the line of a side
 constexpr double atCorner = 10;      // pixels: a corner nearer than that is the sheet's own
@@ -252,8 +254,11 @@ std::vector<Outline>
 SheetChoice::choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes)
 {
     const size_t before = sheets_.size();
-    for (const Quad& quad : quads) {
-        if (isSheet(quad, quads, planes))
+    desk_.learn(planes);
+    gatherEvidence(quads, planes, desk_, evidence_);
+    for (size_t i = 0; i < quads.size(); ++i) {
+        const Quad& quad = quads[i];
+        if (OutlineJudge::scoreOf(evidence_[i]) > leastScore && isSheet(quad, quads, planes))
             sheets_.push_back({snapSides(edges, quad.corners), quad.confidence});
     }
     return {sheets_.begin() + static_cast<ptrdiff_t>(before), sheets_.end()};

@@ -2,6 +2,7 @@
 
 #include "EdgeField.h"
 #include "QuadFinder.h"
+#include "SheetEvidence.h"
 
 #include <opencv2/core.hpp>
 
@@ -30,6 +31,8 @@ private:
     bool isSheet(const Quad& quad, const std::vector<Quad>& quads, const Planes& planes) const;
     bool isFree(const Quad& quad) const;
 
+    DeskColours desk_;
+    std::vector<Evidence> evidence_;
     std::vector<Outline> sheets_;
 };
 

@@ -1,0 +1,230 @@
+// Learns the weights by which outlines are judged, from scenes of which the corners are known.
+//   learn_outline FILE [SCENES [SEED]]   writes OutlineWeights.h to FILE; SCENES of each kind of desk
+// The likelihood that the right outlines, or none where none is to be found, have among all of a scene is
+// made most by Adam (Kingma and Ba 2015), with a small price on large weights. Each fifth scene is kept aside
+// and judged at the end.
+#include "EdgeField.h"
+#include "LineFinder.h"
+#include "OutlineScenes.h"
+#include "PlainScenes.h"
+#include "QuadFinder.h"
+#include "SheetEvidence.h"
+#include "SmallLook.h"
+
+#include <QGuiApplication>
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using mirvak::Evidence;
+using mirvak::evidenceCount;
+
+constexpr size_t units = 8, sums = units * evidenceCount, weightCount = sums + units + 1;
+constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
+constexpr int rounds = 600;
+constexpr double price = 0.0005;
+constexpr size_t mostLines = 80;
+const cv::Size frame(1280, 960);
+using Weights = std::vector<double>;
+
+struct Example
+{
+    std::vector<Evidence> evidence;
+    std::vector<bool> isGood;
+    bool hasGood() const { return std::find(isGood.begin(), isGood.end(), true) != isGood.end(); }
+};
+
+double overlap(const Corners& a, const Corners& b)
+{
+    const std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end());
+    std::vector<cv::Point2f> both;
+    const double shared = cv::intersectConvexConvex(first, second, both);
+    return shared / (cv::contourArea(first) + cv::contourArea(second) - shared);
+}
+
+Example exampleOf(const cv::Mat& picture, const std::optional<Corners>& sheet)
+{
+    static mirvak::SmallLook look;
+    static mirvak::EdgeField edges;
+    static mirvak::LineFinder lines;
+    static mirvak::QuadFinder quads;
+    static mirvak::DeskColours desk;
+    const auto& planes = look.build(picture);
+    edges.build(planes);
+    quads.find(lines.find(edges, planes, mostLines), look.reduction().size());
+    desk.learn(planes);
+    Example example;
+    mirvak::gatherEvidence(quads.quads(), planes, desk, example.evidence);
+    for (const auto& quad : quads.quads()) {
+        Corners corners = mirvak::snapSides(edges, quad.corners);
+        for (cv::Point2d& corner : corners)
+            corner = look.reduction().toFull(corner);
+        example.isGood.push_back(sheet && overlap(corners, *sheet) > goodOverlap);
+    }
+    return example;
+}
+
+std::vector<Example> makeExamples(unsigned count, unsigned seed)
+{
+    constexpr int plainDesks = 6;
+    std::vector<Example> examples;
+    for (unsigned i = seed; i < seed + count; ++i) {
+        for (size_t desk = 0; desk < desktops::names.size(); ++desk) {
+            const auto kind = static_cast<desktops::Kind>(desk);
+            const OutlineScene scene = makeOutlineScene(kind, frame, i);
+            examples.push_back(exampleOf(scene.picture, scene.sheet));
+            if (i % 2 == 0)
+                examples.push_back(exampleOf(makeEmptyDesk(kind, frame, i), {}));
+        }
+        for (int desk = 0; desk < plainDesks; ++desk) {
+            const PlainScene scene = makePlainScene(static_cast<made::Desk>(desk), frame, i);
+            examples.push_back(exampleOf(scene.picture, scene.sheet));
+        }
+    }
+    return examples;
+}
+
+double scoreOf(const Weights& weights, const Evidence& evidence, std::array<double, units>& hidden)
+{
+    double score = weights.back();
+    for (size_t unit = 0; unit < units; ++unit) {
+        double sum = 0;
+        for (size_t i = 0; i < evidenceCount; ++i)
+            sum += weights[unit * evidenceCount + i] * evidence[i];
+        hidden[unit] = std::tanh(sum);
+        score += weights[sums + unit] * hidden[unit];
+    }
+    return score;
+}
+
+/// Adds the slope of the scene's negative log likelihood. @return that itself
+double addSlope(const Example& example, const Weights& weights, Weights& slope)
+{
+    const size_t count = example.evidence.size();
+    std::vector<double> shares(count);
+    std::vector<std::array<double, units>> hidden(count);
+    double all = 1, good = 0;
+    for (size_t i = 0; i < count; ++i) {
+        shares[i] = std::exp(scoreOf(weights, example.evidence[i], hidden[i]));
+        all += shares[i];
+        good += example.isGood[i] ? shares[i] : 0;
+    }
+    const bool hasGood = example.hasGood();
+    for (size_t i = 0; i < count; ++i) {
+        const double wanted = hasGood && example.isGood[i] ? shares[i] / good : 0;
+        const double error = shares[i] / all - wanted;
+        slope.back() += error;
+        for (size_t unit = 0; unit < units; ++unit) {
+            const double h = hidden[i][unit];
+            slope[sums + unit] += error * h;
+            const double inner = error * weights[sums + unit] * (1 - h * h);
+            for (size_t k = 0; k < evidenceCount; ++k)
+                slope[unit * evidenceCount + k] += inner * example.evidence[i][k];
+        }
+    }
+    return std::log(all / (hasGood ? good : 1));
+}
+
+Weights learn(const std::vector<Example>& examples)
+{
+    Weights weights(weightCount), mean(weightCount), square(weightCount), slope(weightCount);
+    cv::RNG random(1);
+    for (size_t i = 0; i + 1 < weightCount; ++i)
+        weights[i] = random.gaussian(0.4);
+    for (int round = 0; round < rounds; ++round) {
+        std::fill(slope.begin(), slope.end(), 0);
+        double loss = 0;
+        for (size_t i = 0; i < examples.size(); ++i)
+            loss += i % 5 ? addSlope(examples[i], weights, slope) : 0;
+        const double step = round < rounds / 2 ? 0.03 : round < rounds * 3 / 4 ? 0.01 : 0.003;
+        const double used = 0.8 * static_cast<double>(examples.size());
+        for (size_t i = 0; i < weightCount; ++i) {
+            const double down = slope[i] / used + price * weights[i];
+            mean[i] = 0.9 * mean[i] + 0.1 * down;
+            square[i] = 0.999 * square[i] + 0.001 * down * down;
+            weights[i] -= step * mean[i] / (1 - std::pow(0.9, round + 1)) /
+                          (std::sqrt(square[i] / (1 - std::pow(0.999, round + 1))) + 1e-8);
+        }
+        if (round % 100 == 99)
+            std::printf("round %d: loss %.4f\n", round + 1, loss / used);
+    }
+    return weights;
+}
+
+void report(const std::vector<Example>& examples, const Weights& weights)
+{
+    int possible = 0, right = 0, wrong = 0;
+    std::array<double, units> hidden{};
+    for (size_t i = 0; i < examples.size(); i += 5) {
+        double most = 0;
+        std::optional<bool> answer;
+        for (size_t k = 0; k < examples[i].evidence.size(); ++k) {
+            const double score = scoreOf(weights, examples[i].evidence[k], hidden);
+            if (score > most) {
+                most = score;
+                answer = examples[i].isGood[k];
+            }
+        }
+        possible += examples[i].hasGood() ? 1 : 0;
+        right += answer && *answer ? 1 : 0;
+        wrong += answer && !*answer ? 1 : 0;
+    }
+    std::printf("kept aside: of %d that could be found %d right, %d answers wrong\n", possible, right, wrong);
+}
+
+void writeRow(std::FILE* file, const double* weights, size_t count)
+{
+    for (size_t i = 0; i < count; ++i)
+        std::fprintf(file, "%s%.4fF", i ? ", " : "", weights[i]);
+}
+
+bool write(const char* path, const Weights& weights)
+{
+    std::FILE* file = std::fopen(path, "w");
+    if (!file)
+        return false;
+    std::fprintf(
+        file,
+        "#pragma once\n\n#include \"SheetEvidence.h\"\n\n#include <array>\n\nnamespace mirvak {\n\n"
+        "// Learnt by `learn_outline` in benchmarks/outline: a row of weights of the evidence for each "
+        "unit of the\n// hidden layer, then what each unit adds to the score. Not to be changed by "
+        "hand.\nconstexpr size_t outlineUnits = %zu;\nconstexpr "
+        "std::array<std::array<float, evidenceCount>, outlineUnits> outlineWeights{{\n",
+        units);
+    for (size_t unit = 0; unit < units; ++unit) {
+        std::fputs("    {", file);
+        writeRow(file, &weights[unit * evidenceCount], evidenceCount);
+        std::fputs("},\n", file);
+    }
+    std::fputs("}};\nconstexpr std::array<float, outlineUnits> outlineSum{", file);
+    writeRow(file, &weights[sums], units);
+    std::fprintf(file, "};\nconstexpr float outlineBias = %.4fF;\n\n} // namespace mirvak\n", weights.back());
+    return std::fclose(file) == 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2) {
+        std::fputs("learn_outline FILE [SCENES [SEED]]\n", stderr);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    cv::setNumThreads(1);
+    const unsigned scenes = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 100;
+    const unsigned seed = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1000;
+    const std::vector<Example> examples = makeExamples(scenes, seed);
+    const Weights weights = learn(examples);
+    report(examples, weights);
+    return write(argv[1], weights) ? 0 : 1;
+}
