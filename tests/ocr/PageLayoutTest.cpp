@@ -80,6 +80,16 @@ TEST(PageLayout, NarrowGuttersPartWhatStandsOnOtherLines)
     EXPECT_EQ(placesOf(marks), (Places{{100, 200}, {544, 213}, {988, 200}}));
 }
 
+TEST(PageLayout, APageNumberBelongsToNoColumn)
+{
+    Marks marks;
+    addText(marks, 800, 100, 1, 14); // a running head
+    addText(marks, 100, 200, 12, 45);
+    addText(marks, 800, 200, 12, 45);
+    addText(marks, 350, 760, 1, 2); // below the left column
+    EXPECT_EQ(placesOf(marks), (Places{{800, 100}, {100, 200}, {800, 200}, {350, 760}}));
+}
+
 TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
 {
     Marks marks;

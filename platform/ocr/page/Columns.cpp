@@ -75,7 +75,7 @@ private:
         if (blocks.empty())
             return;
         if (const std::optional<int> y = barrier(blocks)) {
-            const auto [upper, lower] = parted(blocks, *y, false);
+            const auto [upper, lower] = parted(blocks, *y);
             divide(upper);
             divide(lower);
             return;
@@ -83,21 +83,18 @@ private:
         if (const std::optional<Gutter> gutter = findGutter(blocks, height_)) {
             divide(gutter->left);
             divide(gutter->right);
-            for (const TextBlock* float_ : gutter->between)
-                areas_.push_back({float_});
+            for (const TextBlock* caption : gutter->between)
+                areas_.push_back({caption});
             return;
         }
         join(strips(blocks));
     }
 
-    static std::pair<Blocks, Blocks> parted(const Blocks& blocks, int at, bool across)
+    static std::pair<Blocks, Blocks> parted(const Blocks& blocks, int y)
     {
         std::pair<Blocks, Blocks> parts;
-        for (const TextBlock* block : blocks) {
-            const cv::Rect& box = block->box;
-            const int middle = across ? box.x + box.width / 2 : box.y + box.height / 2;
-            (middle < at ? parts.first : parts.second).push_back(block);
-        }
+        for (const TextBlock* block : blocks)
+            (block->box.y + block->box.height / 2 < y ? parts.first : parts.second).push_back(block);
         return parts;
     }
 
@@ -120,7 +117,7 @@ private:
         if (levels.size() > mostRules)
             return std::nullopt;
         for (const int y : levels) {
-            const auto [upper, lower] = parted(blocks, y, false);
+            const auto [upper, lower] = parted(blocks, y);
             if (!upper.empty() && !lower.empty() &&
                 (findGutter(upper, height_) || findGutter(lower, height_)))
                 return y;

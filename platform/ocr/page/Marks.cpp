@@ -1,5 +1,7 @@
 #include "Marks.h"
 
+#include "Components.h"
+#include "LargeInk.h"
 #include "Pictures.h"
 #include "Pieces.h"
 
@@ -12,37 +14,9 @@ namespace mirvak {
 
 namespace {
 
-constexpr int inkLevel = 190; // thin strokes of a camera's picture are hardly darker
-constexpr int paper = 255;
+constexpr int inkLevel = 190;   // thin strokes of a camera's picture are hardly darker
 constexpr size_t lineMarks = 5; // fewer make no line of print
 constexpr int ruleLength = 12;  // heights of a mark: shorter lines part nothing
-
-struct Components
-{
-    cv::Mat labels; // CV_32S
-    cv::Mat stats;
-    int count = 0;
-
-    explicit Components(const cv::Mat& black)
-    {
-        cv::Mat centres;
-        count = cv::connectedComponentsWithStats(black, labels, stats, centres, 8, CV_32S);
-    }
-    cv::Rect box(int i) const
-    {
-        return {stats.at<int>(i, cv::CC_STAT_LEFT),
-                stats.at<int>(i, cv::CC_STAT_TOP),
-                stats.at<int>(i, cv::CC_STAT_WIDTH),
-                stats.at<int>(i, cv::CC_STAT_HEIGHT)};
-    }
-    int area(int i) const { return stats.at<int>(i, cv::CC_STAT_AREA); }
-    cv::Mat mask(int i) const { return labels(box(i)) == i; }
-};
-
-cv::Mat block(int width, int height)
-{
-    return cv::getStructuringElement(cv::MORPH_RECT, {std::max(1, width), std::max(1, height)});
-}
 
 struct Heights
 {
@@ -83,100 +57,6 @@ int usualHeight(const Components& ink, const cv::Size& page)
     const int height = usualHeight(ink, {6, largest}, 40);
     return height > 0 ? height : usualHeight(ink, {3, largest}, 1);
 }
-
-// Large areas of ink: bars with light print are turned over, rules and frames are taken out of what they
-// enclose.
-class LargeInk
-{
-public:
-    LargeInk(cv::Mat& grey, int height) : grey_(grey), height_(height) {}
-
-    /// Long lines across that were found on the way.
-    std::vector<cv::Rect>& rules() { return rules_; }
-
-    /// @return true when the page has changed.
-    bool open(const Components& ink)
-    {
-        bool changed = false;
-        for (int i = 1; i < ink.count; ++i) {
-            const cv::Rect box = ink.box(i);
-            if (box.width <= 6 * height_ || box.height <= height_)
-                continue;
-            openOne(ink.mask(i), box);
-            changed = true;
-        }
-        return changed;
-    }
-
-private:
-    // `mask` is the caller's copy: what is dealt with is taken out of it.
-    void openOne(const cv::Mat& mask, const cv::Rect& box)
-    {
-        cv::Mat filled, solid;
-        cv::copyMakeBorder(mask, filled, height_, height_, 2 * height_, 2 * height_, cv::BORDER_CONSTANT);
-        cv::morphologyEx(filled, filled, cv::MORPH_CLOSE, block(3 * height_, 8 * height_ / 5));
-        cv::morphologyEx(filled, solid, cv::MORPH_OPEN, block(6 * height_, 6 * height_ / 5));
-        solid = solid(cv::Rect(2 * height_, height_, box.width, box.height)).clone();
-        const Components bars(solid);
-        for (int i = 1; i < bars.count; ++i) {
-            const cv::Rect place = bars.box(i);
-            const cv::Mat bar = bars.mask(i);
-            const double dark = cv::mean(mask(place), bar)[0] / paper;
-            if (place.width > 2 * place.height && dark > 0.55 && lettersIn(bar & ~mask(place)) >= 3) {
-                turnOver(grey_(place + box.tl()), bar, mask(place));
-                mask(place).setTo(0, bar);
-            }
-        }
-        eraseRules(mask, box);
-    }
-
-    int lettersIn(const cv::Mat& light) const
-    {
-        const Components parts(light);
-        int letters = 0;
-        for (int i = 1; i < parts.count; ++i) {
-            const cv::Rect box = parts.box(i);
-            letters += box.height * 2 > height_ && box.height < 5 * height_ && box.width < 6 * height_;
-        }
-        return letters;
-    }
-
-    // The bar's own level becomes paper.
-    static void turnOver(cv::Mat place, const cv::Mat& bar, const cv::Mat& ink)
-    {
-        const double level = std::min(200.0, cv::mean(place, ink)[0] + 10);
-        cv::Mat turned;
-        place.convertTo(turned, CV_8U, -paper / (paper - level), paper + level * paper / (paper - level));
-        turned.copyTo(place, bar);
-    }
-
-    // Long straight strokes only, no areas: what is written across a rule stays.
-    void eraseRules(const cv::Mat& mask, const cv::Rect& box)
-    {
-        cv::Mat thick, across, upward;
-        cv::morphologyEx(mask, thick, cv::MORPH_OPEN, block(2 * height_ / 3, 2 * height_ / 3));
-        const cv::Mat strokes = mask & ~thick;
-        cv::morphologyEx(strokes, across, cv::MORPH_OPEN, block(5 * height_, 1));
-        cv::morphologyEx(strokes, upward, cv::MORPH_OPEN, block(1, 4 * height_));
-        noteRules(across, box.tl());
-        cv::Mat rules = across | upward;
-        cv::dilate(rules, rules, block(3, 3));
-        grey_(box).setTo(paper, rules);
-    }
-
-    void noteRules(const cv::Mat& across, const cv::Point& origin)
-    {
-        const Components parts(across);
-        for (int i = 1; i < parts.count; ++i) {
-            if (parts.box(i).width > ruleLength * height_)
-                rules_.push_back(parts.box(i) + origin);
-        }
-    }
-
-    cv::Mat& grey_;
-    int height_;
-    std::vector<cv::Rect> rules_;
-};
 
 enum class Kind { letter, grain, refuse };
 
