@@ -113,7 +113,6 @@ FlatPage drawnOnce(const char* name, const std::function<FlatPage()>& draw)
 
 Paper make(int kind, cv::RNG& random)
 {
-
     switch (kind) {
     case 0:
         return {"letter", drawnOnce("letter", deskpictures::drawLetter)};
