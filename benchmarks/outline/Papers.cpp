@@ -113,20 +113,19 @@ FlatPage drawnOnce(const char* name, const std::function<FlatPage()>& draw)
 
 Paper make(int kind, cv::RNG& random)
 {
-    using namespace deskpictures;
     switch (kind) {
     case 0:
-        return {"letter", drawnOnce("letter", drawLetter)};
+        return {"letter", drawnOnce("letter", deskpictures::drawLetter)};
     case 1:
-        return {"receipt", drawnOnce("receipt", drawReceipt), 0.8};
+        return {"receipt", drawnOnce("receipt", deskpictures::drawReceipt), 0.8};
     case 2:
-        return {"card", drawnOnce("front", drawCardFront), 0.76};
+        return {"card", drawnOnce("front", deskpictures::drawCardFront), 0.76};
     case 3:
         return {"photograph", photograph(random)};
     case 4:
         return {"plain A4", blank(210, 297, random)};
     case 5:
-        return {"form", drawnOnce("form", drawForm)};
+        return {"form", drawnOnce("form", deskpictures::drawForm)};
     case 6:
         return {"plain A5", blank(148, 210, random)};
     case 7:
@@ -134,13 +133,13 @@ Paper make(int kind, cv::RNG& random)
     case 8:
         return {"A3", magazine(297, 420, random), 0.5};
     case 9:
-        return {"card back", drawnOnce("back", drawCardBack), 0.76};
+        return {"card back", drawnOnce("back", deskpictures::drawCardBack), 0.76};
     case 10:
         return {"table", table(210, 297, random)};
     case 11:
-        return {"Chinese text", drawnOnce("chinese", drawChineseText)};
+        return {"Chinese text", drawnOnce("chinese", deskpictures::drawChineseText)};
     case 12:
-        return {"sealed page", drawnOnce("seal", drawRedSeal)};
+        return {"sealed page", drawnOnce("seal", deskpictures::drawRedSeal)};
     default:
         break;
     }
