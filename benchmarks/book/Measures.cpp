@@ -32,12 +32,17 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// Rows of type; where there are none (pictures, print that runs downwards) rows of places.
+/// Rows of type; where they are short or there are none (columns, tables, pictures) rows of places from edge
+/// to edge, which must be straight as well.
 std::vector<TextRow> rowsOf(const SpreadPage& page, cv::Size2d pageMm)
 {
-    std::vector<TextRow> rows = page.page.rows;
-    for (double y = 12; rows.size() < 3 && y < pageMm.height - 12; y += 12)
-        rows.push_back({10, pageMm.width - 10, y, 4, {}});
+    const auto& type = page.page.rows;
+    const auto isLong = [&](const TextRow& row) { return row.rightMm - row.leftMm > pageMm.width / 2; };
+    if (std::count_if(type.begin(), type.end(), isLong) >= 3)
+        return type;
+    std::vector<TextRow> rows;
+    for (int y = 12; y < pageMm.height - 12; y += 6)
+        rows.push_back({10, pageMm.width - 10, double(y), 4, {}});
     return rows;
 }
 
@@ -72,16 +77,19 @@ LineFit straightThrough(const std::vector<PageMatch::Point>& points)
     return fit;
 }
 
-void measureLines(PageScore& score, const PageMatch& match, const SpreadPage& page, cv::Size2d pageMm)
+using Find = std::function<std::vector<PageMatch::Point>(const std::vector<cv::Point2d>&)>;
+
+void measureLines(PageScore& score, const Find& find, const SpreadPage& page, cv::Size2d pageMm)
 {
     constexpr size_t leastPoints = 6;
     const double pxPerMm = PageMatch::width / pageMm.width;
     std::vector<double> bends, arches, tilts;
     for (const TextRow& row : rowsOf(page, pageMm)) {
         std::vector<cv::Point2d> asked;
-        for (double x = row.leftMm + 1; x < row.rightMm; x += pointEvery)
-            asked.emplace_back(x * pxPerMm, (row.baselineMm - row.sizeMm / 4) * pxPerMm);
-        const auto points = match.find(asked);
+        for (int i = 0; row.leftMm + 1 + i * pointEvery < row.rightMm; ++i)
+            asked.emplace_back((row.leftMm + 1 + i * pointEvery) * pxPerMm,
+                               (row.baselineMm - row.sizeMm / 4) * pxPerMm);
+        const auto points = find(asked);
         if (points.size() < leastPoints)
             continue;
         const LineFit fit = straightThrough(points);
@@ -211,6 +219,21 @@ std::u32string read(const cv::Mat& picture, const char* model)
 
 } // namespace
 
+PageScore
+linesOf(const SpreadPage& page, cv::Size2d pageMm, const std::function<cv::Point2d(cv::Point2d)>& place)
+{
+    PageScore score;
+    const double pxPerMm = PageMatch::width / pageMm.width;
+    const auto find = [&](const std::vector<cv::Point2d>& points) {
+        std::vector<PageMatch::Point> found;
+        for (const cv::Point2d& point : points)
+            found.push_back({point, place(point / pxPerMm) * PageMatch::width});
+        return found;
+    };
+    measureLines(score, find, page, pageMm);
+    return score;
+}
+
 cv::Mat trueFlat(const SpreadPage& page)
 {
     const QImage& image = page.page.flat.image;
@@ -231,7 +254,8 @@ std::optional<PageScore> measure(const SpreadPage& page, cv::Size2d pageMm, cons
     if (!match.isFound())
         return {};
     PageScore score;
-    measureLines(score, match, page, pageMm);
+    measureLines(
+        score, [&](const std::vector<cv::Point2d>& points) { return match.find(points); }, page, pageMm);
     cv::Mat truth;
     cv::resize(flat, truth, match.truthSize(), 0, 0, cv::INTER_AREA);
     const cv::Mat aligned = match.aligned(picture);

@@ -2,6 +2,7 @@
 
 #include "books/Spread.h"
 
+#include <functional>
 #include <optional>
 
 /// What is wrong with a picture of a page, next to the page itself.
@@ -20,6 +21,12 @@ struct PageScore
 /// Nothing when the page is not to be found in the picture. @param picture  RGB, of this page alone
 std::optional<PageScore>
 measure(const deskpictures::SpreadPage& page, cv::Size2d pageMm, const cv::Mat& picture);
+
+/// The same bend, arch and tilt of a picture whose geometry is known: where it has a point of the page (mm),
+/// as parts of its width.
+PageScore linesOf(const deskpictures::SpreadPage& page,
+                  cv::Size2d pageMm,
+                  const std::function<cv::Point2d(cv::Point2d)>& place);
 
 /// The flat page, RGB.
 cv::Mat trueFlat(const deskpictures::SpreadPage& page);

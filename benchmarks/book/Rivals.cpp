@@ -45,27 +45,40 @@ cv::Mat toMat(Pix* pix)
     return rgb;
 }
 
-} // namespace
-
-cv::Mat rivals::cropped(const deskpictures::Spread& spread, bool isRight)
+/// From the photograph to the upright page.
+cv::Matx33d toCrop(const deskpictures::Spread& spread, bool isRight)
 {
     const cv::Size2d mm = spread.pageMm;
     const std::array<cv::Point2d, 4> places = {
         {{0, 0}, {mm.width, 0}, {mm.width, mm.height}, {0, mm.height}}};
     std::array<cv::Point2f, 4> seen, wanted;
-    const double pxPerMm = spread.view->pxPerMm();
     for (size_t i = 0; i < places.size(); ++i) {
         seen[i] = spread.toPhoto(isRight, places[i]);
-        wanted[i] = places[i] * pxPerMm;
+        wanted[i] = places[i] * spread.view->pxPerMm();
     }
+    return cv::getPerspectiveTransform(seen.data(), wanted.data());
+}
+
+} // namespace
+
+cv::Mat rivals::cropped(const deskpictures::Spread& spread, bool isRight)
+{
+    const double pxPerMm = spread.view->pxPerMm();
     cv::Mat page;
     cv::warpPerspective(spread.photo,
                         page,
-                        cv::getPerspectiveTransform(seen.data(), wanted.data()),
-                        {int(mm.width * pxPerMm), int(mm.height * pxPerMm)},
+                        toCrop(spread, isRight),
+                        {int(spread.pageMm.width * pxPerMm), int(spread.pageMm.height * pxPerMm)},
                         cv::INTER_CUBIC,
                         cv::BORDER_REPLICATE);
     return page;
+}
+
+cv::Point2d rivals::placeInCrop(const deskpictures::Spread& spread, bool isRight, cv::Point2d pointMm)
+{
+    const cv::Point2d seen = spread.toPhoto(isRight, pointMm);
+    const cv::Vec3d place = toCrop(spread, isRight) * cv::Vec3d(seen.x, seen.y, 1);
+    return cv::Point2d(place[0], place[1]) / (place[2] * spread.pageMm.width * spread.view->pxPerMm());
 }
 
 cv::Mat rivals::dewarped(const cv::Mat& crop)

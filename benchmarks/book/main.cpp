@@ -129,15 +129,19 @@ struct Row
             lost += page.page.content != deskpictures::PageContent::Empty;
             return;
         }
-        if (score->lines > 0) {
-            bend.push_back(score->bend);
-            arch.push_back(score->arch);
-            tilt.push_back(score->tilt);
-        }
+        addLines(*score);
         ssim.push_back(score->ssim);
         farthest.push_back(score->farthest);
         if (score->fingers)
             fingers.push_back(100 * *score->fingers);
+    }
+    void addLines(const PageScore& score)
+    {
+        if (score.lines == 0)
+            return;
+        bend.push_back(score.bend);
+        arch.push_back(score.arch);
+        tilt.push_back(score.tilt);
     }
     void print(const char* name) const
     {
@@ -213,6 +217,10 @@ public:
             rows_["ours"].add(page, spread.pageMm, isRight ? flat.right : flat.left, isRead_);
             rows_["true corners, cropped"].add(page, spread.pageMm, crop, isRead_);
             rows_["  and Leptonica"].add(page, spread.pageMm, rivals::dewarped(crop), isRead_);
+            // What the measure itself is worth: the same crop by its geometry.
+            rows_["  by geometry"].addLines(linesOf(page, spread.pageMm, [&](cv::Point2d point) {
+                return rivals::placeInCrop(spread, isRight, point);
+            }));
             rows_["the true page itself"].add(page, spread.pageMm, trueFlat(page), isRead_);
         }
         if (!folder.empty())
@@ -226,11 +234,16 @@ public:
         const Spread sheet = deskpictures::makeFlatSheet(seed, largePx);
         const Pages flat = flatten(sheet.photo, false, singlePage);
         if (flat.code != MIRVAK_OK || flat.left.empty()) {
+            std::printf("sheet %llu: code %d\n", static_cast<unsigned long long>(seed), flat.code);
             ++sheetsFailed_;
             return;
         }
         if (const auto score = measure(sheet.left, sheet.pageMm, flat.left))
             displaced_.push_back(score->farthest * flat.left.cols / 1000);
+        else
+            std::printf("sheet %llu: %s is not found again\n",
+                        static_cast<unsigned long long>(seed),
+                        sheet.name.c_str());
         if (!folder.empty())
             keep(folder + "/sheet-" + std::to_string(seed) + ".jpg", {sheet.photo, flat.left}, 900);
     }
@@ -249,7 +262,8 @@ public:
                     "far",
                     "fingers %",
                     "lost");
-        for (const char* name : {"ours", "true corners, cropped", "  and Leptonica", "the true page itself"})
+        for (const char* name :
+             {"ours", "true corners, cropped", "  by geometry", "  and Leptonica", "the true page itself"})
             rows_.at(name).print(name);
         std::printf("bend, far: thousandths of the page's width; arch: heights of type; tilt: degrees\n");
         std::printf("less like the page than the crop (SSIM): %d; spreads refused: %d\n",

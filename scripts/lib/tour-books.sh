@@ -11,12 +11,18 @@ END
     export LUMRO_DESK=$work/book/desk.cfg
 }
 
+# A box is ticked by its mark or its words, which may end before its middle.
+tick() { # NAME WINDOW
+    await "$1" middle_of "$1" "$2"
+    xdotool mousemove $(set -- $(line_of "$1" "$2"); echo $(($2 + 12)) $(($3 + $5 / 2))) click 1
+}
+
 # The guide line along the spine, and one file a page.
 choose_both_pages() {
     open_settings Image
-    setting_is Book_Line true || click checkBookLine ConfigSet
+    setting_is Book_Line true || tick checkBookLine ConfigSet
     await "the guide line" setting_is Book_Line true
-    click checkDoublePage ConfigSet
+    tick checkDoublePage ConfigSet
     shoot book-settings
     close_settings
 }
