@@ -41,8 +41,8 @@ std::vector<TextRow> rowsOf(const SpreadPage& page, cv::Size2d pageMm)
     if (std::count_if(type.begin(), type.end(), isLong) >= 3)
         return type;
     std::vector<TextRow> rows;
-    for (double y = 12; y < pageMm.height - 12; y += 6)
-        rows.push_back({10, pageMm.width - 10, y, 4, {}});
+    for (int y = 12; y < pageMm.height - 12; y += 6)
+        rows.push_back({10, pageMm.width - 10, double(y), 4, {}});
     return rows;
 }
 
@@ -86,8 +86,9 @@ void measureLines(PageScore& score, const Find& find, const SpreadPage& page, cv
     std::vector<double> bends, arches, tilts;
     for (const TextRow& row : rowsOf(page, pageMm)) {
         std::vector<cv::Point2d> asked;
-        for (double x = row.leftMm + 1; x < row.rightMm; x += pointEvery)
-            asked.emplace_back(x * pxPerMm, (row.baselineMm - row.sizeMm / 4) * pxPerMm);
+        for (int i = 0; row.leftMm + 1 + i * pointEvery < row.rightMm; ++i)
+            asked.emplace_back((row.leftMm + 1 + i * pointEvery) * pxPerMm,
+                               (row.baselineMm - row.sizeMm / 4) * pxPerMm);
         const auto points = find(asked);
         if (points.size() < leastPoints)
             continue;

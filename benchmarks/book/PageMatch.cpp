@@ -8,10 +8,10 @@
 namespace {
 
 constexpr double leastCorrelation = 0.55;
-constexpr int rim = 16;                // px around the page's frame; as far as any search goes
-constexpr double clearly = 0.93;       // lines of print and tables look alike when moved by one
-constexpr double softness = 1.3;       // px, of both
-constexpr double leastContrast = 0.02; // of a patch: paper alone tells nothing
+constexpr int rim = 16;                 // px around the page's frame; as far as any search goes
+constexpr double clearly = 0.93;        // lines of print and tables look alike when moved by one
+constexpr double softness = 1.3;        // px, of both
+constexpr double leastContrast = 0.012; // of a patch: paper alone tells nothing
 
 cv::Mat withoutLight(const cv::Mat& rgb)
 {
@@ -118,8 +118,9 @@ PageMatch::Level PageMatch::levelAt(double scale) const
         cv::GaussianBlur(picture_, soft, {}, 0.5 / scale);
     cv::remap(soft, level.moved, map, {}, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
     // A stroke of one pixel would be another one when it stands half a pixel beside.
-    cv::GaussianBlur(level.truth, level.truth, {}, softness);
-    cv::GaussianBlur(level.moved, level.moved, {}, softness);
+    const double sigma = scale < 1 ? softness / 2 : softness;
+    cv::GaussianBlur(level.truth, level.truth, {}, sigma);
+    cv::GaussianBlur(level.moved, level.moved, {}, sigma);
     return level;
 }
 
@@ -162,9 +163,9 @@ bool PageMatch::refine(double scale, int cells, int patch, int search, int acros
 {
     std::vector<cv::Point2d> points;
     const double step = double(width) / cells;
-    for (double y = step / 2; y < truth_.rows; y += step)
-        for (double x = step / 2; x < truth_.cols; x += step)
-            points.emplace_back(x, y);
+    for (int row = 0; row < int(truth_.rows / step); ++row)
+        for (int column = 0; column < cells; ++column)
+            points.emplace_back((column + 0.5) * step, (row + 0.5) * step);
     const std::vector<Point> found = lookAt(points, levelAt(scale), patch, search);
     if (int(found.size()) < 2 * (across + 1) * (down + 1))
         return false;
@@ -180,15 +181,15 @@ PageMatch::PageMatch(const cv::Mat& truth, const cv::Mat& picture)
     surface_ = {1, 1, {width / 2.0, double(width), 0, 0}, {longer * width / 2.0, 0, longer * width, 0}};
     refine(0.125, 9, 34, 15, 1, 1);
     refine(0.125, 12, 26, 9, 1, 1);
-    const bool isNear = refine(0.25, 14, 34, 11, 3, 2);
+    const bool isNear = refine(0.25, 18, 38, 9, 3, 2);
     found_ = isNear && refine(0.5, 18, 44, 12, 5, 2) && refine(1, 26, 48, 14, 6, 3);
     if (!found_)
         return;
     finest_ = levelAt(1);
     // Beyond the print nothing was seen: only a stiff surface may be asked there.
     std::vector<cv::Point2d> points;
-    for (double y = 25; y < truth_.rows; y += 50)
-        for (double x = 25; x < truth_.cols; x += 50)
+    for (int y = 25; y < truth_.rows; y += 50)
+        for (int x = 25; x < truth_.cols; x += 50)
             points.emplace_back(x, y);
     const std::vector<Point> seen = find(points);
     found_ = seen.size() >= 20;

@@ -200,9 +200,13 @@ private:
         const double cell = style.points * 25.4 / 72;
         const QString words = sentences_.join(QString());
         int next = 0;
-        for (double x = right_ - cell; x >= left_; x -= 1.7 * cell)
-            for (double y = top_ + cell; y <= bottom_ && next < words.size(); y += 1.08 * cell)
-                sheet_.text(x, y, words.mid(next++, 1), style);
+        const int columns = static_cast<int>((right_ - left_) / (1.7 * cell));
+        const int letters = static_cast<int>((bottom_ - top_) / (1.08 * cell));
+        for (int i = 0; i < columns * letters && next < words.size(); ++i)
+            sheet_.text(right_ - cell - i / letters * 1.7 * cell,
+                        top_ + cell + i % letters * 1.08 * cell,
+                        words.mid(next++, 1),
+                        style);
     }
 
     static constexpr std::array<Typeface, 3> faces_ = {Typeface::Serif, Typeface::Book, Typeface::Sans};

@@ -122,21 +122,17 @@ std::vector<float> OpenBook::lightTable() const
 /// For each place of the desk's plane: where across the ray to it hits the book first.
 std::vector<float> OpenBook::hitTable(double eyeAcross, double eyeHeight) const
 {
-    const double top = 90; // higher than any page stands
+    const double top = 90;    // higher than any page stands
+    const double fall = 0.75; // less than any crest is high
     std::vector<float> table(tableSize);
     for (int i = 0; i < tableSize; ++i) {
         const double plane = acrossOf(i);
         const auto at = [&](double z) { return plane + (eyeAcross - plane) * z / eyeHeight; };
         const auto above = [&](double z) { return z - height(at(z)); };
         double high = top;
-        double low = 0;
-        for (double z = top; z > 0; z -= 0.75)
-            if (above(z) < 0) {
-                low = z;
-                break;
-            } else {
-                high = z;
-            }
+        while (high > 0 && above(high - fall) >= 0)
+            high -= fall;
+        double low = std::max(0.0, high - fall);
         for (int step = 0; step < 14; ++step) {
             const double middle = (low + high) / 2;
             (above(middle) < 0 ? low : high) = middle;

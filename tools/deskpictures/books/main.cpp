@@ -9,7 +9,8 @@
 #include <cstdio>
 #include <exception>
 
-using namespace deskpictures;
+using deskpictures::Spread;
+using deskpictures::SpreadPage;
 
 namespace {
 
@@ -19,8 +20,10 @@ QByteArray gridOf(const Spread& spread)
 {
     QByteArray lines = "page,page_x_mm,page_y_mm,x,y\n";
     for (int side = 0; side < (spread.right ? 2 : 1); ++side)
-        for (double y = 0; y <= spread.pageMm.height; y += gridMm)
-            for (double x = 0; x <= spread.pageMm.width; x += gridMm) {
+        for (int row = 0; row * gridMm <= spread.pageMm.height; ++row)
+            for (int column = 0; column * gridMm <= spread.pageMm.width; ++column) {
+                const double x = column * gridMm;
+                const double y = row * gridMm;
                 const cv::Point2d seen = spread.toPhoto(side == 1, {x, y});
                 lines += QStringLiteral("%1,%2,%3,%4,%5\n")
                              .arg(QLatin1String(side ? "right" : "left"))
@@ -35,27 +38,27 @@ QByteArray gridOf(const Spread& spread)
 
 void writePage(const QString& stem, const SpreadPage& page)
 {
-    writePng(stem + QStringLiteral(".png"), page.page.flat.image);
+    deskpictures::writePng(stem + QStringLiteral(".png"), page.page.flat.image);
     QByteArray text;
-    for (const TextRow& row : page.page.rows)
+    for (const deskpictures::TextRow& row : page.page.rows)
         text += row.words.toUtf8() + '\n';
-    writeText(stem + QStringLiteral(".txt"), text);
+    deskpictures::writeText(stem + QStringLiteral(".txt"), text);
     if (!page.fingers.empty())
-        writePng(stem + QStringLiteral("-fingers.png"),
-                 QImage(page.fingers.data,
-                        page.fingers.cols,
-                        page.fingers.rows,
-                        static_cast<int>(page.fingers.step),
-                        QImage::Format_Grayscale8));
+        deskpictures::writePng(stem + QStringLiteral("-fingers.png"),
+                               QImage(page.fingers.data,
+                                      page.fingers.cols,
+                                      page.fingers.rows,
+                                      static_cast<int>(page.fingers.step),
+                                      QImage::Format_Grayscale8));
 }
 
 void write(const QString& stem, const Spread& spread)
 {
-    writeJpeg(stem + QStringLiteral(".jpg"), spread.photo, 95);
+    deskpictures::writeJpeg(stem + QStringLiteral(".jpg"), spread.photo, 95);
     writePage(stem + QStringLiteral("-left"), spread.left);
     if (spread.right)
         writePage(stem + QStringLiteral("-right"), *spread.right);
-    writeText(stem + QStringLiteral("-grid.csv"), gridOf(spread));
+    deskpictures::writeText(stem + QStringLiteral("-grid.csv"), gridOf(spread));
     std::printf("%s: %s, %s\n", qPrintable(stem), spread.name.c_str(), spread.bend.c_str());
 }
 
@@ -77,7 +80,7 @@ int main(int argc, char** argv)
         for (int i = 0; i < count; ++i) {
             const QString stem =
                 QStringLiteral("%1/%2").arg(arguments.at(1)).arg(seed + i, 4, 10, QLatin1Char('0'));
-            write(stem, makeSpread(seed + i, {size.value(0).toInt(), size.value(1).toInt()}));
+            write(stem, deskpictures::makeSpread(seed + i, {size.value(0).toInt(), size.value(1).toInt()}));
         }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "bookspreads: %s\n", error.what());

@@ -82,7 +82,8 @@ Remainder::Remainder(const CylinderModel& model,
     }
     for (int k = 0; k < count; ++k) {
         // The finer a wave, the smaller it is expected; two letters' noise at most.
-        const double expected = 8 * noise / (double((1 + k / down) * (1 + k % down)));
+        const int wave = k / down, power = k % down;
+        const double expected = 8 * noise / ((1 + wave) * (1 + power));
         normal(k, k) += 1 / (expected * expected);
     }
     Row shares;
