@@ -5,10 +5,10 @@
 //
 // Images. A handle (void*) stands for one picture: 8 bits a channel, 3 channels, order red, green, blue,
 // origin top left, rows without padding, and a resolution in dots per inch. Whoever obtains a handle
-// (Clone, Merge, DeskewAll, BookFlat, DrawLine, DrawOutlines) releases it with MirvakImage_Release. The handle given to
-// a frame callback belongs to the library and is valid until the callback returns; it may be changed in
-// place. A null handle gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not be used
-// again.
+// (Clone, Merge, DeskewAll, BookFlat, DrawLine, DrawOutlines) releases it with MirvakImage_Release. The
+// handle given to a frame callback belongs to the library and is valid until the callback returns; it may be
+// changed in place. A null handle gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not
+// be used again.
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
 // image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
@@ -236,14 +236,14 @@ public:
     /// The outlines of the same pages in the same order, to a few pixels; MIRVAK_NOT_FOUND without any.
     int MirvakImage_FindPages(void* image, std::vector<MirvakOutline>& outlines);
     /// Flattens an open book, or one page that is bent along its spine: lines of print become straight, what
-    /// the bend squeezes gets its breadth back, the gutter's shadow goes and the paper becomes white. The spine
-    /// is looked for near the frame's middle, up to 15 degrees from upright. `removeFinger` fills fingers that
-    /// come in over the paper's ends with paper; print is never painted over. `pageMode` 1: one picture, in
-    /// `left`, of the page or of both pages side by side; 2: the left and the right page, and in `left` alone
-    /// where there is one page only. Where no bend explains the lines, `left` is the page merely straightened.
-    /// `image` stays as it is; the caller releases both results. MIRVAK_NOT_FOUND without paper in the
-    /// picture; with every error both are null. At a pixel as fine as the finest of the picture, its resolution
-    /// is taken over.
+    /// the bend squeezes gets its breadth back, the gutter's shadow goes and the paper becomes white. The
+    /// spine is looked for near the frame's middle, up to 15 degrees from upright. `removeFinger` fills
+    /// fingers that come in over the paper's ends with paper; print is never painted over. `pageMode` 1: one
+    /// picture, in `left`, of the page or of both pages side by side; 2: the left and the right page, and in
+    /// `left` alone where there is one page only. Where no bend explains the lines, `left` is the page merely
+    /// straightened. `image` stays as it is; the caller releases both results. MIRVAK_NOT_FOUND without paper
+    /// in the picture; with every error both are null. At a pixel as fine as the finest of the picture, its
+    /// resolution is taken over.
     int MirvakImage_BookFlat(void* image, bool removeFinger, int pageMode, void*& left, void*& right);
     /// `mode` 0 nearest, 1 bilinear, 2 area (for reducing), 3 bicubic.
     int MirvakImage_Resize(void* image, int width, int height, int mode);
