@@ -236,14 +236,14 @@ public:
     /// The outlines of the same pages in the same order, to a few pixels; MIRVAK_NOT_FOUND without any.
     int MirvakImage_FindPages(void* image, std::vector<MirvakOutline>& outlines);
     /// Flattens an open book, or one page that is bent along its spine: lines of print become straight, what
-    /// the bend squeezes gets its breadth back, the gutter's shadow goes and the paper becomes white. The
-    /// spine is looked for near the frame's middle, up to 15 degrees from upright. `removeFinger` fills
-    /// fingers that come in over the paper's ends with paper; print is never painted over. `pageMode` 1: one
-    /// picture, in `left`, of the page or of both pages side by side; 2: the left and the right page, and in
-    /// `left` alone where there is one page only. Where no bend explains the lines, `left` is the page merely
-    /// straightened. `image` stays as it is; the caller releases both results. MIRVAK_NOT_FOUND without paper
-    /// in the picture; with every error both are null. At a pixel as fine as the finest of the picture, its
-    /// resolution is taken over.
+    /// the bend squeezes gets its breadth back, the gutter's shadow goes, the paper keeps its tint. The spine
+    /// is looked for near the frame's middle, up to 15 degrees from upright. `removeFinger` fills fingers
+    /// that come in over the paper's ends with paper; print is never painted over. `pageMode` 1: one picture,
+    /// in `left`, of the page or of both pages side by side; 2: the left and the right page, and in `left`
+    /// alone where there is one page only. Where no bend explains the lines, `left` is the page merely
+    /// straightened. `image` stays as it is; the caller releases both results, which carry its resolution,
+    /// for they are as fine as it is where it is finest. MIRVAK_NOT_FOUND without paper in the picture; with
+    /// every error both are null.
     int MirvakImage_BookFlat(void* image, bool removeFinger, int pageMode, void*& left, void*& right);
     /// `mode` 0 nearest, 1 bilinear, 2 area (for reducing), 3 bicubic.
     int MirvakImage_Resize(void* image, int width, int height, int mode);

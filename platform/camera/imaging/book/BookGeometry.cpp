@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace mirvak {
 
@@ -106,8 +104,6 @@ void BookGeometry::fit()
             remainders_[page] =
                 std::make_unique<Remainder>(model_, text(), page == 1, borders_[page].area, noise());
     }
-    if (std::getenv("BOOK_DEBUG"))
-        tell();
 }
 
 void BookGeometry::lookForBorders(int reach)
@@ -222,41 +218,6 @@ bool BookGeometry::isFlat() const
 cv::Mat BookGeometry::picture(const cv::Mat& rgb, const cv::Rect2d& area) const
 {
     return remapPiece(rgb, look_, model_, remainders_, pieceOf(look_, model_, area));
-}
-
-void BookGeometry::tell() const
-{
-    std::fprintf(stderr,
-                 "letters %zu height %.1f chains %zu spine %d",
-                 letters_.all.size(),
-                 letters_.height,
-                 chains_.size(),
-                 spine_.has_value());
-    if (spine_)
-        std::fprintf(
-            stderr, " (%.3f %.1f deg depth %.3f)", spine_->middle.x, spine_->turn * 57.3, spine_->depth);
-    std::fprintf(stderr,
-                 "\n turn %.2f tilt %.2f focal %.2f error %.2f px\n",
-                 model_.turn * 57.3,
-                 model_.tilt * 57.3,
-                 model_.focal,
-                 error_ * look_.side());
-    for (size_t p = 0; p < 2; ++p) {
-        std::fprintf(stderr, " slopes");
-        for (const double slope : model_.pages[p].slopes)
-            std::fprintf(stderr, " %.0f", slope * 57.3);
-        const PageBorder& b = borders_[p];
-        std::fprintf(stderr,
-                     "; area %.3f %.3f %.3f x %.3f, seen %d%d%d paper %.2f\n",
-                     b.area.x,
-                     b.area.y,
-                     b.area.width,
-                     b.area.height,
-                     b.hasTop,
-                     b.hasBottom,
-                     b.hasOuter,
-                     b.paper);
-    }
 }
 
 } // namespace mirvak

@@ -52,7 +52,6 @@ private:
     void matchSizes();
     size_t firstPage() const { return spine_ ? 0 : 1; }
     double noise() const;
-    void tell() const;
 
     BookLook look_;
     Letters letters_;

@@ -157,20 +157,25 @@ void removeFingers(cv::Mat& rgb, const OpenEnds& ends)
         return;
     cv::morphologyEx(colours, colours, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_RECT, {7, 7}));
     colours.convertTo(colours, CV_32FC3);
-    const cv::Mat fingers = fingersOf(skinOf(colours), ends);
+    cv::Mat fingers = fingersOf(skinOf(colours), ends);
     if (cv::countNonZero(fingers) == 0)
         return;
+    cv::dilate(fingers, fingers, cv::Mat()); // the rim, half dark and half paper
     cv::Mat grown;
     cv::dilate(
         fingers, grown, cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * shadow + 1, 2 * shadow + 1}));
-    cv::Mat wide, parts, box;
+    cv::Mat parts;
     cv::findNonZero(grown, parts);
     // Only the fingers' surroundings are made in full size.
     const cv::Rect around = cv::boundingRect(parts);
     const int factor = reduction.factor();
     const cv::Mat fill = fillOf(colours, grown);
-    const cv::Rect full =
-        cv::Rect(around.x * factor, around.y * factor, around.width * factor, around.height * factor);
+    cv::Rect full(around.x * factor, around.y * factor, around.width * factor, around.height * factor);
+    // The reduction leaves out what makes no whole pixel of it, where fingers come in.
+    if (around.br().x == colours.cols)
+        full.width = rgb.cols - full.x;
+    if (around.br().y == colours.rows)
+        full.height = rgb.rows - full.y;
     cv::Mat part = rgb(full);
     paint(part, fill(around), fingers(around), grown(around));
 }

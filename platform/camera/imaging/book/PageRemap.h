@@ -1,8 +1,8 @@
 #pragma once
 
-#include "BookFit.h"
 #include "BookLook.h"
 #include "CylinderModel.h"
+#include "Remainder.h"
 
 #include <array>
 #include <memory>

@@ -86,8 +86,9 @@ std::optional<Spine> findSpine(const BookLook& look)
         Best here;
         for (int degrees = -mostDegrees; degrees <= mostDegrees; ++degrees)
             scan(depth, degrees, here);
-        for (double step = -0.75; step <= 0.8; step += 0.25)
-            scan(depth, here.degrees + step, here);
+        const double rough = here.degrees;
+        for (int quarter = -3; quarter <= 3; ++quarter)
+            scan(depth, rough + 0.25 * quarter, here);
         if (here.score > best.score)
             best = here;
     }
