@@ -271,7 +271,7 @@ std::optional<PageScore> measure(const SpreadPage& page, cv::Size2d pageMm, cons
         off.push_back(cv::norm(p.picture - match.stiff(p.truth)));
     std::sort(off.begin(), off.end());
     if (!off.empty())
-        score.farthest = off[off.size() * 99 / 100];
+        score.farthest = off[off.size() * 9 / 10];
     return score;
 }
 

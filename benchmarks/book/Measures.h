@@ -12,8 +12,8 @@ struct PageScore
     double arch = 0; ///< median of the largest distance of each text line from straight, in heights of type
     double tilt = 0; ///< mean angle of the text lines to the picture's edge, degrees
     double ssim = 0; ///< of the print, when moved, scaled and sheared as fits best
-    double farthest =
-        0; ///< largest distance (99 of 100 places) from that fit, thousandths of the page's width
+    double farthest = 0; ///< largest distance (nine of ten places: like print elsewhere misleads some) from
+                         ///< that fit, thousandths of the page's width
     std::optional<double> fingers; ///< share of the paper that was covered and does not look like the page
     int lines = 0;                 ///< that were measured
 };

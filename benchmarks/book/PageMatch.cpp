@@ -9,7 +9,6 @@ namespace {
 
 constexpr double leastCorrelation = 0.55;
 constexpr int rim = 16;                 // px around the page's frame; as far as any search goes
-constexpr double clearly = 0.93;        // lines of print and tables look alike when moved by one
 constexpr double softness = 1.3;        // px, of both
 constexpr double leastContrast = 0.012; // of a patch: paper alone tells nothing
 
@@ -34,18 +33,6 @@ double peak(double before, double at, double after)
 {
     const double bend = before - 2 * at + after;
     return bend < 0 ? std::clamp((before - after) / (2 * bend), -0.5, 0.5) : 0;
-}
-
-/// The best of what is not the best one or close to it.
-double secondPeak(const cv::Mat& likeness, cv::Point best)
-{
-    constexpr int close = 3;
-    cv::Mat others = likeness.clone();
-    others(cv::Rect(best.x - close, best.y - close, 2 * close + 1, 2 * close + 1) &
-           cv::Rect({0, 0}, likeness.size())) = -1;
-    double value = 0;
-    cv::minMaxLoc(others, nullptr, &value);
-    return value;
 }
 
 } // namespace
@@ -146,9 +133,7 @@ PageMatch::lookAt(const std::vector<cv::Point2d>& points, const Level& level, in
         double value = 0;
         cv::minMaxLoc(likeness, nullptr, &value, nullptr, &best);
         const bool isAtRim = best.x == 0 || best.y == 0 || best.x == 2 * search || best.y == 2 * search;
-        // Coarse patches are alike over some pixels; there the surface through all of them decides.
-        const bool isDouble = level.scale == 1 && secondPeak(likeness, best) > clearly * value;
-        if (value < leastCorrelation || isAtRim || isDouble)
+        if (value < leastCorrelation || isAtRim)
             continue;
         const auto l = [&](int x, int y) { return double(likeness.at<float>(best.y + y, best.x + x)); };
         const cv::Point2d shift(best.x - search + peak(l(-1, 0), l(0, 0), l(1, 0)),

@@ -202,11 +202,14 @@ private:
         int next = 0;
         const int columns = static_cast<int>((right_ - left_) / (1.7 * cell));
         const int letters = static_cast<int>((bottom_ - top_) / (1.08 * cell));
-        for (int i = 0; i < columns * letters && next < words.size(); ++i)
-            sheet_.text(right_ - cell - i / letters * 1.7 * cell,
-                        top_ + cell + i % letters * 1.08 * cell,
+        for (int i = 0; i < columns * letters && next < words.size(); ++i) {
+            const int column = i / letters;
+            const int row = i % letters;
+            sheet_.text(right_ - cell - column * 1.7 * cell,
+                        top_ + cell + row * 1.08 * cell,
                         words.mid(next++, 1),
                         style);
+        }
     }
 
     static constexpr std::array<Typeface, 3> faces_ = {Typeface::Serif, Typeface::Book, Typeface::Sans};
