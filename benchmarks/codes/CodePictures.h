@@ -28,7 +28,8 @@ public:
     explicit CodePictures(unsigned seed) : random_(seed) {}
     CodePicture next();
     /// A hasty photograph of one label with a one-dimensional code and digits below it: at a slant, blurred
-    /// by lens and hand, of 1.2 to 3.5 pixels a module, unevenly lit, noisy. The condition is the code's kind.
+    /// by lens and hand, of 1.2 to 3.5 pixels a module, unevenly lit, noisy. The condition is the code's
+    /// kind.
     CodePicture nextLabel();
 
 private:

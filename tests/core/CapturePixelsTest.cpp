@@ -123,7 +123,7 @@ TEST_F(CapturePixels, CroppingModesCutWhatTheyMean)
 TEST_F(CapturePixels, EveryPageOfTheSecondModeIsAFileAndAFailureLosesNoOther)
 {
     cv::Mat desk(640, 960, CV_8UC3, cv::Scalar(50, 55, 60));
-    const cv::Rect places[] = {{60, 60, 240, 340}, {360, 70, 240, 340}, {660, 60, 240, 340}};
+    const cv::Rect places[] = {{60, 60, 240, 360}, {360, 70, 240, 360}, {660, 60, 240, 360}};
     for (const cv::Rect& place : places)
         desk(place).setTo(cv::Scalar(235, 235, 230));
     cv::randu(desk(cv::Rect(380, 90, 200, 300)), 60, 200); // the middle one makes a large file

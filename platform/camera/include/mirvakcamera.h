@@ -224,10 +224,10 @@ public:
     int MirvakImage_Rotate(void* image, double degrees);
     /// Cuts out the rectangle, clipped to the picture; MIRVAK_BAD_ARGUMENT when nothing is left.
     int MirvakImage_Crop(void* image, int left, int top, int width, int height);
-    /// Finds the page, takes the perspective out and crops to it, `margin` pixels inside each edge. A page of a
-    /// usual paper or card gets that one's proportions and its true resolution; the edge of paper is then filled
-    /// with the paper beside it and not cut off. Without a confident outline it straightens by the text lines
-    /// alone and cuts nothing away.
+    /// Finds the page, takes the perspective out and crops to it, `margin` pixels inside each edge. A page of
+    /// a usual paper or card gets that one's proportions and its true resolution; the edge of paper is then
+    /// filled with the paper beside it and not cut off. Without a confident outline it straightens by the
+    /// text lines alone and cuts nothing away.
     int MirvakImage_Deskew(void* image, int margin);
     /// Does so with each of the pages, cards and receipts that lie side by side: `pages` receives a new image
     /// of each, row by row from the top, each row from the left; the caller releases every one. `image` stays

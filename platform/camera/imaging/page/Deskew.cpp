@@ -20,11 +20,11 @@ namespace {
 constexpr double leastSkew = 0.04; // degrees; less is not worth resampling the picture
 
 /// As straighten, in place.
-void straightenHere(Image& image, const Outline& outline, int margin)
+void straightenHere(Image& image, const Outline& outline, const PageShape& page, int margin)
 {
     Image straight;
     std::swap(straight.pixels, image.spare);
-    straighten(image, outline, pageShape(outline.corners, image.pixels.size()), margin, straight);
+    straighten(image, outline, page, margin, straight);
     image.spare = std::exchange(image.pixels, straight.pixels);
     image.dpi = straight.dpi;
 }
@@ -81,7 +81,8 @@ void turnLevel(Image& image, double skew)
 Deskewed deskew(Image& image, int margin)
 {
     if (const std::optional<Outline> outline = findOutline(image.pixels)) {
-        straightenHere(image, refineOutline(image.pixels, *outline), margin);
+        const Outline refined = refineOutline(image.pixels, *outline);
+        straightenHere(image, refined, pageShape(refined.corners, image.pixels.size()), margin);
         return Deskewed::page;
     }
     const std::optional<double> skew = findTextSkew(image.pixels);
@@ -110,7 +111,7 @@ bool cutOut(Image& image, const std::array<cv::Point2d, 4>& corners)
     const std::vector<cv::Point2f> shape(corners.begin(), corners.end());
     if (!cv::isContourConvex(shape) || cv::contourArea(shape, true) < leastPage * leastPage)
         return false;
-    straightenHere(image, {corners, 1}, 0);
+    straightenHere(image, {corners, 1}, {pageSize(corners, image.pixels.size()), nullptr}, 0);
     return true;
 }
 

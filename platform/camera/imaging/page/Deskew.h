@@ -25,7 +25,8 @@ Deskewed deskew(Image& image, int margin);
 /// found; the picture itself stays as it is.
 std::vector<Image> deskewAll(const Image& image, int margin);
 
-/// Cuts out what lies between four corners (clockwise, as of Outline) and takes the perspective out.
+/// Cuts out what lies between four corners (clockwise, as of Outline), any part of a picture, and takes the
+/// perspective out; the resolution stays.
 /// @return false, and the picture is unchanged, when they enclose no convex area of some pixels
 bool cutOut(Image& image, const std::array<cv::Point2d, 4>& corners);
 
