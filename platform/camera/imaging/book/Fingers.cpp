@@ -17,8 +17,12 @@ constexpr float redder = 0.026F, lessBlue = 0.022F; // of the shares in the sum,
 constexpr double broadest = 0.3; // of the page's longer side: how long a hand's contact with an end may be
 constexpr double largest = 0.12; // of the page's area
 constexpr double smallest = 0.0006;
-constexpr int shadow = 7;         // pixels of the reduced page: how far a finger's soft shadow reaches
-constexpr double inkLevel = 0.72; // of the paper's: what is darker beside a finger is print
+constexpr double printed = 0.05;   // share of a mark that may be much darker than what surrounds it
+constexpr float darker = 0.10F;    // of the brightness
+constexpr double flattest = 0.035; // standard deviation of a finger's brightness, of its mean
+constexpr int rim = 6;             // pixels of the reduced page; a finger's is darker, too
+constexpr int shadow = 7;          // pixels of the reduced page: how far a finger's soft shadow reaches
+constexpr double inkLevel = 0.72;  // of the paper's: what is darker beside a finger is print
 
 cv::Vec3f medianColour(const cv::Mat& colours)
 {
@@ -44,9 +48,11 @@ cv::Mat skinOf(const cv::Mat& colours)
         for (int x = 0; x < colours.cols; ++x) {
             const cv::Vec3f& c = colours.at<cv::Vec3f>(y, x);
             const float all = std::max(1.0F, c[0] + c[1] + c[2]);
+            // Skin is orange rather than red or pink: of the paper's light it sends back more green than
+            // blue.
             const bool isSkin = c[0] / all - paper[0] / sum > redder &&
-                                paper[2] / sum - c[2] / all > lessBlue && all > 0.1F * sum &&
-                                all < 1.05F * sum;
+                                paper[2] / sum - c[2] / all > lessBlue && c[1] * paper[2] > c[2] * paper[1] &&
+                                all > 0.1F * sum && all < 1.05F * sum;
             skin.at<unsigned char>(y, x) = isSkin ? 255 : 0;
         }
     }
@@ -68,7 +74,28 @@ int contactOf(const cv::Mat& labels, int label, const OpenEnds& ends)
     return contact;
 }
 
-cv::Mat fingersOf(cv::Mat skin, const OpenEnds& ends)
+/// What looks like skin may be printed: a tinted box has letters in it, or is as flat as no finger is.
+bool isPrinted(const cv::Mat& mark, const cv::Mat& green, const cv::Mat& closed)
+{
+    cv::Mat inside;
+    cv::erode(mark,
+              inside,
+              cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * rim + 1, 2 * rim + 1}),
+              {-1, -1},
+              1,
+              cv::BORDER_CONSTANT,
+              cv::Scalar(255));
+    const int area = cv::countNonZero(inside);
+    if (area == 0)
+        return false;
+    const cv::Mat letters = (closed - green > darker * closed) & inside;
+    cv::Scalar mean, deviation;
+    cv::meanStdDev(closed, mean, deviation, inside);
+    return cv::countNonZero(letters) > printed * area || deviation[0] < flattest * mean[0];
+}
+
+/// @param green  CV_32F, of the page as it is  @param closed  the same without its print
+cv::Mat fingersOf(cv::Mat skin, const cv::Mat& green, const cv::Mat& closed, const OpenEnds& ends)
 {
     cv::morphologyEx(skin, skin, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_ELLIPSE, {5, 5}));
     cv::morphologyEx(skin, skin, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_ELLIPSE, {13, 13}));
@@ -79,7 +106,7 @@ cv::Mat fingersOf(cv::Mat skin, const OpenEnds& ends)
         const int area = stats.at<int>(i, cv::CC_STAT_AREA);
         const int contact = contactOf(labels, i, ends);
         if (contact < 3 || contact > broadest * std::max(skin.cols, skin.rows) || area > largest * whole ||
-            area < smallest * whole)
+            area < smallest * whole || isPrinted(labels == i, green, closed))
             continue;
         fingers.setTo(255, labels == i);
     }
@@ -155,9 +182,12 @@ void removeFingers(cv::Mat& rgb, const OpenEnds& ends)
     cv::merge(reduction.planes().data(), 3, colours);
     if (std::min(colours.cols, colours.rows) < 40)
         return;
+    cv::Mat green, closed;
+    reduction.planes()[1].convertTo(green, CV_32F);
     cv::morphologyEx(colours, colours, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_RECT, {7, 7}));
     colours.convertTo(colours, CV_32FC3);
-    cv::Mat fingers = fingersOf(skinOf(colours), ends);
+    cv::extractChannel(colours, closed, 1);
+    cv::Mat fingers = fingersOf(skinOf(colours), green, closed, ends);
     if (cv::countNonZero(fingers) == 0)
         return;
     cv::dilate(fingers, fingers, cv::Mat()); // the rim, half dark and half paper
