@@ -121,61 +121,56 @@ cv::Mat onWhite(const cv::Mat& page)
 }
 
 /// Where and under which light a page lies, always in the same way for the same seed.
-class Shot
+struct Shot
 {
-public:
-    Shot(const FlatPage& page, cv::Size size, unsigned seed)
-        : size_(size), pageMm_(page.widthMm, page.heightMm), setting_(settingOf(seed)),
-          view_(setting_.pose, pageMm_, size), inside_({0, 0}, size)
-    {
-        // The page's own middle: its paper may not reach into the corners of a wider picture.
-        for (const auto& corner : view_.corners(pageMm_)) {
-            if (corner.x < size.width / 2.0)
-                inside_ &= cv::Rect(std::max(0, int(corner.x) + 12), 0, size.width, size.height);
-            else
-                inside_ &= cv::Rect(0, 0, std::min(size.width, int(corner.x) - 12), size.height);
-        }
-    }
+    cv::Size size;
+    cv::Size2d pageMm;
+    deskpictures::Scene setting;
+    deskpictures::View view;
+    cv::Rect inside; ///< of the picture: the page's own middle
 
+    cv::Mat seen(const FlatPage& page) const
+    {
+        const deskpictures::FlatLayer flat(page.image, pageMm, view.pxPerMm());
+        return flat.warp(view.pageToPicture(), size);
+    }
     cv::Mat photo(const FlatPage& page) const
     {
-        return deskpictures::photograph(setting_, view_, {seen(page), {}})(inside_).clone();
+        return deskpictures::photograph(setting, view, {seen(page), {}})(inside).clone();
     }
     cv::Mat truth(const FlatPage& page) const
     {
         cv::Mat rgb;
         cv::cvtColor(seen(page), rgb, cv::COLOR_RGBA2RGB);
-        return onWhite(rgb(inside_));
+        return onWhite(rgb(inside));
     }
-
-private:
-    static deskpictures::Scene settingOf(unsigned seed)
-    {
-        QRandomGenerator any(seed);
-        deskpictures::Scene setting;
-        setting.pose.tiltDegrees = 0;
-        setting.pose.fill = 1.06; // no desk in the picture
-        setting.pose.turnDegrees = any.generateDouble() - 0.5;
-        setting.light = anyLight(any);
-        setting.seed = seed;
-        return setting;
-    }
-    cv::Mat seen(const FlatPage& page) const
-    {
-        const deskpictures::FlatLayer flat(page.image, pageMm_, view_.pxPerMm());
-        return flat.warp(view_.pageToPicture(), size_);
-    }
-
-    cv::Size size_;
-    cv::Size2d pageMm_;
-    deskpictures::Scene setting_;
-    deskpictures::View view_;
-    cv::Rect inside_;
 };
+
+Shot shotOf(const FlatPage& page, cv::Size size, unsigned seed)
+{
+    QRandomGenerator any(seed);
+    deskpictures::Scene setting;
+    setting.pose.tiltDegrees = 0;
+    setting.pose.fill = 1.06; // no desk in the picture
+    setting.pose.turnDegrees = any.generateDouble() - 0.5;
+    setting.light = anyLight(any);
+    setting.seed = seed;
+    const cv::Size2d pageMm(page.widthMm, page.heightMm);
+    const deskpictures::View view(setting.pose, pageMm, size);
+    // Its paper may not reach into the corners of a wider picture.
+    cv::Rect inside({0, 0}, size);
+    for (const auto& corner : view.corners(pageMm)) {
+        if (corner.x < size.width / 2.0)
+            inside &= cv::Rect(std::max(0, int(corner.x) + 12), 0, size.width, size.height);
+        else
+            inside &= cv::Rect(0, 0, std::min(size.width, int(corner.x) - 12), size.height);
+    }
+    return {size, pageMm, setting, view, inside};
+}
 
 Scene shoot(const std::string& name, const FlatPage& page, cv::Size size, unsigned seed)
 {
-    const Shot shot(page, size, seed);
+    const Shot shot = shotOf(page, size, seed);
     Scene scene;
     scene.name = name;
     scene.photo = shot.photo(page);
@@ -244,7 +239,7 @@ std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, boo
         const QString text = QString::fromLatin1(texts[i % 3]);
         const FlatPage sealed = drawSealed(text, true, isBlue, seed + i);
         const FlatPage plain = drawSealed(text, false, isBlue, seed + i);
-        const Shot shot(sealed, size, seed + i);
+        const Shot shot = shotOf(sealed, size, seed + i);
         Scene scene;
         scene.name = text.toStdString();
         scene.photo = shot.photo(sealed);

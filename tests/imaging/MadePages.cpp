@@ -157,13 +157,16 @@ void stamp(cv::Mat& sheet, cv::Point centre, int diameter, cv::Scalar colour)
 cv::Mat desk(cv::Size size, Desk kind, unsigned seed)
 {
     cv::RNG random(seed);
+    const auto plain = [&size](int red, int green, int blue) {
+        return cv::Mat(size, CV_8UC3, cv::Scalar(red, green, blue));
+    };
     switch (kind) {
     case Desk::light:
-        return {size, CV_8UC3, cv::Scalar(205, 198, 188)};
+        return plain(205, 198, 188);
     case Desk::dark:
-        return {size, CV_8UC3, cv::Scalar(52, 56, 60)};
+        return plain(52, 56, 60);
     case Desk::coloured:
-        return {size, CV_8UC3, cv::Scalar(40, 110, 90)};
+        return plain(40, 110, 90);
     case Desk::wood:
         return woodDesk(size, random);
     case Desk::checked: {
