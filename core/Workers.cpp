@@ -12,12 +12,13 @@ bool Workers::start(std::function<void()> job)
         ++running_;
     }
     try {
-        std::thread([this, job = std::move(job)] {
+        std::thread([this, job = std::move(job)]() mutable {
             try {
                 job();
             } catch (const std::exception& failure) {
                 std::fprintf(stderr, "worker: %s\n", failure.what());
             }
+            job = nullptr; // what it holds goes before whoever waits may go
             leave();
         }).detach();
     } catch (const std::system_error& failure) {

@@ -1,7 +1,12 @@
 #include "Job.h"
+#include "Workers.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <stdexcept>
 #include <thread>
 
 TEST(Job, NeverGoesBackWhoeverTellsIt)
@@ -31,4 +36,23 @@ TEST(Job, NeverGoesBackWhoeverTellsIt)
     Job half;
     half.reach(1, 2, 0.5);
     EXPECT_EQ(half.progress(), 0.75);
+}
+
+TEST(Workers, TheEndWaitsUntilWhatAJobHoldsIsReleased)
+{
+    for (const bool fails : {false, true}) {
+        std::atomic<bool> isReleased{false};
+        const auto release = [&](int* held) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            delete held;
+            isReleased = true;
+        };
+        Workers workers;
+        ASSERT_TRUE(workers.start([held = std::shared_ptr<int>(new int(0), release), fails] {
+            if (fails)
+                throw std::runtime_error("a job that fails");
+        }));
+        workers.finish();
+        EXPECT_TRUE(isReleased);
+    }
 }

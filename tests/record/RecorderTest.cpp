@@ -130,9 +130,13 @@ TEST_F(RecorderTest, StopDoesNotWaitForWhatNeverEnds)
 TEST_F(RecorderTest, StopWaitsForWhatIsSlowButMoves)
 {
     const Trouble trouble;
+    std::atomic<bool> isSlow{false};
+    Trouble::onEncode = [&isSlow] {
+        return std::this_thread::sleep_for(milliseconds(isSlow ? 60 : 0)), true;
+    };
     ASSERT_EQ(recorder.start(), MIRVAK_RECORD_OK);
     filmTwo();
-    Trouble::onEncode = [] { return std::this_thread::sleep_for(milliseconds(60)), true; };
+    isSlow = true;
     time = milliseconds(1500).count() * 1'000'000;
     EXPECT_EQ(recorder.stop(milliseconds(1200)), MIRVAK_RECORD_OK); // of thirty pictures, and many times one
     EXPECT_EQ(recorder.length(), milliseconds(1500));
