@@ -2,6 +2,7 @@
 // beside the plain `tesseract` command: its errors on the frame as the camera delivers it, its time on the
 // very picture that the library reads, with the same model.
 #include "Codec.h"
+#include "PlainText.h"
 #include "RtfText.h"
 #include "Unicode.h"
 #include "mirvakcamera.h"
@@ -37,25 +38,6 @@ std::string contentOf(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
-}
-
-/// One space for any white space, none beside ideographs: lines are broken differently.
-std::u32string plain(const std::u32string& text)
-{
-    std::u32string out;
-    for (const char32_t c : text) {
-        const bool isSpace = c <= U' ';
-        if (!isSpace && !out.empty() && out.back() == U' ' && mirvak::isIdeographic(c))
-            out.pop_back();
-        const bool wanted = !out.empty() && out.back() != U' ' && !mirvak::isIdeographic(out.back());
-        if (!isSpace)
-            out += c;
-        else if (wanted)
-            out += U' ';
-    }
-    while (!out.empty() && out.back() == U' ')
-        out.pop_back();
-    return out;
 }
 
 double errorsPercent(const Page& page, const std::u32string& read)

@@ -3,7 +3,9 @@
 #include "Background.h"
 #include "Codec.h"
 #include "PageMatch.h"
+#include "PlainText.h"
 #include "RtfText.h"
+#include "Similarity.h"
 #include "Unicode.h"
 
 #include <QFile>
@@ -118,18 +120,6 @@ cv::Mat greyOf(const cv::Mat& rgb)
     return wide;
 }
 
-/// Structural similarity (Wang and others, 2004), mean over the picture.
-double ssim(const cv::Mat& a, const cv::Mat& b)
-{
-    cv::Mat ma, mb, aa, bb, ab;
-    const auto soft = [](const cv::Mat& from, cv::Mat& to) { cv::GaussianBlur(from, to, {11, 11}, 1.5); };
-    soft(a, ma), soft(b, mb), soft(a.mul(a), aa), soft(b.mul(b), bb), soft(a.mul(b), ab);
-    const double c1 = 6.5025, c2 = 58.5225;
-    const cv::Mat top = (2 * ma.mul(mb) + c1).mul(2 * (ab - ma.mul(mb)) + c2);
-    const cv::Mat below = (ma.mul(ma) + mb.mul(mb) + c1).mul(aa - ma.mul(ma) + bb - mb.mul(mb) + c2);
-    return cv::mean(top / below)[0];
-}
-
 /// The colour that nine of ten pixels are darker than, where `where` is set.
 cv::Vec3d paperOf(const cv::Mat& rgb, const cv::Mat& where)
 {
@@ -177,22 +167,6 @@ std::optional<double> fingersLeft(const cv::Mat& fingers, const cv::Mat& truth, 
             wrong += most > allowed;
         }
     return double(wrong) / all;
-}
-
-/// One space for any white space, none beside ideographs: lines are broken differently.
-std::u32string plain(const std::u32string& text)
-{
-    std::u32string out;
-    for (const char32_t c : text) {
-        const bool isSpace = c <= U' ';
-        if (!isSpace && !out.empty() && out.back() == U' ' && mirvak::isIdeographic(c))
-            out.pop_back();
-        if (!isSpace)
-            out += c;
-        else if (!out.empty() && out.back() != U' ' && !mirvak::isIdeographic(out.back()))
-            out += U' ';
-    }
-    return out;
 }
 
 std::u32string read(const cv::Mat& picture, const char* model)

@@ -3,6 +3,7 @@
 //   bench_quality [PAGES [SEED [FOLDER]]]    FOLDER receives before and after, side by side
 #include "Rivals.h"
 #include "Scenes.h"
+#include "Similarity.h"
 
 #include "Background.h"
 #include "Codec.h"
@@ -60,18 +61,12 @@ Score strokes(const Scene& scene, const cv::Mat& black)
     return {share(black, scene.ink), share(scene.ink, black & judged)};
 }
 
-/// Structural similarity of the brightness (Wang and others, 2004), mean over the picture.
-double ssim(const cv::Mat& a8, const cv::Mat& b8)
+double likeness(const cv::Mat& a8, const cv::Mat& b8)
 {
-    cv::Mat a, b, ma, mb, aa, bb, ab;
+    cv::Mat a, b;
     greyOf(a8).convertTo(a, CV_32F);
     greyOf(b8).convertTo(b, CV_32F);
-    const auto soft = [](const cv::Mat& from, cv::Mat& to) { cv::GaussianBlur(from, to, {11, 11}, 1.5); };
-    soft(a, ma), soft(b, mb), soft(a.mul(a), aa), soft(b.mul(b), bb), soft(a.mul(b), ab);
-    const double c1 = 6.5025, c2 = 58.5225;
-    const cv::Mat top = (2 * ma.mul(mb) + c1).mul(2 * (ab - ma.mul(mb)) + c2);
-    const cv::Mat below = (ma.mul(ma) + mb.mul(mb) + c1).mul(aa - ma.mul(ma) + bb - mb.mul(mb) + c2);
-    return cv::mean(top / below)[0];
+    return ssim(a, b);
 }
 
 /// Mean distance of colours (CIE 1976) where `where` is set.
@@ -109,7 +104,7 @@ std::vector<Table> pageTables()
         {"ink kept", [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) < 200, s.ink); }},
         {"F at 128", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).f(); }},
         {"F at 160", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 160).f(); }},
-        {"SSIM", [](const Scene& s, const cv::Mat& p) { return ssim(s.truth, p); }}};
+        {"SSIM", [](const Scene& s, const cv::Mat& p) { return likeness(s.truth, p); }}};
     return {
         {"black and white",
          {{"ours", ours(mirvak::threshold)},

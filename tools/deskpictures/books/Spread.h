@@ -36,7 +36,7 @@ struct Spread
     cv::Point2d toPhoto(bool isRight, cv::Point2d pointMm) const;
 };
 
-/// Books, contents, bends, light, desks, cameras, hands all follow from the seed. About two seconds.
+/// The same seed makes the same book, contents, bend, light, desk, camera and hands. About two seconds.
 Spread makeSpread(uint64_t seed, cv::Size photoPx);
 /// A flat sheet on a desk.
 Spread makeFlatSheet(uint64_t seed, cv::Size photoPx);
