@@ -117,6 +117,14 @@ TEST(Deskew, givesUsualPaperAndCardsTheirRealSizeAndCutsOthersToTheirEdges)
     }
 }
 
+TEST(PageShape, isOfNoFormatWhenItWouldHaveToBeSeenFromVeryFarAway)
+{
+    const mirvak::PaperFormat* whole = mirvak::formatOfShape({770, 1089}, frame);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->longSide, 297);
+    EXPECT_FALSE(mirvak::formatOfShape({105, 148.5}, frame)) << "a stamp is no small A4";
+}
+
 TEST(PageShape, isThatOfTheSheetWhateverTheCameraAndItsView)
 {
     for (const double focal : {0.7, 1.0, 1.4}) {
