@@ -142,7 +142,13 @@ TEST_F(FrameDeliveryTest, OutlinesAreDrawnOnlyWithAutomaticCropping)
     page(cv::Rect(300, 60, 30, 400)).setTo(cv::Scalar(40, 45, 50)); // two pages side by side
     EXPECT_EQ(redPixels(cropping::none), 0);
     for (int i = 0; i < 5; ++i) // each of them in every frame, not only in those that are searched
-        EXPECT_GT(redPixels(cropping::second), 6000) << i;
+        EXPECT_GT(redPixels(cropping::second), 10'000) << i;
+    page.colRange(330, 640).setTo(cv::Scalar(40, 45, 50)); // one is taken away
+    int red = 0;
+    for (int i = 0; i < 4; ++i)
+        red = redPixels(cropping::second);
+    EXPECT_LT(red, 9000);
+    EXPECT_GT(red, 4000);
     EXPECT_EQ(redPixels(cropping::none), 0);
 }
 
