@@ -160,6 +160,16 @@ TEST_F(ImageFacade, AChangeOfACopyLeavesTheOriginalAlone)
     }
 }
 
+TEST_F(ImageFacade, ACopyOfBorrowedPixelsOutlivesThem)
+{
+    std::vector<unsigned char> lent(30 * 20 * 3, 77);
+    const Handle frame = white(1, 1);
+    pixels(frame) = cv::Mat(20, 30, CV_8UC3, lent.data());
+    const Handle copy = own(camera_.MirvakImage_Clone(frame.get()));
+    std::fill(lent.begin(), lent.end(), 200);
+    EXPECT_EQ(difference(pixels(copy), cv::Mat(20, 30, CV_8UC3, cv::Scalar::all(77))), 0);
+}
+
 TEST_F(ImageFacade, EveryPageSideBySideBecomesAPictureOfItsOwn)
 {
     const Handle desk = own(makeImageHandle(960, 640, {50, 55, 60}));
@@ -285,6 +295,17 @@ TEST_F(ImageFacade, CutsScalesAndJoinsPixelForPixel)
         EXPECT_EQ(difference(seen, wanted), 0) << place;
         EXPECT_EQ(image(merged).dpi, image(base).dpi);
     }
+}
+
+TEST_F(ImageFacade, AnInsetThatIsMadeSmallerKeepsTheMeanOfItsPixels)
+{
+    cv::Mat checks(64, 64, CV_8UC3);
+    for (int y = 0; y < 64; ++y)
+        for (int x = 0; x < 64; ++x)
+            checks.at<cv::Vec3b>(y, x) = cv::Vec3b::all((x + y) % 4 == 0 ? 240 : 0);
+    const Handle base = white(16, 16), inset = own(checks);
+    const Handle merged = own(camera_.MirvakImage_Merge(base.get(), inset.get(), 0, 0, 16, 16));
+    EXPECT_LE(difference(pixels(merged), cv::Mat(16, 16, CV_8UC3, cv::Scalar::all(60))), 1);
 }
 
 TEST_F(ImageFacade, BytesComeOutWithTheirDescription)

@@ -99,10 +99,8 @@ std::vector<Image> deskewAll(const Image& image, int margin)
         sheet = refineOutline(image.pixels, sheet);
     const std::vector<PageShape> shapes = pageShapes(sheets, image.pixels.size());
     std::vector<Image> pages(sheets.size());
-    for (size_t i = 0; i < sheets.size(); ++i) {
+    for (size_t i = 0; i < sheets.size(); ++i)
         straighten(image, sheets[i], shapes[i], margin, pages[i]);
-        pages[i].taken = image.taken;
-    }
     return pages;
 }
 
