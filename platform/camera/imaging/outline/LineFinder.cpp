@@ -71,11 +71,11 @@ void LineFinder::dropRepeated(const EdgeField& field, size_t most)
     std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
         return a.rank() > b.rank();
     });
-    claimed_.create(field.size(), CV_8UC1);
+    claimed_.create(EdgeLine::claimSize(field.size()), CV_8UC1);
     claimed_.setTo(0);
     size_t kept = 0;
     for (size_t i = 0; i < lines_.size() && kept < most; ++i) {
-        if (lines_[i].claim(claimed_) < leastOwnShare)
+        if (lines_[i].claim(claimed_, static_cast<unsigned char>(i % 255 + 1)) < leastOwnShare)
             continue;
         if (kept != i)
             std::swap(lines_[kept], lines_[i]);
