@@ -1633,6 +1633,33 @@
     </message>
 </context>
 <context>
+    <name>ShotHint</name>
+    <message>
+        <source>page leaves the picture</source>
+        <translation>page leaves the picture</translation>
+    </message>
+    <message>
+        <source>page is moving</source>
+        <translation>page is moving</translation>
+    </message>
+    <message>
+        <source>too dark</source>
+        <translation>too dark</translation>
+    </message>
+    <message>
+        <source>too blurred</source>
+        <translation>too blurred</translation>
+    </message>
+    <message>
+        <source>reflection on the page</source>
+        <translation>reflection on the page</translation>
+    </message>
+    <message>
+        <source>edge of the page unclear</source>
+        <translation>edge of the page unclear</translation>
+    </message>
+</context>
+<context>
     <name>Start</name>
     <message>
         <source>The program is already running but does not answer. Please end it, or wait a moment, and start again.</source>

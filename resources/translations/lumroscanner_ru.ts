@@ -1634,6 +1634,33 @@
     </message>
 </context>
 <context>
+    <name>ShotHint</name>
+    <message>
+        <source>page leaves the picture</source>
+        <translation>страница выходит за кадр</translation>
+    </message>
+    <message>
+        <source>page is moving</source>
+        <translation>страница движется</translation>
+    </message>
+    <message>
+        <source>too dark</source>
+        <translation>слишком темно</translation>
+    </message>
+    <message>
+        <source>too blurred</source>
+        <translation>слишком нерезко</translation>
+    </message>
+    <message>
+        <source>reflection on the page</source>
+        <translation>блик на странице</translation>
+    </message>
+    <message>
+        <source>edge of the page unclear</source>
+        <translation>край страницы неясен</translation>
+    </message>
+</context>
+<context>
     <name>Start</name>
     <message>
         <source>The program is already running but does not answer. Please end it, or wait a moment, and start again.</source>

@@ -1632,6 +1632,33 @@
     </message>
 </context>
 <context>
+    <name>ShotHint</name>
+    <message>
+        <source>page leaves the picture</source>
+        <translation>页面超出画面</translation>
+    </message>
+    <message>
+        <source>page is moving</source>
+        <translation>页面正在移动</translation>
+    </message>
+    <message>
+        <source>too dark</source>
+        <translation>光线太暗</translation>
+    </message>
+    <message>
+        <source>too blurred</source>
+        <translation>画面太模糊</translation>
+    </message>
+    <message>
+        <source>reflection on the page</source>
+        <translation>页面上有反光</translation>
+    </message>
+    <message>
+        <source>edge of the page unclear</source>
+        <translation>页面边缘不清楚</translation>
+    </message>
+</context>
+<context>
     <name>Start</name>
     <message>
         <source>The program is already running but does not answer. Please end it, or wait a moment, and start again.</source>

@@ -11,9 +11,10 @@
 // be used again.
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
-// image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
-// at a time; so are the PDF calls, which keep the pages, and the ZBarcode calls, which keep what was read.
-// Devs, Device and Hid calls are made by one thread (the GUI thread), except where noted.
+// image by one thread at a time. MirvakImage_CheckPage and MirvakImage_DrawLineJudged keep a memory of their
+// own and are called by one thread at a time each; so are the PDF calls, which keep the pages, and the
+// ZBarcode calls, which keep what was read. Devs, Device and Hid calls are made by one thread (the GUI
+// thread), except where noted.
 #pragma once
 
 #include <memory>
@@ -99,6 +100,27 @@ struct MirvakPointF
 struct MirvakOutline
 {
     MirvakPointF corners[4];
+};
+
+/// Whether the page before the camera will be good when it is captured now. From MIRVAK_SHOT_LEAVES_PICTURE
+/// on something is wrong; of several things the worst.
+enum MirvakShot {
+    MIRVAK_SHOT_NO_PAGE = 0,
+    MIRVAK_SHOT_LOOKING = 1, // a page, but it is too early to tell
+    MIRVAK_SHOT_GOOD = 2,    // found for sure, whole, sharp, at rest, lit
+    MIRVAK_SHOT_LEAVES_PICTURE = 3,
+    MIRVAK_SHOT_MOVING = 4,
+    MIRVAK_SHOT_TOO_DARK = 5,
+    MIRVAK_SHOT_TOO_BLURRED = 6,
+    MIRVAK_SHOT_REFLECTION = 7, // a lamp is mirrored on the page
+    MIRVAK_SHOT_NOT_SURE = 8,   // what lies there may be another outline
+};
+
+struct MirvakVerdict
+{
+    MirvakShot shot;
+    bool found;         // in this very frame
+    MirvakOutline page; // where it was found
 };
 
 class MIRVAK_API MirvakCamera
@@ -264,6 +286,11 @@ public:
     /// A new image with the outline of the page drawn in `colour`, `width` pixels thick; an unchanged copy
     /// when no page is found. Null for a null handle.
     void* MirvakImage_DrawLine(void* image, int colour, int width);
+    /// The same for the frames of a stream, and says whether the page in them will be good. A verdict stands
+    /// long enough to be read, whatever single frames show; a pause of a second and another size of frame
+    /// begin anew. Costs about a millisecond beside the search. `verdict` is MIRVAK_SHOT_NO_PAGE with every
+    /// error.
+    void* MirvakImage_DrawLineJudged(void* image, int colour, int width, MirvakVerdict& verdict);
     /// A new image with these outlines drawn in the same way. Null for a null handle.
     void*
     MirvakImage_DrawOutlines(void* image, const std::vector<MirvakOutline>& outlines, int colour, int width);
