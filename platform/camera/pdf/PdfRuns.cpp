@@ -13,6 +13,8 @@ constexpr double almostLevel = 7; // degrees of a word's slant
 // far a word may be moved for that.
 constexpr double mostDrift = 0.4, mostShift = 0.4;
 
+constexpr double leastShare = 0.5; // of a word's length, that it keeps where the next one reaches into it
+
 cv::Point2d onSheet(const cv::Matx23d& toSheet, const cv::Point2d& place)
 {
     const cv::Vec2d moved = toSheet * cv::Vec3d(place.x, place.y, 1);
@@ -33,7 +35,8 @@ PdfRun runOf(const PdfWord& word, const PdfWord* next, const cv::Matx23d& toShee
     const double length = cv::norm(run.along);
     if (isJoined(word, next) && length > 0) {
         const double reach = (onSheet(toSheet, next->corners[3]) - run.start).dot(run.along) / length;
-        run.along *= std::max(1.0, reach / length);
+        if (reach > leastShare * length) // boxes may also overlap
+            run.along *= reach / length;
     }
     return run;
 }
