@@ -123,6 +123,32 @@ struct MirvakVerdict
     MirvakOutline page; // where it was found
 };
 
+/// A word that lies invisibly over the picture of a PDF's page, to be found and copied.
+struct MirvakPdfWord
+{
+    std::string text; // UTF-8; what is none is left out
+    /// Around the word, clockwise from where its upper edge begins: the first two give the direction of
+    /// reading. In pixels from the outer corner at the top left of the picture as seen (turned as its file
+    /// says).
+    MirvakPointF corners[4];
+    int line;           // words of one line have the same number
+    bool isSpaceBehind; // between it and the next word of its line
+};
+
+enum MirvakPdfSheet {
+    MIRVAK_PDF_OWN_SIZE = 0, // each page as large as its picture
+    MIRVAK_PDF_LYING_A4 = 1, // A4 lying, margins of 30 points, the picture at the top left as large as fits
+};
+
+/// How a PDF is made of its pages.
+struct MirvakPdfOptions
+{
+    MirvakPdfSheet sheet = MIRVAK_PDF_OWN_SIZE;
+    /// Conforms to PDF/A-2b (ISO 19005-2); a JPEG in four inks becomes RGB, without loss.
+    bool isArchival = false;
+    std::string title; // UTF-8, what viewers call the document; empty for none
+};
+
 class MIRVAK_API MirvakCamera
 {
 public:
@@ -333,6 +359,9 @@ public:
     /// for a file that is no such picture, broken or cut short, or has over 200 million pixels;
     /// MIRVAK_IO_ERROR when it cannot be read. The pages before it stay in every case.
     int MirvakPDF_AddPage(const char* imagePath);
+    /// Gives the page that was added last its words, in reading order, in place of those it had. They lie
+    /// over the picture in Unicode, and nothing of them is seen. MIRVAK_BAD_ARGUMENT without a page.
+    int MirvakPDF_SetWords(const std::vector<MirvakPdfWord>& words);
     /// Writes the remembered pages and forgets them, whatever the result. A JPEG goes in byte for byte, every
     /// other picture without loss; parts that are transparent become white. No more than one picture is in
     /// memory at a time. The file is a new one and appears under its name only when it is complete and
@@ -342,6 +371,11 @@ public:
     /// The same with a callback before each page and after the last; null for none. MIRVAK_STOPPED: no file
     /// is left, and the pages are forgotten.
     int MirvakPDF_SaveWatched(const char* pdfPath, MirvakProgressCallback progress, void* context);
+    /// The same, made as `options` say.
+    int MirvakPDF_SaveAs(const char* pdfPath,
+                         const MirvakPdfOptions& options,
+                         MirvakProgressCallback progress,
+                         void* context);
 
     // --- ZBarcode: bar and matrix codes ------------------------------------------------------------------
     /// Reads all codes of the picture, whichever way they are turned (MaxiCode upright only), light on dark
