@@ -1,5 +1,7 @@
 #include "Gutter.h"
 
+#include "RunningText.h"
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -9,8 +11,10 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 0.9;
-constexpr double noteWidth = 4.5; // narrower are numbers of a list
-constexpr double onLevel = 0.45;  // between middles of rows that are one line of a table
+constexpr double leastGapOfPitch = 0.4; // of the distance of lines, the smaller one of both sides
+constexpr double noteWidth = 4.5;       // narrower are numbers of a list
+constexpr double onLevel = 0.45;        // between middles of rows that are one line of a table
+constexpr double onLevelOfPitch = 0.2;  // the same in distances of lines: worn letters lie anywhere in theirs
 constexpr double addressWidth = 5, addressGap = 4, addressPitch = 5;
 constexpr size_t addressLeast = 3, addressMost = 7; // rows
 
@@ -49,9 +53,10 @@ struct Side
     Blocks blocks;
     cv::Rect box;
     std::vector<int> levels; ///< middles of the rows
-    double prose = 0;        ///< share of the marks
+    int pitch = 0;           ///< px, from row to row
+    bool isProse = false;
 
-    explicit Side(Blocks all) : blocks(std::move(all))
+    Side(Blocks all, int height) : blocks(std::move(all))
     {
         size_t marks = 0, running = 0;
         for (const TextBlock* block : blocks) {
@@ -61,10 +66,12 @@ struct Side
             for (const Piece& row : block->rows)
                 levels.push_back(row.box.y + row.box.height / 2);
         }
-        prose = marks > 0 ? static_cast<double>(running) / static_cast<double>(marks) : 0;
         std::sort(levels.begin(), levels.end());
+        const RunningText text(blocks);
+        pitch = text.pitch();
+        isProse =
+            static_cast<double>(running) >= proseShare * static_cast<double>(marks) || text.fills(height);
     }
-    bool isProse() const { return prose >= proseShare; }
 };
 
 // Share of the rows of the side with fewer of them that stand on a level with one of the other.
@@ -72,10 +79,11 @@ double alignedRows(const Side& a, const Side& b, int height)
 {
     const Side& few = a.levels.size() < b.levels.size() ? a : b;
     const Side& many = &few == &a ? b : a;
+    const double near = std::max(onLevel * height, onLevelOfPitch * std::min(a.pitch, b.pitch));
     size_t aligned = 0;
     for (const int level : few.levels) {
         aligned += std::any_of(many.levels.begin(), many.levels.end(), [&](int other) {
-            return std::abs(other - level) <= onLevel * height;
+            return std::abs(other - level) <= near;
         });
     }
     return static_cast<double>(aligned) / static_cast<double>(few.levels.size());
@@ -98,16 +106,19 @@ bool isAddress(const Side& side, int height)
     return left < height && right > height && pitch < addressPitch * height;
 }
 
+// Few rows that stand on the text's own lines have at least as much white before them as lies from line to
+// line; others are the ends of lines with a wide space.
 bool isNotes(const Side& notes, const Side& text, double aligned)
 {
-    return text.isProse() &&
-           (aligned < alignedShare ||
-            static_cast<double>(notes.levels.size()) <= notesShare * static_cast<double>(text.levels.size()));
+    const int gap = std::max(notes.box.x - text.box.br().x, text.box.x - notes.box.br().x);
+    return text.isProse && (aligned < alignedShare ||
+                            (gap >= text.pitch && static_cast<double>(notes.levels.size()) <=
+                                                      notesShare * static_cast<double>(text.levels.size())));
 }
 
 bool parts(const Side& left, const Side& right, int height)
 {
-    if (left.isProse() && right.isProse())
+    if (left.isProse && right.isProse)
         return true;
     if (std::min(left.box.width, right.box.width) < noteWidth * height)
         return false;
@@ -130,7 +141,9 @@ std::optional<Gutter> widest(const Blocks& blocks, int height)
         Gutter gutter;
         for (const TextBlock* block : blocks)
             (block->box.x < gap.to ? gutter.left : gutter.right).push_back(block);
-        if (!parts(Side(gutter.left), Side(gutter.right), height))
+        const Side left(gutter.left, height), right(gutter.right, height);
+        if (gap.to - gap.from < leastGapOfPitch * std::min(left.pitch, right.pitch) ||
+            !parts(left, right, height))
             continue;
         width = gap.to - gap.from;
         best = std::move(gutter);

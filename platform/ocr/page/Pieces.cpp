@@ -51,8 +51,9 @@ public:
                 .setTo(0);
         }
         const double line = pitch > 0 ? pitch : usualPitch * height;
-        white &= ~opened(white, blankWidth * height, blankLines * line);
-        white_ = cv::Mat(white.size(), CV_8UC1, cv::Scalar(0));
+        const cv::Mat blank = opened(white, blankWidth * height, blankLines * line);
+        white &= ~blank;
+        white_ = blank; // a stray mark in a margin is parted from the text beside it
         for (const StripShape& shape : stripShapes) {
             white_ |=
                 opened(white, shape.width * height, std::max(shape.leastHeight * height, shape.lines * line));
