@@ -21,6 +21,8 @@ constexpr size_t addressLeast = 3, addressMost = 7; // rows
 constexpr double proseShare = 0.5; // of the marks of a side
 constexpr double notesShare = 0.6; // rows of the notes as a share of those of the text beside them
 constexpr double alignedShare = 0.65;
+constexpr double tableAligned = 0.85, tableGap = 0.25; // shares of rows, of the narrower side
+constexpr double tablePitch = 3;
 constexpr size_t leastRows = 3;
 constexpr size_t floatRows = 3; // of a caption in a gutter
 constexpr double floatShare = 0.1;
@@ -52,7 +54,7 @@ struct Side
 {
     Blocks blocks;
     cv::Rect box;
-    std::vector<int> levels; ///< middles of the rows
+    std::vector<int> levels; ///< middles of the lines, px
     int pitch = 0;           ///< px, from row to row
     bool isProse = false;
 
@@ -63,11 +65,9 @@ struct Side
             box |= block->box;
             marks += block->marks;
             running += block->isProse ? block->marks : 0;
-            for (const Piece& row : block->rows)
-                levels.push_back(row.box.y + row.box.height / 2);
         }
-        std::sort(levels.begin(), levels.end());
         const RunningText text(blocks);
+        levels = text.levels();
         pitch = text.pitch();
         isProse =
             static_cast<double>(running) >= proseShare * static_cast<double>(marks) || text.fills(height);
@@ -116,13 +116,24 @@ bool isNotes(const Side& notes, const Side& text, double aligned)
                                                       notesShare * static_cast<double>(text.levels.size())));
 }
 
+// Names below each other fill their column like prose, but their rows stand further apart, on the levels of
+// the next column, and that stands well away.
+bool isTable(const Side& left, const Side& right, double aligned, int height)
+{
+    const int gap = right.box.x - left.box.br().x;
+    return aligned >= tableAligned && std::min(left.pitch, right.pitch) > tablePitch * height &&
+           gap > tableGap * std::min(left.box.width, right.box.width);
+}
+
 bool parts(const Side& left, const Side& right, int height)
 {
+    const double aligned = alignedRows(left, right, height);
+    if (isTable(left, right, aligned, height))
+        return false;
     if (left.isProse && right.isProse)
         return true;
     if (std::min(left.box.width, right.box.width) < noteWidth * height)
         return false;
-    const double aligned = alignedRows(left, right, height);
     if (isNotes(left, right, aligned) || isNotes(right, left, aligned))
         return true;
     if (std::min(left.levels.size(), right.levels.size()) >= leastRows && aligned < alignedShare)

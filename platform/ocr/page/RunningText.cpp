@@ -48,12 +48,21 @@ void RunningText::add(const Piece& piece)
     line->covered += piece.box.width;
 }
 
+std::vector<int> RunningText::levels() const
+{
+    std::vector<int> levels;
+    for (const Line& line : lines_)
+        levels.push_back(line.box.y + line.box.height / 2);
+    std::sort(levels.begin(), levels.end());
+    return levels;
+}
+
 int RunningText::pitch() const
 {
+    const std::vector<int> all = levels();
     std::vector<int> pitches;
-    for (size_t i = 1; i < lines_.size(); ++i)
-        pitches.push_back(lines_[i].box.y + lines_[i].box.height / 2 - lines_[i - 1].box.y -
-                          lines_[i - 1].box.height / 2);
+    for (size_t i = 1; i < all.size(); ++i)
+        pitches.push_back(all[i] - all[i - 1]);
     if (pitches.empty())
         return 0;
     const auto middle = pitches.begin() + static_cast<std::ptrdiff_t>(pitches.size() / 2);

@@ -17,6 +17,8 @@ public:
     /// Most lines are filled with text from one side of the column to the other. Those of a table leave white
     /// between its cells. @param markHeight px
     bool fills(int markHeight) const;
+    /// px, the middles of the lines, from the top
+    std::vector<int> levels() const;
     /// px, the usual distance from line to line; 0 for a single one
     int pitch() const;
 
