@@ -12,8 +12,8 @@ struct Glance
     double confidence = 0;      ///< 0 to 100, with which it reads the sample
 };
 
-/// Reads a few rows of the page with one model after the other. The first that reads them surely is taken,
-/// otherwise the one that reads them best.
+/// Reads a few rows of the page with one model after the other, first with those whose letters look like the
+/// page's. The first that reads them surely is taken, otherwise the one that reads them best.
 Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, const Limit& limit);
 
 /// Whether the glance leaves no doubt of language and direction.

@@ -10,9 +10,13 @@ namespace mirvak {
 
 namespace {
 
-constexpr double weakLine = 80; // percent; a line of the model's own language is seldom below
-constexpr float weakWord = 65;  // percent; the same for a word
-constexpr double gain = 8;      // percent that another reading must be better by
+// Percent. Lines of another script are read with 10 to 70, and worn ones of the model's own seldom with less.
+constexpr double weakLine = 72;
+constexpr float weakWord = 65; // percent; the same for a word
+// Percent: ideographs look like no letters at all, and to load their model takes as long as to read ten
+// lines.
+constexpr double noLetters = 50;
+constexpr double gain = 8; // percent that another reading must be better by
 // Percent that it needs by itself: what is too faint for its own model looks a little like anything to the
 // others, most of all Latin letters and Cyrillic ones.
 constexpr double trusted = 80;
@@ -136,6 +140,8 @@ private:
         for (const std::string& language : models_.languages()) {
             if (latin && language != models_.languages().front())
                 break;
+            if (confidenceOf(old) > noLetters && isUnspaced(language))
+                continue;
             const std::vector<ReadWord> words = readWith(language, model, part);
             if (!words.empty() && confidenceOf(words) > least) {
                 least = confidenceOf(words);

@@ -6,7 +6,6 @@
 #include <tesseract/resultiterator.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace mirvak {
 
@@ -145,11 +144,9 @@ bool TextModel::knows(const std::string& word) const
     return engine_->api.IsValidWord(word.c_str()) > 0;
 }
 
-bool TextModel::isUnspaced() const
+bool isUnspaced(const std::string& language)
 {
-    const auto startsWith = [&](const char* name) {
-        return language_.compare(0, std::strlen(name), name) == 0;
-    };
+    const auto startsWith = [&](const char* name) { return language.rfind(name, 0) == 0; };
     return startsWith("chi_") || startsWith("jpn") || startsWith("tha");
 }
 

@@ -17,6 +17,9 @@ enum class Shape {
     row
 };
 
+/// Whether the language is written without spaces between its words; by its model's name.
+bool isUnspaced(const std::string& language);
+
 /// One language's recogniser. One thread at a time; call within a SingleThread.
 class TextModel
 {
@@ -36,8 +39,7 @@ public:
                    const Stretch& stretch = {});
     /// Whether the model's dictionary has the word.
     bool knows(const std::string& word) const;
-    /// The language is written without spaces between its words.
-    bool isUnspaced() const;
+    bool isUnspaced() const { return mirvak::isUnspaced(language_); }
 
 private:
     struct Engine;

@@ -42,7 +42,8 @@ public:
             head = rows.front();
             rows.erase(rows.begin());
         }
-        if (rows.size() > 1 && isMargin(rows.back(), rows[rows.size() - 2], blocks)) {
+        if (rows.size() > 1 && isMargin(rows.back(), rows[rows.size() - 2], blocks) &&
+            !holdsNotes(rows.back(), rows)) {
             foot = rows.back();
             rows.pop_back();
         }
@@ -68,6 +69,29 @@ private:
         }
         return std::max(a.y, b.y) - std::min(a.br().y, b.br().y) > marginPause * height_ &&
                width * 2 < around(all).width && letterHeight(row) < headingSize * letterHeight(all);
+    }
+
+    // Footnotes belong to their columns: each begins at the left edge of one, or below a short rule there.
+    bool holdsNotes(const Blocks& foot, const std::vector<Blocks>& rows) const
+    {
+        const auto startsColumn = [&](const TextBlock* note) {
+            size_t below = 0;
+            for (const Blocks& row : rows) {
+                below += std::any_of(row.begin(), row.end(), [&](const TextBlock* block) {
+                    return block != note && std::abs(block->box.x - note->box.x) <= height_;
+                });
+            }
+            return below * 2 >= rows.size() || below > 2;
+        };
+        const auto isBelowRule = [&](const TextBlock* note) {
+            return std::any_of(rules_.begin(), rules_.end(), [&](const cv::Rect& rule) {
+                const int down = note->box.y - rule.br().y;
+                return std::abs(rule.x - note->box.x) <= height_ && down > -height_ &&
+                       down < widestPause * height_ && rule.width < ruleShare * note->box.width;
+            });
+        };
+        return (foot.size() > 1 && std::all_of(foot.begin(), foot.end(), startsColumn)) ||
+               std::any_of(foot.begin(), foot.end(), isBelowRule);
     }
 
     void divide(const Blocks& blocks)

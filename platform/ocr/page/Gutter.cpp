@@ -1,5 +1,7 @@
 #include "Gutter.h"
 
+#include "RunningText.h"
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -9,14 +11,18 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 0.9;
-constexpr double noteWidth = 4.5; // narrower are numbers of a list
-constexpr double onLevel = 0.45;  // between middles of rows that are one line of a table
+constexpr double leastGapOfPitch = 0.4; // of the distance of lines, the smaller one of both sides
+constexpr double noteWidth = 4.5;       // narrower are numbers of a list
+constexpr double onLevel = 0.45;        // between middles of rows that are one line of a table
+constexpr double onLevelOfPitch = 0.2;  // the same in distances of lines: worn letters lie anywhere in theirs
 constexpr double addressWidth = 5, addressGap = 4, addressPitch = 5;
 constexpr size_t addressLeast = 3, addressMost = 7; // rows
 
 constexpr double proseShare = 0.5; // of the marks of a side
 constexpr double notesShare = 0.6; // rows of the notes as a share of those of the text beside them
 constexpr double alignedShare = 0.65;
+constexpr double tableAligned = 0.85, tableGap = 0.25; // shares of rows, of the narrower side
+constexpr double tablePitch = 3;
 constexpr size_t leastRows = 3;
 constexpr size_t floatRows = 3; // of a caption in a gutter
 constexpr double floatShare = 0.1;
@@ -48,23 +54,24 @@ struct Side
 {
     Blocks blocks;
     cv::Rect box;
-    std::vector<int> levels; ///< middles of the rows
-    double prose = 0;        ///< share of the marks
+    std::vector<int> levels; ///< middles of the lines, px
+    int pitch = 0;           ///< px, from row to row
+    bool isProse = false;
 
-    explicit Side(Blocks all) : blocks(std::move(all))
+    Side(Blocks all, int height) : blocks(std::move(all))
     {
         size_t marks = 0, running = 0;
         for (const TextBlock* block : blocks) {
             box |= block->box;
             marks += block->marks;
             running += block->isProse ? block->marks : 0;
-            for (const Piece& row : block->rows)
-                levels.push_back(row.box.y + row.box.height / 2);
         }
-        prose = marks > 0 ? static_cast<double>(running) / static_cast<double>(marks) : 0;
-        std::sort(levels.begin(), levels.end());
+        const RunningText text(blocks);
+        levels = text.levels();
+        pitch = text.pitch();
+        isProse =
+            static_cast<double>(running) >= proseShare * static_cast<double>(marks) || text.fills(height);
     }
-    bool isProse() const { return prose >= proseShare; }
 };
 
 // Share of the rows of the side with fewer of them that stand on a level with one of the other.
@@ -72,10 +79,11 @@ double alignedRows(const Side& a, const Side& b, int height)
 {
     const Side& few = a.levels.size() < b.levels.size() ? a : b;
     const Side& many = &few == &a ? b : a;
+    const double near = std::max(onLevel * height, onLevelOfPitch * std::min(a.pitch, b.pitch));
     size_t aligned = 0;
     for (const int level : few.levels) {
         aligned += std::any_of(many.levels.begin(), many.levels.end(), [&](int other) {
-            return std::abs(other - level) <= onLevel * height;
+            return std::abs(other - level) <= near;
         });
     }
     return static_cast<double>(aligned) / static_cast<double>(few.levels.size());
@@ -98,20 +106,34 @@ bool isAddress(const Side& side, int height)
     return left < height && right > height && pitch < addressPitch * height;
 }
 
+// Few rows that stand on the text's own lines have at least as much white before them as lies from line to
+// line; others are the ends of lines with a wide space.
 bool isNotes(const Side& notes, const Side& text, double aligned)
 {
-    return text.isProse() &&
-           (aligned < alignedShare ||
-            static_cast<double>(notes.levels.size()) <= notesShare * static_cast<double>(text.levels.size()));
+    const int gap = std::max(notes.box.x - text.box.br().x, text.box.x - notes.box.br().x);
+    return text.isProse && (aligned < alignedShare ||
+                            (gap >= text.pitch && static_cast<double>(notes.levels.size()) <=
+                                                      notesShare * static_cast<double>(text.levels.size())));
+}
+
+// Names below each other fill their column like prose, but their rows stand further apart, on the levels of
+// the next column, and that stands well away.
+bool isTable(const Side& left, const Side& right, double aligned, int height)
+{
+    const int gap = right.box.x - left.box.br().x;
+    return aligned >= tableAligned && std::min(left.pitch, right.pitch) > tablePitch * height &&
+           gap > tableGap * std::min(left.box.width, right.box.width);
 }
 
 bool parts(const Side& left, const Side& right, int height)
 {
-    if (left.isProse() && right.isProse())
+    const double aligned = alignedRows(left, right, height);
+    if (isTable(left, right, aligned, height))
+        return false;
+    if (left.isProse && right.isProse)
         return true;
     if (std::min(left.box.width, right.box.width) < noteWidth * height)
         return false;
-    const double aligned = alignedRows(left, right, height);
     if (isNotes(left, right, aligned) || isNotes(right, left, aligned))
         return true;
     if (std::min(left.levels.size(), right.levels.size()) >= leastRows && aligned < alignedShare)
@@ -130,7 +152,9 @@ std::optional<Gutter> widest(const Blocks& blocks, int height)
         Gutter gutter;
         for (const TextBlock* block : blocks)
             (block->box.x < gap.to ? gutter.left : gutter.right).push_back(block);
-        if (!parts(Side(gutter.left), Side(gutter.right), height))
+        const Side left(gutter.left, height), right(gutter.right, height);
+        if (gap.to - gap.from < leastGapOfPitch * std::min(left.pitch, right.pitch) ||
+            !parts(left, right, height))
             continue;
         width = gap.to - gap.from;
         best = std::move(gutter);

@@ -7,8 +7,6 @@
 
 namespace mirvak {
 
-using Blocks = std::vector<const TextBlock*>; ///< borrowed
-
 /// White between two parts of which each is read by itself.
 struct Gutter
 {

@@ -1,5 +1,7 @@
 #include "Pieces.h"
 
+#include "Strays.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -30,7 +32,8 @@ constexpr double mostPitch = 5;     // lines further apart are rows of a table
 constexpr double widestSpace = 3;   // between words that no strip parts
 constexpr double offLevel = 0.6;    // a letter's middle from that of its line
 constexpr double leastLetter = 0.4; // smaller marks are dots, accents or dirt
-constexpr double leastRun = 5;      // for the distance of lines
+constexpr double tallOfPitch = 1.1, tallOfLine = 1.6;
+constexpr double leastRun = 5; // for the distance of lines
 
 /// White strips of a page.
 class Strips
@@ -88,8 +91,9 @@ private:
 class Joiner
 {
 public:
-    Joiner(const std::vector<cv::Rect>& letters, int height, const Strips& strips)
-        : letters_(letters), height_(height), strips_(strips)
+    /// @param pitch px, from line to line; 0 when it is not known
+    Joiner(const std::vector<cv::Rect>& letters, int height, int pitch, const Strips& strips)
+        : letters_(letters), height_(height), pitch_(pitch), strips_(strips)
     {
     }
 
@@ -127,7 +131,7 @@ private:
         for (const size_t i : recent_) {
             const Open& open = open_[i];
             const double off = std::abs(open.level - level);
-            if (off > offLevel * std::max<double>(open.size, height_) ||
+            if (off > offLevel * std::max<double>(open.size, height_) || isTooTall(letter, open.size) ||
                 strips_.part(open.piece.box.br().x, letter.x, static_cast<int>(level)))
                 continue;
             if (best == open_.size() || off < least) {
@@ -145,6 +149,12 @@ private:
         open.piece.marks.push_back(letter);
         open.level += (level - open.level) / 4;
         open.size += (letter.height - open.size) / 4;
+    }
+
+    // What reaches over two lines is a letter of neither and would tie them to each other.
+    bool isTooTall(const cv::Rect& letter, double size) const
+    {
+        return pitch_ > 0 && letter.height > tallOfPitch * pitch_ && letter.height > tallOfLine * size;
     }
 
     // Parts of ideographs and accents, which lie off the line's middle.
@@ -170,8 +180,8 @@ private:
     bool belong(const Piece& line, const Piece& part) const
     {
         const int over = std::min(line.box.br().y, part.box.br().y) - std::max(line.box.y, part.box.y);
-        if (over * 2 < std::min(line.box.height, part.box.height) || part.box.height > 2 * line.box.height ||
-            line.box.height > 4 * part.box.height + 2 * height_)
+        if (over * 2 < std::min(line.box.height, part.box.height) || isTooTall(part.box, line.box.height) ||
+            part.box.height > 2 * line.box.height || line.box.height > 4 * part.box.height + 2 * height_)
             return false;
         const int from = std::min(line.box.br().x, part.box.br().x);
         const int to = std::max(line.box.x, part.box.x);
@@ -179,7 +189,7 @@ private:
     }
 
     const std::vector<cv::Rect>& letters_;
-    int height_, widest_ = 0;
+    int height_, pitch_, widest_ = 0;
     const Strips& strips_;
     std::vector<Open> open_;
     std::vector<size_t> recent_;
@@ -226,9 +236,10 @@ Pieces piecesOf(const Marks& marks)
         return {};
     std::sort(letters.begin(), letters.end(), [](const cv::Rect& a, const cv::Rect& b) { return a.x < b.x; });
     Pieces pieces;
-    pieces.pitch = pitchOf(Joiner(letters, marks.height, Strips()).run(1), marks.height);
+    pieces.pitch = pitchOf(Joiner(letters, marks.height, 0, Strips()).run(1), marks.height);
     const Strips strips(letters, marks.height, std::min<double>(pieces.pitch, mostPitch * marks.height));
-    pieces.all = Joiner(letters, marks.height, strips).run(widestSpace);
+    pieces.all = Joiner(letters, marks.height, pieces.pitch, strips).run(widestSpace);
+    partStrays(pieces.all, marks.height, pieces.pitch);
     return pieces;
 }
 

@@ -21,6 +21,8 @@ struct TextBlock
     bool isSideways = false;
 };
 
+using Blocks = std::vector<const TextBlock*>; ///< borrowed
+
 std::vector<TextBlock> textBlocksOf(const Pieces& pieces, int markHeight);
 
 } // namespace mirvak

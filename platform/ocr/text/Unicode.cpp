@@ -92,6 +92,11 @@ bool isLetter(char32_t c)
            within(c, 0x400, 0x52f);
 }
 
+bool isCyrillic(char32_t c)
+{
+    return within(c, 0x400, 0x52f);
+}
+
 bool isLowercase(char32_t c)
 {
     if (within(c, 0x100, 0x24f)) // capital and small letter take turns there

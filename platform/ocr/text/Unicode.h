@@ -13,6 +13,7 @@ std::string toUtf8(const std::u32string& text);
 bool isIdeographic(char32_t c);
 /// Letters of the Latin, Greek and Cyrillic scripts.
 bool isLetter(char32_t c);
+bool isCyrillic(char32_t c);
 bool isLowercase(char32_t c);
 /// A letter, an ideograph or a digit: no mere sign.
 bool isReadable(char32_t c);
