@@ -41,6 +41,8 @@ public:
                           : directions_.ptr(y + padding) + x + padding;
     }
     static constexpr int padding = 8;
+    /// How much the colour changes at each pixel: CV_16SC1, four to eight to a level.
+    const cv::Mat& change() const { return magnitude_; }
     /// The least change that counted as an edge, levels: above the noise and texture of this picture.
     double threshold() const;
     cv::Size size() const { return magnitude_.size(); }

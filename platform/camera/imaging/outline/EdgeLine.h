@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EdgeField.h"
+#include "RegionField.h"
 
 #include <opencv2/core.hpp>
 
@@ -45,7 +46,7 @@ public:
     /// stretches (total least squares). @return false when there are too few.
     bool fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& work);
     /// Measures length and rank from samples of the well covered stretches that fit() found.
-    void rate(const EdgeField& field, const Planes& planes);
+    void rate(const EdgeField& field, const Planes& planes, const RegionField& regions);
     /// Notes where the line follows an edge and how its sides differ, for between() and coveredBetween().
     void trace(const EdgeField& field, const Planes& planes, int reach);
     /// Takes the edge points under the line for itself. `claimed`: CV_8UC1 of claimSize(), the owner's number

@@ -49,13 +49,13 @@ bool sameLine(const EdgeLine& a, const EdgeLine& b)
 } // namespace
 
 const std::vector<EdgeLine>&
-LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, size_t most)
+LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions, size_t most)
 {
     vote(field);
     findPeaks(std::max(leastPeaks, peaksPerLine * most));
     lines_.clear();
     for (const Peak& peak : peaks_)
-        addLine(peak, field, planes);
+        addLine(peak, field, planes, regions);
     dropRepeated(field, most);
     for (EdgeLine& line : lines_) {
         line.fit(field, traceReach, work_);
@@ -133,7 +133,7 @@ void LineFinder::findPeaks(size_t most)
     peaks_.resize(std::min(peaks_.size(), most));
 }
 
-void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes)
+void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions)
 {
     const Directions& table = directions();
     const cv::Size size = field.size();
@@ -144,7 +144,7 @@ void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLin
     EdgeLine line(normal, offset, size);
     if (!line.fit(field, fitReach, work_))
         return;
-    line.rate(field, planes);
+    line.rate(field, planes, regions);
     const bool known = std::any_of(
         lines_.begin(), lines_.end(), [&](const EdgeLine& other) { return sameLine(line, other); });
     if (!known && line.length() >= leastLength)
