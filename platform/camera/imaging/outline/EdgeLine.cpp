@@ -22,7 +22,7 @@ constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
 // What an edge between two like colours is worth: a ruling, or the rim of a sheet upon another one.
 constexpr double leastClear = 0.4;
-constexpr double leastRise = 4; // levels, that any line is taken to have
+constexpr double leastRise = 4, leastRegionRise = 12; // levels, that any line is taken to have
 
 /// A point that moves on by the same step again and again, in 1/65536 pixels.
 class Place
@@ -257,7 +257,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
         length_ += length;
         rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
                  std::sqrt((std::abs(stretch.rise) + leastRise) *
-                           (static_cast<double>(RegionField::distance(regional)) / samples + 12));
+                           (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));
     }
 }
 

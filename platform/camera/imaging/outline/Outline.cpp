@@ -51,7 +51,7 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     work_->regions.build(planes, work_->edges.change());
     const auto& lines = work_->lines.find(work_->edges, planes, work_->regions, mostLines);
     work_->quads.find(lines, work_->look.reduction().size());
-    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes);
+    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions);
     if (outlines.empty() || outlines.front().confidence < confidentOutline)
         return std::nullopt;
     const Outline& page = outlines.front();

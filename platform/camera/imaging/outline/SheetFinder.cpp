@@ -51,7 +51,7 @@ bool SheetFinder::Work::searchOnce()
     const SmallLook::Planes& planes = look.planes();
     const auto& found = lines.find(edges, planes, regions, mostLines);
     quads.find(found, look.reduction().size(), QuadFinder::Search::sheets);
-    const std::vector<Outline> more = choice.choose(quads.quads(), edges, planes);
+    const std::vector<Outline> more = choice.choose(quads.quads(), edges, planes, regions);
     for (const Outline& sheet : more) {
         edges.erase(withRim(sheet.corners));
     }
