@@ -236,7 +236,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
 {
     constexpr size_t sampled = 2; // steps
     const int clearStep = clearStepOf(field);
-    length_ = rank_ = 0;
+    length_ = rank_ = longestRun_ = 0;
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i])
             continue;
@@ -255,6 +255,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
         const Stretch stretch = stretchOf(run, samples);
         const double length = std::max(stretch.clear, leastClear) * stride * static_cast<double>(i - start);
         length_ += length;
+        longestRun_ = std::max(longestRun_, stride * static_cast<double>(i - start));
         rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
                  std::sqrt((std::abs(stretch.rise) + leastRise) *
                            (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));

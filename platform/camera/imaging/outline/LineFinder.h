@@ -27,6 +27,7 @@ private:
     void addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions);
 
     void dropRepeated(const EdgeField& field, size_t most);
+    size_t claimNext(size_t next, size_t kept);
 
     cv::Mat votes_, claimed_;
     std::vector<Peak> peaks_;
