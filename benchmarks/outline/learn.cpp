@@ -30,8 +30,8 @@ using mirvak::evidenceCount;
 constexpr size_t units = 12, sums = units * evidenceCount, weightCount = sums + units + 1;
 constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
 constexpr int rounds = 600;
-constexpr double price = 0.0005;
-constexpr size_t mostLines = 80;
+constexpr double price = 0.001;
+constexpr size_t mostLines = 72;
 const cv::Size frame(1280, 960);
 using Weights = std::vector<double>;
 

@@ -14,7 +14,7 @@ namespace mirvak {
 
 namespace {
 
-constexpr size_t mostLines = 80;
+constexpr size_t mostLines = 72;
 constexpr double sureOutline = 0.9;
 
 } // namespace
