@@ -14,6 +14,7 @@ constexpr int perLevel = 4;         // gradient of a step of one level
 constexpr int leastStep = 4;        // levels; below that lies what noise leaves in a reduced picture
 constexpr int largestStep = 12;     // levels; even on the roughest cloth such an edge counts
 constexpr double mostEdges = 0.3;   // of all pixels
+constexpr int tileSize = 32;         // pixels: parts of a picture have their own noise
 constexpr int histogramBins = 1024; // of gradients, four to a bin
 
 // Sobel in two passes that the compiler can run eight pixels at a time.
@@ -70,6 +71,7 @@ void EdgeField::build(const std::array<cv::Mat, 3>& planes)
 {
     findGradients(planes);
     chooseThreshold();
+    chooseTileThresholds();
     thin();
 }
 
@@ -130,6 +132,26 @@ void EdgeField::chooseThreshold()
     threshold_ = perLevel * level;
 }
 
+void EdgeField::chooseTileThresholds()
+{
+    tilesAcross_ = (magnitude_.cols + tileSize - 1) / tileSize;
+    tileThresholds_.clear();
+    for (int top = 0; top < magnitude_.rows; top += tileSize) {
+        for (int left = 0; left < magnitude_.cols; left += tileSize) {
+            int histogram[largestStep + 1] = {}, counted = 0, below = 0, median = 0;
+            for (int y = top; y < std::min(top + tileSize, magnitude_.rows); y += 3) {
+                const short* m = magnitude_.ptr<short>(y);
+                for (int x = left; x < std::min(left + tileSize, magnitude_.cols); x += 3, ++counted)
+                    ++histogram[std::min(m[x] / perLevel, largestStep)];
+            }
+            while (median < largestStep && (below += histogram[median]) < counted / 2)
+                ++median;
+            const int level = std::max(leastStep, 3 * median / 2 + 1);
+            tileThresholds_.push_back(static_cast<short>(std::min(threshold_, perLevel * level)));
+        }
+    }
+}
+
 // Keeps the ridge of the gradient across the edge (Canny's non-maximum suppression in four directions).
 void EdgeField::thin()
 {
@@ -141,10 +163,11 @@ void EdgeField::thin()
     const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
     for (int y = 2; y < magnitude_.rows - 2; ++y) {
         const short* m = magnitude_.ptr<short>(y);
+        const short* thresholds = tileThresholds_.data() + static_cast<ptrdiff_t>(y / tileSize) * tilesAcross_;
         const short* dx = gx_.ptr<short>(y);
         const short* dy = gy_.ptr<short>(y);
         for (int x = 2; x < magnitude_.cols - 2; ++x) {
-            if (m[x] < threshold_)
+            if (m[x] < thresholds[x / tileSize])
                 continue;
             const int ax = std::abs(dx[x]), ay = std::abs(dy[x]);
             ptrdiff_t across = stride;
@@ -162,7 +185,8 @@ void EdgeField::addPoint(int x, int y)
 {
     const int direction = directionOf(gx_.ptr<short>(y)[x], gy_.ptr<short>(y)[x]);
     // A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
-    const int weight = std::min(6, magnitude_.ptr<short>(y)[x] / threshold_);
+    const short least = tileThresholds_[static_cast<size_t>(y / tileSize * tilesAcross_ + x / tileSize)];
+    const int weight = std::min(6, magnitude_.ptr<short>(y)[x] / least);
     points_.push_back({static_cast<short>(x),
                        static_cast<short>(y),
                        static_cast<unsigned char>(direction),

@@ -41,7 +41,10 @@ public:
                           : directions_.ptr(y + padding) + x + padding;
     }
     static constexpr int padding = 8;
-    /// The least change that counted as an edge, levels: above the noise and texture of this picture.
+    /// How much the colour changes at each pixel: CV_16SC1, four to eight to a level.
+    const cv::Mat& change() const { return magnitude_; }
+    /// The least change that counts as an edge, levels: above the noise and texture of this picture. Where a
+    /// part of it is quieter than the whole, as paper is on a cloth, less counts there.
     double threshold() const;
     cv::Size size() const { return magnitude_.size(); }
     /// How much the colour changes across a line with that unit normal at the pixel, levels; 0 outside.
@@ -50,6 +53,7 @@ public:
 private:
     void findGradients(const std::array<cv::Mat, 3>& planes);
     void chooseThreshold();
+    void chooseTileThresholds();
     void thin();
     void addPoint(int x, int y);
 
@@ -58,6 +62,8 @@ private:
     std::vector<EdgePoint> points_;
     cv::Mat directions_, turned_, erased_; ///< with the frame around them; rows and columns changed places
     int threshold_ = 0;
+    std::vector<short> tileThresholds_; ///< row by row
+    int tilesAcross_ = 0;
 };
 
 } // namespace mirvak

@@ -22,6 +22,7 @@ constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
 // What an edge between two like colours is worth: a ruling, or the rim of a sheet upon another one.
 constexpr double leastClear = 0.4;
+constexpr double leastRise = 4, leastRegionRise = 12; // levels, that any line is taken to have
 
 /// A point that moves on by the same step again and again, in 1/65536 pixels.
 class Place
@@ -231,25 +232,33 @@ void EdgeLine::trace(const EdgeField& field, const Planes& planes, int reach)
 
 // A run along which the sides differ now one way and now the other is pattern rather than the edge of a
 // thing. The grain of a desk is as long as a page, but pale against it.
-void EdgeLine::rate(const EdgeField& field, const Planes& planes)
+void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionField& regions)
 {
     constexpr size_t sampled = 2; // steps
     const int clearStep = clearStepOf(field);
-    length_ = rank_ = 0;
+    length_ = rank_ = longestRun_ = 0;
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i])
             continue;
         const size_t start = i;
         Tally run{};
+        std::array<int, 4> regional{};
         int samples = 0;
-        for (; i < dense_.size() && dense_[i]; i += sampled, ++samples)
-            add(run, riseAt(planes, begin_ + stride * static_cast<double>(i)), clearStep);
+        for (; i < dense_.size() && dense_[i]; i += sampled, ++samples) {
+            const double t = begin_ + stride * static_cast<double>(i);
+            add(run, riseAt(planes, t), clearStep);
+            const std::array<int, 4> rise = regions.riseAcross(at(t), normal_);
+            for (size_t c = 0; c < regional.size(); ++c)
+                regional[c] += rise[c];
+        }
         i = std::min(i, dense_.size());
         const Stretch stretch = stretchOf(run, samples);
         const double length = std::max(stretch.clear, leastClear) * stride * static_cast<double>(i - start);
         length_ += length;
+        longestRun_ = std::max(longestRun_, stride * static_cast<double>(i - start));
         rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
-                 std::sqrt(std::abs(stretch.rise) + 4);
+                 std::sqrt((std::abs(stretch.rise) + leastRise) *
+                           (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EdgeField.h"
+#include "RegionField.h"
 
 #include <opencv2/core.hpp>
 
@@ -45,7 +46,7 @@ public:
     /// stretches (total least squares). @return false when there are too few.
     bool fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& work);
     /// Measures length and rank from samples of the well covered stretches that fit() found.
-    void rate(const EdgeField& field, const Planes& planes);
+    void rate(const EdgeField& field, const Planes& planes, const RegionField& regions);
     /// Notes where the line follows an edge and how its sides differ, for between() and coveredBetween().
     void trace(const EdgeField& field, const Planes& planes, int reach);
     /// Takes the edge points under the line for itself. `claimed`: CV_8UC1 of claimSize(), the owner's number
@@ -57,6 +58,9 @@ public:
     /// Pixels where an edge is followed without larger gaps and the sides differ: long for the edge of a
     /// thing, short along a line of text, which has gaps, and a ruling, which has paper on both sides.
     double length() const { return length_; }
+    /// The longest such stretch, whether the sides differ or not, pixels: the edge of paper is faint on paper,
+    /// but has no gaps.
+    double longestRun() const { return longestRun_; }
     /// Orders lines: by length, strength, and how steadily the sides differ.
     double rank() const { return rank_; }
     /// Of the part between two positions that lies in the picture, as a share of the whole part.
@@ -84,7 +88,7 @@ private:
     cv::Point2d normal_;
     double offset_;
     cv::Size picture_;
-    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0;
+    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0, longestRun_ = 0;
     std::vector<short> edge_; ///< where across the line the edge lies at each step, pixels; or none
     std::vector<unsigned char> dense_; ///< 1 in well covered stretches
     std::vector<short> covered_;       ///< steps with an edge before each
