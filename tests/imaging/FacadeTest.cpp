@@ -350,6 +350,18 @@ TEST_F(ImageFacade, TheOutlineIsDrawnOnACopyInItsColourAndWidth)
     EXPECT_LE(cv::norm(box.br() - cv::Point(554, 504)), 4) << box;
     const Handle empty = white();
     EXPECT_TRUE(inked(own(camera_.MirvakImage_DrawLine(empty.get(), 0, 5))).empty()) << "no page, no line";
+
+    MirvakVerdict verdict;
+    const Handle judged = own(camera_.MirvakImage_DrawLineJudged(desk.get(), 0x00ff4000, 7, verdict));
+    EXPECT_EQ(difference(pixels(judged), pixels(drawn)), 0);
+    EXPECT_EQ(verdict.shot, MIRVAK_SHOT_LOOKING);
+    ASSERT_TRUE(verdict.found);
+    const cv::Point2f corner(verdict.page.corners[2].x, verdict.page.corners[2].y);
+    EXPECT_LE(cv::norm(corner - cv::Point2f(box.br())), 8) << "half of the line, both ways";
+    own(camera_.MirvakImage_DrawLineJudged(empty.get(), 0, 5, verdict));
+    EXPECT_FALSE(verdict.found);
+    EXPECT_EQ(camera_.MirvakImage_DrawLineJudged(nullptr, 0, 5, verdict), nullptr);
+    EXPECT_EQ(verdict.shot, MIRVAK_SHOT_NO_PAGE);
 }
 
 TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)

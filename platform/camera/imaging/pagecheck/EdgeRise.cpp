@@ -48,16 +48,21 @@ void findEdgeRises(const std::vector<float>& values, float leastContrast, std::v
     if (least == values.end() || *most - *least < leastContrast)
         return;
     const int last = static_cast<int>(values.size()) - 2;
-    for (int i = 2; i < last; ++i) {
-        const float slope = slopeAt(values, i), size = std::abs(slope);
-        if (size == 0 || size < std::abs(slopeAt(values, i - 1)) || size <= std::abs(slopeAt(values, i + 1)))
-            continue;
-        const int from = flankEndFrom(values, i, -1), to = flankEndFrom(values, i, 1);
+    int end = 1;
+    for (int begin = 1; begin <= last; begin = end) {
+        // As long as it goes the same way, up or down, it is one edge: that at its steepest place.
+        const bool rises = slopeAt(values, begin) > 0;
+        int peak = begin;
+        for (end = begin + 1; end <= last && (slopeAt(values, end) > 0) == rises; ++end) {
+            if (std::abs(slopeAt(values, end)) > std::abs(slopeAt(values, peak)))
+                peak = end;
+        }
+        const int from = flankEndFrom(values, peak, -1), to = flankEndFrom(values, peak, 1);
         const float contrast = std::abs(values[static_cast<size_t>(to)] - values[static_cast<size_t>(from)]);
         if (contrast < leastContrast)
             continue;
-        const float width = edgeFactor * contrast / size;
-        const float sign = slope > 0 ? 1.0F : -1.0F;
+        const float width = edgeFactor * contrast / std::abs(slopeAt(values, peak));
+        const float sign = rises ? 1.0F : -1.0F;
         const int reach = static_cast<int>(std::ceil(width));
         const bool isLine = turnsBack(values, from, -1, reach, contrast, sign) ||
                             turnsBack(values, to, 1, reach, contrast, sign);

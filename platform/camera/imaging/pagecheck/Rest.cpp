@@ -13,6 +13,7 @@ constexpr double movedCorner = 0.01;           // of the longest side: outlines 
 constexpr int changedCell = 14;                // levels, of the mean of nine cells
 constexpr double changedShare = 0.04;          // of the page
 constexpr double leastShare = 0.01;            // of the page, where its corners have moved, too
+constexpr int edgeCells = 2;                   // in which page and desk mix
 constexpr int meanOf = 3;                      // cells, both ways: letters under a trembling desk stay alike
 
 } // namespace
@@ -39,7 +40,9 @@ Rest::State Rest::compare(const ShotLook& look)
     before_.convertTo(difference_, CV_8U, light[0] / std::max(1.0, lightThen[0]));
     cv::absdiff(now_, difference_, difference_);
     cv::threshold(difference_, difference_, changedCell, 255, cv::THRESH_BINARY);
+    // With the cells at the page's edge, where movement shows most.
     cv::bitwise_or(look.inPage(), inPageBefore_, inPage_);
+    cv::dilate(inPage_, inPage_, cv::Mat(), {-1, -1}, edgeCells);
     difference_ &= inPage_;
     const double changed = cv::countNonZero(difference_), page = cv::countNonZero(inPage_);
     if (changed > changedShare * page)

@@ -15,8 +15,8 @@ constexpr double profileReach = 0.0125; // of the longest side: an outline may b
 constexpr int leastReach = 12;          // pixels
 constexpr int patchSide = 48;           // pixels: several letters of small print
 constexpr int patchStep = 4;            // rows and columns, each the mean of three
-constexpr size_t leastEdges = 6;        // in one direction, to have a say
-constexpr double sharpest = 0.25;       // of the edges: others are soft by themselves
+constexpr size_t leastPlaces = 6;       // with edges in one direction, for that to have a say
+constexpr double sharpest = 0.25;       // of the edges and of the places: others are soft by themselves
 constexpr float leastLevels = 24, leastOverNoise = 10;
 
 } // namespace
@@ -29,17 +29,29 @@ double blurLimit(int longestSide)
 
 std::optional<double> Sharpness::measure(const ShotLook& look, double noise)
 {
-    for (auto& widths : widths_)
-        widths.clear();
+    for (size_t i = 0; i < places_.size(); ++i) {
+        here_[i].clear();
+        places_[i].clear();
+    }
     const float leastContrast = std::max(leastLevels, leastOverNoise * static_cast<float>(noise));
     lookAtSides(look, leastContrast);
     lookAtPrint(look, leastContrast);
     std::optional<double> widest;
-    for (auto& widths : widths_) {
-        if (widths.size() >= leastEdges)
+    for (auto& widths : places_) {
+        if (widths.size() >= leastPlaces)
             widest = std::max(widest.value_or(0), static_cast<double>(quantile(widths, sharpest)));
     }
     return widest;
+}
+
+/// Places count alike, however many edges each has: a soft shadow or a reflection fills a few of them.
+void Sharpness::closePlace()
+{
+    for (size_t i = 0; i < here_.size(); ++i) {
+        if (!here_[i].empty())
+            places_[i].push_back(quantile(here_[i], sharpest));
+        here_[i].clear();
+    }
 }
 
 void Sharpness::lookAtSides(const ShotLook& look, float leastContrast)
@@ -53,7 +65,7 @@ void Sharpness::lookAtSides(const ShotLook& look, float leastContrast)
         if (length < 1)
             continue;
         const cv::Point2d unit = along / length, across(-unit.y, unit.x);
-        auto& widths = widths_[std::abs(across.x) > std::abs(across.y) ? 0 : 1];
+        auto& widths = here_[std::abs(across.x) > std::abs(across.y) ? 0 : 1];
         for (int i = 0; i < profilesPerSide; ++i) {
             const cv::Point2d middle = from + along * ((i + 1.0) / (profilesPerSide + 1));
             if (!inner.contains(middle))
@@ -66,6 +78,7 @@ void Sharpness::lookAtSides(const ShotLook& look, float leastContrast)
                 line_.push_back(sum / (2 * besideProfile + 1));
             }
             findEdgeRises(line_, leastContrast, widths);
+            closePlace();
         }
     }
 }
@@ -88,12 +101,13 @@ void Sharpness::lookAtPrint(const ShotLook& look, float leastContrast)
             line_.clear();
             for (int x = 0; x < side; ++x)
                 line_.push_back((patch[i - 1][x] + patch[i][x] + patch[i + 1][x]) / 3);
-            findEdgeRises(line_, leastContrast, widths_[0]);
+            findEdgeRises(line_, leastContrast, here_[0]);
             line_.clear();
             for (int y = 0; y < side; ++y)
                 line_.push_back((patch[y][i - 1] + patch[y][i] + patch[y][i + 1]) / 3);
-            findEdgeRises(line_, leastContrast, widths_[1]);
+            findEdgeRises(line_, leastContrast, here_[1]);
         }
+        closePlace();
     }
 }
 

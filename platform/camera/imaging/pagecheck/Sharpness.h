@@ -22,7 +22,11 @@ private:
     void lookAtSides(const ShotLook& look, float leastContrast);
     void lookAtPrint(const ShotLook& look, float leastContrast);
 
-    std::array<std::vector<float>, 2> widths_; ///< of changes from left to right, from top to bottom
+    void closePlace();
+
+    // Of changes from left to right, and from top to bottom.
+    std::array<std::vector<float>, 2> here_;   ///< at the present place
+    std::array<std::vector<float>, 2> places_; ///< the sharpest of each place
     std::vector<float> line_;
 };
 

@@ -9,7 +9,7 @@ namespace mirvak {
 namespace {
 
 constexpr double borderShare = 0.004; // of the longest side: how well an outline knows its place
-constexpr double insideShare = 0.04;  // of the way to the page's middle
+constexpr double insideShare = 0.12;  // of the way to the page's middle
 constexpr int places = 24;            // along a side
 constexpr int spot = 4;               // pixels on either side of a place
 constexpr double alikeShare =
