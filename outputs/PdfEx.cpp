@@ -81,6 +81,7 @@ void PdfEx::build()
 /// The same choices as in the menu of the PDF button.
 void PdfEx::connectChoices()
 {
+    Look::dressFields(*ui_->choices);
     connect(ui_->checkText, &QCheckBox::toggled, this, [](bool isOn) {
         ConfigSettings store;
         settings::pdfText.write(store, isOn);

@@ -31,7 +31,8 @@ bool isSound(const PdfRun& run)
 
 std::string numberOf(double value, int digits)
 {
-    return QUtil::double_to_string(value, digits) + ' ';
+    const std::string text = QUtil::double_to_string(value, digits);
+    return (text == "-0" ? "0" : text) + ' ';
 }
 
 class Writer
