@@ -250,8 +250,10 @@ bool SheetChoice::isSheet(const Quad& quad, const std::vector<Quad>& quads, cons
            !isDeskBetween(quad, quads);
 }
 
-std::vector<Outline>
-SheetChoice::choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes, const RegionField& regions)
+std::vector<Outline> SheetChoice::choose(const std::vector<Quad>& quads,
+                                         const EdgeField& edges,
+                                         const Planes& planes,
+                                         const RegionField& regions)
 {
     const size_t before = sheets_.size();
     desk_.learn(planes);
