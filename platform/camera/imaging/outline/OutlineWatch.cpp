@@ -63,8 +63,10 @@ void OutlineWatch::choosePlaces(const cv::Mat& rgb)
         if (at.x >= 0 && at.y >= 0 && at.x + patch <= rgb.cols && at.y + patch <= rgb.rows)
             samples.push_back({at, sumAt(rgb, at)});
     };
-    for (int i = 0; i < columns * rows; ++i)
-        look(everywhere_, {(i % columns + 0.5) * rgb.cols / columns, (i / columns + 0.5) * rgb.rows / rows});
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column)
+            look(everywhere_, {(column + 0.5) * rgb.cols / columns, (row + 0.5) * rgb.rows / rows});
+    }
     const double away = besideShare * std::max(rgb.cols, rgb.rows);
     for (size_t i = 0; page_ && i < 4; ++i) {
         const cv::Point2d& from = page_->corners[i];
