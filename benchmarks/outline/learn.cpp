@@ -188,7 +188,7 @@ void writeRow(std::FILE* file, const double* weights, size_t count)
         std::fprintf(file, "%s%.4fF", i ? ", " : "", weights[i]);
 }
 
-bool write(const char* path, const Weights& weights)
+bool write(const char* path, const Weights& weights, unsigned scenes, unsigned seed)
 {
     std::FILE* file = std::fopen(path, "w");
     if (!file)
@@ -196,10 +196,12 @@ bool write(const char* path, const Weights& weights)
     std::fprintf(
         file,
         "#pragma once\n\n#include \"SheetEvidence.h\"\n\n#include <array>\n\nnamespace mirvak {\n\n"
-        "// Learnt by `learn_outline` in benchmarks/outline: a row of weights of the evidence for each "
-        "unit of the\n// hidden layer, then what each unit adds to the score. Not to be changed by "
+        "// Learnt by `learn_outline FILE %u %u` in benchmarks/outline: a row of weights of the evidence for "
+        "each unit of\n// the hidden layer, then what each unit adds to the score. Not to be changed by "
         "hand.\nconstexpr size_t outlineUnits = %zu;\nconstexpr "
         "std::array<std::array<float, evidenceCount>, outlineUnits> outlineWeights{{\n",
+        scenes,
+        seed,
         units);
     for (size_t unit = 0; unit < units; ++unit) {
         std::fputs("    {", file);
@@ -228,5 +230,5 @@ int main(int argc, char** argv)
     const std::vector<Example> examples = makeExamples(scenes, seed);
     const Weights weights = learn(examples);
     report(examples, weights);
-    return write(argv[1], weights) ? 0 : 1;
+    return write(argv[1], weights, scenes, seed) ? 0 : 1;
 }

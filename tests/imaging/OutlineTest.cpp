@@ -1,5 +1,6 @@
 #include "Outline.h"
 #include "MadePages.h"
+#include "OutlineWatch.h"
 
 #include <gtest/gtest.h>
 
@@ -203,4 +204,40 @@ TEST(Outline, doesNotHalveAnOpenBook)
             expectFound(single, left, "a single page of that shape", 2 * previewTolerance, 2.5);
         }
     }
+}
+
+// Frames of a stream: noise alone repeats the answer, but not for ever; a page that moves a little, leaves or
+// comes is seen in the very frame.
+TEST(OutlineWatch, repeatsAnAnswerOnlyWhileThePictureStays)
+{
+    const auto frameOf = [](const std::optional<Corners>& page, unsigned seed) {
+        cv::Mat picture = made::desk(frame, Desk::wood);
+        if (page)
+            made::lay(picture, made::textPage({1000, 1414}, 30), *page, 0.8);
+        made::shine(picture, {0.9, 1, 3}, seed);
+        return picture;
+    };
+    const Corners page = made::placed({820, 606}, {720, 1018}, -6),
+                  moved = made::placed({834, 606}, {720, 1018}, -6);
+    mirvak::OutlineWatch watch;
+    std::vector<bool> searched;
+    for (unsigned seed = 1; seed <= 5; ++seed) {
+        const auto found = watch.find(frameOf(page, seed));
+        ASSERT_TRUE(found);
+        EXPECT_LE(errorOf(found->corners, page), previewTolerance);
+        searched.push_back(watch.searched());
+    }
+    EXPECT_EQ(searched, (std::vector<bool>{true, false, false, true, false}));
+    const auto shifted = watch.find(frameOf(moved, 6));
+    ASSERT_TRUE(shifted);
+    EXPECT_LE(errorOf(shifted->corners, moved), previewTolerance) << "moved by a centimetre at most";
+    EXPECT_FALSE(watch.find(frameOf({}, 7))) << "taken away";
+    EXPECT_TRUE(watch.find(frameOf(page, 8))) << "laid there again";
+    cv::Mat small;
+    cv::resize(frameOf(page, 9), small, {}, 0.5, 0.5, cv::INTER_AREA);
+    const auto halved = watch.find(small);
+    ASSERT_TRUE(halved) << "another size";
+    EXPECT_LE(halved->corners[2].x, small.cols);
+    EXPECT_FALSE(watch.find(cv::Mat(1, 1, CV_8UC3, cv::Scalar::all(0))));
+    EXPECT_FALSE(watch.find(cv::Mat(1, 1, CV_8UC3, cv::Scalar::all(0))));
 }

@@ -3,6 +3,7 @@
 #include "Deskew.h"
 #include "Impl.h"
 #include "OutlineDrawing.h"
+#include "OutlineWatch.h"
 #include "SheetFinder.h"
 #include "Watermark.h"
 #include "imageCalls.h"
@@ -104,7 +105,8 @@ void* MirvakCamera::MirvakImage_DrawLine(void* image, int colour, int width)
 {
     std::vector<MirvakOutline> page;
     mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
-        if (const auto found = mirvak::findOutline(source.pixels))
+        thread_local mirvak::OutlineWatch watch; // frame after frame comes on the camera's thread
+        if (const auto found = watch.find(source.pixels))
             page.push_back(outlineOf(*found));
         return MIRVAK_OK;
     });

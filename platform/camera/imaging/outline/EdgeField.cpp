@@ -14,7 +14,7 @@ constexpr int perLevel = 4;         // gradient of a step of one level
 constexpr int leastStep = 4;        // levels; below that lies what noise leaves in a reduced picture
 constexpr int largestStep = 12;     // levels; even on the roughest cloth such an edge counts
 constexpr double mostEdges = 0.3;   // of all pixels
-constexpr int tileSize = 32;         // pixels: parts of a picture have their own noise
+constexpr int tileSize = 32;        // pixels: parts of a picture have their own noise
 constexpr int histogramBins = 1024; // of gradients, four to a bin
 
 // Sobel in two passes that the compiler can run eight pixels at a time.
@@ -163,7 +163,8 @@ void EdgeField::thin()
     const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
     for (int y = 2; y < magnitude_.rows - 2; ++y) {
         const short* m = magnitude_.ptr<short>(y);
-        const short* thresholds = tileThresholds_.data() + static_cast<ptrdiff_t>(y / tileSize) * tilesAcross_;
+        const short* thresholds =
+            tileThresholds_.data() + static_cast<ptrdiff_t>(y / tileSize) * tilesAcross_;
         const short* dx = gx_.ptr<short>(y);
         const short* dy = gy_.ptr<short>(y);
         for (int x = 2; x < magnitude_.cols - 2; ++x) {

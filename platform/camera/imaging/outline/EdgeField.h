@@ -31,10 +31,10 @@ public:
     void erase(const std::vector<cv::Point>& part);
 
     const std::vector<EdgePoint>& points() const { return points_; }
-    /// EdgePoint::direction + 1 at a pixel, 0 where there is no edge. What lies before and behind it in memory
-    /// are its neighbours in its row, with `acrossRows` those in its column: of a line's width all is read at
-    /// once. A frame of `padding` zeros lies around the picture, so that a search need not look out for its
-    /// border.
+    /// EdgePoint::direction + 1 at a pixel, 0 where there is no edge. What lies before and behind it in
+    /// memory are its neighbours in its row, with `acrossRows` those in its column: of a line's width all is
+    /// read at once. A frame of `padding` zeros lies around the picture, so that a search need not look out
+    /// for its border.
     const unsigned char* directionAt(int x, int y, bool acrossRows) const
     {
         return acrossRows ? turned_.ptr(x + padding) + y + padding

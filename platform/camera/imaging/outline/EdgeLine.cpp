@@ -11,8 +11,8 @@ namespace mirvak {
 namespace {
 
 constexpr int directionTolerance = 7; // steps of two degrees
-constexpr int stride = 2;             // pixels of a step along a line: edges and colours change slowly along it
-constexpr int denseWindow = 12;       // steps: longer than a word, shorter than a side
+constexpr int stride = 2;       // pixels of a step along a line: edges and colours change slowly along it
+constexpr int denseWindow = 12; // steps: longer than a word, shorter than a side
 constexpr int denseCount = 8;
 // Pixels from the edge, where its own blur and that of a ruling have ended.
 constexpr double nearestSide = 4.6;
@@ -188,8 +188,8 @@ std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t) const
     constexpr int farthest = static_cast<int>(nearestSide + 1.5 * (sideDepth - 1)) + 1;
     const cv::Point2d p = at(t);
     const int x = cvRound(p.x), y = cvRound(p.y);
-    const bool atBorder = x < farthest || y < farthest || x >= picture_.width - farthest ||
-                          y >= picture_.height - farthest;
+    const bool atBorder =
+        x < farthest || y < farthest || x >= picture_.width - farthest || y >= picture_.height - farthest;
     std::array<int, 3> rise{};
     for (int i = 0; i < sideDepth; ++i) {
         const cv::Point away(cvRound(normal_.x * (nearestSide + 1.5 * i)),
@@ -256,9 +256,10 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
         const double length = std::max(stretch.clear, leastClear) * stride * static_cast<double>(i - start);
         length_ += length;
         longestRun_ = std::max(longestRun_, stride * static_cast<double>(i - start));
-        rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
-                 std::sqrt((std::abs(stretch.rise) + leastRise) *
-                           (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));
+        rank_ +=
+            length * (patternShare + (1 - patternShare) * stretch.steady) *
+            std::sqrt((std::abs(stretch.rise) + leastRise) *
+                      (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));
     }
 }
 

@@ -58,8 +58,8 @@ public:
     /// Pixels where an edge is followed without larger gaps and the sides differ: long for the edge of a
     /// thing, short along a line of text, which has gaps, and a ruling, which has paper on both sides.
     double length() const { return length_; }
-    /// The longest such stretch, whether the sides differ or not, pixels: the edge of paper is faint on paper,
-    /// but has no gaps.
+    /// The longest such stretch, whether the sides differ or not, pixels: the edge of paper is faint on
+    /// paper, but has no gaps.
     double longestRun() const { return longestRun_; }
     /// Orders lines: by length, strength, and how steadily the sides differ.
     double rank() const { return rank_; }
@@ -89,7 +89,7 @@ private:
     double offset_;
     cv::Size picture_;
     double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0, longestRun_ = 0;
-    std::vector<short> edge_; ///< where across the line the edge lies at each step, pixels; or none
+    std::vector<short> edge_;          ///< where across the line the edge lies at each step, pixels; or none
     std::vector<unsigned char> dense_; ///< 1 in well covered stretches
     std::vector<short> covered_;       ///< steps with an edge before each
     std::vector<Tally> tallies_;

@@ -14,7 +14,7 @@ constexpr int leastVotes = 30; // edge points
 constexpr size_t leastPeaks = 160, peaksPerLine = 4; // of votes: many turn out to be no lines
 constexpr double leastOwnShare = 0.5;                // of a line's points that no longer line has taken
 constexpr double leastLength = 40;                   // pixels of well covered edge
-constexpr double faintShare = 0.3;                    // of the lines that are kept
+constexpr double faintShare = 0.3;                   // of the lines that are kept
 constexpr int fitReach = 3, traceReach = 2;
 
 struct Directions
@@ -49,8 +49,10 @@ bool sameLine(const EdgeLine& a, const EdgeLine& b)
 
 } // namespace
 
-const std::vector<EdgeLine>&
-LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions, size_t most)
+const std::vector<EdgeLine>& LineFinder::find(const EdgeField& field,
+                                              const EdgeLine::Planes& planes,
+                                              const RegionField& regions,
+                                              size_t most)
 {
     vote(field);
     findPeaks(std::max(leastPeaks, peaksPerLine * most));
@@ -147,7 +149,10 @@ void LineFinder::findPeaks(size_t most)
     peaks_.resize(std::min(peaks_.size(), most));
 }
 
-void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions)
+void LineFinder::addLine(const Peak& peak,
+                         const EdgeField& field,
+                         const EdgeLine::Planes& planes,
+                         const RegionField& regions)
 {
     const Directions& table = directions();
     const cv::Size size = field.size();

@@ -173,11 +173,10 @@ void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
     const bool cutOff = edges.seen < 4;
     if (edges.leastCovered < leastCoverage || (cutOff && quad.area < leastCutOffArea))
         return;
-    const double followed =
-        std::clamp(coveredWorth * edges.covered + leastCoveredWorth * edges.leastCovered +
-                       cornerWorth * edges.corners - overrunPrice * edges.overrun,
-                   0.0,
-                   1.0);
+    const double followed = std::clamp(coveredWorth * edges.covered + leastCoveredWorth * edges.leastCovered +
+                                           cornerWorth * edges.corners - overrunPrice * edges.overrun,
+                                       0.0,
+                                       1.0);
     const double contrast = contrastOf(edges);
     quad.confidence = followed * contrast;
     // The one page is judged again by its colours; here it must only be among the better ones.

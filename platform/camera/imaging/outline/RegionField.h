@@ -7,9 +7,9 @@
 
 namespace mirvak {
 
-/// What a small picture is like at large: its colours and its amount of detail, each averaged over more than a
-/// centimetre. The two sides of a line of print, of a ruling or of a cloth's pattern are then alike, those of
-/// a sheet's edge are not. Keeps its buffers; one thread at a time.
+/// What a small picture is like at large: its colours and its amount of detail, each averaged over more than
+/// a centimetre. The two sides of a line of print, of a ruling or of a cloth's pattern are then alike, those
+/// of a sheet's edge are not. Keeps its buffers; one thread at a time.
 class RegionField
 {
 public:

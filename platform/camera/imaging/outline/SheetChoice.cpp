@@ -19,7 +19,7 @@ using Quad = SheetChoice::Quad;
 using Colour = std::array<int, 3>;
 
 constexpr double mostOverlap = 0.08; // of the smaller one: edges are found to a few pixels
-constexpr double leastScore = -1;    // by its colours; alone it would have to be above 0
+constexpr double leastScore = -2;    // by its colours; alone it would have to be above 0
 constexpr double partOfWhole = 0.8;  // of its area: what is larger is the same sheet
 constexpr double onSide = 5;         // pixels from the line of a side
 constexpr double atCorner = 10;      // pixels: a corner nearer than that is the sheet's own
@@ -250,8 +250,10 @@ bool SheetChoice::isSheet(const Quad& quad, const std::vector<Quad>& quads, cons
            !isDeskBetween(quad, quads);
 }
 
-std::vector<Outline>
-SheetChoice::choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes, const RegionField& regions)
+std::vector<Outline> SheetChoice::choose(const std::vector<Quad>& quads,
+                                         const EdgeField& edges,
+                                         const Planes& planes,
+                                         const RegionField& regions)
 {
     const size_t before = sheets_.size();
     desk_.learn(planes);

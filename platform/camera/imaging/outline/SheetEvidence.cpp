@@ -189,7 +189,8 @@ Regions lookAround(const Corners& corners, const RegionField& regions)
         int size = 0;
         for (int k = 0; k < samples; ++k) {
             const cv::Point2d p = corners[i] + way * ((k + 0.5) / samples);
-            const std::array<int, 4> rise = regions.riseAcross(p, inward), here = regions.at(p + inward * within);
+            const std::array<int, 4> rise = regions.riseAcross(p, inward),
+                                     here = regions.at(p + inward * within);
             size += RegionField::distance(rise);
             for (size_t c = 0; c < 4; ++c) {
                 sum[c] += rise[c];
@@ -223,7 +224,8 @@ double lopsidedness(const Corners& p)
     return std::abs(std::log(side(0) / side(2))) + std::abs(std::log(side(1) / side(3)));
 }
 
-Evidence evidenceOf(const QuadFinder::Quad& quad, const Sides& sides, const Regions& regions, double bestScore)
+Evidence
+evidenceOf(const QuadFinder::Quad& quad, const Sides& sides, const Regions& regions, double bestScore)
 {
     const QuadFinder::Edges& e = quad.edges;
     const auto f = [](double value) { return static_cast<float>(value); };
@@ -300,7 +302,8 @@ void gatherEvidence(const std::vector<QuadFinder::Quad>& quads,
         bestScore = std::max(bestScore, quad.score);
     evidence.clear();
     for (const QuadFinder::Quad& quad : quads)
-        evidence.push_back(evidenceOf(quad, lookBeside(quad.corners, planes, desk), lookAround(quad.corners, regions), bestScore));
+        evidence.push_back(evidenceOf(
+            quad, lookBeside(quad.corners, planes, desk), lookAround(quad.corners, regions), bestScore));
     for (size_t i = 0; i < quads.size(); ++i) {
         for (size_t k = 0; k < quads.size(); ++k) {
             if (quads[k].area <= 1.1 * quads[i].area || !isInside(quads[i].corners, quads[k].corners))
