@@ -32,7 +32,9 @@ double skewLeft(const cv::Mat& picture)
     double best = 0;
     const auto search = [&](double around, double width, double step) {
         double most = -1;
-        for (double angle = around - width; angle <= around + width + step / 2; angle += step) {
+        const int steps = cvRound(width / step);
+        for (int i = -steps; i <= steps; ++i) {
+            const double angle = around + i * step;
             const double contrast = lineContrast(text, angle);
             if (contrast > most) {
                 most = contrast;

@@ -80,7 +80,8 @@ cv::Mat smeared(const cv::Mat& picture, cv::RNG& random)
     const double angle = random.uniform(0.0, CV_PI);
     cv::Mat path(length, length, CV_32F, cv::Scalar(0)), result;
     const cv::Point2d half(0.5 * length * std::cos(angle), 0.5 * length * std::sin(angle));
-    const cv::Point2d middle(length / 2, length / 2);
+    const double inner = 0.5 * (length - 1);
+    const cv::Point2d middle(inner, inner);
     cv::line(path, middle - half, middle + half, 1, 1, cv::LINE_AA);
     cv::filter2D(lightOf(picture), result, -1, path / cv::sum(path)[0]);
     return levelsOf(result);

@@ -36,10 +36,10 @@ size_t columnOf(const Verdict& verdict)
 }
 
 /// The verdict over a stream of one scene, and what one frame's costs besides its outline.
-class Stream
+class FrameStream
 {
 public:
-    explicit Stream(unsigned seed) : random_(seed) {}
+    explicit FrameStream(unsigned seed) : random_(seed) {}
 
     size_t run(const std::function<cv::Mat(int frame)>& picture)
     {
@@ -110,7 +110,7 @@ bool isPlain(const OutlineScene& scene)
 void print(const Row& row, const std::vector<OutlineScene>& scenes, unsigned seed, const std::string& folder)
 {
     std::array<int, columns> counts{};
-    Stream stream(seed);
+    FrameStream stream(seed);
     for (size_t i = 0; i < scenes.size(); ++i) {
         const unsigned own = seed + static_cast<unsigned>(i);
         const auto frame = [&](int number) {
