@@ -81,6 +81,7 @@ void PdfEx::build()
 /// The same choices as in the menu of the PDF button.
 void PdfEx::connectChoices()
 {
+    ui_->choices->setAttribute(Qt::WA_StyledBackground);
     Look::dressFields(*ui_->choices);
     connect(ui_->checkText, &QCheckBox::toggled, this, [](bool isOn) {
         ConfigSettings store;
@@ -215,6 +216,7 @@ void PdfEx::setBusy(bool isBusy)
 {
     ui_->panel->setDisabled(isBusy);
     ui_->pages->setDisabled(isBusy);
+    ui_->choices->setDisabled(isBusy);
     ShowNote({});
 }
 

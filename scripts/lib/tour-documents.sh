@@ -76,7 +76,7 @@ choose_of_pdfs() { # ENTRY SETTING
     local step
     click btnPdf "" 3
     await "the PDF button's menu" is_there menu.0
-    [ "$1" -ne 2 ] || shoot pdf-menu
+    shoot "pdf-menu-$2"
     for step in $(seq "$1"); do xdotool key Down; done
     xdotool key Return
     await "the choice $2" setting_is "$2" true

@@ -18,6 +18,8 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <regex>
+
 using testing::HasSubstr;
 
 namespace {
@@ -58,7 +60,11 @@ protected:
     {
         return QTest::qWaitFor([this] { return !texts->isRunning(); }, 120000);
     }
-    static std::string text(const QString& pdf) { return tools::textOf(pdf.toStdString()); }
+    /// Without empty lines.
+    static std::string text(const QString& pdf)
+    {
+        return std::regex_replace(tools::textOf(pdf.toStdString()), std::regex("\n+"), "\n");
+    }
     static std::string bytes(const QString& path) { return TempDir::contentOf(path.toStdString()); }
     void use(const QString& models) { texts = std::make_unique<PdfTexts>(desk, desk.camera, models); }
     QString lastNotice() const { return desk.notices.value(desk.notices.size() - 1); }
@@ -206,7 +212,7 @@ TEST_F(PdfTextsTest, APdfOfChosenFilesKeepsItsSheetsAndReplacesWhatWasChosen)
     const auto word = tools::wordsOf(target.toStdString()).at(0);
     const double scale = 782.0 / 900; // as wide as the room between the margins
     EXPECT_NEAR(word.box.x, 30 + 80 * scale, 4);
-    EXPECT_NEAR(word.box.y + word.box.height, 30 + 108 * scale, 5) << "below the line on which it stands";
+    EXPECT_NEAR(word.box.y + word.box.height, 30 + 100 * scale, 3) << "on the line's feet";
 
     // Without text, but for an archive; what cannot be read ends it as ever.
     settings::pdfText.write(settings, false);
@@ -222,4 +228,64 @@ TEST_F(PdfTextsTest, APdfOfChosenFilesKeepsItsSheetsAndReplacesWhatWasChosen)
     EXPECT_EQ(bytes(target), held);
     EXPECT_FALSE(texts->isRunning());
     EXPECT_EQ(files("*").size(), 4);
+}
+
+TEST_F(PdfTextsTest, WordsOfColumnsComeInOrderAndEachLineIsCoveredWithinTwoMillimetres)
+{
+    const QStringList left{QStringLiteral("The ferryman kept a ledger of"),
+                           QStringLiteral("every person whom he rowed"),
+                           QStringLiteral("across the river, with the"),
+                           QStringLiteral("fare in pence and the state"),
+                           QStringLiteral("of the tide, for thirty years."),
+                           QStringLiteral("Nobody had told him to.")};
+    const QStringList right{QStringLiteral("When the bridge was opened"),
+                            QStringLiteral("there was no more need for"),
+                            QStringLiteral("a ferry. The last volume ends"),
+                            QStringLiteral("on a Tuesday with calm water"),
+                            QStringLiteral("and a light wind from the"),
+                            QStringLiteral("west, and nothing after it.")};
+    constexpr int dpi = 150, pitch = 40, top = 120;
+    QImage sheet(1240, 500, QImage::Format_RGB32); // A4 is as wide
+    sheet.fill(Qt::white);
+    sheet.setDotsPerMeterX(int(dpi / 0.0254));
+    sheet.setDotsPerMeterY(int(dpi / 0.0254));
+    QFont font(QStringLiteral("DejaVu Serif"));
+    font.setPixelSize(27);
+    QPainter painter(&sheet);
+    painter.setFont(font);
+    QVector<QRectF> lines; // points
+    for (int i = 0; i < left.size(); ++i) {
+        for (const auto& [x, line] : {std::pair(110, left[i]), std::pair(680, right[i])}) {
+            const QPointF at(x, top + pitch * i);
+            painter.drawText(at, line);
+            const QRectF ink = QFontMetricsF(font, &sheet).tightBoundingRect(line).translated(at);
+            lines << QTransform::fromScale(72.0 / dpi, 72.0 / dpi).mapRect(ink);
+        }
+    }
+    painter.end();
+    const QString pdf = scan({save("columns.png", sheet)});
+    ASSERT_TRUE(ends());
+    EXPECT_EQ(QString::fromStdString(tools::textOf(pdf.toStdString(), "-raw")).simplified(),
+              (left + right).join(QLatin1Char(' ')))
+        << "column by column, as people read";
+    QStringList across;
+    for (int i = 0; i < left.size(); ++i)
+        across << left[i] << right[i];
+    EXPECT_EQ(QString::fromStdString(tools::textOf(pdf.toStdString(), "-layout")).simplified(),
+              across.join(QLatin1Char(' ')))
+        << "as the page looks";
+    const auto words = tools::wordsOf(pdf.toStdString());
+    for (const QRectF& line : lines) {
+        QRectF marked;
+        for (const tools::SeenWord& word : words) {
+            const QRectF box(word.box.x, word.box.y, word.box.width, word.box.height);
+            if (line.contains(box.center()))
+                marked |= box;
+        }
+        constexpr double twoMillimetres = 2 * 72 / 25.4;
+        EXPECT_NEAR(marked.left(), line.left(), twoMillimetres);
+        EXPECT_NEAR(marked.right(), line.right(), twoMillimetres);
+        EXPECT_NEAR(marked.top(), line.top(), twoMillimetres);
+        EXPECT_NEAR(marked.bottom(), line.bottom(), twoMillimetres);
+    }
 }

@@ -203,7 +203,7 @@ void addFont(QPDF& pdf, const std::vector<PdfPage>& pages, const PdfGlyphs& glyp
 PdfAbout describe(QPDF& pdf, const PdfOptions& options)
 {
     const QUtil::QPDFTime now = QUtil::get_current_qpdf_time();
-    const PdfAbout told{
+    PdfAbout told{
         "Lumro scanner", options.title, QUtil::qpdf_time_to_pdf_time(now), QUtil::qpdf_time_to_iso8601(now)};
     Object about = Object::newDictionary();
     about.replaceKey("/Producer", Object::newUnicodeString(told.producer));
