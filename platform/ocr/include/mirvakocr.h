@@ -60,6 +60,9 @@ public:
     /// complete and synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_EXISTS,
     /// MIRVAK_OCR_IO_ERROR, MIRVAK_OCR_NO_MEMORY. The text stays, to be saved again.
     int MirvakOCR_Save(const char* rtfPath);
+    /// Whether documents that are saved from now on highlight the words that the recogniser was not sure of; the
+    /// text itself stays the same. On from the begin. MIRVAK_OCR_OK.
+    int MirvakOCR_MarkUnsure(bool on);
     /// Frees the models and the text. Init makes the object usable again; the destructor does the same. May
     /// be called on another thread while Discern works: that is stopped within a fraction of a second, and
     /// Deinit returns after it.

@@ -17,7 +17,8 @@ struct ReadWord
 {
     std::string text; ///< UTF-8
     Box box;
-    float confidence = 0; ///< 0 to 100
+    float confidence = 0;  ///< 0 to 100
+    bool isUnsure = false; ///< more likely wrong than people should have to find out by themselves
 };
 
 struct ReadLine
