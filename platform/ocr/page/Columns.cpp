@@ -17,8 +17,9 @@ constexpr double otherSize = 1.6;
 constexpr double marginPause = 2; // between a running head and the text
 constexpr double headingSize = 1.2;
 constexpr double widestIndent = 4;
-constexpr double tallest = 6;      // of a letter; higher ones are blots among few marks
-constexpr double shadow = 0.25;    // of a block's rim, that letters of the next row may touch
+constexpr double tallest = 6;   // of a letter; higher ones are blots among few marks
+constexpr double shadow = 0.25; // of a block's rim, that letters of the next row may touch
+constexpr double dotBeside = 0.9, dotAbove = 0.6;
 constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
 constexpr size_t mostRules = 6;    // more are a table or lined paper
 
@@ -270,9 +271,32 @@ bool hasLetter(const TextBlock& block, int height)
     });
 }
 
+// Dots and accents are no letters of any block: those at the rim would be cut off.
+cv::Rect
+withDots(const cv::Rect& box, const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
+{
+    const auto near = [&](const cv::Rect& own) {
+        const int beside = cvRound(dotBeside * marks.height), above = cvRound(dotAbove * marks.height);
+        return cv::Rect(own.x - beside, own.y - above, own.width + 2 * beside, own.height + 2 * above);
+    };
+    cv::Rect whole = box;
+    for (const cv::Rect& mark : marks.boxes) {
+        if (std::max(mark.width, mark.height) > marks.height || (mark & box) == mark ||
+            (mark & near(box)).empty())
+            continue;
+        const bool isOthers = std::any_of(all.begin(), all.end(), [&](const TextBlock& other) {
+            return std::find(blocks.begin(), blocks.end(), &other) == blocks.end() &&
+                   !(mark & near(other.box)).empty();
+        });
+        if (!isOthers)
+            whole |= mark;
+    }
+    return whole;
+}
+
 TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
 {
-    TextArea area{around(blocks), {}, false};
+    TextArea area{withDots(around(blocks), blocks, all, marks), {}, false};
     for (const TextBlock& other : all) {
         // What has no letter may be a loose part of one.
         if ((other.box & area.box).empty() ||
