@@ -170,6 +170,21 @@ TEST(PageLayout, NamesFarApartBelowEachOtherAreATable)
     EXPECT_EQ(placesOf(table), (Places{{100, 100}}));
 }
 
+TEST(PageLayout, ADotAtTheEndOfTheLongestLineIsRead)
+{
+    Marks marks;
+    addText(marks, 100, 200, 6, 45);
+    const cv::Rect stop(100 + 45 * step + 2, 212, 4, 4), accent(110, 191, 5, 3);
+    marks.boxes.push_back(stop);
+    marks.boxes.push_back(accent);
+    marks.boxes.emplace_back(100, 120, 4, 4); // dirt
+    const auto areas = mirvak::areasOf(marks);
+    ASSERT_EQ(areas.size(), 1U);
+    EXPECT_EQ(areas[0].box & stop, stop);
+    EXPECT_EQ(areas[0].box & accent, accent);
+    EXPECT_GT(areas[0].box.y, 150);
+}
+
 TEST(PageLayout, HeightsTellTheScript)
 {
     Marks latin, cyrillic, ideographs, capitals;
@@ -305,6 +320,21 @@ TEST(PageMarks, SpecksRulesAndPicturesGo)
     EXPECT_NEAR(static_cast<double>(cv::countNonZero(page < 128)),
                 static_cast<double>(cv::countNonZero(clean < 128)),
                 0.02 * cv::countNonZero(clean < 128));
+}
+
+TEST(PageMarks, DotsOverLettersStayWhereThereIsDirt)
+{
+    Marks text;
+    addText(text, 120, 120, 10, 40);
+    cv::Mat page = drawn(text, {900, 900});
+    const cv::Rect dot(120 + 7 * step + 2, 120 + 4 * rowPitch - 11, 4, 4);
+    cv::rectangle(page, dot, 20, cv::FILLED);
+    const int dotted = static_cast<int>(inkIn(page, dot));
+    for (int i = 0; i < 1500; ++i) // a screened picture
+        cv::rectangle(page, {20 + i % 50 * 17, 600 + i / 50 * 9, 4, 3}, 60, cv::FILLED);
+    mirvak::cleanMarks(page);
+    EXPECT_EQ(static_cast<int>(inkIn(page, dot)), dotted);
+    EXPECT_EQ(inkIn(page, {0, 590, 900, 310}), 0U);
 }
 
 TEST(PageMarks, LightPrintOnABarIsTurnedOver)
