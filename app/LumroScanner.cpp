@@ -128,6 +128,7 @@ void LumroScanner::makeFeatures()
     delivery_.onSecondFrame(
         [this] { QMetaObject::invokeMethod(this, &LumroScanner::readBookLine, Qt::QueuedConnection); });
     delivery_.setPaperSizeCheck([this](void* image) { session_.checkPaperSize(image); });
+    delivery_.setMark([this](const PageMark& mark) { showMark(mark); });
     delivery_.setRecorder([this](void* image) { outputs_->record(image); });
     delivery_.setPageCheck([this](void* image) { scans_->checkautopage(image); });
 }
@@ -240,6 +241,12 @@ void LumroScanner::showFrame(const QImage& frame)
         Q_EMIT setpdfexframedata(frame);
     else
         ui_->videoView->SetImageData(frame);
+}
+
+void LumroScanner::showMark(const PageMark& mark)
+{
+    // The frames that another window shows have no marks in this one.
+    ui_->videoView->SetPageMark(outputs_->takesFrames() ? PageMark() : mark);
 }
 
 void LumroScanner::GetAssCameraData(void* image, void*, int, int width, int height, void* context)

@@ -127,6 +127,7 @@ private:
     void startKeys();
     void serveKey(int key);
     void showFrame(const QImage& frame);
+    void showMark(const PageMark& mark);
     void readBookLine();
     void filmAt(int resolutionIndex);
 

@@ -34,7 +34,8 @@ OutputControl::OutputControl(MirvakCamera& camera,
                    [this](const QPixmap& first, const QPixmap& second, const QString& savePath) {
                        ImgMerge(first, second, savePath);
                    }),
-      pdfExControl_(desk, *pdfEx_), pdfScan_(desk, camera), pdfSynthesis_(desk, window),
+      pdfTexts_(desk, camera, TextScan::installedModels()), pdfExControl_(desk, *pdfEx_, pdfTexts_),
+      pdfScan_(desk, camera, pdfTexts_), pdfSynthesis_(desk, window, camera, pdfTexts_),
       barcodeScan_(desk, camera), textScan_(desk, TextScan::installedModels()),
       bookScan_(
           desk,
@@ -109,4 +110,5 @@ void OutputControl::finish()
 {
     recording_.finish();
     pdfEx_->finish();
+    pdfTexts_.giveUp();
 }

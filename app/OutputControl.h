@@ -6,6 +6,7 @@
 #include "PdfExControl.h"
 #include "PdfScan.h"
 #include "PdfSynthesis.h"
+#include "PdfTexts.h"
 #include "RecordControl.h"
 #include "TextScan.h"
 
@@ -70,6 +71,7 @@ private:
     ImageMerge* imageMerge_;
     PdfEx* pdfEx_;
     CardComposition composition_;
+    PdfTexts pdfTexts_;
     PdfExControl pdfExControl_;
     PdfScan pdfScan_;
     PdfSynthesis pdfSynthesis_;

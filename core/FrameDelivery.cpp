@@ -9,6 +9,17 @@ constexpr unsigned paperSizeInterval = 3; // frames; the check costs a page dete
 constexpr unsigned pageInterval = 5;      // frames
 constexpr unsigned pagesInterval = 4;     // frames; looking for several pages costs that of some for one
 
+PageMark markOf(const MirvakVerdict& verdict)
+{
+    PageMark mark;
+    mark.shot = verdict.shot;
+    if (verdict.found) {
+        for (const MirvakPointF& corner : verdict.page.corners)
+            mark.corners << QPointF(corner.x, corner.y);
+    }
+    return mark;
+}
+
 } // namespace
 
 void FrameDelivery::onFrame(void* image, int width, int height)
@@ -22,8 +33,11 @@ void FrameDelivery::onFrame(void* image, int width, int height)
         pageCheck_(image);
     if (recorder_)
         recorder_(image);
-    const QImage picture = toPicture(image, width, height);
+    PageMark mark;
+    const QImage picture = toPicture(image, width, height, mark);
     channel_.offer(image);
+    if (mark_)
+        mark_(mark);
     show_(picture);
     if (paperSizeCheck_ && frameCount_ % paperSizeInterval == 0)
         paperSizeCheck_(image);
@@ -39,20 +53,25 @@ void FrameDelivery::rotate(void* image, int& width, int& height) const
         std::swap(width, height);
 }
 
-QImage FrameDelivery::toPicture(void* image, int width, int height)
+QImage FrameDelivery::toPicture(void* image, int width, int height, PageMark& mark)
 {
     std::unique_ptr<PreviewBuffers::Buffer> buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
-    const FrameHandle outlined = outline(image);
+    const FrameHandle outlined = outline(image, mark);
     camera_.MirvakImage_GetImageRGBData(outlined ? outlined.get() : image, buffer->pixels.data());
     return PreviewBuffers::wrap(std::move(buffer), width, height);
 }
 
-FrameHandle FrameDelivery::outline(void* image)
+FrameHandle FrameDelivery::outline(void* image, PageMark& mark)
 {
     const int mode = croppingMode_;
     const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
-    if (mode == cropping::deskew)
-        return ownImage(camera_, camera_.MirvakImage_DrawLine(image, red, outlineWidth));
+    if (mode == cropping::deskew) {
+        MirvakVerdict verdict{};
+        FrameHandle drawn =
+            ownImage(camera_, camera_.MirvakImage_DrawLineJudged(image, red, outlineWidth, verdict));
+        mark = markOf(verdict);
+        return drawn;
+    }
     if (mode != cropping::second) {
         pagesAge_ = 0;
         return ownImage(camera_, nullptr);

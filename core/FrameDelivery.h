@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ImageChannel.h"
+#include "PageMark.h"
 #include "PreviewBuffers.h"
 #include "mirvakcamera.h"
 
@@ -27,6 +28,9 @@ public:
     void onSecondFrame(std::function<void()> call) { secondFrame_ = std::move(call); }
     void setPaperSizeCheck(Inspect check) { paperSizeCheck_ = std::move(check); }
     void setPageCheck(Inspect check) { pageCheck_ = std::move(check); }
+    /// Hears what is known of the page in a frame, just before that is shown. Without automatic cropping no
+    /// page is looked for.
+    void setMark(std::function<void(const PageMark&)> mark) { mark_ = std::move(mark); }
     /// Gets every frame, turned as it is shown.
     void setRecorder(Inspect record) { recorder_ = std::move(record); }
 
@@ -51,8 +55,8 @@ public:
 
 private:
     void rotate(void* image, int& width, int& height) const;
-    FrameHandle outline(void* image);
-    QImage toPicture(void* image, int width, int height);
+    FrameHandle outline(void* image, PageMark& mark);
+    QImage toPicture(void* image, int width, int height, PageMark& mark);
 
     MirvakCamera& camera_;
     ImageChannel channel_;
@@ -61,6 +65,7 @@ private:
     Inspect paperSizeCheck_;
     Inspect pageCheck_;
     Inspect recorder_;
+    std::function<void(const PageMark&)> mark_;
     PreviewBuffers buffers_;
     std::vector<MirvakOutline> pages_; ///< capture thread
     unsigned pagesAge_ = 0;            ///< frames since a page was last searched for; capture thread

@@ -85,7 +85,9 @@ inline const Setting<int> autoScanDelay{"AutoScan_Delay", 5}; ///< seconds
 inline const Setting<QString> shortcutScanner{"Shortcut_Scanner", QString()};
 inline const Setting<QString> shortcutDocument{"Shortcut_Document", QString()};
 inline const Setting<QString> shortcutBook{"Shortcut_Book", QString()};
-inline const Setting<int> buttonId{"Button_ID", 0xCDEF}; ///< bit i set: function button i is shown
+inline const Setting<bool> pdfText{"Pdf_Text", false};       ///< PDF files get the text of their pictures
+inline const Setting<bool> pdfArchive{"Pdf_Archive", false}; ///< PDF files conform to PDF/A-2b
+inline const Setting<int> buttonId{"Button_ID", 0xCDEF};     ///< bit i set: function button i is shown
 
 /// The root of all produced files; by default "ScannerImage" in the user's documents.
 inline QString savePath(ConfigSettings& store)

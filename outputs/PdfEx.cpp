@@ -75,6 +75,28 @@ void PdfEx::build()
     connect(ui_->Scanner, &QPushButton::clicked, this, &PdfEx::onScannerImg);
     connect(ui_->Pdf, &QPushButton::clicked, this, &PdfEx::onPdfEx);
     connect(ui_->OpenPath, &QPushButton::clicked, this, &PdfEx::onOpenPath);
+    connectChoices();
+}
+
+/// The same choices as in the menu of the PDF button.
+void PdfEx::connectChoices()
+{
+    Look::dressFields(*ui_->choices);
+    connect(ui_->checkText, &QCheckBox::toggled, this, [](bool isOn) {
+        ConfigSettings store;
+        settings::pdfText.write(store, isOn);
+    });
+    connect(ui_->checkArchive, &QCheckBox::toggled, this, [](bool isOn) {
+        ConfigSettings store;
+        settings::pdfArchive.write(store, isOn);
+    });
+}
+
+void PdfEx::showChoices()
+{
+    ConfigSettings store;
+    ui_->checkText->setChecked(settings::pdfText.read(store));
+    ui_->checkArchive->setChecked(settings::pdfArchive.read(store));
 }
 
 void PdfEx::dressButtons()
@@ -178,14 +200,15 @@ void PdfEx::onPdfEx()
     listWaiting(std::numeric_limits<int>::max());
     if (writing_->isRunning())
         return;
-    QStringList pictures;
-    leftOut_ = dividePages(ui_->pages->GetFilePaths(), pictures);
-    if (pictures.isEmpty())
+    pictures_.clear();
+    leftOut_ = dividePages(ui_->pages->GetFilePaths(), pictures_);
+    if (pictures_.isEmpty())
         return ShowNote(leftOut_.isEmpty() ? tr("There are no pages yet.") : leftOutText(leftOut_));
     setBusy(true);
+    form_ = pdfFile::wishedForm();
     ConfigSettings store;
     jobBar_->follow(tr("The PDF is being written..."),
-                    writing_->start(pictures, pdfFile::pathIn(settings::savePath(store))));
+                    writing_->start(pictures_, pdfFile::pathIn(settings::savePath(store)), form_));
 }
 
 void PdfEx::setBusy(bool isBusy)
@@ -210,6 +233,7 @@ void PdfEx::onWritten(const pdfFile::Result& result)
             tr("The PDF could not be written. The pages stay in the list. Please check the folder."));
     QPixmap icon = pdfFile::icon();
     Q_EMIT setpdfexthumbnail(icon, result.path);
+    Q_EMIT pdfMade(result.path, pictures_, form_);
     if (leftOut_.isEmpty())
         close();
     else
@@ -271,8 +295,10 @@ QString PdfEx::questionBeforeClosing() const
 
 void PdfEx::setVisible(bool visible)
 {
-    if (visible)
+    if (visible) {
         build();
+        showChoices();
+    }
     QWidget::setVisible(visible);
 }
 

@@ -59,6 +59,8 @@ Q_SIGNALS:
     void pdfexscannered();   ///< the user wants a scan of the present picture as the next page
     void setpdfquitsignal(); ///< the dialog has closed
     void setpdfexthumbnail(QPixmap& icon, const QString& path); ///< a PDF was made
+    /// The same, after it is listed: of which pictures, in which form.
+    void pdfMade(const QString& path, const QStringList& pictures, const pdfFile::Form& form);
 
 public Q_SLOTS:
     void onGetFramedata(const QImage& frame); ///< as SetPdfDataframe()
@@ -80,6 +82,8 @@ protected:
 private:
     void build();
     void dressButtons();
+    void connectChoices();
+    void showChoices();
     void listWaiting(int milliseconds);
     void setBusy(bool isBusy);
     void forgetPages();
@@ -94,8 +98,10 @@ private:
     int height_ = 0;
     int rotation_ = 0;
     int resolutionIndex_ = 0;
-    QStringList waiting_; ///< chosen files on their way into the list
-    QStringList leftOut_; ///< listed files that are not in the PDF that is being written
+    QStringList waiting_;  ///< chosen files on their way into the list
+    QStringList leftOut_;  ///< listed files that are not in the PDF that is being written
+    QStringList pictures_; ///< that become the pages of the PDF that is being written
+    pdfFile::Form form_;   ///< of that PDF
     QTimer listTimer_;
     std::atomic<bool> takesFrames_{false};
 };

@@ -3,6 +3,7 @@
 #include "CaptureDesk.h"
 #include "ComeForward.h"
 #include "PdfEx.h"
+#include "PdfTexts.h"
 #include "Settings.h"
 
 namespace {
@@ -11,7 +12,7 @@ constexpr std::chrono::seconds frameTimeout(10);
 
 } // namespace
 
-PdfExControl::PdfExControl(CaptureDesk& desk, PdfEx& dialog, QObject* parent)
+PdfExControl::PdfExControl(CaptureDesk& desk, PdfEx& dialog, PdfTexts& texts, QObject* parent)
     : QObject(parent), desk_(desk), dialog_(dialog)
 {
     connect(&dialog, &PdfEx::pdfexscannered, this, &PdfExControl::scan);
@@ -19,6 +20,7 @@ PdfExControl::PdfExControl(CaptureDesk& desk, PdfEx& dialog, QObject* parent)
     connect(&dialog, &PdfEx::setpdfexthumbnail, this, [this](const QPixmap& icon, const QString& path) {
         desk_.addDocument(path, icon);
     });
+    connect(&dialog, &PdfEx::pdfMade, &texts, &PdfTexts::add);
 }
 
 void PdfExControl::open(void* device, int width, int height, int rotation, int resolutionIndex)

@@ -4,6 +4,7 @@
 
 class CaptureDesk;
 class PdfEx;
+class PdfTexts;
 
 /// Puts the multi-page PDF dialog to work at the main window: opens it under the guard of captures, makes its
 /// scans, lists its PDF. GUI thread only.
@@ -12,8 +13,8 @@ class PdfExControl : public QObject
     Q_OBJECT
 
 public:
-    /// Both are borrowed for the life of this object.
-    PdfExControl(CaptureDesk& desk, PdfEx& dialog, QObject* parent = nullptr);
+    /// All are borrowed for the life of this object.
+    PdfExControl(CaptureDesk& desk, PdfEx& dialog, PdfTexts& texts, QObject* parent = nullptr);
 
     /// Behind the button. The arguments are those of PdfEx::ShowPdf(). A dialog that shows comes
     /// forward.

@@ -1,10 +1,15 @@
 #include "PdfFile.h"
 
 #include "FileNaming.h"
+#include "HiddenFile.h"
 #include "Job.h"
-#include "mirvakcamera.h"
+#include "Settings.h"
 
-#include <algorithm>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
 #include <mutex>
 
 namespace {
@@ -12,15 +17,16 @@ namespace {
 // What looking at the pictures takes of the whole, before the pages are written.
 constexpr double looking = 0.3;
 
-QStringList addPages(MirvakCamera& camera, const QStringList& pictures, Job& job)
+QStringList addPages(MirvakCamera& camera, const QStringList& pictures, const pdfFile::Texts& texts, Job& job)
 {
     QStringList unreadable;
-    int seen = 0;
-    std::copy_if(
-        pictures.begin(), pictures.end(), std::back_inserter(unreadable), [&](const QString& picture) {
-            job.reach(looking * seen++ / pictures.size());
-            return !job.isStopped() && camera.MirvakPDF_AddPage(picture.toUtf8().constData()) != MIRVAK_OK;
-        });
+    for (int i = 0; i < pictures.size() && !job.isStopped(); ++i) {
+        job.reach(looking * i / pictures.size());
+        if (camera.MirvakPDF_AddPage(pictures[i].toUtf8().constData()) != MIRVAK_OK)
+            unreadable << pictures[i];
+        else if (size_t(i) < texts.size() && !texts[size_t(i)].empty())
+            camera.MirvakPDF_SetWords(texts[size_t(i)]);
+    }
     return unreadable;
 }
 
@@ -37,24 +43,81 @@ int forgetPages(MirvakCamera& camera)
     return camera.MirvakPDF_Save(nullptr);
 }
 
-} // namespace
+MirvakPdfOptions optionsOf(const pdfFile::Form& form, const QString& path)
+{
+    MirvakPdfOptions options;
+    options.sheet = form.sheet;
+    options.isArchival = form.isArchival;
+    if (form.isArchival)
+        options.title = QFileInfo(path).completeBaseName().toStdString();
+    return options;
+}
 
-pdfFile::Result
-pdfFile::write(MirvakCamera& camera, const QStringList& pictures, const QString& path, Job* job)
+/// `named`: whose name is the title; empty for the file's own.
+pdfFile::Result writeNew(MirvakCamera& camera,
+                         const QStringList& pictures,
+                         const QString& path,
+                         Job* job,
+                         const pdfFile::Form& form,
+                         const pdfFile::Texts& texts,
+                         const QString& named)
 {
     Job unwatched;
     Job& told = job ? *job : unwatched;
     static std::mutex mutex;
     const std::lock_guard lock(mutex);
-    Result result;
+    pdfFile::Result result;
     result.path = path;
     result.code = FileNaming::saveNew(result.path, int(MIRVAK_EXISTS), [&](const QString& name) {
-        result.unreadable = addPages(camera, pictures, told);
+        result.unreadable = addPages(camera, pictures, texts, told);
+        const MirvakPdfOptions options = optionsOf(form, named.isEmpty() ? name : named);
         const int code = result.unreadable.isEmpty() && !told.isStopped()
-                             ? camera.MirvakPDF_SaveWatched(name.toUtf8().constData(), tellJob, &told)
+                             ? camera.MirvakPDF_SaveAs(name.toUtf8().constData(), options, tellJob, &told)
                              : forgetPages(camera);
         return code != MIRVAK_OK && told.isStopped() ? int(MIRVAK_STOPPED) : code;
     });
+    return result;
+}
+
+/// 0, or one of MirvakResult.
+int putInPlace(const QString& made, const QString& path, const std::function<bool()>& mayTake)
+{
+    const QByteArray from = QFile::encodeName(made);
+    int code = mayTake && !mayTake() ? int(MIRVAK_EXISTS) : int(MIRVAK_OK);
+    if (code == MIRVAK_OK && std::rename(from.constData(), QFile::encodeName(path).constData()) != 0) {
+        std::fprintf(stderr, "PDF: %s: %s\n", qUtf8Printable(path), qUtf8Printable(qt_error_string(errno)));
+        code = MIRVAK_IO_ERROR;
+    }
+    if (code != MIRVAK_OK)
+        QFile::remove(made);
+    return code;
+}
+
+} // namespace
+
+pdfFile::Form pdfFile::wishedForm(MirvakPdfSheet sheet)
+{
+    return {settings::pdfArchive.read(), sheet};
+}
+
+pdfFile::Result pdfFile::write(
+    MirvakCamera& camera, const QStringList& pictures, const QString& path, Job* job, const Form& form)
+{
+    return writeNew(camera, pictures, path, job, form, {}, {});
+}
+
+pdfFile::Result pdfFile::replace(MirvakCamera& camera,
+                                 const QStringList& pictures,
+                                 const QString& path,
+                                 Job* job,
+                                 const Form& form,
+                                 const Texts& texts,
+                                 const std::function<bool()>& mayTake)
+{
+    Result result = writeNew(camera, pictures, HiddenFile::nameBeside(path), job, form, texts, path);
+    if (result.code == MIRVAK_OK)
+        result.code = putInPlace(result.path, path, mayTake);
+    result.path = path;
     return result;
 }
 

@@ -2,8 +2,8 @@
 
 #include "CaptureDesk.h"
 #include "PdfFile.h"
+#include "PdfTexts.h"
 #include "Settings.h"
-#include "mirvakcamera.h"
 
 namespace {
 
@@ -32,9 +32,10 @@ void PdfScan::scan()
     if (pictures.isEmpty())
         return;
     const QString folder = pictures.first().section(QLatin1Char('/'), 0, -2);
-    const pdfFile::Result result = pdfFile::write(camera_, pictures, pdfFile::pathIn(folder));
-    if (result.code == MIRVAK_OK)
-        desk_.addDocument(result.path, pdfFile::icon());
-    else
-        desk_.showNotice(tr("The PDF could not be made. The picture itself is saved."));
+    const pdfFile::Form form = pdfFile::wishedForm();
+    const pdfFile::Result result = pdfFile::write(camera_, pictures, pdfFile::pathIn(folder), nullptr, form);
+    if (result.code != MIRVAK_OK)
+        return desk_.showNotice(tr("The PDF could not be made. The picture itself is saved."));
+    desk_.addDocument(result.path, pdfFile::icon());
+    texts_.add(result.path, pictures, form);
 }

@@ -4,6 +4,7 @@
 
 class CaptureDesk;
 class MirvakCamera;
+class PdfTexts;
 
 /// One capture, and a PDF of it beside it, a page for each picture that it gives. GUI thread only.
 class PdfScan
@@ -11,8 +12,11 @@ class PdfScan
     Q_DECLARE_TR_FUNCTIONS(PdfScan)
 
 public:
-    /// Both are borrowed for the life of this object.
-    PdfScan(CaptureDesk& desk, MirvakCamera& camera) : desk_(desk), camera_(camera) {}
+    /// All are borrowed for the life of this object.
+    PdfScan(CaptureDesk& desk, MirvakCamera& camera, PdfTexts& texts)
+        : desk_(desk), camera_(camera), texts_(texts)
+    {
+    }
 
     /// Behind the PDF button. Waits at most 10 seconds for the frame. The capture stays on the disk whatever
     /// becomes of the PDF; the strip lists both.
@@ -23,4 +27,5 @@ private:
 
     CaptureDesk& desk_;
     MirvakCamera& camera_;
+    PdfTexts& texts_;
 };

@@ -7,6 +7,7 @@
 #include "Job.h"
 #include "NamedFiles.h"
 #include "PdfFile.h"
+#include "PdfTexts.h"
 #include "Settings.h"
 #include "Workers.h"
 
@@ -16,8 +17,9 @@
 #include <QFileDialog>
 #include <QScopeGuard>
 
-PdfSynthesis::PdfSynthesis(CaptureDesk& desk, QWidget& window, QObject* parent)
-    : QObject(parent), desk_(desk), window_(window)
+PdfSynthesis::PdfSynthesis(
+    CaptureDesk& desk, QWidget& window, MirvakCamera& camera, PdfTexts& texts, QObject* parent)
+    : QObject(parent), desk_(desk), window_(window), camera_(camera), texts_(texts)
 {
 }
 
@@ -74,7 +76,20 @@ bool PdfSynthesis::drawImageToPDF(const QStringList& images)
     const QString path = chooseTarget();
     if (path.isEmpty())
         return false;
-    return tell(write(path, images), path, images);
+    const pictureSheets::Result result = write(path, images);
+    if (result.end == pictureSheets::End::done)
+        texts_.add(path, images, pdfFile::wishedForm(MIRVAK_PDF_LYING_A4));
+    return tell(result, path, images);
+}
+
+/// What has text or is for archives is made by the camera library, everything else by the toolkit.
+pictureSheets::Result
+PdfSynthesis::writeSheets(const QString& path, const QStringList& images, Job& job) const
+{
+    const pdfFile::Form form = pdfFile::wishedForm(MIRVAK_PDF_LYING_A4);
+    if (!form.isArchival && !settings::pdfText.read())
+        return pictureSheets::write(path, images, job);
+    return pictureSheets::writeWith(camera_, path, images, form, job);
 }
 
 /// Returns when the file is written or given up. Until then the window goes on, on whose clicks this stands.
@@ -87,7 +102,7 @@ pictureSheets::Result PdfSynthesis::write(const QString& path, const QStringList
     const bool isStarted = writing.start([&, job = job_.get()] {
         const auto end = qScopeGuard(
             [&] { QMetaObject::invokeMethod(&untilWritten, &QEventLoop::quit, Qt::QueuedConnection); });
-        result = pictureSheets::write(path, images, *job);
+        result = writeSheets(path, images, *job);
     });
     if (isStarted) {
         desk_.showJob(tr("The PDF is being written..."), job_);

@@ -8,6 +8,8 @@
 
 class CaptureDesk;
 class Job;
+class MirvakCamera;
+class PdfTexts;
 class QWidget;
 
 /// Puts picture files that the user picks into one PDF of the user's choosing, one on each lying A4 page.
@@ -17,8 +19,9 @@ class PdfSynthesis : public QObject
     Q_OBJECT
 
 public:
-    /// Both are borrowed for the life of this object; dialogs stand over `window`.
-    PdfSynthesis(CaptureDesk& desk, QWidget& window, QObject* parent = nullptr);
+    /// All are borrowed for the life of this object; dialogs stand over `window`.
+    PdfSynthesis(
+        CaptureDesk& desk, QWidget& window, MirvakCamera& camera, PdfTexts& texts, QObject* parent = nullptr);
 
     /// Asks for the pictures, then for the file, and offers to open its folder. Does nothing when the folder
     /// for new files neither exists nor can be made.
@@ -37,11 +40,14 @@ private:
     QString chooseTarget();
     bool isWriting();
     pictureSheets::Result write(const QString& path, const QStringList& images);
+    pictureSheets::Result writeSheets(const QString& path, const QStringList& images, Job& job) const;
     bool tell(const pictureSheets::Result& result, const QString& path, const QStringList& images);
     void offerFolder();
 
     CaptureDesk& desk_;
     QWidget& window_;
+    MirvakCamera& camera_;
+    PdfTexts& texts_;
     QString lastPath_;
     std::shared_ptr<Job> job_; ///< while a file is being written
 };

@@ -1,10 +1,11 @@
 #include "PdfWriting.h"
 
-std::shared_ptr<Job> PdfWriting::start(const QStringList& pictures, const QString& path)
+std::shared_ptr<Job>
+PdfWriting::start(const QStringList& pictures, const QString& path, const pdfFile::Form& form)
 {
     job_ = std::make_shared<Job>();
-    worker_ = std::thread([this, pictures, path] {
-        const pdfFile::Result result = pdfFile::write(camera_, pictures, path, job_.get());
+    worker_ = std::thread([this, pictures, path, form] {
+        const pdfFile::Result result = pdfFile::write(camera_, pictures, path, job_.get(), form);
         const auto report = [this, result] {
             finish();
             Q_EMIT done(result);

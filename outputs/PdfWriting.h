@@ -19,7 +19,7 @@ public:
 
     bool isRunning() const { return worker_.joinable(); }
     /// Not while one is being written. @return how far it has come, and how to cancel it; held until done()
-    std::shared_ptr<Job> start(const QStringList& pictures, const QString& path);
+    std::shared_ptr<Job> start(const QStringList& pictures, const QString& path, const pdfFile::Form& form);
     /// Cancels the one that is being written, and waits for its end; done() comes all the same.
     void giveUp();
 

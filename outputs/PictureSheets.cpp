@@ -83,3 +83,23 @@ Result pictureSheets::write(const QString& path, const QStringList& pictures, Jo
     std::fprintf(stderr, "PDF: %s: %s\n", qPrintable(path), qPrintable(file.errorString()));
     return {End::notWritten, 0};
 }
+
+Result pictureSheets::writeWith(MirvakCamera& camera,
+                                const QString& path,
+                                const QStringList& pictures,
+                                const pdfFile::Form& form,
+                                Job& job)
+{
+    const pdfFile::Result made = pdfFile::replace(camera, pictures, path, &job, form);
+    if (made.code == MIRVAK_OK)
+        return {End::done, int(pictures.size())};
+    if (made.code == MIRVAK_STOPPED)
+        return {End::stopped, 0};
+    if (made.unreadable.isEmpty())
+        return {End::notWritten, 0};
+    const int readable = int(pictures.indexOf(made.unreadable.first()));
+    if (readable == 0)
+        return {End::unreadable, 0};
+    const Result before = writeWith(camera, path, pictures.mid(0, readable), form, job);
+    return before.end == End::done ? Result{End::unreadable, readable} : before;
+}

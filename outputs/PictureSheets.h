@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PdfFile.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -24,5 +26,12 @@ struct Result
 /// Replaces a file of that name, once the new one is complete. Trouble is told in a line each on standard
 /// error.
 Result write(const QString& path, const QStringList& pictures, Job& job);
+
+/// The same by the camera library, in the given form.
+Result writeWith(MirvakCamera& camera,
+                 const QString& path,
+                 const QStringList& pictures,
+                 const pdfFile::Form& form,
+                 Job& job);
 
 } // namespace pictureSheets

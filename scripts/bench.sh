@@ -14,6 +14,7 @@ LUMRO_DESK=$folder/share/desk/desk.cfg "$folder/benchmarks/bench_start" \
 "$folder/benchmarks/bench_settings"
 "$folder/benchmarks/bench_sheets"
 "$folder/benchmarks/bench_outline"
+"$folder/benchmarks/bench_verdict"
 "$folder/benchmarks/bench_quality"
 "$folder/benchmarks/bench_book"
 "$folder/benchmarks/bench_codes"

@@ -2,6 +2,7 @@
 
 #include "ButtonFlow.h"
 #include "FunctionButtons.h"
+#include "IconButton.h"
 #include "LanguageFolder.h"
 #include "Look.h"
 #include "Settings.h"
@@ -84,12 +85,28 @@ void BtnControl::nameButtons()
 
 void BtnControl::makePdfMenu()
 {
-    const QString hint = tr("Hold down or right-click: PDF of picture files");
+    const QString hint = tr("Hold down or right-click: PDF of picture files, text, PDF/A");
     ui_->btnPdf->setToolTip(ui_->btnPdf->toolTip() + QLatin1Char('\n') + hint);
     ui_->btnPdf->setAccessibleDescription(hint);
     auto* synthesize = new QAction(tr("PDF of picture files..."), this);
     connect(synthesize, &QAction::triggered, this, &BtnControl::synthesizePdfClicked);
     ui_->btnPdf->addAction(synthesize);
+    auto* line = new QAction(this);
+    line->setSeparator(true);
+    ui_->btnPdf->addAction(line);
+    addPdfChoice(tr("With text"), QStringLiteral("choicePdfText"), settings::pdfText);
+    addPdfChoice(tr("PDF/A-2b"), QStringLiteral("choicePdfArchive"), settings::pdfArchive);
+}
+
+/// A switch of the settings, which other windows may change too, as an entry of the PDF button's menu.
+void BtnControl::addPdfChoice(const QString& text, const QString& name, const Setting<bool>& choice)
+{
+    auto* entry = new QAction(text, this);
+    entry->setObjectName(name);
+    entry->setCheckable(true);
+    connect(ui_->btnPdf, &IconButton::menuWanted, entry, [=] { entry->setChecked(choice.read()); });
+    connect(entry, &QAction::triggered, this, [this, &choice](bool isOn) { choice.write(settings_, isOn); });
+    ui_->btnPdf->addAction(entry);
 }
 
 void BtnControl::connectButtons()

@@ -8,6 +8,7 @@
 #include <memory>
 
 class QPushButton;
+template <class T> struct Setting;
 class Ui_BtnControl;
 
 /// The strip of large icon buttons from which every function is started. It only emits one signal per button.
@@ -69,6 +70,7 @@ private:
     void connectButtons();
     void nameButtons();
     void makePdfMenu();
+    void addPdfChoice(const QString& text, const QString& name, const Setting<bool>& choice);
 
     std::unique_ptr<Ui_BtnControl> ui_;
     QVector<QPushButton*> buttons_; ///< by bit of the mask

@@ -35,6 +35,7 @@ void IconButton::contextMenuEvent(QContextMenuEvent* event)
 
 void IconButton::showMenu(const QPoint& globalPos)
 {
+    Q_EMIT menuWanted();
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addActions(actions());

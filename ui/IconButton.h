@@ -12,6 +12,9 @@ class IconButton : public QPushButton
 public:
     explicit IconButton(QWidget* parent = nullptr);
 
+Q_SIGNALS:
+    void menuWanted(); ///< it opens now: what its actions show may be brought up to date
+
 protected:
     bool event(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include "FrozenBar.h"
 #include "FullScreen.h"
+#include "ShotHint.h"
 #include "ToolBar.h"
 #include "ToolBarHost.h"
 #include "ViewOverlay.h"
@@ -48,7 +49,7 @@ QRect scaledRect(const QRect& rect, qreal factor)
 VideoView::VideoView(QWidget* parent)
     : QWidget(parent), info_(tr("Please waiting...")), toolBar_(new ToolBar(this)),
       toolBarHost_(new ToolBarHost(toolBar_, this)), frozenBar_(new FrozenBar(*this)),
-      fullScreen_(new FullScreen(*this))
+      shotHint_(new ShotHint(*this)), fullScreen_(new FullScreen(*this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(&notice_, &ViewNotice::changed, this, qOverload<>(&QWidget::update));
@@ -69,6 +70,35 @@ void VideoView::SetImageData(const QImage& frame)
         QCoreApplication::postEvent(this, new QEvent(wakeUp()));
 }
 
+void VideoView::SetPageMark(const PageMark& mark)
+{
+    const std::lock_guard lock(markMutex_);
+    // Without a frame that follows, the last words would stand.
+    if (mark.shot != newestMark_.shot)
+        QCoreApplication::postEvent(this, new QEvent(wakeUp()));
+    newestMark_ = mark;
+}
+
+void VideoView::takeMark()
+{
+    PageMark newest;
+    {
+        const std::lock_guard lock(markMutex_);
+        newest = newestMark_;
+    }
+    mark_ = frozen_ || frame_.isNull() ? PageMark() : newest;
+    shotHint_->tell(mark_.shot);
+}
+
+void VideoView::clearMark()
+{
+    {
+        const std::lock_guard lock(markMutex_);
+        newestMark_ = {};
+    }
+    takeMark();
+}
+
 void VideoView::customEvent(QEvent* event)
 {
     if (event->type() != wakeUp())
@@ -82,6 +112,7 @@ void VideoView::takeFrame()
     const QImage newest = mailbox_.take();
     if (!newest.isNull() && !frozen_)
         setFrame(newest);
+    takeMark();
 }
 
 void VideoView::setFrame(const QImage& newest)
@@ -102,6 +133,7 @@ void VideoView::ClearFrame()
     frame_ = QImage();
     scaler_ = FrameScaler();
     setFrozen(false);
+    clearMark();
     geometry_.setSourceSize(QSize());
     relayout();
 }
@@ -165,6 +197,7 @@ void VideoView::setFrozen(bool frozen)
     frozen_ = frozen;
     frozenBar_->offerSaving(false);
     frozenBar_->setVisible(frozen);
+    takeMark();
     Q_EMIT frozenChanged(frozen);
     update();
 }
@@ -249,11 +282,25 @@ void VideoView::paintPicture(QPainter& painter)
     const QRect whole = scaledRect(QRect(QPoint(), displayed.size()), ratio);
     const QRect part = scaledRect(visible.translated(-displayed.topLeft()), ratio) & whole;
     painter.drawImage(visible, scaler_.scale(frame_, whole.size(), part));
+    paintMark(painter);
     if (bookLine_)
         overlay::drawBookLine(painter, rect(), displayed);
     const QRect selected = pressed_ ? drawing_ : selection_.inView(geometry_);
     if (selectionMode_ && !selected.isNull())
         overlay::drawSelection(painter, selected);
+}
+
+void VideoView::paintMark(QPainter& painter)
+{
+    if (mark_.corners.isEmpty() || (!mark_.isGood() && !mark_.isFlawed()))
+        return;
+    constexpr int drawnWidth = 5; // px of the frame, of the line that is drawn into it
+    const QRect displayed = geometry_.displayed();
+    const qreal scale = qreal(displayed.width()) / frame_.width();
+    QPolygonF corners;
+    for (const QPointF& corner : mark_.corners)
+        corners << displayed.topLeft() + (corner + QPointF(0.5, 0.5)) * scale;
+    overlay::drawPageOutline(painter, corners, mark_.isGood(), scale * drawnWidth + 2);
 }
 
 void VideoView::resizeEvent(QResizeEvent*)

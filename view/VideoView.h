@@ -3,6 +3,7 @@
 #include "CropSelection.h"
 #include "FrameMailbox.h"
 #include "FrameScaler.h"
+#include "PageMark.h"
 #include "ViewGeometry.h"
 #include "ViewNotice.h"
 
@@ -11,9 +12,11 @@
 #include <QWidget>
 
 #include <atomic>
+#include <mutex>
 
 class FrozenBar;
 class FullScreen;
+class ShotHint;
 class ToolBar;
 class ToolBarHost;
 
@@ -21,8 +24,9 @@ class ToolBarHost;
 /// hosts the tool bar, whose choices it passes on. Fit, zoom, full screen and freeze are carried out here;
 /// whoever connects their signals must not carry them out a second time.
 ///
-/// GUI thread only, except SetImageData(), SetBooklineEnable(), GetBooklineEnable() and getSelectedRect(),
-/// which are thread-safe. The thread that calls them must have stopped before the view is destroyed.
+/// GUI thread only, except SetImageData(), SetPageMark(), SetBooklineEnable(), GetBooklineEnable() and
+/// getSelectedRect(), which are thread-safe. The thread that calls them must have stopped before the view is
+/// destroyed.
 class VideoView : public QWidget
 {
     Q_OBJECT
@@ -37,6 +41,9 @@ public:
     /// held (the shown one, the one about to take its place, one that waits), so a pool of four never runs
     /// dry. RGB888 is painted fastest. The size may change at every frame.
     void SetImageData(const QImage& frame);
+    /// What is known of the page in the frame that SetImageData() hands over next: its outline shows whether
+    /// a capture will be good, and what is wrong is said. Holds until the next call.
+    void SetPageMark(const PageMark& mark);
     /// Drops the picture, so that the info text shows again; ends the freeze. Call it after the camera
     /// stopped.
     void ClearFrame();
@@ -132,6 +139,8 @@ protected:
 private:
     void connectToolBar();
     void takeFrame();
+    void takeMark();
+    void clearMark();
     void setFrame(const QImage& newest);
     void setFrozen(bool frozen);
     void changeZoom(int direction);
@@ -139,9 +148,13 @@ private:
     void setSelection(const QRect& rectangle);
     void updateCursor();
     void paintPicture(QPainter& painter);
+    void paintMark(QPainter& painter);
 
     FrameMailbox mailbox_;
     QImage frame_; // the shown one
+    std::mutex markMutex_;
+    PageMark newestMark_; // guarded by markMutex_
+    PageMark mark_;       // of the shown frame
     FrameScaler scaler_;
     ViewGeometry geometry_;
     QRect announced_; // by pictureMoved()
@@ -158,5 +171,6 @@ private:
     ToolBar* toolBar_;
     ToolBarHost* toolBarHost_;
     FrozenBar* frozenBar_;
+    ShotHint* shotHint_;
     FullScreen* fullScreen_;
 };

@@ -2,11 +2,14 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QPainterPath>
 
 namespace {
 
 constexpr int infoHeight = 32;
 constexpr int padding = 10;
+const QColor goodColour(0, 210, 90),
+    warningColour(255, 179, 0); // apart for every kind of sight, by lightness too
 
 QPen guidePen()
 {
@@ -55,6 +58,42 @@ void drawSelection(QPainter& painter, const QRect& rectangle)
     painter.setPen(guidePen());
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(rectangle);
+}
+
+void drawPageOutline(QPainter& painter, const QPolygonF& corners, bool isGood, qreal covered)
+{
+    constexpr qreal line = 3, rim = 2; // px
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    const QColor ground(20, 20, 20, isGood ? 150 : 255); // between dashes nothing else shows
+    painter.setPen(QPen(ground, qMax(line + rim, covered), Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
+    painter.drawPolygon(corners);
+    QPen pen(isGood ? goodColour : warningColour, qMax(line, covered - rim));
+    pen.setJoinStyle(Qt::RoundJoin);
+    pen.setCapStyle(Qt::FlatCap);
+    if (!isGood)
+        pen.setDashPattern({4, 3});
+    painter.setPen(pen);
+    painter.drawPolygon(corners);
+    painter.restore();
+}
+
+void drawWarning(QPainter& painter, const QRect& box)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath triangle(QPointF(box.center().x() + 0.5, box.top()));
+    triangle.lineTo(box.right() + 1, box.bottom());
+    triangle.lineTo(box.left(), box.bottom());
+    triangle.closeSubpath();
+    painter.fillPath(triangle, warningColour);
+    const qreal stroke = box.width() / 8.0;
+    painter.setPen(QPen(Qt::black, stroke, Qt::SolidLine, Qt::RoundCap));
+    const qreal x = box.center().x() + 0.5;
+    painter.drawLine(QPointF(x, box.top() + 0.4 * box.height()), QPointF(x, box.top() + 0.62 * box.height()));
+    painter.drawPoint(QPointF(x, box.top() + 0.82 * box.height()));
+    painter.restore();
 }
 
 void drawNotice(QPainter& painter, const QRect& view, const QString& text)

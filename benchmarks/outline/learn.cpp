@@ -27,11 +27,11 @@ namespace {
 using mirvak::Evidence;
 using mirvak::evidenceCount;
 
-constexpr size_t units = 8, sums = units * evidenceCount, weightCount = sums + units + 1;
+constexpr size_t units = 12, sums = units * evidenceCount, weightCount = sums + units + 1;
 constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
 constexpr int rounds = 600;
-constexpr double price = 0.0005;
-constexpr size_t mostLines = 80;
+constexpr double price = 0.001;
+constexpr size_t mostLines = 72;
 const cv::Size frame(1280, 960);
 using Weights = std::vector<double>;
 
@@ -54,15 +54,17 @@ Example exampleOf(const cv::Mat& picture, const std::optional<Corners>& sheet)
 {
     static mirvak::SmallLook look;
     static mirvak::EdgeField edges;
+    static mirvak::RegionField regions;
     static mirvak::LineFinder lines;
     static mirvak::QuadFinder quads;
     static mirvak::DeskColours desk;
     const auto& planes = look.build(picture);
     edges.build(planes);
-    quads.find(lines.find(edges, planes, mostLines), look.reduction().size());
+    regions.build(planes, edges.change());
+    quads.find(lines.find(edges, planes, regions, mostLines), look.reduction().size());
     desk.learn(planes);
     Example example;
-    mirvak::gatherEvidence(quads.quads(), planes, desk, example.evidence);
+    mirvak::gatherEvidence(quads.quads(), planes, regions, desk, example.evidence);
     for (const auto& quad : quads.quads()) {
         Corners corners = mirvak::snapSides(edges, quad.corners);
         for (cv::Point2d& corner : corners)

@@ -1,5 +1,7 @@
 #include "Rivals.h"
 
+#include "Commands.h"
+
 #include <leptonica/allheaders.h>
 #include <opencv2/imgproc.hpp>
 
@@ -120,4 +122,41 @@ cv::Mat rivals::greyWorld(const cv::Mat& rgb)
     double most = 0;
     cv::minMaxLoc(result.reshape(1), nullptr, &most);
     return result * (255 / most);
+}
+
+cv::Mat rivals::imageMagickLat(const cv::Mat& rgb)
+{
+    return commands::run("convert %in -colorspace Gray -negate -lat 25x25+10% -negate -depth 8 pgm:%out",
+                         rgb);
+}
+
+cv::Mat rivals::imageMagickDeskew(const cv::Mat& rgb)
+{
+    return commands::run("convert %in -background white -deskew 40% +repage -depth 8 ppm:%out", rgb);
+}
+
+namespace {
+
+const std::string inPlace = "--no-deskew --no-border-scan --no-border-align --no-mask-scan";
+
+} // namespace
+
+cv::Mat rivals::unpaperBlack(const cv::Mat& rgb)
+{
+    return commands::run("unpaper --overwrite " + inPlace + " -t pbm %in %out", rgb);
+}
+
+cv::Mat rivals::unpaperColour(const cv::Mat& rgb)
+{
+    return commands::run("unpaper --overwrite " + inPlace + " -t ppm %in %out", rgb);
+}
+
+cv::Mat rivals::unpaperDeskew(const cv::Mat& rgb)
+{
+    return commands::run("unpaper --overwrite --no-border-align --no-mask-center -t ppm %in %out", rgb);
+}
+
+cv::Mat rivals::leptonicaDeskew(const cv::Mat& rgb)
+{
+    return toMat(PixPtr(pixDeskew(toPix(rgb).get(), 0)).get());
 }

@@ -87,6 +87,7 @@ void findParts(Scene& scene)
     cv::cvtColor(scene.truth, grey, cv::COLOR_RGB2GRAY);
     grey.convertTo(grey, CV_32F, -1.0 / 255, 1);
     cv::dilate(grey, peak, cv::Mat(), {-1, -1}, 3);
+    cv::Mat(255 * (1 - 0.5 * peak)).convertTo(scene.half, CV_8U);
     // Areas are no strokes: what is still there when all thin things are taken away.
     cv::morphologyEx(dark, wide, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, {15, 15}));
     cv::dilate(wide, wide, cv::Mat(), {-1, -1}, 8);
@@ -256,4 +257,29 @@ std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, boo
         scenes.push_back(std::move(scene));
     }
     return scenes;
+}
+
+std::vector<cv::Mat> makeTurnedPages(int count, cv::Size size, unsigned seed)
+{
+    using deskpictures::Material;
+    constexpr double mostTurn = 6; // degrees
+    const std::function<FlatPage()> pages[] = {
+        deskpictures::drawEnglishText, deskpictures::drawChineseText, deskpictures::drawRussianText};
+    std::vector<cv::Mat> pictures;
+    for (unsigned i = 0; i < unsigned(count); ++i) {
+        QRandomGenerator any(seed + i);
+        const FlatPage page = pages[i % std::size(pages)]();
+        deskpictures::Scene setting;
+        setting.desk = any.bounded(2) ? Material::Walnut : Material::Dark;
+        setting.pose.fill = 0.85;
+        setting.pose.turnDegrees = mostTurn * (2 * any.generateDouble() - 1);
+        setting.light = anyLight(any);
+        setting.seed = seed + i;
+        const cv::Size2d pageMm(page.widthMm, page.heightMm);
+        const deskpictures::View view(setting.pose, pageMm, size);
+        const deskpictures::FlatLayer flat(page.image, pageMm, view.pxPerMm());
+        pictures.push_back(
+            deskpictures::photograph(setting, view, {flat.warp(view.pageToPicture(), size), {}}));
+    }
+    return pictures;
 }

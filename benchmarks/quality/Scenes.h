@@ -12,6 +12,7 @@ struct Scene
     cv::Mat photo; ///< CV_8UC3, RGB: what the camera delivers; the page fills it
     cv::Mat truth; ///< the same place of the page itself, white paper: no light, no lens, no noise
     cv::Mat ink;   ///< CV_8U, 255: strokes, each up to half of its own darkness
+    cv::Mat half;  ///< CV_8U: the level half way between paper and the darkest of the stroke that is near
     cv::Mat paper; ///< CV_8U, 255: nothing is printed there or near
     cv::Mat print; ///< CV_8U, 255: coloured print: areas, seals, highlighter
     // Sealed pages only, CV_8U, 255; truth and ink are those of the page without seals.
@@ -23,6 +24,9 @@ struct Scene
 /// Pages of the desk and a page with all that is hard (thin grey print, pencil, tinted boxes, highlighter, a
 /// photograph), under lamps, shadows, casts and noise of `seed`. RGB.
 std::vector<Scene> makeScenes(int count, cv::Size size, unsigned seed);
+
+/// Pages of text that lie on a desk, turned by up to 6 degrees, all of each in the picture. RGB.
+std::vector<cv::Mat> makeTurnedPages(int count, cv::Size size, unsigned seed);
 
 /// English, Chinese and Russian text under seals of any hue of blue or red, strong and pale. RGB.
 std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, bool isBlue);

@@ -1,12 +1,17 @@
 // How good the pages are: every operation on pages of which everything is known, beside what people use
 // instead.
-//   bench_quality [PAGES [SEED [FOLDER]]]    FOLDER receives before and after, side by side
+//   bench_quality [PAGES [SEED [FOLDER]]]        FOLDER receives before, after and the truth, side by side
+//   bench_quality --photos FOLDER PHOTOGRAPH...  FOLDER receives each before and after every operation
+// ImageMagick and unpaper are measured where they are installed.
+#include "Commands.h"
 #include "Rivals.h"
 #include "Scenes.h"
 #include "Similarity.h"
+#include "SkewLeft.h"
 
 #include "Background.h"
 #include "Codec.h"
+#include "Deskew.h"
 #include "Enhance.h"
 #include "Seal.h"
 #include "Threshold.h"
@@ -96,6 +101,12 @@ struct Table
     std::vector<Column> columns;
 };
 
+/// Nothing where the program is missing.
+Operation installed(const char* program, const Operation& operation)
+{
+    return commands::isThere(program) ? operation : Operation();
+}
+
 std::vector<Table> pageTables()
 {
     const auto f = [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).f(); };
@@ -104,6 +115,7 @@ std::vector<Table> pageTables()
         {"ink kept", [](const Scene& s, const cv::Mat& p) { return share(greyOf(p) < 200, s.ink); }},
         {"F at 128", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).f(); }},
         {"F at 160", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 160).f(); }},
+        {"F at half", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < s.half).f(); }},
         {"SSIM", [](const Scene& s, const cv::Mat& p) { return likeness(s.truth, p); }}};
     return {
         {"black and white",
@@ -111,7 +123,9 @@ std::vector<Table> pageTables()
           {"OpenCV Otsu", rivals::otsu},
           {"OpenCV adaptive", rivals::adaptive},
           {"Leptonica Sauvola", rivals::sauvola},
-          {"Leptonica normalised Otsu", rivals::normalisedOtsu}},
+          {"Leptonica normalised Otsu", rivals::normalisedOtsu},
+          {"ImageMagick -lat", installed("convert", rivals::imageMagickLat)},
+          {"unpaper", installed("unpaper", rivals::unpaperBlack)}},
          {{"recall", [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).recall; }},
           {"precision",
            [](const Scene& s, const cv::Mat& p) { return strokes(s, greyOf(p) < 128).precision; }},
@@ -121,7 +135,8 @@ std::vector<Table> pageTables()
          {{"ours", ours(mirvak::removeBackground)},
           {"ours, document", ours(mirvak::processDocument)},
           {"Leptonica normalised", rivals::normalised},
-          {"division", rivals::division}},
+          {"division", rivals::division},
+          {"unpaper", installed("unpaper", rivals::unpaperColour)}},
          page},
         {"colours enhanced",
          {{"ours", ours(mirvak::enhanceColour)},
@@ -188,6 +203,10 @@ void print(const Table& table, const std::vector<Scene>& scenes, const std::stri
         std::printf("%12s", column.name);
     std::printf("%12s\n", "ms/MP");
     for (const auto& [name, operation] : table.rows) {
+        if (!operation) {
+            std::printf("  %-26snot installed\n", name);
+            continue;
+        }
         std::vector<std::vector<double>> values(table.columns.size());
         double seconds = 0, megapixels = 0;
         for (size_t i = 0; i < scenes.size(); ++i) {
@@ -207,6 +226,63 @@ void print(const Table& table, const std::vector<Scene>& scenes, const std::stri
     }
 }
 
+void printSkew(int count, unsigned seed)
+{
+    const Operation straighten = [](const cv::Mat& rgb) {
+        mirvak::Image image;
+        image.pixels = rgb.clone();
+        mirvak::deskew(image, 0);
+        return image.pixels;
+    };
+    const std::pair<const char*, Operation> rows[] = {
+        {"ours", straighten},
+        {"Leptonica", rivals::leptonicaDeskew},
+        {"ImageMagick -deskew", installed("convert", rivals::imageMagickDeskew)},
+        {"unpaper", installed("unpaper", rivals::unpaperDeskew)}};
+    const std::vector<cv::Mat> pages = makeTurnedPages(count, {2448, 3264}, seed);
+    std::printf("\n%-28s%12s%12s\n", "skew left, degrees", "mean", "most");
+    for (const auto& [name, operation] : rows) {
+        if (!operation) {
+            std::printf("  %-26snot installed\n", name);
+            continue;
+        }
+        double sum = 0, most = 0;
+        for (const cv::Mat& page : pages) {
+            const cv::Mat upright = operation(page);
+            const double left = std::abs(upright.empty() ? skewLeft(page) : skewLeft(upright));
+            sum += left;
+            most = std::max(most, left);
+        }
+        std::printf("  %-26s%12.3f%12.3f\n", name, sum / double(pages.size()), most);
+    }
+}
+
+/// Photographs of which nothing is known, to be looked at.
+int showPhotos(const std::string& folder, const std::vector<std::string>& photos)
+{
+    using Change = void (*)(mirvak::Image&);
+    const std::pair<const char*, Change> operations[] = {{"black", mirvak::threshold},
+                                                         {"background", mirvak::removeBackground},
+                                                         {"document", mirvak::processDocument},
+                                                         {"enhanced", mirvak::enhanceColour}};
+    for (size_t i = 0; i < photos.size(); ++i) {
+        auto photo = mirvak::readImage(photos[i]);
+        if (!photo) {
+            std::fprintf(stderr, "%s: no picture\n", photos[i].c_str());
+            return 1;
+        }
+        mirvak::deskew(*photo, 0);
+        for (const auto& [name, change] : operations) {
+            mirvak::Image both = *photo;
+            both.pixels = photo->pixels.clone();
+            change(both);
+            cv::hconcat(photo->pixels, both.pixels, both.pixels);
+            mirvak::writeImage(folder + "/photo-" + std::to_string(i) + '-' + name + ".jpg", both, 90);
+        }
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -214,13 +290,17 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     cv::setNumThreads(1);
+    if (argc > 2 && std::string(argv[1]) == "--photos")
+        return showPhotos(argv[2], {argv + 3, argv + argc});
     const int pages = argc > 1 ? std::atoi(argv[1]) : 8;
     const unsigned seed = argc > 2 ? unsigned(std::atoi(argv[2])) : 1;
     const std::string folder = argc > 3 ? argv[3] : "";
     const std::vector<Scene> scenes = makeScenes(pages, {1836, 2448}, seed);
+    setvbuf(stdout, nullptr, _IOLBF, 0);
     for (const Table& table : pageTables())
         print(table, scenes, folder);
     for (const bool isBlue : {false, true})
         print(sealTable(isBlue), makeSealedScenes(pages, {1836, 2448}, seed, isBlue), folder);
+    printSkew(pages, seed);
     return 0;
 }

@@ -139,12 +139,20 @@
         <translation>More functions</translation>
     </message>
     <message>
-        <source>Hold down or right-click: PDF of picture files</source>
-        <translation>Hold down or right-click: PDF of picture files</translation>
-    </message>
-    <message>
         <source>PDF of picture files...</source>
         <translation>PDF of picture files...</translation>
+    </message>
+    <message>
+        <source>Hold down or right-click: PDF of picture files, text, PDF/A</source>
+        <translation>Hold down or right-click: PDF of picture files, text, PDF/A</translation>
+    </message>
+    <message>
+        <source>With text</source>
+        <translation>With text</translation>
+    </message>
+    <message>
+        <source>PDF/A-2b</source>
+        <translation>PDF/A-2b</translation>
     </message>
 </context>
 <context>
@@ -1146,6 +1154,22 @@
         <source>Cancelled: no PDF was written. The pages stay in the list.</source>
         <translation>Cancelled: no PDF was written. The pages stay in the list.</translation>
     </message>
+    <message>
+        <source>With text</source>
+        <translation>With text</translation>
+    </message>
+    <message>
+        <source>The recognised text lies invisibly over the pictures: the PDF can be searched and its words copied.</source>
+        <translation>The recognised text lies invisibly over the pictures: the PDF can be searched and its words copied.</translation>
+    </message>
+    <message>
+        <source>PDF/A-2b</source>
+        <translation>PDF/A-2b</translation>
+    </message>
+    <message>
+        <source>The form of PDF for archives: everything needed to show it is in the file.</source>
+        <translation>The form of PDF for archives: everything needed to show it is in the file.</translation>
+    </message>
 </context>
 <context>
     <name>PdfExControl</name>
@@ -1226,6 +1250,33 @@
     <message>
         <source>Cancelled: no PDF was written.</source>
         <translation>Cancelled: no PDF was written.</translation>
+    </message>
+</context>
+<context>
+    <name>PdfTexts</name>
+    <message>
+        <source>The text of the PDF is being recognised.</source>
+        <translation>The text of the PDF is being recognised.</translation>
+    </message>
+    <message>
+        <source>No text was found in the PDF. It stays as it is.</source>
+        <translation>No text was found in the PDF. It stays as it is.</translation>
+    </message>
+    <message>
+        <source>Cancelled: the PDF stays without text.</source>
+        <translation>Cancelled: the PDF stays without text.</translation>
+    </message>
+    <message>
+        <source>The text could not be recognised. The PDF stays without text.</source>
+        <translation>The text could not be recognised. The PDF stays without text.</translation>
+    </message>
+    <message>
+        <source>The PDF or its pictures were changed meanwhile. It stays without text.</source>
+        <translation>The PDF or its pictures were changed meanwhile. It stays without text.</translation>
+    </message>
+    <message>
+        <source>The text could not be written. The PDF stays without text.</source>
+        <translation>The text could not be written. The PDF stays without text.</translation>
     </message>
 </context>
 <context>
@@ -1638,6 +1689,33 @@
     <message>
         <source>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</source>
         <translation>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</translation>
+    </message>
+</context>
+<context>
+    <name>ShotHint</name>
+    <message>
+        <source>page leaves the picture</source>
+        <translation>page leaves the picture</translation>
+    </message>
+    <message>
+        <source>page is moving</source>
+        <translation>page is moving</translation>
+    </message>
+    <message>
+        <source>too dark</source>
+        <translation>too dark</translation>
+    </message>
+    <message>
+        <source>too blurred</source>
+        <translation>too blurred</translation>
+    </message>
+    <message>
+        <source>reflection on the page</source>
+        <translation>reflection on the page</translation>
+    </message>
+    <message>
+        <source>edge of the page unclear</source>
+        <translation>edge of the page unclear</translation>
     </message>
 </context>
 <context>

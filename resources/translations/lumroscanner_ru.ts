@@ -139,12 +139,20 @@
         <translation>Другие функции</translation>
     </message>
     <message>
-        <source>Hold down or right-click: PDF of picture files</source>
-        <translation>Удерживайте или щёлкните правой кнопкой: PDF из файлов изображений</translation>
-    </message>
-    <message>
         <source>PDF of picture files...</source>
         <translation>PDF из файлов изображений...</translation>
+    </message>
+    <message>
+        <source>Hold down or right-click: PDF of picture files, text, PDF/A</source>
+        <translation>Удержание или правая кнопка: PDF из файлов изображений, текст, PDF/A</translation>
+    </message>
+    <message>
+        <source>With text</source>
+        <translation>С текстом</translation>
+    </message>
+    <message>
+        <source>PDF/A-2b</source>
+        <translation>PDF/A-2b</translation>
     </message>
 </context>
 <context>
@@ -1147,6 +1155,22 @@
         <source>Cancelled: no PDF was written. The pages stay in the list.</source>
         <translation>Отменено: PDF не записан. Страницы остались в списке.</translation>
     </message>
+    <message>
+        <source>With text</source>
+        <translation>С текстом</translation>
+    </message>
+    <message>
+        <source>The recognised text lies invisibly over the pictures: the PDF can be searched and its words copied.</source>
+        <translation>Распознанный текст невидимо лежит поверх изображений: в PDF можно искать, а слова копировать.</translation>
+    </message>
+    <message>
+        <source>PDF/A-2b</source>
+        <translation>PDF/A-2b</translation>
+    </message>
+    <message>
+        <source>The form of PDF for archives: everything needed to show it is in the file.</source>
+        <translation>Форма PDF для архивов: всё, что нужно для показа, находится в файле.</translation>
+    </message>
 </context>
 <context>
     <name>PdfExControl</name>
@@ -1227,6 +1251,33 @@
     <message>
         <source>Cancelled: no PDF was written.</source>
         <translation>Отменено: PDF не записан.</translation>
+    </message>
+</context>
+<context>
+    <name>PdfTexts</name>
+    <message>
+        <source>The text of the PDF is being recognised.</source>
+        <translation>Распознаётся текст PDF.</translation>
+    </message>
+    <message>
+        <source>No text was found in the PDF. It stays as it is.</source>
+        <translation>В PDF не найден текст. Файл остаётся без изменений.</translation>
+    </message>
+    <message>
+        <source>Cancelled: the PDF stays without text.</source>
+        <translation>Отменено: PDF остаётся без текста.</translation>
+    </message>
+    <message>
+        <source>The text could not be recognised. The PDF stays without text.</source>
+        <translation>Не удалось распознать текст. PDF остаётся без текста.</translation>
+    </message>
+    <message>
+        <source>The PDF or its pictures were changed meanwhile. It stays without text.</source>
+        <translation>PDF или его изображения были тем временем изменены. Он остаётся без текста.</translation>
+    </message>
+    <message>
+        <source>The text could not be written. The PDF stays without text.</source>
+        <translation>Не удалось записать текст. PDF остаётся без текста.</translation>
     </message>
 </context>
 <context>
@@ -1639,6 +1690,33 @@
     <message>
         <source>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</source>
         <translation>%1 не запускает «%2»: это сочетание занято функцией «%3».</translation>
+    </message>
+</context>
+<context>
+    <name>ShotHint</name>
+    <message>
+        <source>page leaves the picture</source>
+        <translation>страница выходит за кадр</translation>
+    </message>
+    <message>
+        <source>page is moving</source>
+        <translation>страница движется</translation>
+    </message>
+    <message>
+        <source>too dark</source>
+        <translation>слишком темно</translation>
+    </message>
+    <message>
+        <source>too blurred</source>
+        <translation>слишком нерезко</translation>
+    </message>
+    <message>
+        <source>reflection on the page</source>
+        <translation>блик на странице</translation>
+    </message>
+    <message>
+        <source>edge of the page unclear</source>
+        <translation>край страницы неясен</translation>
     </message>
 </context>
 <context>

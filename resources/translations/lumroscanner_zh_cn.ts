@@ -139,12 +139,20 @@
         <translation>更多功能</translation>
     </message>
     <message>
-        <source>Hold down or right-click: PDF of picture files</source>
-        <translation>长按或右键单击：将图片文件合成为 PDF</translation>
-    </message>
-    <message>
         <source>PDF of picture files...</source>
         <translation>将图片文件合成为 PDF...</translation>
+    </message>
+    <message>
+        <source>Hold down or right-click: PDF of picture files, text, PDF/A</source>
+        <translation>按住或右击：图片文件合成 PDF、文字、PDF/A</translation>
+    </message>
+    <message>
+        <source>With text</source>
+        <translation>带文字</translation>
+    </message>
+    <message>
+        <source>PDF/A-2b</source>
+        <translation>PDF/A-2b</translation>
     </message>
 </context>
 <context>
@@ -1145,6 +1153,22 @@
         <source>Cancelled: no PDF was written. The pages stay in the list.</source>
         <translation>已取消：没有写入 PDF。页面仍在列表中。</translation>
     </message>
+    <message>
+        <source>With text</source>
+        <translation>带文字</translation>
+    </message>
+    <message>
+        <source>The recognised text lies invisibly over the pictures: the PDF can be searched and its words copied.</source>
+        <translation>识别出的文字以不可见的方式覆盖在图片上：可以在 PDF 中搜索和复制文字。</translation>
+    </message>
+    <message>
+        <source>PDF/A-2b</source>
+        <translation>PDF/A-2b</translation>
+    </message>
+    <message>
+        <source>The form of PDF for archives: everything needed to show it is in the file.</source>
+        <translation>用于存档的 PDF 格式：显示所需的一切都在文件中。</translation>
+    </message>
 </context>
 <context>
     <name>PdfExControl</name>
@@ -1225,6 +1249,33 @@
     <message>
         <source>Cancelled: no PDF was written.</source>
         <translation>已取消：没有写入 PDF。</translation>
+    </message>
+</context>
+<context>
+    <name>PdfTexts</name>
+    <message>
+        <source>The text of the PDF is being recognised.</source>
+        <translation>正在识别 PDF 的文字。</translation>
+    </message>
+    <message>
+        <source>No text was found in the PDF. It stays as it is.</source>
+        <translation>PDF 中没有找到文字，文件保持不变。</translation>
+    </message>
+    <message>
+        <source>Cancelled: the PDF stays without text.</source>
+        <translation>已取消：PDF 不带文字。</translation>
+    </message>
+    <message>
+        <source>The text could not be recognised. The PDF stays without text.</source>
+        <translation>无法识别文字。PDF 不带文字。</translation>
+    </message>
+    <message>
+        <source>The PDF or its pictures were changed meanwhile. It stays without text.</source>
+        <translation>PDF 或其图片在此期间已被更改。PDF 不带文字。</translation>
+    </message>
+    <message>
+        <source>The text could not be written. The PDF stays without text.</source>
+        <translation>无法写入文字。PDF 不带文字。</translation>
     </message>
 </context>
 <context>
@@ -1637,6 +1688,33 @@
     <message>
         <source>%1 does not start &quot;%2&quot;, because &quot;%3&quot; has these keys.</source>
         <translation>%1 不能启动“%2”，因为该快捷键已用于“%3”。</translation>
+    </message>
+</context>
+<context>
+    <name>ShotHint</name>
+    <message>
+        <source>page leaves the picture</source>
+        <translation>页面超出画面</translation>
+    </message>
+    <message>
+        <source>page is moving</source>
+        <translation>页面正在移动</translation>
+    </message>
+    <message>
+        <source>too dark</source>
+        <translation>光线太暗</translation>
+    </message>
+    <message>
+        <source>too blurred</source>
+        <translation>画面太模糊</translation>
+    </message>
+    <message>
+        <source>reflection on the page</source>
+        <translation>页面上有反光</translation>
+    </message>
+    <message>
+        <source>edge of the page unclear</source>
+        <translation>页面边缘不清楚</translation>
     </message>
 </context>
 <context>

@@ -71,6 +71,42 @@ recognised_text() { # NUMBER PAGE WORDS: as the document spells them
     close_program
 }
 
+# What the menu of the PDF button offers, and the text that a PDF has a little after it was made.
+choose_of_pdfs() { # ENTRY SETTING
+    local step
+    click btnPdf "" 3
+    await "the PDF button's menu" is_there menu.0
+    [ "$1" -ne 2 ] || shoot pdf-menu
+    for step in $(seq "$1"); do xdotool key Down; done
+    xdotool key Return
+    await "the choice $2" setting_is "$2" true
+}
+newest_pdf_says() { pdftotext "$(pdfs | tail -n 1)" - | grep -qF "$1"; }
+
+searchable_pdf() {
+    local before
+    lay_page 03-english-text.jpg
+    start_over
+    choose_of_pdfs 2 Pdf_Text
+    choose_of_pdfs 3 Pdf_Archive
+    before=$(pdfs | wc -l)
+    click btnPdf
+    await_pdf $((before + 1)) 1
+    sleep 1
+    shoot text-of-a-pdf
+    command -v pdftotext >/dev/null || return 0
+    await "the text of the PDF" newest_pdf_says "The Ferryman's Ledger"
+    pdfinfo -meta "$(pdfs | tail -n 1)" | grep -qF "<pdfaid:part>2" || fail "the PDF is not for archives"
+    click btnPdfEx
+    await "the dialog of several pages" is_there checkText PdfEx
+    shoot choices-of-pages
+    click checkText PdfEx
+    await "the choice taken back" setting_is Pdf_Text false
+    click checkArchive PdfEx
+    await "the choice taken back" setting_is Pdf_Archive false
+    close_program
+}
+
 clipboard_is() { [ "$(timeout 10 xclip -out -selection clipboard)" = "$1" ]; }
 
 codes() {
@@ -135,6 +171,7 @@ documents() {
     close_program
     recognised_text 1 03-english-text.jpg "The Ferryman's Ledger"
     recognised_text 2 05-russian-text.jpg '\u1063?\u1072?\u1089?\u1099?' # the first word
+    searchable_pdf
     codes
     film
 }

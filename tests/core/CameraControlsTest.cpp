@@ -91,6 +91,7 @@ TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
     for (int value = 1; value <= 40; ++value)
         controls_.set(MIRVAK_BRIGHTNESS, value); // as a slider that is drawn
     EXPECT_EQ(valueOf(MIRVAK_BRIGHTNESS), 40);
+    EXPECT_EQ(kept().value(MIRVAK_BRIGHTNESS), 40) << "before the camera has answered";
     EXPECT_TRUE(levelBecomes(168));
     controls_.set(MIRVAK_GAIN, 9999);
     EXPECT_TRUE(waitFor([this] { return valueOf(MIRVAK_GAIN) == 255; })) << "what the camera made of it";
@@ -142,9 +143,11 @@ TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
     EXPECT_EQ(kept().value(MIRVAK_FOCUS_AUTO, -1), 0);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5);
 
+    const int told = ends.count();
     controls_.focusAt(0.8, 0.5);
     session_.closeCamera();
     EXPECT_FALSE(controls_.isFocusing());
+    EXPECT_EQ(ends.count(), told + 1) << "whoever waits for the lens is told";
     EXPECT_TRUE(controls_.list().isEmpty());
     controls_.set(MIRVAK_FOCUS, 1);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5) << "nothing to set without a camera";

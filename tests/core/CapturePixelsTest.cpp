@@ -154,6 +154,33 @@ TEST_F(CapturePixels, EveryPageOfTheSecondModeIsAFileAndAFailureLosesNoOther)
     EXPECT_EQ(processor_.savePages(nullptr, cropping::second, 0).failed, 1);
 }
 
+TEST_F(CapturePixels, WhereTheSecondModeFindsNoSheetItMakesTheLinesLevel)
+{
+    cv::Mat page(800, 800, CV_8UC3, white), askew;
+    for (int y = 40; y < 800; y += 28)
+        cv::putText(
+            page, "Ledger of the paper mill, page " + std::to_string(y), {30, y}, 0, 0.8, {40, 40, 40}, 2);
+    cv::warpAffine(page, askew, cv::getRotationMatrix2D({400, 400}, 4, 1), page.size(), 1, 0, white);
+    Image frame;
+    frame.pixels = askew;
+    const SavedPages saved = processor_.savePages(&frame, cropping::second, 0);
+    ASSERT_EQ(saved.paths.size(), 1);
+    const auto level = mirvak::readImage(saved.paths[0].toStdString());
+    EXPECT_NEAR(level->pixels.cols, 800 * (std::cos(4 * CV_PI / 180) + std::sin(4 * CV_PI / 180)), 6);
+}
+
+TEST_F(CapturePixels, PicturesOfPersonsAreTheirOwnersAlone)
+{
+    CaptureProcessor processor(camera_, CaptureProcessor::FilesFor::ownerAlone);
+    Image frame;
+    frame.pixels = cv::Mat(48, 64, CV_8UC3, white);
+    const QString path = processor.imageSave(&frame, cropping::none, 0);
+    EXPECT_EQ(QFile::permissions(path) &
+                  (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther),
+              0);
+    EXPECT_FALSE(QImage(path).isNull());
+}
+
 TEST_F(CapturePixels, TheWatermarkStandsAtItsAnchorInPureRed)
 {
     const cv::Mat paper(480, 640, CV_8UC3, white);

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <ctime>
+
 namespace {
 
 class FileNamingTest : public FreshSettings
@@ -80,6 +82,17 @@ TEST_F(FileNamingTest, ATakenNameIsFollowedByOneOfItsKind)
         const QString path = FileNaming::nextPath(directory() + QLatin1Char('/') + QLatin1String(taken));
         EXPECT_EQ(path, directory() + QLatin1Char('/') + QLatin1String(next));
     }
+}
+
+TEST_F(FileNamingTest, ATimeGoesOnThroughAnHourThatTheClockLeavesOut)
+{
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3"); // in this night it is three o'clock after one
+    tzset();
+    const QString path = FileNaming::nextPath(directory() + QStringLiteral("/20260329015959.pdf"));
+    qputenv("TZ", before);
+    tzset();
+    EXPECT_EQ(path, directory() + QStringLiteral("/20260329020000.pdf"));
 }
 
 TEST_F(FileNamingTest, TheRuleAndTheFormatAreThoseOfTheSettingsOrTheFirst)

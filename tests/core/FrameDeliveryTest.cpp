@@ -122,6 +122,8 @@ TEST_F(FrameDeliveryTest, OutlinesAreDrawnOnlyWithAutomaticCropping)
 {
     cv::Mat page(480, 640, CV_8UC3, cv::Scalar(40, 45, 50));
     page(cv::Rect(120, 80, 400, 320)).setTo(cv::Scalar(250, 250, 250));
+    PageMark mark;
+    delivery_.setMark([&](const PageMark& told) { mark = told; });
     const auto redPixels = [&](int mode) {
         void* handle = makeImageHandle(640, 480);
         page.copyTo(static_cast<mirvak::Image*>(handle)->pixels);
@@ -137,12 +139,22 @@ TEST_F(FrameDeliveryTest, OutlinesAreDrawnOnlyWithAutomaticCropping)
     };
     for (const int other : {cropping::none, cropping::selection})
         EXPECT_EQ(redPixels(other), 0) << other;
+    EXPECT_TRUE(mark.corners.isEmpty());
     // Four sides of 720 px half perimeter, five pixels thick, less where smoothing touches them.
     EXPECT_GT(redPixels(cropping::deskew), 4000);
+    EXPECT_EQ(mark.shot, MIRVAK_SHOT_LOOKING);
+    EXPECT_LT((mark.corners.boundingRect().center() - QPointF(319.5, 239.5)).manhattanLength(), 3);
     page(cv::Rect(300, 60, 30, 400)).setTo(cv::Scalar(40, 45, 50)); // two pages side by side
     EXPECT_EQ(redPixels(cropping::none), 0);
+    EXPECT_EQ(mark.shot, MIRVAK_SHOT_NO_PAGE);
     for (int i = 0; i < 5; ++i) // each of them in every frame, not only in those that are searched
-        EXPECT_GT(redPixels(cropping::second), 6000) << i;
+        EXPECT_GT(redPixels(cropping::second), 10'000) << i;
+    page.colRange(330, 640).setTo(cv::Scalar(40, 45, 50)); // one is taken away
+    int red = 0;
+    for (int i = 0; i < 4; ++i)
+        red = redPixels(cropping::second);
+    EXPECT_LT(red, 9000);
+    EXPECT_GT(red, 4000);
     EXPECT_EQ(redPixels(cropping::none), 0);
 }
 

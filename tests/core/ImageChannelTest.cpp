@@ -112,7 +112,7 @@ TEST_F(ImageChannelTest, EveryOneOfManyConsumersGetsAFrameOfItsOwn)
     source.join();
 }
 
-TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRunsAgainAsDoesTheEnd)
+TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRunsAgain)
 {
     auto taken = waiting();
     channel_.interrupt();
@@ -124,6 +124,23 @@ TEST_F(ImageChannelTest, AStreamThatEndsSendsTheWaitingAndTheComingAwayUntilItRu
         channel_.offer(frame(7).get());
     EXPECT_EQ(widthOf(next.get()), 7);
 
+    channel_.interrupt();
+    channel_.offer(frame(8).get()); // it runs again, whoever may have told so
+    next = std::async(std::launch::async, [&] { return channel_.take(60s); });
+    while (next.wait_for(1ms) != std::future_status::ready)
+        channel_.offer(frame(8).get());
+    EXPECT_EQ(widthOf(next.get()), 8);
+
+    EXPECT_EQ(channel_.take(1ms), nullptr);
+    const FrameHandle late = frame(9);
+    channel_.offer(late.get());
+    channel_.close();
+    EXPECT_EQ(static_cast<mirvak::Image*>(late.get())->pixels.u->refcount, 1) << "nothing is kept";
+    EXPECT_EQ(channel_.take(60s), nullptr);
+}
+
+TEST_F(ImageChannelTest, TheEndSendsWhoWaitsAway)
+{
     auto last = waiting();
     channel_.close();
     EXPECT_EQ(last.get(), nullptr);

@@ -36,6 +36,9 @@ TEST(Job, NeverGoesBackWhoeverTellsIt)
     Job half;
     half.reach(1, 2, 0.5);
     EXPECT_EQ(half.progress(), 0.75);
+    half.reach(0, 2, 0.5);
+    EXPECT_EQ(half.progress(), 0.75);
+    EXPECT_EQ(half.done(), 1);
 }
 
 TEST(Workers, TheEndWaitsUntilWhatAJobHoldsIsReleased)

@@ -1,6 +1,8 @@
 #include "SecondCamera.h"
 
+#include "ControlStore.h"
 #include "DeskFixture.h"
+#include "Image.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -65,6 +67,17 @@ TEST_F(SecondCameraTest, TheFirstOneThatIsNoDocumentCameraAndNotTheMainOneIsShow
     const int before = frames_;
     QTest::qWait(200);
     EXPECT_EQ(frames_, before);
+}
+
+TEST_F(SecondCameraTest, WhatWasSetAtItIsSetAgain)
+{
+    useDesk(camera() + ", " + camera("controls = true;", 2), solid(640, 480, Qt::darkGray));
+    ASSERT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK);
+    ControlStore(identity(1)).keep(MIRVAK_BRIGHTNESS, 40);
+    ASSERT_EQ(second_.start(identity(0)), SecondCamera::OpenResult::Ok);
+    const FrameHandle frame = second_.channel().take(std::chrono::seconds(10));
+    ASSERT_TRUE(frame);
+    EXPECT_NEAR(static_cast<mirvak::Image*>(frame.get())->pixels.at<cv::Vec3b>(0, 0)[0], 168, 3);
 }
 
 TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)

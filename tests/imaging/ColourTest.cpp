@@ -102,6 +102,17 @@ TEST(PaperModel, knowsThePaperUnderAllThatLiesOnIt)
     EXPECT_LE(cv::norm(seen, wanted, cv::NORM_L1) / static_cast<double>(seen.total() * 3), 2);
 }
 
+TEST(PaperModel, followsTheLightIntoASoftShadow)
+{
+    cv::Mat seen = made::blankPage(size), wanted = seen.clone();
+    made::shine(seen, {0.9, 0.5, 2});
+    made::shine(wanted, {0.9, 0.5, 0});
+    const cv::Mat paper = mirvak::PaperModel(seen).paper();
+    cv::resize(wanted, wanted, paper.size(), 0, 0, cv::INTER_AREA);
+    paper.convertTo(seen, CV_8U);
+    EXPECT_LE(cv::norm(seen, wanted, cv::NORM_L1) / static_cast<double>(seen.total() * 3), 2);
+}
+
 TEST(Colour, documentsAreDarkAndCrisp)
 {
     // Faint print, and a ruler of fine lines beside a coarse one of the same levels.
@@ -137,6 +148,7 @@ TEST(Colour, thresholdKeepsFaintPrintAndTheDotsOfSmallLetters)
     page.pixels = made::blankPage({2448, 3264});
     int dots = 0;
     for (int y = 100; y < 3200; y += 310) {
+        page.pixels(cv::Rect(y / 2 + 220, y + 150, 2, 3)).setTo(cv::Scalar::all(60)); // dust
         for (int x = 100; x < 2400; x += 230, ++dots)
             cv::circle(page.pixels,
                        {16 * x + dots % 16, 16 * y + dots % 13},

@@ -160,6 +160,16 @@ TEST_F(ImageFacade, AChangeOfACopyLeavesTheOriginalAlone)
     }
 }
 
+TEST_F(ImageFacade, ACopyOfBorrowedPixelsOutlivesThem)
+{
+    std::vector<unsigned char> lent(30 * 20 * 3, 77);
+    const Handle frame = white(1, 1);
+    pixels(frame) = cv::Mat(20, 30, CV_8UC3, lent.data());
+    const Handle copy = own(camera_.MirvakImage_Clone(frame.get()));
+    std::fill(lent.begin(), lent.end(), 200);
+    EXPECT_EQ(difference(pixels(copy), cv::Mat(20, 30, CV_8UC3, cv::Scalar::all(77))), 0);
+}
+
 TEST_F(ImageFacade, EveryPageSideBySideBecomesAPictureOfItsOwn)
 {
     const Handle desk = own(makeImageHandle(960, 640, {50, 55, 60}));
@@ -287,6 +297,17 @@ TEST_F(ImageFacade, CutsScalesAndJoinsPixelForPixel)
     }
 }
 
+TEST_F(ImageFacade, AnInsetThatIsMadeSmallerKeepsTheMeanOfItsPixels)
+{
+    cv::Mat checks(64, 64, CV_8UC3);
+    for (int y = 0; y < 64; ++y)
+        for (int x = 0; x < 64; ++x)
+            checks.at<cv::Vec3b>(y, x) = cv::Vec3b::all((x + y) % 4 == 0 ? 240 : 0);
+    const Handle base = white(16, 16), inset = own(checks);
+    const Handle merged = own(camera_.MirvakImage_Merge(base.get(), inset.get(), 0, 0, 16, 16));
+    EXPECT_LE(difference(pixels(merged), cv::Mat(16, 16, CV_8UC3, cv::Scalar::all(60))), 1);
+}
+
 TEST_F(ImageFacade, BytesComeOutWithTheirDescription)
 {
     const cv::Mat rgb = random(7, 5);
@@ -329,6 +350,18 @@ TEST_F(ImageFacade, TheOutlineIsDrawnOnACopyInItsColourAndWidth)
     EXPECT_LE(cv::norm(box.br() - cv::Point(554, 504)), 4) << box;
     const Handle empty = white();
     EXPECT_TRUE(inked(own(camera_.MirvakImage_DrawLine(empty.get(), 0, 5))).empty()) << "no page, no line";
+
+    MirvakVerdict verdict;
+    const Handle judged = own(camera_.MirvakImage_DrawLineJudged(desk.get(), 0x00ff4000, 7, verdict));
+    EXPECT_EQ(difference(pixels(judged), pixels(drawn)), 0);
+    EXPECT_EQ(verdict.shot, MIRVAK_SHOT_LOOKING);
+    ASSERT_TRUE(verdict.found);
+    const cv::Point2f corner(verdict.page.corners[2].x, verdict.page.corners[2].y);
+    EXPECT_LE(cv::norm(corner - cv::Point2f(box.br())), 8) << "half of the line, both ways";
+    own(camera_.MirvakImage_DrawLineJudged(empty.get(), 0, 5, verdict));
+    EXPECT_FALSE(verdict.found);
+    EXPECT_EQ(camera_.MirvakImage_DrawLineJudged(nullptr, 0, 5, verdict), nullptr);
+    EXPECT_EQ(verdict.shot, MIRVAK_SHOT_NO_PAGE);
 }
 
 TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)

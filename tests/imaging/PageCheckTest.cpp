@@ -241,6 +241,29 @@ TEST(PageFilm, LightLensHandAndANudgeAreNoNewPage)
     }
 }
 
+TEST(PageFilm, TheHandThatHoldsANewPageAndTheLensThatSearchesAreWaitedFor)
+{
+    const cv::Mat text = textSheet(1), other = textSheet(2);
+    const Moment::Lying first{&text, {205, 157}, 0.5}, second{&other, {205, 157}, 0.5};
+    const Visit lays{2, 4, {262, 210}, 20};
+    const auto held = [&](double t) {
+        Moment moment;
+        moment.sheets = {first};
+        if (t > 2)
+            moment.sheets.push_back(carried(second, lays, (2.5 - t) / 0.5));
+        lays.show(t, moment);
+        return moment;
+    };
+    expectReports("held", held, 6, {0, 4}, {});
+    const auto unsharp = [&](double t) {
+        Moment moment;
+        moment.sheets = {t < 2 ? first : second};
+        moment.blur = t > 2 && t < 3.2 ? 4 : 0;
+        return moment;
+    };
+    expectReports("unsharp", unsharp, 6, {0, 3.2}, {});
+}
+
 TEST(PageFilm, TheBareDeskIsNoPageAndThePagePutBackNoNewOne)
 {
     const cv::Mat text = textSheet(1), receipt = made::textPage({300, 800}, 20, 5),

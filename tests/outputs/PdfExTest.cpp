@@ -5,6 +5,7 @@
 #include "OutputFixture.h"
 #include "Part.h"
 #include "PdfExControl.h"
+#include "PdfTexts.h"
 #include "PdfView.h"
 #include "Thumbnail.h"
 #include "Words.h"
@@ -49,7 +50,8 @@ protected:
     AnsweredDialogs answers;
     QWidget window;
     PdfEx dialog{&window, desk.camera};
-    PdfExControl control{desk, dialog};
+    PdfTexts texts{desk, desk.camera, QStringLiteral(OCR_MODELS)};
+    PdfExControl control{desk, dialog, texts};
     QSignalSpy quit{&dialog, &PdfEx::setpdfquitsignal};
 };
 

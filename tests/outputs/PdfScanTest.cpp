@@ -4,6 +4,7 @@
 #include "DiskFullAt.h"
 #include "OutputFixture.h"
 #include "PdfFile.h"
+#include "PdfTexts.h"
 
 namespace {
 
@@ -19,7 +20,8 @@ protected:
     }
 
     const QString picture = save("扫描_000.png", Qt::white);
-    PdfScan pdf{desk, desk.camera};
+    PdfTexts texts{desk, desk.camera, QStringLiteral(OCR_MODELS)};
+    PdfScan pdf{desk, desk.camera, texts};
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "../pdf/PdfTools.h"
 #include "../ui/AnsweredDialogs.h"
 #include "OutputFixture.h"
+#include "PdfTexts.h"
 #include "PictureCoding.h"
 
 #include <QFileDialog>
@@ -80,7 +81,8 @@ protected:
     QSize dialogSize;
     QString saveCaption, openFolder, saveFolder;
     QWidget window;
-    PdfSynthesis synthesis{desk, window};
+    PdfTexts texts{desk, desk.camera, QStringLiteral(OCR_MODELS)};
+    PdfSynthesis synthesis{desk, window, desk.camera, texts};
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <sstream>
 
 namespace tools {
@@ -62,6 +63,24 @@ std::vector<std::string> pageSizes(const std::string& pdf)
                 line.substr(line.find_first_not_of(' ', at + 5), end - line.find_first_not_of(' ', at + 5)));
     }
     return sizes;
+}
+
+std::string textOf(const std::string& pdf, const std::string& options)
+{
+    return ask("pdftotext " + options + " " + quoted(pdf) + " -");
+}
+
+std::vector<SeenWord> wordsOf(const std::string& pdf, int page)
+{
+    const std::string number = std::to_string(page);
+    const std::string said = textOf(pdf, "-bbox -f " + number + " -l " + number);
+    const std::regex line(R"re(<word xMin="(.*?)" yMin="(.*?)" xMax="(.*?)" yMax="(.*?)">(.*?)</word>)re");
+    std::vector<SeenWord> words;
+    for (std::sregex_iterator at(said.begin(), said.end(), line), end; at != end; ++at) {
+        const cv::Point2d from(std::stod((*at)[1]), std::stod((*at)[2]));
+        words.push_back({(*at)[5], {from, cv::Point2d(std::stod((*at)[3]), std::stod((*at)[4]))}});
+    }
+    return words;
 }
 
 std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf)

@@ -20,6 +20,17 @@ cv::Mat rendered(const std::string& pdf, int page = 1);
 /// "WIDTH x HEIGHT" in points of each page.
 std::vector<std::string> pageSizes(const std::string& pdf);
 
+/// The text of the whole file, as `pdftotext` puts it together with these options.
+std::string textOf(const std::string& pdf, const std::string& options = "");
+
+struct SeenWord
+{
+    std::string text;
+    cv::Rect2d box; ///< points from the top left
+};
+/// As a viewer marks them.
+std::vector<SeenWord> wordsOf(const std::string& pdf, int page = 1);
+
 /// The JPEG streams of the file as they lie in it, in page order.
 std::vector<mirvak::Bytes> jpegStreams(const std::string& pdf);
 

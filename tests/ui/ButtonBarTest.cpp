@@ -183,6 +183,33 @@ TEST_F(ButtonBar, ThePdfButtonHasAMenuByRightClickKeyAndHold)
     EXPECT_TRUE(button->toolTip().contains(button->accessibleDescription()));
 }
 
+TEST_F(ButtonBar, ThePdfButtonsMenuSwitchesWhatItsFilesAre)
+{
+    BtnControl bar;
+    bar.show();
+    auto* button = bar.findChild<QPushButton*>(QStringLiteral("btnPdf"));
+    const QPoint middle = button->rect().center();
+    const auto choose = [&](int entry) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, button->mapToGlobal(middle));
+        QCoreApplication::sendEvent(button, &event);
+        auto* menu = button->findChild<QMenu*>();
+        for (int i = 0; i < entry; ++i)
+            QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    EXPECT_FALSE(settings::pdfText.read() || settings::pdfArchive.read()) << "at first";
+    choose(2);
+    EXPECT_TRUE(settings::pdfText.read() && !settings::pdfArchive.read());
+    choose(3);
+    EXPECT_TRUE(settings::pdfText.read() && settings::pdfArchive.read());
+    settings::pdfText.write(settings, false); // in another window
+    choose(2);
+    EXPECT_TRUE(settings::pdfText.read()) << "it shows what holds when it opens";
+    choose(3);
+    EXPECT_FALSE(settings::pdfArchive.read());
+}
+
 TEST(LanguageFolder, FollowsTheSettingThenTheLocale)
 {
     const QLocale taiwan(QLocale::Chinese, QLocale::Taiwan);

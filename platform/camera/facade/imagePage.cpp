@@ -24,6 +24,24 @@ MirvakOutline outlineOf(const mirvak::Outline& found)
     return outline;
 }
 
+MirvakShot shotOf(const mirvak::Verdict& verdict)
+{
+    using State = mirvak::Verdict::State;
+    switch (verdict.state) {
+    case State::noPage:
+        return MIRVAK_SHOT_NO_PAGE;
+    case State::looking:
+        return MIRVAK_SHOT_LOOKING;
+    case State::good:
+        return MIRVAK_SHOT_GOOD;
+    case State::flawed:
+        break;
+    }
+    constexpr int firstFlaw = MIRVAK_SHOT_LEAVES_PICTURE; // both lists go on in the same order
+    static_assert(firstFlaw + static_cast<int>(mirvak::Flaw::notSure) == MIRVAK_SHOT_NOT_SURE);
+    return static_cast<MirvakShot>(firstFlaw + static_cast<int>(verdict.flaw));
+}
+
 } // namespace
 
 int MirvakCamera::MirvakImage_Deskew(void* image, int margin)
@@ -88,6 +106,24 @@ void* MirvakCamera::MirvakImage_DrawLine(void* image, int colour, int width)
     mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
         if (const auto found = mirvak::findOutline(source.pixels))
             page.push_back(outlineOf(*found));
+        return MIRVAK_OK;
+    });
+    return MirvakImage_DrawOutlines(image, page, colour, width);
+}
+
+void* MirvakCamera::MirvakImage_DrawLineJudged(void* image, int colour, int width, MirvakVerdict& verdict)
+{
+    verdict = {};
+    std::vector<MirvakOutline> page;
+    mirvak::onImage("MirvakImage_DrawLineJudged", image, [&](const Image& source) {
+        const auto found = mirvak::findOutline(source.pixels);
+        if (found)
+            page.push_back(outlineOf(*found));
+        const auto taken = source.taken.value_or(std::chrono::steady_clock::now());
+        const mirvak::Verdict judged = impl_->shotVerdict.judge(source.pixels, found, taken);
+        verdict.shot = shotOf(judged);
+        verdict.found = found.has_value();
+        verdict.page = found ? page.front() : MirvakOutline{};
         return MIRVAK_OK;
     });
     return MirvakImage_DrawOutlines(image, page, colour, width);

@@ -11,9 +11,10 @@
 // be used again.
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
-// image by one thread at a time. MirvakImage_CheckPage keeps a memory of its own and is called by one thread
-// at a time; so are the PDF calls, which keep the pages, and the ZBarcode calls, which keep what was read.
-// Devs, Device and Hid calls are made by one thread (the GUI thread), except where noted.
+// image by one thread at a time. MirvakImage_CheckPage and MirvakImage_DrawLineJudged keep a memory of their
+// own and are called by one thread at a time each; so are the PDF calls, which keep the pages, and the
+// ZBarcode calls, which keep what was read. Devs, Device and Hid calls are made by one thread (the GUI
+// thread), except where noted.
 #pragma once
 
 #include <memory>
@@ -99,6 +100,53 @@ struct MirvakPointF
 struct MirvakOutline
 {
     MirvakPointF corners[4];
+};
+
+/// Whether the page before the camera will be good when it is captured now. From MIRVAK_SHOT_LEAVES_PICTURE
+/// on something is wrong; of several things the worst.
+enum MirvakShot {
+    MIRVAK_SHOT_NO_PAGE = 0,
+    MIRVAK_SHOT_LOOKING = 1, // a page, but it is too early to tell
+    MIRVAK_SHOT_GOOD = 2,    // found for sure, whole, sharp, at rest, lit
+    MIRVAK_SHOT_LEAVES_PICTURE = 3,
+    MIRVAK_SHOT_MOVING = 4,
+    MIRVAK_SHOT_TOO_DARK = 5,
+    MIRVAK_SHOT_TOO_BLURRED = 6,
+    MIRVAK_SHOT_REFLECTION = 7, // a lamp is mirrored on the page
+    MIRVAK_SHOT_NOT_SURE = 8,   // what lies there may be another outline
+};
+
+struct MirvakVerdict
+{
+    MirvakShot shot;
+    bool found;         // in this very frame
+    MirvakOutline page; // where it was found
+};
+
+/// A word that lies invisibly over the picture of a PDF's page, to be found and copied.
+struct MirvakPdfWord
+{
+    std::string text; // UTF-8; what is none is left out
+    /// Around the word, clockwise from where its upper edge begins: the first two give the direction of
+    /// reading. In pixels from the outer corner at the top left of the picture as seen (turned as its file
+    /// says).
+    MirvakPointF corners[4];
+    int line;           // words of one line have the same number
+    bool isSpaceBehind; // between it and the next word of its line
+};
+
+enum MirvakPdfSheet {
+    MIRVAK_PDF_OWN_SIZE = 0, // each page as large as its picture
+    MIRVAK_PDF_LYING_A4 = 1, // A4 lying, margins of 30 points, the picture at the top left as large as fits
+};
+
+/// How a PDF is made of its pages.
+struct MirvakPdfOptions
+{
+    MirvakPdfSheet sheet = MIRVAK_PDF_OWN_SIZE;
+    /// Conforms to PDF/A-2b (ISO 19005-2); a JPEG in four inks becomes RGB, without loss.
+    bool isArchival = false;
+    std::string title; // UTF-8, what viewers call the document; empty for none
 };
 
 class MIRVAK_API MirvakCamera
@@ -264,6 +312,11 @@ public:
     /// A new image with the outline of the page drawn in `colour`, `width` pixels thick; an unchanged copy
     /// when no page is found. Null for a null handle.
     void* MirvakImage_DrawLine(void* image, int colour, int width);
+    /// The same for the frames of a stream, and says whether the page in them will be good. A verdict stands
+    /// long enough to be read, whatever single frames show; a pause of a second and another size of frame
+    /// begin anew. Costs about a millisecond beside the search. `verdict` is MIRVAK_SHOT_NO_PAGE with every
+    /// error.
+    void* MirvakImage_DrawLineJudged(void* image, int colour, int width, MirvakVerdict& verdict);
     /// A new image with these outlines drawn in the same way. Null for a null handle.
     void*
     MirvakImage_DrawOutlines(void* image, const std::vector<MirvakOutline>& outlines, int colour, int width);
@@ -306,6 +359,9 @@ public:
     /// for a file that is no such picture, broken or cut short, or has over 200 million pixels;
     /// MIRVAK_IO_ERROR when it cannot be read. The pages before it stay in every case.
     int MirvakPDF_AddPage(const char* imagePath);
+    /// Gives the page that was added last its words, in reading order, in place of those it had. They lie
+    /// over the picture in Unicode, and nothing of them is seen. MIRVAK_BAD_ARGUMENT without a page.
+    int MirvakPDF_SetWords(const std::vector<MirvakPdfWord>& words);
     /// Writes the remembered pages and forgets them, whatever the result. A JPEG goes in byte for byte, every
     /// other picture without loss; parts that are transparent become white. No more than one picture is in
     /// memory at a time. The file is a new one and appears under its name only when it is complete and
@@ -315,6 +371,11 @@ public:
     /// The same with a callback before each page and after the last; null for none. MIRVAK_STOPPED: no file
     /// is left, and the pages are forgotten.
     int MirvakPDF_SaveWatched(const char* pdfPath, MirvakProgressCallback progress, void* context);
+    /// The same, made as `options` say.
+    int MirvakPDF_SaveAs(const char* pdfPath,
+                         const MirvakPdfOptions& options,
+                         MirvakProgressCallback progress,
+                         void* context);
 
     // --- ZBarcode: bar and matrix codes ------------------------------------------------------------------
     /// Reads all codes of the picture, whichever way they are turned (MaxiCode upright only), light on dark

@@ -1,7 +1,8 @@
 #include "PdfDocument.h"
 
 #include "AtomicFile.h"
-#include "PdfPageSize.h"
+#include "PdfArchive.h"
+#include "PdfGlyphs.h"
 
 #define POINTERHOLDER_TRANSITION 4 // the library's old smart pointer stays away
 #include <qpdf/Pipeline.hh>
@@ -10,8 +11,8 @@
 #include <qpdf/QPDFWriter.hh>
 #include <qpdf/QUtil.hh>
 
-#include <array>
 #include <stdexcept>
+#include <utility>
 
 namespace mirvak {
 
@@ -147,45 +148,23 @@ Object image(QPDF& pdf, const PdfPage& page, Target& target)
     return stream;
 }
 
-/// Places the picture's unit square, origin bottom left, upright on a page of width x height.
-std::array<double, 6> placement(int orientation, double width, double height)
-{
-    switch (orientation) {
-    case 2:
-        return {-width, 0, 0, height, width, 0};
-    case 3:
-        return {-width, 0, 0, -height, width, height};
-    case 4:
-        return {width, 0, 0, -height, 0, height};
-    case 5:
-        return {0, -height, -width, 0, width, height};
-    case 6:
-        return {0, -height, width, 0, 0, height};
-    case 7:
-        return {0, height, width, 0, 0, 0};
-    case 8:
-        return {0, height, -width, 0, width, 0};
-    default:
-        return {width, 0, 0, height, 0, 0};
-    }
-}
-
-PdfPageSize sheetOf(const PdfPicture& picture)
-{
-    const bool isLying = picture.orientation >= 5;
-    return isLying ? pdfPageSize(picture.height, picture.width, picture.dpiDown, picture.dpi)
-                   : pdfPageSize(picture.width, picture.height, picture.dpi, picture.dpiDown);
-}
-
-std::string drawing(const PdfPicture& picture, const PdfPageSize& sheet)
+std::string drawing(const PdfPicture& picture, const PdfSheet& sheet)
 {
     std::string text;
-    for (const double part : placement(picture.orientation, sheet.width, sheet.height))
+    for (const double part : sheet.placement(picture.orientation))
         text += QUtil::double_to_string(part, 4) + ' ';
     return text + "cm /Picture Do\n";
 }
 
-Object page(QPDF& pdf, const PdfPage& page, const PdfPageSize& sheet, Target& target)
+/// The picture, and above it the text: what reads the words then finds them whatever it does with pictures.
+std::string contents(const PdfPage& page, const PdfSheet& sheet, PdfGlyphs& glyphs)
+{
+    const std::string picture = drawing(page.picture, sheet);
+    const std::string text = invisibleText(page.words, glyphs, sheet.fromPicture(seenSize(page.picture)));
+    return text.empty() ? picture : "q " + picture.substr(0, picture.size() - 1) + " Q\n" + text;
+}
+
+Object page(QPDF& pdf, const PdfPage& page, const PdfSheet& sheet, Target& target, PdfGlyphs& glyphs)
 {
     Object pictures = Object::newDictionary();
     pictures.replaceKey("/Picture", image(pdf, page, target));
@@ -193,46 +172,84 @@ Object page(QPDF& pdf, const PdfPage& page, const PdfPageSize& sheet, Target& ta
     resources.replaceKey("/XObject", pictures);
     Object dictionary = Object::newDictionary();
     dictionary.replaceKey("/Type", Object::newName("/Page"));
-    dictionary.replaceKey(
-        "/MediaBox",
-        Object::newArray(
-            {Object::newInteger(0), Object::newInteger(0), number(sheet.width), number(sheet.height)}));
-    if (sheet.unit > 1)
-        dictionary.replaceKey("/UserUnit", number(sheet.unit));
+    dictionary.replaceKey("/MediaBox",
+                          Object::newArray({Object::newInteger(0),
+                                            Object::newInteger(0),
+                                            number(sheet.size.width),
+                                            number(sheet.size.height)}));
+    if (sheet.size.unit > 1)
+        dictionary.replaceKey("/UserUnit", number(sheet.size.unit));
     dictionary.replaceKey("/Resources", resources);
-    dictionary.replaceKey("/Contents", Object::newStream(&pdf, drawing(page.picture, sheet)));
+    dictionary.replaceKey("/Contents", Object::newStream(&pdf, contents(page, sheet, glyphs)));
     return pdf.makeIndirectObject(dictionary);
 }
 
-void describe(QPDF& pdf)
+/// The font of the invisible text, known when all pages are: each page that has words gets it.
+void addFont(QPDF& pdf, const std::vector<PdfPage>& pages, const PdfGlyphs& glyphs)
 {
+    if (glyphs.isEmpty())
+        return;
+    const Object font = glyphs.font(pdf);
+    std::vector<Object> made = pdf.getAllPages();
+    for (size_t i = 0; i < made.size(); ++i) {
+        if (pages[i].words.empty())
+            continue;
+        Object fonts = Object::newDictionary();
+        fonts.replaceKey("/Text", font);
+        made[i].getKey("/Resources").replaceKey("/Font", fonts);
+    }
+}
+
+PdfAbout describe(QPDF& pdf, const PdfOptions& options)
+{
+    const QUtil::QPDFTime now = QUtil::get_current_qpdf_time();
+    const PdfAbout told{
+        "Lumro scanner", options.title, QUtil::qpdf_time_to_pdf_time(now), QUtil::qpdf_time_to_iso8601(now)};
     Object about = Object::newDictionary();
-    about.replaceKey("/Producer", Object::newUnicodeString("Lumro scanner"));
-    const std::string now = QUtil::qpdf_time_to_pdf_time(QUtil::get_current_qpdf_time());
-    about.replaceKey("/CreationDate", Object::newString(now));
+    about.replaceKey("/Producer", Object::newUnicodeString(told.producer));
+    about.replaceKey("/CreationDate", Object::newString(told.pdfTime));
+    if (options.isArchival)
+        about.replaceKey("/ModDate", Object::newString(told.pdfTime));
+    if (!told.title.empty())
+        about.replaceKey("/Title", Object::newUnicodeString(told.title));
     pdf.getTrailer().replaceKey("/Info", pdf.makeIndirectObject(about));
+    return told;
+}
+
+/// An archived file says what its colours mean for one kind of them only.
+void leaveInks(PdfPage& page)
+{
+    if (page.picture.samples == 4)
+        page.picture = page.picture.inRgb(PictureFile::read(page.path).bytes);
 }
 
 } // namespace
 
-void writePdf(const std::vector<PdfPage>& pages, AtomicFile& out, const PdfWatch& goesOn)
+void writePdf(std::vector<PdfPage> pages, const PdfOptions& options, AtomicFile& out, const PdfWatch& goesOn)
 {
     Target target{out, goesOn, static_cast<int>(pages.size())};
     QPDF pdf;
     pdf.emptyPDF();
     pdf.setSuppressWarnings(true);
+    PdfGlyphs glyphs;
     bool isLong = false;
-    for (const PdfPage& next : pages) {
-        const PdfPageSize sheet = sheetOf(next.picture);
-        isLong = isLong || sheet.unit > 1;
-        pdf.addPage(page(pdf, next, sheet, target), false);
+    for (PdfPage& next : pages) {
+        if (options.isArchival)
+            leaveInks(next);
+        const PdfSheet sheet = sheetFor(next.picture, options.sheet);
+        isLong = isLong || sheet.size.unit > 1;
+        pdf.addPage(page(pdf, next, sheet, target, glyphs), false);
     }
-    describe(pdf);
+    addFont(pdf, pages, glyphs);
+    const PdfAbout about = describe(pdf, options);
+    if (options.isArchival)
+        makeArchival(pdf, about);
     FileEnd end(out);
     QPDFWriter writer(pdf);
     writer.setOutputPipeline(&end);
     writer.setMinimumPDFVersion(isLong ? "1.6" : "1.5"); // 1.6 knows units of other sizes
     writer.setObjectStreamMode(qpdf_o_generate);
+    writer.setNewlineBeforeEndstream(options.isArchival); // as archives want it
     writer.write();
     target.tell();
 }

@@ -23,9 +23,17 @@ try {
     return Result::ioError;
 }
 
-PdfPages::Result PdfPages::save(const std::string& path, const PdfWatch& goesOn)
+PdfPages::Result PdfPages::setWords(PdfWords words)
 {
-    const std::vector<PdfPage> pages = std::exchange(pages_, {});
+    if (pages_.empty())
+        return Result::noPages;
+    pages_.back().words = std::move(words);
+    return Result::ok;
+}
+
+PdfPages::Result PdfPages::save(const std::string& path, const PdfOptions& options, const PdfWatch& goesOn)
+{
+    std::vector<PdfPage> pages = std::exchange(pages_, {});
     if (pages.empty()) {
         std::fprintf(stderr, "PDF: %s: there are no pages\n", path.c_str());
         return Result::noPages;
@@ -34,7 +42,7 @@ PdfPages::Result PdfPages::save(const std::string& path, const PdfWatch& goesOn)
     if (file.failed())
         return Result::ioError;
     try {
-        writePdf(pages, file, goesOn);
+        writePdf(std::move(pages), options, file, goesOn);
     } catch (const PdfStopped&) {
         return Result::stopped;
     } catch (const std::runtime_error& error) {

@@ -20,10 +20,13 @@ public:
 
     /// Looks at the picture and remembers it as the next page. `path` in UTF-8.
     Result add(const std::string& path);
+    /// Words that lie invisibly over the page that was added last, in place of those before.
+    /// @return noPages when there is none
+    Result setWords(PdfWords words);
     /// Writes the remembered pages and forgets them, whatever comes of it. The file is a new one and appears
     /// under its name only when it is complete and synced.
     /// Stops without one when `goesOn` says no.
-    Result save(const std::string& path, const PdfWatch& goesOn = {});
+    Result save(const std::string& path, const PdfOptions& options = {}, const PdfWatch& goesOn = {});
 
 private:
     std::vector<PdfPage> pages_;

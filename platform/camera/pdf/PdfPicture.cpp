@@ -11,6 +11,7 @@
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace mirvak {
 
@@ -147,6 +148,20 @@ std::optional<PdfPicture> PdfPicture::examine(const Bytes& file)
     if (looksLikePng(file))
         return examinePng(file);
     return looksLikeBmp(file) ? remade(file) : std::nullopt;
+}
+
+PdfPicture PdfPicture::inRgb(const Bytes& file) const
+{
+    if (samples != 4)
+        return *this;
+    std::optional<PdfPicture> decoded = remade(file);
+    if (!decoded)
+        throw std::runtime_error("the picture cannot be decoded");
+    decoded->dpi = dpi;
+    decoded->dpiDown = dpiDown;
+    if (orientation >= 5) // it is upright now
+        std::swap(decoded->dpi, decoded->dpiDown);
+    return *decoded;
 }
 
 Bytes PdfPicture::stream(Bytes file) const

@@ -32,6 +32,10 @@ struct PdfPicture
     /// short or larger than maxPixels
     static std::optional<PdfPicture> examine(const Bytes& file);
 
+    /// The same picture without inks: one of four components is decoded and becomes one of three. Throws
+    /// std::runtime_error when it does not decode.
+    PdfPicture inRgb(const Bytes& file) const;
+
     /// The image stream's bytes, from the file's. Throws std::runtime_error when the picture does not decode.
     Bytes stream(Bytes file) const;
 };

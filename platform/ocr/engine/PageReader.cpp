@@ -5,6 +5,7 @@
 #include "Confidence.h"
 #include "LanguageChoice.h"
 #include "OtherOrder.h"
+#include "PageMap.h"
 #include "PagePicture.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
@@ -143,9 +144,17 @@ cv::Mat pictureOf(const TextArea& area, const cv::Mat& grey, int margin)
     return cut;
 }
 
-// Lines that run upward or downward are read in the way in which they are read best. Their words keep the
-// place of the whole.
-ReadBlock readSideways(TextModel& model, const cv::Mat& picture, const TextArea& area, const Limit& limit)
+Homography homographyOf(const cv::Matx33d& matrix)
+{
+    Homography values{};
+    std::copy(matrix.val, matrix.val + values.size(), values.begin());
+    return values;
+}
+
+// Lines that run upward or downward are read in the way in which they are read best. For the running text
+// their words have the place of the whole; `frame` receives the way from their own places to `picture`.
+ReadBlock readSideways(
+    TextModel& model, const cv::Mat& picture, const TextArea& area, const Limit& limit, cv::Matx33d& frame)
 {
     ReadBlock best;
     double most = 0;
@@ -160,15 +169,28 @@ ReadBlock readSideways(TextModel& model, const cv::Mat& picture, const TextArea&
         if (sum > most) {
             most = sum;
             best = std::move(block);
+            const double degrees = turn == cv::ROTATE_90_CLOCKWISE ? 90 : -90;
+            frame = pageMap::turnedBack(degrees, picture.size(), turned.size());
         }
     }
     const Box place{area.box.x, area.box.y, area.box.br().x, area.box.br().y};
     for (ReadLine& line : best) {
         line.box = place;
         for (ReadWord& word : line.words)
-            word.box = place;
+            word.lying = std::exchange(word.box, place);
     }
     return best;
+}
+
+/// Adds a block whose words lie in a frame of their own.
+void addInFrame(ReadPage& page, ReadBlock block, const cv::Matx33d& toPage)
+{
+    for (ReadLine& line : block) {
+        for (ReadWord& word : line.words)
+            word.frame = static_cast<int>(page.frames.size());
+    }
+    page.frames.push_back(homographyOf(toPage));
+    page.blocks.push_back(std::move(block));
 }
 
 void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit, const Stretch& stretch)
@@ -183,15 +205,14 @@ void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit, const Stretch&
         bool late = false;
         const double from = std::exchange(done, done + area.box.area());
         const cv::Mat picture = pictureOf(area, sheet.picture.grey, margin);
-        if (area.isSideways)
-            page.blocks.push_back(readSideways(model, picture, area, limit));
-        else
-            page.blocks.push_back(model.read(picture,
-                                             area.box.tl() - cv::Point(margin, margin),
-                                             Shape::block,
-                                             limit,
-                                             late,
-                                             stretch.part(from / whole, done / whole)));
+        const cv::Point origin = area.box.tl() - cv::Point(margin, margin);
+        if (area.isSideways) {
+            cv::Matx33d frame = cv::Matx33d::eye();
+            ReadBlock block = readSideways(model, picture, area, limit, frame);
+            addInFrame(page, std::move(block), cv::Matx33d(1, 0, origin.x, 0, 1, origin.y, 0, 0, 1) * frame);
+        } else
+            page.blocks.push_back(model.read(
+                picture, origin, Shape::block, limit, late, stretch.part(from / whole, done / whole)));
         if (late)
             break;
     }
@@ -222,6 +243,9 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
             sheet.picture.dpi,
             sheet.glance.model->language(),
             {}};
+    page.toPicture = homographyOf(sheet.picture.toPicture);
+    page.pictureWidth = sheet.picture.picture.width;
+    page.pictureHeight = sheet.picture.picture.height;
     const bool doubtful = sheet.glance.confidence < doubtfully;
     const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
     readBlocks(sheet, page, reading, {watch_, blocksFrom, opinionsFrom});

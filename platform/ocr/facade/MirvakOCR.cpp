@@ -5,9 +5,11 @@
 #include "OcrModule.h"
 #include "RtfWriter.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -65,6 +67,21 @@ std::unique_ptr<mirvak::OcrModule> loadModule()
     return std::unique_ptr<mirvak::OcrModule>(make ? make() : nullptr);
 }
 
+MirvakOCRWord wordOf(const mirvak::PlacedWord& placed)
+{
+    MirvakOCRWord word;
+    word.text = placed.text;
+    std::transform(
+        placed.corners.begin(), placed.corners.end(), word.corners, [](const mirvak::Place& corner) {
+            return MirvakOCRPoint{static_cast<float>(corner.x), static_cast<float>(corner.y)};
+        });
+    word.confidence = placed.confidence;
+    word.block = placed.block;
+    word.line = placed.line;
+    word.isSpaceBehind = placed.isSpaceBehind;
+    return word;
+}
+
 // No exception leaves the library.
 template <class Call> int guarded(const char* name, const char* path, Call&& call) noexcept
 {
@@ -86,7 +103,7 @@ struct MirvakOCR::Impl
     std::atomic<bool> marksUnsure{true};
     std::mutex mutex; ///< of the two below
     std::unique_ptr<mirvak::OcrModule> module;
-    std::optional<mirvak::Document> document;
+    std::optional<mirvak::PageText> text;
 };
 
 MirvakOCR::MirvakOCR() : impl_(std::make_unique<Impl>()) {}
@@ -118,19 +135,19 @@ int MirvakOCR::MirvakOCR_Discern(const char* imagePath)
     constexpr const char* call = "MirvakOCR_Discern";
     return guarded(call, imagePath, [&] {
         const std::lock_guard lock(impl_->mutex);
-        impl_->document.reset();
+        impl_->text.reset();
         if (!imagePath || !*imagePath)
             return failed(call, imagePath, MIRVAK_OCR_BAD_ARGUMENT, "no picture");
         if (!impl_->module)
             return failed(call, imagePath, MIRVAK_OCR_NOT_READY, "MirvakOCR_Init has not succeeded");
         impl_->watch.percent = 0;
         impl_->hasBegun = true;
-        mirvak::Document document;
-        const Outcome outcome = outcomeOf(impl_->module->read(imagePath, impl_->watch, document));
+        mirvak::PageText text;
+        const Outcome outcome = outcomeOf(impl_->module->read(imagePath, impl_->watch, text));
         if (outcome.result != MIRVAK_OCR_OK)
             return failed(call, imagePath, outcome.result, outcome.words);
         impl_->watch.percent = 100;
-        impl_->document = std::move(document);
+        impl_->text = std::move(text);
         return static_cast<int>(MIRVAK_OCR_OK);
     });
 }
@@ -142,10 +159,10 @@ int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
         const std::lock_guard lock(impl_->mutex);
         if (!rtfPath || !*rtfPath)
             return failed(call, rtfPath, MIRVAK_OCR_BAD_ARGUMENT, "no path");
-        if (!impl_->document)
+        if (!impl_->text)
             return failed(call, rtfPath, MIRVAK_OCR_NOT_READY, "nothing was recognised");
         const auto unsure = impl_->marksUnsure ? mirvak::Unsure::highlighted : mirvak::Unsure::plain;
-        const std::string rtf = mirvak::toRtf(*impl_->document, unsure);
+        const std::string rtf = mirvak::toRtf(impl_->text->document, unsure);
         mirvak::AtomicFile file(rtfPath, mirvak::IfTaken::refuse);
         file.write(rtf.data(), rtf.size());
         return static_cast<int>(resultOf(file.commit()));
@@ -164,6 +181,23 @@ int MirvakOCR::MirvakOCR_GetProgress(int& percent) const
     return impl_->hasBegun ? MIRVAK_OCR_OK : MIRVAK_OCR_NOT_READY;
 }
 
+int MirvakOCR::MirvakOCR_GetWords(std::vector<MirvakOCRWord>& words, int& width, int& height) const
+{
+    constexpr const char* call = "MirvakOCR_GetWords";
+    words.clear();
+    return guarded(call, nullptr, [&] {
+        const std::lock_guard lock(impl_->mutex);
+        if (!impl_->text)
+            return failed(call, nullptr, MIRVAK_OCR_NOT_READY, "nothing was recognised");
+        const mirvak::PlacedWords& placed = impl_->text->placed;
+        width = placed.width;
+        height = placed.height;
+        words.reserve(placed.words.size());
+        std::transform(placed.words.begin(), placed.words.end(), std::back_inserter(words), wordOf);
+        return static_cast<int>(MIRVAK_OCR_OK);
+    });
+}
+
 int MirvakOCR::MirvakOCR_Stop()
 {
     impl_->watch.stopped = true;
@@ -174,7 +208,7 @@ int MirvakOCR::MirvakOCR_Deinit()
 {
     MirvakOCR_Stop();
     const std::lock_guard lock(impl_->mutex);
-    impl_->document.reset();
+    impl_->text.reset();
     impl_->module.reset();
     return MIRVAK_OCR_OK;
 }

@@ -1,8 +1,8 @@
 // The recognition library: reads the text in the picture of a page and writes it as a document.
 //
-// A MirvakOCR is made for one recognition or for several after each other: Init, then Discern and Save as
-// often as wanted, then Deinit. No call throws. Integer results are 0 for success and one of MirvakOCRResult
-// otherwise; a failure prints one line on standard error. All texts are UTF-8.
+// A MirvakOCR is made for one recognition or for several after each other: Init, then Discern with Save or
+// GetWords as often as wanted, then Deinit. No call throws. Integer results are 0 for success and one of
+// MirvakOCRResult otherwise; a failure prints one line on standard error. All texts are UTF-8.
 //
 // Threads. One object is used by one thread at a time, but for GetProgress, Stop and Deinit; different
 // objects may work at the same time. A recognition takes one thread for a second or two and 100 to 200 MB: it
@@ -10,13 +10,15 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #define MIRVAK_OCR_API __attribute__((visibility("default")))
 
 enum MirvakOCRResult {
     MIRVAK_OCR_OK = 0,
-    MIRVAK_OCR_NOT_READY = -1, // Init has not succeeded, or there is no recognised text to save; from Init:
-                               // the recogniser's libraries cannot be loaded
+    MIRVAK_OCR_NOT_READY = -1,    // Init has not succeeded, or there is no recognised text; from Init:
+                                  // the recogniser's libraries cannot be loaded
     MIRVAK_OCR_BAD_ARGUMENT = -2, // a null or empty path
     MIRVAK_OCR_BAD_PICTURE = -3,  // the file is missing or no JPEG, PNG or BMP picture
     MIRVAK_OCR_NO_MODEL = -4,     // the model directory holds no language that can be used
@@ -25,6 +27,26 @@ enum MirvakOCRResult {
     MIRVAK_OCR_NO_MEMORY = -7,
     MIRVAK_OCR_TIMEOUT = -8, // given up after 45 seconds of computing, or stopped by Stop or Deinit
     MIRVAK_OCR_EXISTS = -9,  // a file has the name; a new document never replaces one
+};
+
+/// A place in a picture as it is seen (turned as its file says), in pixels from its outer corner at the top
+/// left: the centre of the first pixel is at (0.5, 0.5).
+struct MirvakOCRPoint
+{
+    float x, y;
+};
+
+/// One recognised word, where it stands.
+struct MirvakOCRWord
+{
+    std::string text; // UTF-8, as the document has it; never empty
+    /// Around the word and as high as the print of its line. Clockwise from where the upper edge begins: the
+    /// first two give the direction in which it is read, whichever way the page lies.
+    MirvakOCRPoint corners[4]{};
+    float confidence = 0;       // 0 to 100
+    int block = 0;              // of the page, from 0, in reading order
+    int line = 0;               // the same, counted over the whole page
+    bool isSpaceBehind = false; // between it and the next word of its line; none beside ideographs
 };
 
 class MIRVAK_OCR_API MirvakOCR
@@ -60,9 +82,13 @@ public:
     /// complete and synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_EXISTS,
     /// MIRVAK_OCR_IO_ERROR, MIRVAK_OCR_NO_MEMORY. The text stays, to be saved again.
     int MirvakOCR_Save(const char* rtfPath);
-    /// Whether documents that are saved from now on highlight the words that the recogniser was not sure of; the
-    /// text itself stays the same. On from the begin. MIRVAK_OCR_OK.
+    /// Whether documents that are saved from now on highlight the words that the recogniser was not sure of;
+    /// the text itself stays the same. On from the begin. MIRVAK_OCR_OK.
     int MirvakOCR_MarkUnsure(bool on);
+    /// The words of the text in reading order, with the size in pixels of the picture as seen, in which they
+    /// stand. The caller owns them. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_NO_MEMORY: `words` is empty. The text
+    /// stays.
+    int MirvakOCR_GetWords(std::vector<MirvakOCRWord>& words, int& width, int& height) const;
     /// Frees the models and the text. Init makes the object usable again; the destructor does the same. May
     /// be called on another thread while Discern works: that is stopped within a fraction of a second, and
     /// Deinit returns after it.

@@ -17,8 +17,7 @@ public:
         return !models_->languages().empty();
     }
 
-    mirvak::Reading
-    read(const std::string& picture, mirvak::Watch& watch, mirvak::Document& document) override
+    mirvak::Reading read(const std::string& picture, mirvak::Watch& watch, mirvak::PageText& text) override
     {
         mirvak::ReadPage page;
         const mirvak::Reading reading = mirvak::PageReader(*models_, watch).read(picture, page);
@@ -26,8 +25,9 @@ public:
             return reading;
         mirvak::markUnsure(page, [&](const std::string& word) { return models_->know(word); });
         mirvak::TextModel* model = models_->get(page.language);
-        document =
+        text.document =
             mirvak::buildDocument(page, [&](const std::string& word) { return model && model->knows(word); });
+        text.placed = mirvak::placeWords(page);
         return reading;
     }
 

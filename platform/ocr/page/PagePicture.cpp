@@ -3,6 +3,7 @@
 #include "Codec.h"
 #include "Deskew.h"
 #include "Outline.h"
+#include "PageMap.h"
 #include "PaperModel.h"
 #include "Rotate.h"
 #include "Seals.h"
@@ -57,16 +58,21 @@ bool liesOnDarkGround(const cv::Mat& rgb, const Outline& outline)
     return meanWithin(small, page, all) < groundDarkness * meanWithin(small, page, cv::Mat());
 }
 
-void straighten(Image& image)
+/// @return the way back, as PagePicture::toPicture
+cv::Matx33d straighten(Image& image)
 {
     const std::optional<Outline> outline = findOutline(image.pixels);
     if (outline && liesOnDarkGround(image.pixels, *outline)) {
-        deskew(image, edgeMargin);
-        return;
+        cv::Matx33d toOld;
+        deskew(image, edgeMargin, &toOld);
+        return pageMap::fromCentres(toOld);
     }
     const std::optional<double> skew = findTextSkew(image.pixels);
-    if (skew && std::abs(*skew) >= leastSkew)
-        rotate(image, -*skew);
+    if (!skew || std::abs(*skew) < leastSkew)
+        return cv::Matx33d::eye();
+    const cv::Size before = image.pixels.size();
+    rotate(image, -*skew);
+    return pageMap::turnedBack(-*skew, before, image.pixels.size());
 }
 
 // Strong noise would break thin strokes when the paper is made white: it is softened first, as far as the
@@ -90,8 +96,9 @@ std::optional<PagePicture> openPage(const std::string& path)
         return std::nullopt;
     PagePicture page;
     page.dpi = image->dpi;
+    page.picture = image->pixels.size();
     if (std::min(image->pixels.cols, image->pixels.rows) >= smallestPage) {
-        straighten(*image);
+        page.toPicture = straighten(*image);
         evenOut(image->pixels);
         takeOutSeals(image->pixels);
     }
@@ -106,6 +113,8 @@ void turnPage(PagePicture& page, int quarterTurns)
         return;
     cv::Mat turned; // never in place: the pixels may be shared
     cv::rotate(page.grey, turned, turns - 1);
+    page.toPicture =
+        page.toPicture * pageMap::turnedBack(90.0 * quarterTurns, page.grey.size(), turned.size());
     page.grey = turned;
 }
 
@@ -113,6 +122,7 @@ void scalePage(PagePicture& page, double factor)
 {
     cv::Mat scaled;
     cv::resize(page.grey, scaled, {}, factor, factor, factor < 1 ? cv::INTER_AREA : cv::INTER_CUBIC);
+    page.toPicture = page.toPicture * pageMap::scaledBack(page.grey.size(), scaled.size());
     page.grey = scaled;
     page.dpi *= factor;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,14 @@ struct ReadWord
     Box box;
     float confidence = 0;  ///< 0 to 100
     bool isUnsure = false; ///< more likely wrong than people should have to find out by themselves
+    int frame = 0;         ///< of ReadPage::frames; of other ones than the first, `box` is that of the area
+    Box lying{};           ///< in such a frame: the word's own box
 };
+
+/// Where a place of one picture lies in another: a homography, row by row, on pixels from the outer corner at
+/// the top left.
+using Homography = std::array<double, 9>;
+constexpr Homography sameFrame{1, 0, 0, 0, 1, 0, 0, 0, 1};
 
 struct ReadLine
 {
@@ -36,6 +44,10 @@ struct ReadPage
     double dpi = 0;
     std::string language; ///< of most of the page, as its model is named ("eng", "chi_sim")
     std::vector<ReadBlock> blocks;
+    std::vector<Homography> frames{
+        sameFrame};                          ///< from what was read to this page: itself, turned parts of it
+    Homography toPicture = sameFrame;        ///< from this page to the picture file as seen
+    int pictureWidth = 0, pictureHeight = 0; ///< px of that picture
 };
 
 } // namespace mirvak

@@ -34,7 +34,6 @@ writeChanged(const std::string& from, const std::string& to, const std::function
 
 WriteResult writeTurned(const std::string& from, const std::string& to, int quarters)
 {
-    quarters = (quarters % 4 + 4) % 4;
     const std::string extension = extensionOf(from);
     if (extension == "jpg" || extension == "jpeg") {
         const std::optional<Bytes> bytes = readFile(from);

@@ -31,16 +31,20 @@ public:
     void erase(const std::vector<cv::Point>& part);
 
     const std::vector<EdgePoint>& points() const { return points_; }
-    /// EdgePoint::direction + 1 at a pixel, 0 where there is no edge. Rows are directionStride() bytes apart,
-    /// and a frame of `padding` zeros lies around the picture, so that a search need not look out for its
+    /// EdgePoint::direction + 1 at a pixel, 0 where there is no edge. What lies before and behind it in memory
+    /// are its neighbours in its row, with `acrossRows` those in its column: of a line's width all is read at
+    /// once. A frame of `padding` zeros lies around the picture, so that a search need not look out for its
     /// border.
-    const unsigned char* directionAt(int x, int y) const
+    const unsigned char* directionAt(int x, int y, bool acrossRows) const
     {
-        return directions_.ptr(y + padding) + x + padding;
+        return acrossRows ? turned_.ptr(x + padding) + y + padding
+                          : directions_.ptr(y + padding) + x + padding;
     }
-    ptrdiff_t directionStride() const { return static_cast<ptrdiff_t>(directions_.step); }
-    static constexpr int padding = 4;
-    /// The least change that counted as an edge, levels: above the noise and texture of this picture.
+    static constexpr int padding = 8;
+    /// How much the colour changes at each pixel: CV_16SC1, four to eight to a level.
+    const cv::Mat& change() const { return magnitude_; }
+    /// The least change that counts as an edge, levels: above the noise and texture of this picture. Where a
+    /// part of it is quieter than the whole, as paper is on a cloth, less counts there.
     double threshold() const;
     cv::Size size() const { return magnitude_.size(); }
     /// How much the colour changes across a line with that unit normal at the pixel, levels; 0 outside.
@@ -49,14 +53,17 @@ public:
 private:
     void findGradients(const std::array<cv::Mat, 3>& planes);
     void chooseThreshold();
+    void chooseTileThresholds();
     void thin();
     void addPoint(int x, int y);
 
     cv::Mat gx_, gy_, magnitude_; // CV_16S, |gx| + |gy|
     std::vector<short> smoothed_, difference_;
     std::vector<EdgePoint> points_;
-    cv::Mat directions_, erased_; ///< with the frame around them
+    cv::Mat directions_, turned_, erased_; ///< with the frame around them; rows and columns changed places
     int threshold_ = 0;
+    std::vector<short> tileThresholds_; ///< row by row
+    int tilesAcross_ = 0;
 };
 
 } // namespace mirvak

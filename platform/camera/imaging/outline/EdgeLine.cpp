@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <tuple>
 
 namespace mirvak {
@@ -9,8 +11,9 @@ namespace mirvak {
 namespace {
 
 constexpr int directionTolerance = 7; // steps of two degrees
-constexpr int denseWindow = 24;       // pixels: longer than a word, shorter than a side
-constexpr int denseCount = 17;
+constexpr int stride = 2;             // pixels of a step along a line: edges and colours change slowly along it
+constexpr int denseWindow = 12;       // steps: longer than a word, shorter than a side
+constexpr int denseCount = 8;
 // Pixels from the edge, where its own blur and that of a ruling have ended.
 constexpr double nearestSide = 4.6;
 constexpr int sideDepth = 2; // pixels that are averaged
@@ -19,6 +22,31 @@ constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
 // What an edge between two like colours is worth: a ruling, or the rim of a sheet upon another one.
 constexpr double leastClear = 0.4;
+constexpr double leastRise = 4, leastRegionRise = 12; // levels, that any line is taken to have
+
+/// A point that moves on by the same step again and again, in 1/65536 pixels.
+class Place
+{
+public:
+    Place(const cv::Point2d& start, const cv::Point2d& step)
+        : x_(fixed(start.x) + half), y_(fixed(start.y) + half), stepX_(fixed(step.x)), stepY_(fixed(step.y))
+    {
+    }
+    /// The pixel nearest to it.
+    int x() const { return static_cast<int>(x_ >> bits); }
+    int y() const { return static_cast<int>(y_ >> bits); }
+    void advance()
+    {
+        x_ += stepX_;
+        y_ += stepY_;
+    }
+
+private:
+    static constexpr int bits = 16;
+    static constexpr std::int64_t half = 1 << (bits - 1);
+    static std::int64_t fixed(double value) { return std::llround(value * (1 << bits)); }
+    std::int64_t x_, y_, stepX_, stepY_;
+};
 
 int clearStepOf(const EdgeField& field)
 {
@@ -69,21 +97,28 @@ void EdgeLine::markCovered(const EdgeField& field, int reach)
     for (int i = -directionTolerance; i <= directionTolerance; ++i)
         fits[static_cast<size_t>((direction + i + edgeDirections) % edgeDirections) + 1] = true;
 
-    edge_.assign(static_cast<size_t>(end_ - begin_) + 1, noEdge);
-    const ptrdiff_t across = isSideways() ? 1 : field.directionStride();
-    const cv::Point2d start = at(begin_), step = along();
-    for (size_t i = 0; i < edge_.size(); ++i) {
-        const auto t = static_cast<double>(i);
-        const int x = std::clamp(cvRound(start.x + t * step.x), 0, picture_.width - 1);
-        const int y = std::clamp(cvRound(start.y + t * step.y), 0, picture_.height - 1);
-        const unsigned char* here = field.directionAt(x, y);
-        if (fits[*here])
-            edge_[i] = 0;
-        for (int k = 1; k <= reach && edge_[i] == noEdge; ++k) {
-            if (fits[here[-k * across]])
-                edge_[i] = static_cast<short>(-k);
-            else if (fits[here[k * across]])
-                edge_[i] = static_cast<short>(k);
+    edge_.assign(static_cast<size_t>(end_ - begin_) / stride + 1, noEdge);
+    const bool acrossRows = !isSideways();
+    const cv::Point2d step = along() * stride;
+    Place place(at(begin_), step);
+    for (short& edge : edge_) {
+        const int x = std::clamp(place.x(), 0, picture_.width - 1);
+        const int y = std::clamp(place.y(), 0, picture_.height - 1);
+        place.advance();
+        const unsigned char* here = field.directionAt(x, y, acrossRows);
+        if (fits[*here]) {
+            edge = 0;
+            continue;
+        }
+        std::uint64_t around = 0; // most places have no edge at all
+        std::memcpy(&around, here - sizeof around / 2, sizeof around);
+        if (!around)
+            continue;
+        for (int k = 1; k <= reach && edge == noEdge; ++k) {
+            if (fits[here[-k]])
+                edge = static_cast<short>(-k);
+            else if (fits[here[k]])
+                edge = static_cast<short>(k);
         }
     }
 }
@@ -108,7 +143,7 @@ void EdgeLine::markDense()
 
 cv::Point EdgeLine::edgeAt(size_t step) const
 {
-    const cv::Point2d p = at(begin_ + static_cast<double>(step));
+    const cv::Point2d p = at(begin_ + stride * static_cast<double>(step));
     const int away = edge_[step];
     return isSideways() ? cv::Point(cvRound(p.x) + away, cvRound(p.y))
                         : cv::Point(cvRound(p.x), cvRound(p.y) + away);
@@ -150,16 +185,25 @@ bool EdgeLine::fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& 
 // pixels.
 std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t) const
 {
-    std::array<int, 3> rise{};
+    constexpr int farthest = static_cast<int>(nearestSide + 1.5 * (sideDepth - 1)) + 1;
     const cv::Point2d p = at(t);
+    const int x = cvRound(p.x), y = cvRound(p.y);
+    const bool atBorder = x < farthest || y < farthest || x >= picture_.width - farthest ||
+                          y >= picture_.height - farthest;
+    std::array<int, 3> rise{};
     for (int i = 0; i < sideDepth; ++i) {
-        const cv::Point2d away = normal_ * (nearestSide + 1.5 * i);
-        const int x1 = std::clamp(cvRound(p.x + away.x), 0, picture_.width - 1);
-        const int y1 = std::clamp(cvRound(p.y + away.y), 0, picture_.height - 1);
-        const int x0 = std::clamp(cvRound(p.x - away.x), 0, picture_.width - 1);
-        const int y0 = std::clamp(cvRound(p.y - away.y), 0, picture_.height - 1);
+        const cv::Point away(cvRound(normal_.x * (nearestSide + 1.5 * i)),
+                             cvRound(normal_.y * (nearestSide + 1.5 * i)));
+        cv::Point to(x + away.x, y + away.y), from(x - away.x, y - away.y);
+        if (atBorder) {
+            for (cv::Point* point : {&to, &from}) {
+                point->x = std::clamp(point->x, 0, picture_.width - 1);
+                point->y = std::clamp(point->y, 0, picture_.height - 1);
+            }
+        }
+        const size_t stride = planes[0].step, a = to.y * stride + to.x, b = from.y * stride + from.x;
         for (size_t c = 0; c < 3; ++c)
-            rise[c] += planes[c].ptr(y1)[x1] - planes[c].ptr(y0)[x0];
+            rise[c] += planes[c].data[a] - planes[c].data[b];
     }
     return rise;
 }
@@ -178,74 +222,89 @@ void EdgeLine::trace(const EdgeField& field, const Planes& planes, int reach)
     markCovered(field, reach);
     const int clearStep = clearStepOf(field);
     tallies_.assign(edge_.size() + 1, Tally());
-    std::array<int, 3> rise{};
+    covered_.assign(edge_.size() + 1, 0);
     for (size_t i = 0; i < edge_.size(); ++i) {
-        if (i % 2 == 0) // the colours beside an edge change slowly
-            rise = riseAt(planes, begin_ + static_cast<double>(i));
+        covered_[i + 1] = static_cast<short>(covered_[i] + (edge_[i] != noEdge ? 1 : 0));
         tallies_[i + 1] = tallies_[i];
-        tallies_[i + 1].covered += edge_[i] != noEdge ? 1 : 0;
-        add(tallies_[i + 1], rise, clearStep);
+        add(tallies_[i + 1], riseAt(planes, begin_ + stride * static_cast<double>(i)), clearStep);
     }
 }
 
 // A run along which the sides differ now one way and now the other is pattern rather than the edge of a
 // thing. The grain of a desk is as long as a page, but pale against it.
-void EdgeLine::rate(const EdgeField& field, const Planes& planes)
+void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionField& regions)
 {
-    constexpr size_t sampled = 4; // pixels
+    constexpr size_t sampled = 2; // steps
     const int clearStep = clearStepOf(field);
-    length_ = rank_ = 0;
+    length_ = rank_ = longestRun_ = 0;
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i])
             continue;
         const size_t start = i;
         Tally run{};
+        std::array<int, 4> regional{};
         int samples = 0;
-        for (; i < dense_.size() && dense_[i]; i += sampled, ++samples)
-            add(run, riseAt(planes, begin_ + static_cast<double>(i)), clearStep);
+        for (; i < dense_.size() && dense_[i]; i += sampled, ++samples) {
+            const double t = begin_ + stride * static_cast<double>(i);
+            add(run, riseAt(planes, t), clearStep);
+            const std::array<int, 4> rise = regions.riseAcross(at(t), normal_);
+            for (size_t c = 0; c < regional.size(); ++c)
+                regional[c] += rise[c];
+        }
         i = std::min(i, dense_.size());
         const Stretch stretch = stretchOf(run, samples);
-        const double length = std::max(stretch.clear, leastClear) * static_cast<double>(i - start);
+        const double length = std::max(stretch.clear, leastClear) * stride * static_cast<double>(i - start);
         length_ += length;
+        longestRun_ = std::max(longestRun_, stride * static_cast<double>(i - start));
         rank_ += length * (patternShare + (1 - patternShare) * stretch.steady) *
-                 std::sqrt(std::abs(stretch.rise) + 4);
+                 std::sqrt((std::abs(stretch.rise) + leastRise) *
+                           (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));
     }
 }
 
-double EdgeLine::claim(cv::Mat& claimed) const
+double EdgeLine::claim(cv::Mat& claimed, unsigned char owner) const
 {
-    int all = 0, unclaimed = 0;
+    int all = 0, own = 0;
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i] || edge_[i] == noEdge)
             continue;
         const cv::Point point = edgeAt(i);
         if (point.x < 0 || point.y < 0 || point.x >= picture_.width || point.y >= picture_.height)
             continue;
-        unsigned char& mark = claimed.ptr(point.y)[point.x];
-        unclaimed += mark ? 0 : 1;
+        unsigned char& mark = claimed.ptr(point.y / stride)[point.x / stride];
+        mark = mark ? mark : owner;
+        own += mark == owner ? 1 : 0;
         ++all;
-        mark = 1;
     }
-    return all ? static_cast<double>(unclaimed) / all : 0;
+    return all ? static_cast<double>(own) / all : 0;
 }
 
-const EdgeLine::Tally& EdgeLine::tallyAt(double t) const
+cv::Size EdgeLine::claimSize(const cv::Size& picture)
 {
-    const double last = static_cast<double>(tallies_.size()) - 1;
-    return tallies_[static_cast<size_t>(std::clamp(t - begin_, 0.0, last))];
+    return {picture.width / stride + 1, picture.height / stride + 1};
+}
+
+size_t EdgeLine::stepAt(double t) const
+{
+    const double steps = (t - begin_) * (1.0 / stride) + 0.5;
+    return static_cast<size_t>(std::clamp(steps, 0.0, static_cast<double>(covered_.size()) - 1));
 }
 
 double EdgeLine::coveredBetween(double from, double to) const
 {
-    if (tallies_.empty() || to - from < 1)
+    if (covered_.empty() || to - from < 1)
         return 0;
-    return (tallyAt(to).covered - tallyAt(from).covered) / (to - from);
+    return std::min(1.0, stride * (covered_[stepAt(to)] - covered_[stepAt(from)]) / (to - from));
+}
+
+double EdgeLine::coveredBefore(double t) const
+{
+    return covered_.empty() ? 0 : stride * covered_[stepAt(t)];
 }
 
 Stretch EdgeLine::stretchOf(const Tally& sum, double length)
 {
     Stretch stretch;
-    stretch.covered = sum.covered / length;
     stretch.clear = sum.clear / length;
     const int steady = std::abs(sum.rise[0]) + std::abs(sum.rise[1]) + std::abs(sum.rise[2]);
     stretch.steady = steady / std::max(1.0, static_cast<double>(sum.size));
@@ -257,14 +316,16 @@ Stretch EdgeLine::between(double from, double to) const
 {
     if (tallies_.empty() || to - from < 1)
         return {};
-    Tally part = tallyAt(to);
-    const Tally& before = tallyAt(from);
-    part.covered -= before.covered;
+    const size_t first = stepAt(from), last = stepAt(to);
+    Tally part = tallies_[last];
+    const Tally& before = tallies_[first];
     part.clear -= before.clear;
     part.size -= before.size;
     for (size_t c = 0; c < 3; ++c)
         part.rise[c] -= before.rise[c];
-    return stretchOf(part, to - from);
+    Stretch stretch = stretchOf(part, (to - from) / stride);
+    stretch.covered = coveredBetween(from, to);
+    return stretch;
 }
 
 } // namespace mirvak

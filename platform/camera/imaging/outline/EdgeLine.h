@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EdgeField.h"
+#include "RegionField.h"
 
 #include <opencv2/core.hpp>
 
@@ -45,27 +46,33 @@ public:
     /// stretches (total least squares). @return false when there are too few.
     bool fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& work);
     /// Measures length and rank from samples of the well covered stretches that fit() found.
-    void rate(const EdgeField& field, const Planes& planes);
+    void rate(const EdgeField& field, const Planes& planes, const RegionField& regions);
     /// Notes where the line follows an edge and how its sides differ, for between() and coveredBetween().
     void trace(const EdgeField& field, const Planes& planes, int reach);
-    /// Takes the edge points under the line for itself. `claimed`: CV_8UC1, not 0 where an earlier line did
-    /// so.
-    /// @return share of them that were still free.
-    double claim(cv::Mat& claimed) const;
+    /// Takes the edge points under the line for itself. `claimed`: CV_8UC1 of claimSize(), the owner's number
+    /// where a line did so before, else 0.
+    /// @return share of the points that are its own
+    double claim(cv::Mat& claimed, unsigned char owner) const;
+    static cv::Size claimSize(const cv::Size& picture);
 
     /// Pixels where an edge is followed without larger gaps and the sides differ: long for the edge of a
     /// thing, short along a line of text, which has gaps, and a ruling, which has paper on both sides.
     double length() const { return length_; }
+    /// The longest such stretch, whether the sides differ or not, pixels: the edge of paper is faint on paper,
+    /// but has no gaps.
+    double longestRun() const { return longestRun_; }
     /// Orders lines: by length, strength, and how steadily the sides differ.
     double rank() const { return rank_; }
     /// Of the part between two positions that lies in the picture, as a share of the whole part.
     Stretch between(double from, double to) const;
     double coveredBetween(double from, double to) const;
+    /// Pixels before `t` that follow an edge.
+    double coveredBefore(double t) const;
 
 private:
-    struct Tally ///< running sums from tBegin(), a pixel a step
+    struct Tally ///< running sums from tBegin() on
     {
-        int covered, clear, size;
+        int clear, size;
         std::array<int, 3> rise;
     };
     void findEnds(const cv::Size& picture);
@@ -76,14 +83,15 @@ private:
     static Stretch stretchOf(const Tally& sum, double length);
     bool isSideways() const { return std::abs(normal_.x) > std::abs(normal_.y); }
     std::array<int, 3> riseAt(const Planes& planes, double t) const;
-    const Tally& tallyAt(double t) const;
+    size_t stepAt(double t) const;
 
     cv::Point2d normal_;
     double offset_;
     cv::Size picture_;
-    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0;
-    std::vector<short> edge_; ///< where across the line the edge lies, pixels, a pixel a step; or none
+    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0, longestRun_ = 0;
+    std::vector<short> edge_; ///< where across the line the edge lies at each step, pixels; or none
     std::vector<unsigned char> dense_; ///< 1 in well covered stretches
+    std::vector<short> covered_;       ///< steps with an edge before each
     std::vector<Tally> tallies_;
     bool border_ = false;
 };

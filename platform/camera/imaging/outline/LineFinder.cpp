@@ -14,6 +14,7 @@ constexpr int leastVotes = 30; // edge points
 constexpr size_t leastPeaks = 160, peaksPerLine = 4; // of votes: many turn out to be no lines
 constexpr double leastOwnShare = 0.5;                // of a line's points that no longer line has taken
 constexpr double leastLength = 40;                   // pixels of well covered edge
+constexpr double faintShare = 0.3;                    // of the lines that are kept
 constexpr int fitReach = 3, traceReach = 2;
 
 struct Directions
@@ -49,13 +50,13 @@ bool sameLine(const EdgeLine& a, const EdgeLine& b)
 } // namespace
 
 const std::vector<EdgeLine>&
-LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, size_t most)
+LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions, size_t most)
 {
     vote(field);
     findPeaks(std::max(leastPeaks, peaksPerLine * most));
     lines_.clear();
     for (const Peak& peak : peaks_)
-        addLine(peak, field, planes);
+        addLine(peak, field, planes, regions);
     dropRepeated(field, most);
     for (EdgeLine& line : lines_) {
         line.fit(field, traceReach, work_);
@@ -65,23 +66,36 @@ LineFinder::find(const EdgeField& field, const EdgeLine::Planes& planes, size_t 
 }
 
 // Lines at a slight angle to a strong edge collect points of it too. The longest line that fits takes the
-// points; what lives on points of others goes.
+// points; what lives on points of others goes. Print and patterns have strong lines without end: some of the
+// places are kept for faint ones without gaps.
 void LineFinder::dropRepeated(const EdgeField& field, size_t most)
 {
     std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
         return a.rank() > b.rank();
     });
-    claimed_.create(field.size(), CV_8UC1);
+    claimed_.create(EdgeLine::claimSize(field.size()), CV_8UC1);
     claimed_.setTo(0);
-    size_t kept = 0;
-    for (size_t i = 0; i < lines_.size() && kept < most; ++i) {
-        if (lines_[i].claim(claimed_) < leastOwnShare)
-            continue;
-        if (kept != i)
-            std::swap(lines_[kept], lines_[i]);
-        ++kept;
-    }
+    const size_t strong = most - std::min(most, static_cast<size_t>(faintShare * static_cast<double>(most)));
+    size_t kept = 0, next = 0;
+    for (; next < lines_.size() && kept < strong; ++next)
+        kept = claimNext(next, kept);
+    std::sort(lines_.begin() + static_cast<ptrdiff_t>(next),
+              lines_.end(),
+              [](const EdgeLine& a, const EdgeLine& b) { return a.longestRun() > b.longestRun(); });
+    for (; next < lines_.size() && kept < most; ++next)
+        kept = claimNext(next, kept);
     lines_.erase(lines_.begin() + static_cast<ptrdiff_t>(kept), lines_.end());
+}
+
+/// @return how many are kept now
+size_t LineFinder::claimNext(size_t next, size_t kept)
+{
+    const auto owner = static_cast<unsigned char>(next % 255 + 1); // 0 is nobody
+    if (lines_[next].claim(claimed_, owner) < leastOwnShare)
+        return kept;
+    if (kept != next)
+        std::swap(lines_[kept], lines_[next]);
+    return kept + 1;
 }
 
 void LineFinder::vote(const EdgeField& field)
@@ -133,7 +147,7 @@ void LineFinder::findPeaks(size_t most)
     peaks_.resize(std::min(peaks_.size(), most));
 }
 
-void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes)
+void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions)
 {
     const Directions& table = directions();
     const cv::Size size = field.size();
@@ -144,7 +158,7 @@ void LineFinder::addLine(const Peak& peak, const EdgeField& field, const EdgeLin
     EdgeLine line(normal, offset, size);
     if (!line.fit(field, fitReach, work_))
         return;
-    line.rate(field, planes);
+    line.rate(field, planes, regions);
     const bool known = std::any_of(
         lines_.begin(), lines_.end(), [&](const EdgeLine& other) { return sameLine(line, other); });
     if (!known && line.length() >= leastLength)

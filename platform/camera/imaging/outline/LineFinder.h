@@ -15,7 +15,7 @@ class LineFinder
 {
 public:
     /// The longest edges, best first, at most `most`.
-    const std::vector<EdgeLine>& find(const EdgeField& field, const EdgeLine::Planes& planes, size_t most);
+    const std::vector<EdgeLine>& find(const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions, size_t most);
 
 private:
     struct Peak
@@ -24,9 +24,10 @@ private:
     };
     void vote(const EdgeField& field);
     void findPeaks(size_t most);
-    void addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes);
+    void addLine(const Peak& peak, const EdgeField& field, const EdgeLine::Planes& planes, const RegionField& regions);
 
     void dropRepeated(const EdgeField& field, size_t most);
+    size_t claimNext(size_t next, size_t kept);
 
     cv::Mat votes_, claimed_;
     std::vector<Peak> peaks_;

@@ -14,7 +14,7 @@ namespace mirvak {
 
 namespace {
 
-constexpr size_t mostLines = 80;
+constexpr size_t mostLines = 72;
 constexpr double sureOutline = 0.9;
 
 } // namespace
@@ -32,6 +32,7 @@ struct OutlineFinder::Work
 {
     SmallLook look;
     EdgeField edges;
+    RegionField regions;
     LineFinder lines;
     QuadFinder quads;
     OutlineJudge judge;
@@ -47,9 +48,10 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
         return std::nullopt;
     const SmallLook::Planes& planes = work_->look.build(rgb);
     work_->edges.build(planes);
-    const auto& lines = work_->lines.find(work_->edges, planes, mostLines);
+    work_->regions.build(planes, work_->edges.change());
+    const auto& lines = work_->lines.find(work_->edges, planes, work_->regions, mostLines);
     work_->quads.find(lines, work_->look.reduction().size());
-    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes);
+    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions);
     if (outlines.empty() || outlines.front().confidence < confidentOutline)
         return std::nullopt;
     const Outline& page = outlines.front();

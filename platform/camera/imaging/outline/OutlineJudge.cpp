@@ -46,10 +46,11 @@ double OutlineJudge::scoreOf(const Evidence& evidence)
 }
 
 const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Quad>& quads,
-                                                const SmallLook::Planes& planes)
+                                                const SmallLook::Planes& planes,
+                                                const RegionField& regions)
 {
     desk_.learn(planes);
-    gatherEvidence(quads, planes, desk_, evidence_);
+    gatherEvidence(quads, planes, regions, desk_, evidence_);
     shares_.clear();
     double all = 1; // no sheet
     for (const Evidence& evidence : evidence_) {

@@ -17,7 +17,8 @@ public:
     /// The possible outlines, most likely first, each with its certainty as confidence. Those that nearly
     /// agree with a better one share theirs with it and stay out.
     const std::vector<Outline>& judge(const std::vector<QuadFinder::Quad>& quads,
-                                      const SmallLook::Planes& planes);
+                                      const SmallLook::Planes& planes,
+                                      const RegionField& regions);
 
     /// Of one outline alone; above 0 when it is more likely than no sheet.
     static double scoreOf(const Evidence& evidence);

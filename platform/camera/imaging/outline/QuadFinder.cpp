@@ -20,6 +20,9 @@ constexpr double leastCoverage = 0.4;
 constexpr int mostTries = 6000;        // outlines of long lines come first; a pattern has no end of them
 constexpr double borderCoverage = 0.5; // of a side that lies outside the picture and cannot be seen
 
+// What the edges of an outline are worth: shares of its sides and ends that follow them, less what runs on.
+constexpr double coveredWorth = 0.4, leastCoveredWorth = 0.25, cornerWorth = 0.35, overrunPrice = 0.5;
+
 double cross(const cv::Point2d& a, const cv::Point2d& b)
 {
     return a.x * b.y - a.y * b.x;
@@ -157,6 +160,11 @@ double contrastOf(const QuadFinder::Edges& edges)
     return likely * std::clamp((contrast - (edges.brighter == 1 ? 0.35 : 0.45)) / 0.4, 0.0, 1.0);
 }
 
+double sizeWorth(double area)
+{
+    return 1 + 0.5 * std::sqrt(area);
+}
+
 void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
 {
     quad.edges = edgesOf(quad, search);
@@ -165,16 +173,17 @@ void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
     const bool cutOff = edges.seen < 4;
     if (edges.leastCovered < leastCoverage || (cutOff && quad.area < leastCutOffArea))
         return;
-    const double followed = std::clamp(0.4 * edges.covered + 0.25 * edges.leastCovered +
-                                           0.35 * edges.corners - 0.5 * edges.overrun,
-                                       0.0,
-                                       1.0);
+    const double followed =
+        std::clamp(coveredWorth * edges.covered + leastCoveredWorth * edges.leastCovered +
+                       cornerWorth * edges.corners - overrunPrice * edges.overrun,
+                   0.0,
+                   1.0);
     const double contrast = contrastOf(edges);
     quad.confidence = followed * contrast;
     // The one page is judged again by its colours; here it must only be among the better ones.
     const double worth =
         search == QuadFinder::Search::page ? followed * (0.25 + 0.75 * contrast) : quad.confidence;
-    quad.score = worth * (1 + 0.5 * std::sqrt(quad.area));
+    quad.score = worth * sizeWorth(quad.area);
 }
 
 } // namespace
@@ -186,7 +195,7 @@ QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Searc
     search_ = search;
     best_.clear();
     collectLines(lines);
-    findCorners();
+    findCrossings();
     tryQuads();
     outlines_.clear();
     for (const Quad& quad : best_)
@@ -208,10 +217,10 @@ void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)
         lines_.push_back(&line);
 }
 
-void QuadFinder::findCorners()
+void QuadFinder::findCrossings()
 {
     const double marginX = outsideShare * size_.width, marginY = outsideShare * size_.height;
-    corners_.assign(lines_.size() * lines_.size(), Corner());
+    crossings_.assign(lines_.size() * lines_.size(), Crossing());
     for (size_t i = 0; i < lines_.size(); ++i) {
         for (size_t k = i + 1; k < lines_.size(); ++k) {
             const cv::Point2d& n = line(i).normal();
@@ -220,18 +229,23 @@ void QuadFinder::findCorners()
             if (std::abs(sine) < 0.76) // 50 degrees
                 continue;
             const double p = line(i).offset(), q = line(k).offset();
-            Corner found;
-            found.point = {(p * m.y - q * n.y) / sine, (q * n.x - p * m.x) / sine};
-            found.possible = found.point.x >= -marginX && found.point.x <= size_.width - 1 + marginX &&
-                             found.point.y >= -marginY && found.point.y <= size_.height - 1 + marginY;
-            found.t[0] = line(i).positionOf(found.point);
-            found.t[1] = line(k).positionOf(found.point);
-            if (search_ == Search::sheets)
-                found.possible = found.possible && startsAt(i, found.t[0]) && startsAt(k, found.t[1]);
-            corners_[i * lines_.size() + k] = found;
-            corners_[k * lines_.size() + i] = found;
+            const cv::Point2d point((p * m.y - q * n.y) / sine, (q * n.x - p * m.x) / sine);
+            if (point.x < -marginX || point.x > size_.width - 1 + marginX || point.y < -marginY ||
+                point.y > size_.height - 1 + marginY)
+                continue;
+            Crossing one = crossingOn(i, point), other = crossingOn(k, point);
+            one.possible = other.possible =
+                search_ == Search::page || (startsAt(i, one.t) && startsAt(k, other.t));
+            crossings_[i * lines_.size() + k] = one;
+            crossings_[k * lines_.size() + i] = other;
         }
     }
+}
+
+QuadFinder::Crossing QuadFinder::crossingOn(size_t i, const cv::Point2d& point) const
+{
+    const double t = line(i).positionOf(point);
+    return {static_cast<float>(t), static_cast<float>(line(i).coveredBefore(t))};
 }
 
 // Among many lines most crossings lie where no edge is; without them there are few outlines to try.
@@ -242,9 +256,18 @@ bool QuadFinder::startsAt(size_t i, double t) const
            line(i).coveredBetween(t - far, t - near) >= least;
 }
 
-double QuadFinder::positionOn(size_t line, size_t other) const
+/// Share that follows an edge, between the crossings of a line with two others.
+double QuadFinder::coverageOf(size_t i, size_t from, size_t to) const
 {
-    return corner(line, other).t[line < other ? 0 : 1];
+    if (line(i).isBorder())
+        return borderCoverage;
+    const Crossing &a = crossing(i, from), &b = crossing(i, to);
+    return std::abs(a.covered - b.covered) / std::max(1.0F, std::abs(a.t - b.t));
+}
+
+bool QuadFinder::isFollowed(size_t i, size_t from, size_t to) const
+{
+    return coverageOf(i, from, to) >= leastCoverage;
 }
 
 // Walks a, b, c, d round the four lines; a is the lowest index and b below d, so each set comes up once.
@@ -258,8 +281,7 @@ void QuadFinder::tryQuads()
                 continue;
             rungs_.clear();
             for (size_t b = a + 1; b < n; ++b) {
-                if (b != c && corner(a, b).possible && corner(c, b).possible &&
-                    isFollowed(b, positionOn(b, a), positionOn(b, c)))
+                if (b != c && crossing(a, b).possible && crossing(c, b).possible && isFollowed(b, a, c))
                     rungs_.push_back(b);
             }
             tryRungs(a, c);
@@ -272,17 +294,10 @@ void QuadFinder::tryRungs(size_t a, size_t c)
     for (size_t k = 1; k < rungs_.size() && tries_ < mostTries; ++k) {
         for (size_t i = 0; i < k; ++i) {
             const size_t b = rungs_[i], d = rungs_[k];
-            if (isFollowed(a, positionOn(a, b), positionOn(a, d)) &&
-                isFollowed(c, positionOn(c, b), positionOn(c, d)))
+            if (isFollowed(a, b, d) && isFollowed(c, b, d))
                 tryQuad(a, b, c, d);
         }
     }
-}
-
-bool QuadFinder::isFollowed(size_t i, double from, double to) const
-{
-    return line(i).isBorder() ||
-           line(i).coveredBetween(std::min(from, to), std::max(from, to)) >= leastCoverage;
 }
 
 void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
@@ -293,8 +308,8 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     for (size_t i = 0; i < 4; ++i) {
         // Side i lies on line i and runs from its meeting with the line before to that with the line after.
         const size_t before = order[(i + 3) % 4], here = order[i], after = order[(i + 1) % 4];
-        quad.corners[i] = corner(before, here).point;
-        quad.sides[i] = {lines_[here], positionOn(here, before), positionOn(here, after)};
+        quad.corners[i] = line(here).at(crossing(here, before).t);
+        quad.sides[i] = {lines_[here], crossing(here, before).t, crossing(here, after).t};
         borders += line(here).isBorder() ? 1 : 0;
     }
     if (borders > 1)
@@ -313,9 +328,26 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     if (quad.area < leastArea)
         return;
     ++tries_;
+    if (!canBeKept(order, quad.area))
+        return;
     rate(quad, search_);
     if (quad.score > 0)
         keep(quad);
+}
+
+/// False when even perfect corners and contrast would not make it as good as those that are kept.
+bool QuadFinder::canBeKept(const std::array<size_t, 4>& order, double area) const
+{
+    if (best_.size() < (search_ == Search::page ? mostOutlines : mostSheets))
+        return true;
+    double covered = 0, leastCovered = 1;
+    for (size_t i = 0; i < 4; ++i) {
+        const double share = coverageOf(order[i], order[(i + 3) % 4], order[(i + 1) % 4]);
+        covered += share / 4;
+        leastCovered = std::min(leastCovered, share);
+    }
+    const double most = coveredWorth * covered + leastCoveredWorth * leastCovered + cornerWorth;
+    return most * sizeWorth(area) > best_.back().score;
 }
 
 void QuadFinder::keep(const Quad& quad)

@@ -54,28 +54,29 @@ public:
     const std::vector<Quad>& quads() const { return best_; }
 
 private:
-    struct Corner
+    struct Crossing ///< of one line with another
     {
-        cv::Point2d point;
-        double t[2]; ///< positions on the two lines, lower index first
+        float t = 0, covered = 0; ///< position on the first line, and pixels with an edge before it
         bool possible = false;
     };
     void collectLines(const std::vector<EdgeLine>& lines);
-    void findCorners();
+    void findCrossings();
     void tryQuads();
     void tryRungs(size_t a, size_t c);
-    bool isFollowed(size_t line, double from, double to) const;
+    Crossing crossingOn(size_t i, const cv::Point2d& point) const;
+    bool isFollowed(size_t line, size_t from, size_t to) const;
+    bool canBeKept(const std::array<size_t, 4>& order, double area) const;
     void keep(const Quad& quad);
     bool dropsRivals(const Quad& quad);
     void tryQuad(size_t a, size_t b, size_t c, size_t d);
     const EdgeLine& line(size_t i) const { return *lines_[i]; }
-    const Corner& corner(size_t i, size_t k) const { return corners_[i * lines_.size() + k]; }
+    const Crossing& crossing(size_t i, size_t k) const { return crossings_[i * lines_.size() + k]; }
     bool startsAt(size_t line, double t) const;
-    double positionOn(size_t line, size_t other) const;
+    double coverageOf(size_t line, size_t from, size_t to) const;
 
     std::vector<EdgeLine> borders_;
     std::vector<const EdgeLine*> lines_;
-    std::vector<Corner> corners_;
+    std::vector<Crossing> crossings_;
     std::vector<size_t> rungs_; ///< lines that could be a side between two others
     std::vector<Quad> best_;
     std::vector<Outline> outlines_;

@@ -251,11 +251,11 @@ bool SheetChoice::isSheet(const Quad& quad, const std::vector<Quad>& quads, cons
 }
 
 std::vector<Outline>
-SheetChoice::choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes)
+SheetChoice::choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes, const RegionField& regions)
 {
     const size_t before = sheets_.size();
     desk_.learn(planes);
-    gatherEvidence(quads, planes, desk_, evidence_);
+    gatherEvidence(quads, planes, regions, desk_, evidence_);
     for (size_t i = 0; i < quads.size(); ++i) {
         const Quad& quad = quads[i];
         if (OutlineJudge::scoreOf(evidence_[i]) > leastScore && isSheet(quad, quads, planes))

@@ -21,7 +21,7 @@ public:
 
     void clear();
     /// Chooses among `quads`, best first, beside what was chosen since clear(). @return the new ones
-    std::vector<Outline> choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes);
+    std::vector<Outline> choose(const std::vector<Quad>& quads, const EdgeField& edges, const Planes& planes, const RegionField& regions);
     /// All that were chosen.
     const std::vector<Outline>& sheets() const { return sheets_; }
     /// Whether one of them is half of an open book of which the other half was not chosen.

@@ -169,13 +169,61 @@ Sides lookBeside(const Corners& corners, const SmallLook::Planes& planes, const 
     return sides;
 }
 
+/// What the regions at both sides of the outline say, levels as shares of 1.
+struct Regions
+{
+    double step = 0, leastStep = 1, steady = 0, leastSteady = 1, smoother = 0, leastSmoother = 1,
+           insideDetail = 0, insideSpread = 0;
+};
+
+Regions lookAround(const Corners& corners, const RegionField& regions)
+{
+    constexpr int samples = 8;
+    constexpr double within = 14; // pixels inside a side
+    Regions sides;
+    std::array<std::array<int, 4>, 4> paper{};
+    for (size_t i = 0; i < 4; ++i) {
+        const cv::Point2d way = corners[(i + 1) % 4] - corners[i];
+        const cv::Point2d inward = cv::Point2d(-way.y, way.x) / std::max(1.0, cv::norm(way));
+        std::array<int, 4> sum{};
+        int size = 0;
+        for (int k = 0; k < samples; ++k) {
+            const cv::Point2d p = corners[i] + way * ((k + 0.5) / samples);
+            const std::array<int, 4> rise = regions.riseAcross(p, inward), here = regions.at(p + inward * within);
+            size += RegionField::distance(rise);
+            for (size_t c = 0; c < 4; ++c) {
+                sum[c] += rise[c];
+                paper[i][c] += here[c];
+            }
+        }
+        const double step = std::tanh(RegionField::distance(sum) / (40.0 * samples));
+        const double steady = static_cast<double>(RegionField::distance(sum)) / std::max(1, size);
+        const double smoother = std::tanh(-sum[3] / (10.0 * samples));
+        sides.step += step / 4;
+        sides.leastStep = std::min(sides.leastStep, step);
+        sides.steady += steady / 4;
+        sides.leastSteady = std::min(sides.leastSteady, steady);
+        sides.smoother += smoother / 4;
+        sides.leastSmoother = std::min(sides.leastSmoother, smoother);
+        sides.insideDetail += std::tanh(paper[i][3] / (20.0 * samples)) / 4;
+    }
+    for (size_t i = 0; i < 4; ++i) {
+        std::array<int, 4> rise = paper[i];
+        for (size_t c = 0; c < 4; ++c)
+            rise[c] -= paper[(i + 1) % 4][c];
+        sides.insideSpread =
+            std::max(sides.insideSpread, std::tanh(RegionField::distance(rise) / (60.0 * samples)));
+    }
+    return sides;
+}
+
 double lopsidedness(const Corners& p)
 {
     const auto side = [&](size_t i) { return cv::norm(p[(i + 1) % 4] - p[i]); };
     return std::abs(std::log(side(0) / side(2))) + std::abs(std::log(side(1) / side(3)));
 }
 
-Evidence evidenceOf(const QuadFinder::Quad& quad, const Sides& sides)
+Evidence evidenceOf(const QuadFinder::Quad& quad, const Sides& sides, const Regions& regions, double bestScore)
 {
     const QuadFinder::Edges& e = quad.edges;
     const auto f = [](double value) { return static_cast<float>(value); };
@@ -205,6 +253,16 @@ Evidence evidenceOf(const QuadFinder::Quad& quad, const Sides& sides)
             f(sides.leastOutsideDesk),
             f(sides.oneTint),
             f(sides.tintStep),
+            f(regions.step),
+            f(regions.leastStep),
+            f(regions.steady),
+            f(regions.leastSteady),
+            f(regions.smoother),
+            f(regions.leastSmoother),
+            f(regions.insideDetail),
+            f(regions.insideSpread),
+            f(quad.score / bestScore),
+            0,
             0,
             1};
 }
@@ -232,18 +290,25 @@ void DeskColours::learn(const SmallLook::Planes& planes)
 
 void gatherEvidence(const std::vector<QuadFinder::Quad>& quads,
                     const SmallLook::Planes& planes,
+                    const RegionField& regions,
                     const DeskColours& desk,
                     std::vector<Evidence>& evidence)
 {
-    constexpr size_t nested = evidenceCount - 2;
+    constexpr size_t nested = evidenceCount - 3, holding = evidenceCount - 2;
+    double bestScore = 1e-9;
+    for (const QuadFinder::Quad& quad : quads)
+        bestScore = std::max(bestScore, quad.score);
     evidence.clear();
     for (const QuadFinder::Quad& quad : quads)
-        evidence.push_back(evidenceOf(quad, lookBeside(quad.corners, planes, desk)));
+        evidence.push_back(evidenceOf(quad, lookBeside(quad.corners, planes, desk), lookAround(quad.corners, regions), bestScore));
     for (size_t i = 0; i < quads.size(); ++i) {
         for (size_t k = 0; k < quads.size(); ++k) {
-            if (quads[k].area > 1.1 * quads[i].area && isInside(quads[i].corners, quads[k].corners))
-                evidence[i][nested] =
-                    std::max(evidence[i][nested], static_cast<float>(edgeWorth(quads[k].edges)));
+            if (quads[k].area <= 1.1 * quads[i].area || !isInside(quads[i].corners, quads[k].corners))
+                continue;
+            const auto inner = static_cast<float>(edgeWorth(quads[i].edges));
+            const auto outer = static_cast<float>(edgeWorth(quads[k].edges));
+            evidence[i][nested] = std::max(evidence[i][nested], outer);
+            evidence[k][holding] = std::max(evidence[k][holding], inner);
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QuadFinder.h"
+#include "RegionField.h"
 #include "SmallLook.h"
 
 #include <opencv2/core.hpp>
@@ -32,12 +33,13 @@ private:
 };
 
 /// What speaks for and against an outline being that of a sheet, as numbers of about 0 to 1. The last is 1.
-constexpr size_t evidenceCount = 28;
+constexpr size_t evidenceCount = 38;
 using Evidence = std::array<float, evidenceCount>;
 
 /// Of each of the `quads`, in the small picture.
 void gatherEvidence(const std::vector<QuadFinder::Quad>& quads,
                     const SmallLook::Planes& planes,
+                    const RegionField& regions,
                     const DeskColours& desk,
                     std::vector<Evidence>& evidence);
 

@@ -38,6 +38,7 @@ struct SheetFinder::Work
 
     SmallLook look;
     EdgeField edges;
+    RegionField regions;
     LineFinder lines;
     QuadFinder quads;
     SheetChoice choice;
@@ -48,9 +49,9 @@ struct SheetFinder::Work
 bool SheetFinder::Work::searchOnce()
 {
     const SmallLook::Planes& planes = look.planes();
-    const auto& found = lines.find(edges, planes, mostLines);
+    const auto& found = lines.find(edges, planes, regions, mostLines);
     quads.find(found, look.reduction().size(), QuadFinder::Search::sheets);
-    const std::vector<Outline> more = choice.choose(quads.quads(), edges, planes);
+    const std::vector<Outline> more = choice.choose(quads.quads(), edges, planes, regions);
     for (const Outline& sheet : more) {
         edges.erase(withRim(sheet.corners));
     }
@@ -67,6 +68,7 @@ std::vector<Outline> SheetFinder::find(const cv::Mat& rgb)
         return {};
     Work& work = *work_;
     work.edges.build(work.look.build(rgb));
+    work.regions.build(work.look.planes(), work.edges.change());
     work.choice.clear();
     for (int round = 0; round < mostRounds && work.searchOnce(); ++round) {
     }

@@ -60,10 +60,11 @@ private:
 
     float sumAlong(int first, int second) const
     {
-        float sum = 0;
-        for (size_t i = 0; i < changes_.size(); ++i) {
-            const auto offset = static_cast<int>(std::lround(first + (second - first) * shareOf(i)));
-            sum += changes_[i][static_cast<size_t>(offset + reach)];
+        const auto step = static_cast<float>(second - first) / static_cast<float>(changes_.size());
+        float sum = 0, column = static_cast<float>(first + reach) + 0.5F * step + 0.5F; // rounded by cutting
+        for (const auto& changes : changes_) {
+            sum += changes[static_cast<size_t>(column)];
+            column += step;
         }
         return sum;
     }

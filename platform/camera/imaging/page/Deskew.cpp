@@ -20,13 +20,14 @@ namespace {
 constexpr double leastSkew = 0.04; // degrees; less is not worth resampling the picture
 
 /// As straighten, in place.
-void straightenHere(Image& image, const Outline& outline, const PageShape& page, int margin)
+cv::Matx33d straightenHere(Image& image, const Outline& outline, const PageShape& page, int margin)
 {
     Image straight;
     std::swap(straight.pixels, image.spare);
-    straighten(image, outline, page, margin, straight);
+    const cv::Matx33d toOld = straighten(image, outline, page, margin, straight);
     image.spare = std::exchange(image.pixels, straight.pixels);
     image.dpi = straight.dpi;
+    return toOld;
 }
 
 // The most usual bright colour along the picture's border, where the new ground joins it.
@@ -56,7 +57,7 @@ cv::Scalar groundColour(const cv::Mat& rgb)
     return cv::Scalar(colour[0], colour[1], colour[2]);
 }
 
-void turnLevel(Image& image, double skew)
+cv::Matx33d turnLevel(Image& image, double skew)
 {
     const double angle = skew * CV_PI / 180;
     const double width = image.pixels.cols, height = image.pixels.rows;
@@ -74,21 +75,29 @@ void turnLevel(Image& image, double skew)
                    cv::BORDER_CONSTANT,
                    groundColour(image.pixels));
     std::swap(image.pixels, image.spare);
+    cv::Mat back;
+    cv::invertAffineTransform(turn, back);
+    cv::Matx33d toOld = cv::Matx33d::eye();
+    cv::Mat(back).copyTo(cv::Mat(toOld, false).rowRange(0, 2));
+    return toOld;
 }
 
 } // namespace
 
-Deskewed deskew(Image& image, int margin)
+Deskewed deskew(Image& image, int margin, cv::Matx33d* toOld)
 {
+    cv::Matx33d unused;
+    cv::Matx33d& back = toOld ? *toOld : unused;
+    back = cv::Matx33d::eye();
     if (const std::optional<Outline> outline = findOutline(image.pixels)) {
         const Outline refined = refineOutline(image.pixels, *outline);
-        straightenHere(image, refined, pageShape(refined.corners, image.pixels.size()), margin);
+        back = straightenHere(image, refined, pageShape(refined.corners, image.pixels.size()), margin);
         return Deskewed::page;
     }
     const std::optional<double> skew = findTextSkew(image.pixels);
     if (!skew || std::abs(*skew) < leastSkew)
         return Deskewed::nothing;
-    turnLevel(image, *skew);
+    back = turnLevel(image, *skew);
     return Deskewed::text;
 }
 
@@ -99,10 +108,8 @@ std::vector<Image> deskewAll(const Image& image, int margin)
         sheet = refineOutline(image.pixels, sheet);
     const std::vector<PageShape> shapes = pageShapes(sheets, image.pixels.size());
     std::vector<Image> pages(sheets.size());
-    for (size_t i = 0; i < sheets.size(); ++i) {
+    for (size_t i = 0; i < sheets.size(); ++i)
         straighten(image, sheets[i], shapes[i], margin, pages[i]);
-        pages[i].taken = image.taken;
-    }
     return pages;
 }
 

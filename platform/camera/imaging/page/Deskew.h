@@ -2,6 +2,8 @@
 
 #include "Image.h"
 
+#include <opencv2/core.hpp>
+
 #include <array>
 #include <vector>
 
@@ -18,8 +20,9 @@ enum class Deskewed {
 /// is that of a usual paper or card (PaperFormat) gets exactly these proportions and the resolution with
 /// which it prints at its real size; of paper, the trimmed edge is filled with the paper beside it, so that
 /// the sheet stays whole. Without a page nothing is cropped away: the picture grows, on the colour of its
-/// paper.
-Deskewed deskew(Image& image, int margin);
+/// paper. `toOld`, unless null, receives where each place of the new picture was in the old one, as a
+/// homography; whole numbers are the centres of pixels.
+Deskewed deskew(Image& image, int margin, cv::Matx33d* toOld = nullptr);
 
 /// The same for all sheets that lie side by side: one picture each, in reading order. Empty when no sheet is
 /// found; the picture itself stays as it is.

@@ -20,8 +20,8 @@ std::array<cv::Point2f, 4> edgesOf(const cv::Point2d& corner, const cv::Size2d& 
 
 } // namespace
 
-void straighten(
-    const Image& picture, const Outline& outline, const PageShape& page, int margin, Image& straight)
+cv::Matx33d
+straighten(const Image& picture, const Outline& outline, const PageShape& page, int margin, Image& straight)
 {
     const int shorter = cvFloor(std::min(page.size.width, page.size.height));
     const int trim = std::clamp(margin, 0, std::max(0, (shorter - leastPage) / 2));
@@ -39,6 +39,7 @@ void straighten(
     cv::copyMakeBorder(
         inside, straight.pixels, edge, edge, edge, edge, cv::BORDER_REPLICATE | cv::BORDER_ISOLATED);
     straight.dpi = page.format ? page.dpi() : picture.dpi;
+    return cv::Matx33d(back) * cv::Matx33d(1, 0, -edge, 0, 1, -edge, 0, 0, 1);
 }
 
 } // namespace mirvak
