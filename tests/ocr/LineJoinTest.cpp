@@ -34,8 +34,10 @@ std::string marked(const std::vector<std::vector<std::string>>& all)
     mirvak::MarkedText paragraph;
     for (const auto& line : all) {
         std::vector<ReadWord> read;
-        for (const std::string& word : line)
-            read.push_back({word.substr(word[0] == '?' ? 1 : 0), {}, 90, word[0] == '?'});
+        for (const std::string& word : line) {
+            read.push_back({word.substr(word[0] == '?' ? 1 : 0), {}, 90});
+            read.back().isUnsure = word[0] == '?';
+        }
         appendLine(
             paragraph, mirvak::joinWords(read), [](const std::string& word) { return word == "thirty-one"; });
     }
