@@ -91,6 +91,7 @@ TextScan::Result TextScan::recognise(MirvakOCR& engine, const QString& picture, 
         ConfigSettings store;
         const QString folder = FileNaming(store).targetDirectory();
         if (!folder.isEmpty()) {
+            engine.MirvakOCR_MarkUnsure(settings::markUnsure.read(store));
             result.document = FileNaming::stampedPath(folder, QStringLiteral("rtf"));
             const auto save = [&](const QString& path) {
                 return engine.MirvakOCR_Save(path.toUtf8().constData());

@@ -42,8 +42,10 @@ Answer readByLibrary(const QString& picture, const QString& document)
         ocr.MirvakOCR_Save(document.toUtf8().constData());
     ocr.MirvakOCR_Deinit();
     const double seconds = secondsOf(RUSAGE_SELF) - before;
-    const auto text = rtfText(contentOf(document).toStdString());
-    return {QString::fromStdU32String(text.value_or(U"")), seconds};
+    const std::string rtf = contentOf(document).toStdString();
+    return {QString::fromStdU32String(rtfText(rtf).value_or(U"")),
+            seconds,
+            QString::fromStdU32String(rtfHighlighted(rtf).value_or(U""))};
 }
 
 Answer readByCommand(const QString& picture, const char* model)
@@ -64,7 +66,7 @@ Answer readByCommand(const QString& picture, const char* model)
         if (file.open(QIODevice::WriteOnly))
             file.write(QByteArray::number(secondsOf(RUSAGE_CHILDREN) - before));
     }
-    return {QString::fromUtf8(contentOf(base + QStringLiteral(".txt"))), contentOf(time).toDouble()};
+    return {QString::fromUtf8(contentOf(base + QStringLiteral(".txt"))), contentOf(time).toDouble(), {}};
 }
 
 void cleanPage(const QString& picture, const QString& cleaned)

@@ -7,6 +7,7 @@ struct Answer
 {
     QString text;
     double seconds = 0; ///< of a processor
+    QString marked;     ///< words of the text that are highlighted
 };
 
 Answer readByLibrary(const QString& picture, const QString& document);

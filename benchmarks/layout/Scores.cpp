@@ -87,3 +87,20 @@ Score scoreOf(const QStringList& readings, const QString& read)
     }
     return best;
 }
+
+Doubt doubtOf(const QString& truth, const QString& read, const QString& highlighted)
+{
+    const auto wanted = bagOf(plain(truth)), marked = bagOf(plain(highlighted));
+    const auto in = [](const std::map<std::u32string, int>& bag, const std::u32string& word) {
+        const auto found = bag.find(word);
+        return found == bag.end() ? 0 : found->second;
+    };
+    Doubt doubt;
+    for (const auto& [word, count] : bagOf(plain(read))) {
+        const int wrong = std::max(0, count - in(wanted, word));
+        doubt.wrong += wrong;
+        doubt.marked += in(marked, word);
+        doubt.both += std::min(wrong, in(marked, word));
+    }
+    return doubt;
+}

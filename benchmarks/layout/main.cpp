@@ -15,6 +15,7 @@
 #include <QGuiApplication>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 
@@ -26,6 +27,7 @@ constexpr double oneColumnTime = 1.15, columnsTime = 1.3;
 struct Result
 {
     Score own, cleaned, raw;
+    Doubt doubt;
     double ownSeconds = 0, commandSeconds = 0;
 };
 
@@ -38,6 +40,9 @@ struct Mean
     {
         ++pages;
         worse += result.own.characters > result.cleaned.characters;
+        sum.doubt.wrong += result.doubt.wrong;
+        sum.doubt.marked += result.doubt.marked;
+        sum.doubt.both += result.doubt.both;
         sum.own.characters += result.own.characters;
         sum.own.words += result.own.words;
         sum.cleaned.characters += result.cleaned.characters;
@@ -64,6 +69,16 @@ void print(const std::string& title, const Result& r, int pages)
     std::fflush(stdout);
 }
 
+void printDoubt(const std::string& title, const Doubt& doubt)
+{
+    std::printf("%-48s %6d highlighted, %3.0f %% of them wrong; %6d wrong, %3.0f %% of them highlighted\n",
+                title.c_str(),
+                doubt.marked,
+                100.0 * doubt.both / std::max(1, doubt.marked),
+                doubt.wrong,
+                100.0 * doubt.both / std::max(1, doubt.wrong));
+}
+
 class Comparison
 {
 public:
@@ -84,6 +99,7 @@ public:
         const Answer command = readByCommand(cleaned, modelOf(made.tongue));
         const Answer raw = readByCommand(picture, modelOf(made.tongue));
         result.own = scoreOf(made.readings, own.text);
+        result.doubt = doubtOf(made.readings.front(), own.text, own.marked);
         result.cleaned = scoreOf(made.readings, command.text);
         result.raw = scoreOf(made.readings, raw.text);
         result.ownSeconds = own.seconds;
@@ -154,6 +170,9 @@ int main(int argc, char** argv)
     for (const auto& [key, mean] : means)
         print(key, mean.sum, mean.pages);
     print("all, " + std::to_string(all.worse) + " worse than the command", all.sum, all.pages);
+    std::puts("words (ideographs one by one)");
+    for (const Tongue tongue : {Tongue::english, Tongue::chinese, Tongue::russian})
+        printDoubt(modelOf(tongue), means[modelOf(tongue)].sum.doubt);
     std::printf("allowed: no page worse, half of the command's mean, time %.2f, with columns %.2f\n",
                 oneColumnTime,
                 columnsTime);

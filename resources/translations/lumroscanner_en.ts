@@ -1544,6 +1544,14 @@
         <source>As the system</source>
         <translation>As the system</translation>
     </message>
+    <message>
+        <source>Words that may be misread stand on yellow in the document, so that they can be checked.</source>
+        <translation>Words that may be misread stand on yellow in the document, so that they can be checked.</translation>
+    </message>
+    <message>
+        <source>Highlight doubtful words in recognised text</source>
+        <translation>Highlight doubtful words in recognised text</translation>
+    </message>
 </context>
 <context>
     <name>SetImage</name>

@@ -1545,6 +1545,14 @@
         <source>As the system</source>
         <translation>Как в системе</translation>
     </message>
+    <message>
+        <source>Words that may be misread stand on yellow in the document, so that they can be checked.</source>
+        <translation>Слова, которые могли быть прочитаны неверно, выделены в документе жёлтым, чтобы их можно было проверить.</translation>
+    </message>
+    <message>
+        <source>Highlight doubtful words in recognised text</source>
+        <translation>Выделять сомнительные слова в распознанном тексте</translation>
+    </message>
 </context>
 <context>
     <name>SetImage</name>

@@ -1543,6 +1543,14 @@
         <source>As the system</source>
         <translation>跟随系统</translation>
     </message>
+    <message>
+        <source>Words that may be misread stand on yellow in the document, so that they can be checked.</source>
+        <translation>可能识别有误的词语在文档中以黄色标出，便于核对。</translation>
+    </message>
+    <message>
+        <source>Highlight doubtful words in recognised text</source>
+        <translation>在识别的文字中标出存疑词语</translation>
+    </message>
 </context>
 <context>
     <name>SetImage</name>

@@ -212,3 +212,21 @@ TEST(DocumentBuilder, ThePaperIsThatOfThePicture)
     }
     EXPECT_TRUE(build({}).paragraphs.empty());
 }
+
+TEST(DocumentBuilder, UnsureWordsAreKnownInTextAndTables)
+{
+    ReadBlock block = blockAt(300,
+                              300,
+                              {"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
+                               "Kqy Lqy Mqy",
+                               "Lqamp _ _ _ _ _ Bqrass, Rqd _ _ _ _ _ _ 48.50"});
+    for (const auto& [line, word] : {std::pair(0, 9), std::pair(1, 0), std::pair(2, 1), std::pair(2, 3)})
+        block[static_cast<size_t>(line)].words[static_cast<size_t>(word)].isUnsure = true;
+    const Document document = build({block});
+    Texts unsure;
+    for (const auto& paragraph : document.paragraphs) {
+        for (const mirvak::Span& span : paragraph.unsure)
+            unsure.push_back(mirvak::toUtf8(paragraph.text.substr(span.from, span.to - span.from)));
+    }
+    EXPECT_EQ(unsure, (Texts{"Jqy", "Kqy", "Bqrass,", "48.50"}));
+}

@@ -16,15 +16,38 @@ std::u32string words(const std::vector<std::string>& texts)
     std::vector<ReadWord> all;
     for (const std::string& text : texts)
         all.push_back({text, {}, 90});
-    return mirvak::joinWords(all);
+    return mirvak::joinWords(all).text();
 }
 
 std::u32string lines(const std::vector<std::u32string>& all, const std::set<std::string>& dictionary = {})
 {
-    std::u32string paragraph;
+    mirvak::MarkedText paragraph;
     for (const std::u32string& line : all)
-        appendLine(paragraph, line, [&](const std::string& word) { return dictionary.count(word) > 0; });
-    return paragraph;
+        appendLine(
+            paragraph, {line, false}, [&](const std::string& word) { return dictionary.count(word) > 0; });
+    return paragraph.text();
+}
+
+/// The lines as one paragraph, in brackets what is marked; words that begin with "?" are unsure.
+std::string marked(const std::vector<std::vector<std::string>>& all)
+{
+    mirvak::MarkedText paragraph;
+    for (const auto& line : all) {
+        std::vector<ReadWord> read;
+        for (const std::string& word : line) {
+            read.push_back({word.substr(word[0] == '?' ? 1 : 0), {}, 90});
+            read.back().isUnsure = word[0] == '?';
+        }
+        appendLine(
+            paragraph, mirvak::joinWords(read), [](const std::string& word) { return word == "thirty-one"; });
+    }
+    std::u32string text = paragraph.text();
+    const std::vector<mirvak::Span> spans = paragraph.spans();
+    for (auto span = spans.rbegin(); span != spans.rend(); ++span) {
+        text.insert(span->to, U"]");
+        text.insert(span->from, U"[");
+    }
+    return mirvak::toUtf8(text);
 }
 
 } // namespace
@@ -77,4 +100,14 @@ TEST(Unicode, BrokenBytesBecomeReplacements)
         << "too long, half a pair";
     const std::u32string all = U"~\u0080\u07ff\u0800\uffff\U00010000\U0010ffff";
     EXPECT_EQ(mirvak::fromUtf8(mirvak::toUtf8(all)), all);
+}
+
+TEST(LineJoin, UnsureWordsAreMarkedWithoutTheSpacesAroundThem)
+{
+    EXPECT_EQ(marked({{"?one", "two", "?three", "?four"}, {"?five"}}), "[one] two [three] [four] [five]");
+    EXPECT_EQ(marked({{"他", "?说", ":", "“", "?好", "?的", "”", "?的"}}), "他[说]：“[好的]”[的]")
+        << "where spaces have gone";
+    EXPECT_EQ(marked({{"?exam-"}, {"ple", "it", "?so-"}, {"?called"}}), "[example] it [socalled]");
+    EXPECT_EQ(marked({{"an", "exam-"}, {"?ple", "is"}}), "an [example] is") << "both halves";
+    EXPECT_EQ(marked({{"of", "?thirty-"}, {"one", "is"}}), "of [thirty-one] is");
 }

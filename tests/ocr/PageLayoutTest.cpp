@@ -2,6 +2,7 @@
 #include "Columns.h"
 #include "Marks.h"
 #include "Rows.h"
+#include "ScriptLook.h"
 
 #include <gtest/gtest.h>
 #include <opencv2/imgproc.hpp>
@@ -107,6 +108,100 @@ TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
         });
         EXPECT_EQ(static_cast<long>(area.foreign.size()), area.box.x == 600 ? 0 : reaching);
     }
+}
+
+TEST(PageLayout, WornColumnsAreReadOneAfterTheOther)
+{
+    Marks marks;
+    for (const int left : {100, 800}) {
+        for (int row = 0; row < 14; ++row) { // in each line another word is gone
+            const int gone = 7 * row % 8;
+            addText(marks, left, 200 + row * rowPitch, 1, gone * 6);
+            addText(marks, left + (gone + 1) * 6 * step, 200 + row * rowPitch, 1, 48 - (gone + 1) * 6);
+        }
+    }
+    const auto areas = mirvak::areasOf(marks);
+    const auto across = std::count_if(areas.begin(), areas.end(), [](const auto& area) {
+        return area.box.x < 700 && area.box.br().x > 800;
+    });
+    EXPECT_EQ(across, 0);
+    EXPECT_TRUE(std::is_sorted(areas.begin(), areas.end(), [](const auto& a, const auto& b) {
+        return (a.box.x < 700) > (b.box.x < 700);
+    })) << "the left column first";
+}
+
+TEST(PageLayout, AStrokeInTheMarginJoinsNoColumn)
+{
+    Marks marks;
+    addText(marks, 100, 200, 24, 45);
+    addText(marks, 700, 700, 12, 45);           // below a picture
+    marks.boxes.emplace_back(680, 290, 24, 50); // a stroke of it, as high as two lines
+    marks.boxes.emplace_back(680, 522, 24, 14); // and a blot on a line's level
+    const auto areas = mirvak::areasOf(marks);
+    EXPECT_TRUE(std::none_of(areas.begin(), areas.end(), [](const auto& area) {
+        return area.box.x < 600 && area.box.br().x > 680;
+    })) << "the columns are read as one";
+}
+
+TEST(PageLayout, FootnotesBelongToTheirColumns)
+{
+    Marks marks;
+    addText(marks, 100, 200, 12, 45);
+    addText(marks, 800, 200, 12, 45);
+    Marks two = marks, one = marks;
+    addText(two, 124, 780, 1, 20); // indented
+    addText(two, 824, 780, 1, 25);
+    EXPECT_EQ(placesOf(two), (Places{{100, 200}, {124, 780}, {800, 200}, {824, 780}}));
+    addText(one, 100, 780, 1, 20);
+    EXPECT_EQ(placesOf(one).back(), cv::Point(100, 780)) << "a running foot";
+    one.rules.emplace_back(100, 755, 200, 2);
+    EXPECT_EQ(placesOf(one), (Places{{100, 200}, {100, 780}, {800, 200}})) << "below a short rule, a note";
+}
+
+TEST(PageLayout, NamesFarApartBelowEachOtherAreATable)
+{
+    Marks table;
+    table.height = height;
+    for (int row = 0; row < 14; ++row) {
+        addText(table, 100, 100 + row * 60, 1, 16 + row % 3);
+        addText(table, 500, 100 + row * 60, 1, 17 - row % 2);
+        addText(table, 900, 100 + row * 60, 1, 4);
+    }
+    EXPECT_EQ(placesOf(table), (Places{{100, 100}}));
+}
+
+TEST(PageLayout, ADotAtTheEndOfTheLongestLineIsRead)
+{
+    Marks marks;
+    addText(marks, 100, 200, 6, 45);
+    const cv::Rect stop(100 + 45 * step + 2, 212, 4, 4), accent(110, 191, 5, 3);
+    marks.boxes.push_back(stop);
+    marks.boxes.push_back(accent);
+    marks.boxes.emplace_back(100, 120, 4, 4); // dirt
+    const auto areas = mirvak::areasOf(marks);
+    ASSERT_EQ(areas.size(), 1U);
+    EXPECT_EQ(areas[0].box & stop, stop);
+    EXPECT_EQ(areas[0].box & accent, accent);
+    EXPECT_GT(areas[0].box.y, 150);
+}
+
+TEST(PageLayout, HeightsTellTheScript)
+{
+    Marks latin, cyrillic, ideographs, capitals;
+    for (int i = 0; i < 400; ++i) {
+        latin.boxes.emplace_back(i * step, 100, 9, i % 5 < 2 ? 22 : 16);
+        cyrillic.boxes.emplace_back(i * step, 100, 9, i % 7 < 1 ? 22 : 16);
+        ideographs.boxes.emplace_back(i * step, 100, 9, 12 + 7 * i % 20);
+        capitals.boxes.emplace_back(i * step, 100, 9, 16);
+    }
+    for (Marks* marks : {&latin, &cyrillic, &ideographs, &capitals})
+        marks->height = height;
+    using mirvak::ScriptLook;
+    EXPECT_EQ(mirvak::scriptLookOf(latin), ScriptLook::latin);
+    EXPECT_EQ(mirvak::scriptLookOf(cyrillic), ScriptLook::cyrillic);
+    EXPECT_EQ(mirvak::scriptLookOf(ideographs), ScriptLook::ideographs);
+    EXPECT_EQ(mirvak::scriptLookOf(capitals), ScriptLook::latin) << "no guess";
+    EXPECT_EQ(mirvak::scriptLookOf({}), ScriptLook::latin);
 }
 
 TEST(PageLayout, ARuleEndsTheColumnsAboveIt)
@@ -225,6 +320,21 @@ TEST(PageMarks, SpecksRulesAndPicturesGo)
     EXPECT_NEAR(static_cast<double>(cv::countNonZero(page < 128)),
                 static_cast<double>(cv::countNonZero(clean < 128)),
                 0.02 * cv::countNonZero(clean < 128));
+}
+
+TEST(PageMarks, DotsOverLettersStayWhereThereIsDirt)
+{
+    Marks text;
+    addText(text, 120, 120, 10, 40);
+    cv::Mat page = drawn(text, {900, 900});
+    const cv::Rect dot(120 + 7 * step + 2, 120 + 4 * rowPitch - 11, 4, 4);
+    cv::rectangle(page, dot, 20, cv::FILLED);
+    const int dotted = static_cast<int>(inkIn(page, dot));
+    for (int i = 0; i < 1500; ++i) // a screened picture
+        cv::rectangle(page, {20 + i % 50 * 17, 600 + i / 50 * 9, 4, 3}, 60, cv::FILLED);
+    mirvak::cleanMarks(page);
+    EXPECT_EQ(static_cast<int>(inkIn(page, dot)), dotted);
+    EXPECT_EQ(inkIn(page, {0, 590, 900, 310}), 0U);
 }
 
 TEST(PageMarks, LightPrintOnABarIsTurnedOver)

@@ -90,3 +90,20 @@ TEST(RtfWriter, WritesTheShapeOfThePageAndItsParagraphs)
     EXPECT_THAT(rtf, HasSubstr("\\tx2000\\tqr\\tx5000"));
     EXPECT_THAT(rtf, HasSubstr("\\li300\\fi-400\\sb120"));
 }
+
+TEST(RtfWriter, HighlightsTheUnsureWordsAndNothingElse)
+{
+    Document document = documentOf({U"a {b\\} 中x\tlast", U"next", U"first\tend"});
+    document.paragraphs[0].unsure = {{2, 6}, {7, 9}, {10, 14}}; // a font changes within, a tab lies before
+    document.paragraphs[2].unsure = {{0, 5}};
+    const std::string rtf = mirvak::toRtf(document), plain = mirvak::toRtf(document, mirvak::Unsure::plain);
+    EXPECT_EQ(rtfHighlighted(rtf), U"{b\\}\n中x\nlast\nfirst\n")
+        << "none goes on to the next paragraph or tab";
+    EXPECT_EQ(rtfText(rtf), U"a {b\\} 中x\tlast\nnext\nfirst\tend\n");
+    EXPECT_THAT(rtf, HasSubstr("{\\colortbl;\\red255\\green255\\blue0;}")) << "yellow";
+    EXPECT_THAT(rtf, HasSubstr("last\\highlight0 \\par")) << "the paragraph's end is not coloured";
+    EXPECT_EQ(rtfText(plain), rtfText(rtf));
+    EXPECT_EQ(rtfHighlighted(plain), U"");
+    EXPECT_THAT(plain, testing::Not(HasSubstr("highlight")));
+    EXPECT_EQ(mirvak::toRtf(documentOf({U"sure"})).find("\\highlight"), std::string::npos);
+}

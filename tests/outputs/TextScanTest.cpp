@@ -5,6 +5,7 @@
 #include "RtfText.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QTest>
 
@@ -74,6 +75,39 @@ TEST_F(TextScanTest, MakesADocumentOfACapture)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(rtfText(file.readAll().toStdString()),
               U"The harbour office is closed on Friday. Please come back later.\n");
+}
+
+TEST_F(TextScanTest, HighlightsWhatCouldBeMisreadUnlessThatIsSwitchedOff)
+{
+    QImage page(picture);
+    QPainter painter(&page);
+    QFont font(QStringLiteral("DejaVu Serif"));
+    font.setPixelSize(36);
+    const QFontMetrics metrics(font);
+    const int left = 80 + metrics.horizontalAdvance(QStringLiteral("The harbour "));
+    painter.setPen(QPen(Qt::black, 5)); // crosses the word out
+    for (int x = left; x < left + metrics.horizontalAdvance(QStringLiteral("office")) - 35; x += 20)
+        painter.drawLine(x, 70, x + 35, 104);
+    painter.end();
+    ASSERT_TRUE(page.save(picture));
+    std::u32string highlighted[2], texts[2];
+    for (const bool on : {true, false}) {
+        desk.savesAs << picture;
+        if (!on) // it is on by itself
+            settings::markUnsure.write(settings, false);
+        text->scan();
+        ASSERT_TRUE(finishes());
+        QFile file(desk.documents.last());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const std::string rtf = file.readAll().toStdString();
+        highlighted[on] = rtfHighlighted(rtf).value_or(U"broken");
+        texts[on] = rtfText(rtf).value_or(U"");
+    }
+    EXPECT_NE(highlighted[1], U"");
+    for (const char32_t* sure : {U"harbour", U"closed", U"Friday", U"Please", U"later"})
+        EXPECT_EQ(highlighted[1].find(sure), std::u32string::npos) << "the words around it are sure";
+    EXPECT_EQ(highlighted[0], U"");
+    EXPECT_EQ(texts[0], texts[1]) << "the text is the same";
 }
 
 TEST_F(TextScanTest, OneAtATime)

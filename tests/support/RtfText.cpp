@@ -15,14 +15,16 @@ class Reader
 public:
     explicit Reader(const std::string& rtf) : rtf_(rtf) {}
 
-    std::optional<std::u32string> read()
+    /// Whether it is well-formed.
+    bool read()
     {
-        if (rtf_.rfind("{\\rtf1", 0) != 0)
-            return std::nullopt;
+        broken_ = rtf_.rfind("{\\rtf1", 0) != 0;
         while (at_ < rtf_.size() && !broken_)
             step();
-        return broken_ || !skips_.empty() || high_ != 0 ? std::nullopt : std::optional(text_);
+        return !broken_ && skips_.empty() && high_ == 0;
     }
+    const std::u32string& text() const { return text_; }
+    const std::u32string& highlighted() const { return highlighted_; }
 
 private:
     void step()
@@ -72,15 +74,27 @@ private:
 
     void word(const std::string& name, long number)
     {
-        static const std::array<const char*, 3> tables{"fonttbl", "stylesheet", "info"};
+        static const std::array<const char*, 4> tables{"fonttbl", "colortbl", "stylesheet", "info"};
         if (std::find(tables.begin(), tables.end(), name) != tables.end())
             skips_.back() = true;
+        if (name == "red")
+            ++colours_;
+        else if (name == "highlight" || name == "plain")
+            highlight(name == "plain" ? 0 : number);
         else if (name == "par")
             put(U'\n');
         else if (name == "tab")
             put(U'\t');
         else if (name == "u")
             unit(number);
+    }
+
+    void highlight(long colour)
+    {
+        broken_ = colour < 0 || colour > colours_;
+        if (colour == 0 && isHighlit_ && !highlighted_.empty())
+            highlighted_ += U'\n';
+        isHighlit_ = colour > 0;
     }
 
     void unit(long number)
@@ -101,13 +115,18 @@ private:
     void put(char32_t c)
     {
         broken_ = broken_ || high_ != 0 || skips_.empty();
-        if (!broken_ && !skips_.back())
-            text_ += c;
+        if (broken_ || skips_.back())
+            return;
+        text_ += c;
+        if (isHighlit_)
+            highlighted_ += c;
     }
 
     const std::string& rtf_;
     size_t at_ = 0;
-    std::u32string text_;
+    std::u32string text_, highlighted_;
+    long colours_ = 0; // of the table
+    bool isHighlit_ = false;
     std::vector<bool> skips_; // of each open group
     char32_t high_ = 0;
     bool broken_ = false;
@@ -117,7 +136,14 @@ private:
 
 std::optional<std::u32string> rtfText(const std::string& rtf)
 {
-    return Reader(rtf).read();
+    Reader reader(rtf);
+    return reader.read() ? std::optional(reader.text()) : std::nullopt;
+}
+
+std::optional<std::u32string> rtfHighlighted(const std::string& rtf)
+{
+    Reader reader(rtf);
+    return reader.read() ? std::optional(reader.highlighted()) : std::nullopt;
 }
 
 size_t editDistance(const std::u32string& a, const std::u32string& b)

@@ -88,6 +88,7 @@ TEST_F(SettingsPages, StoreEveryControlUnderItsKeyAlone)
         {"radioBlueSeal", "Scan_Type", 5},
         {"radioOriginal", "Scan_Type", 0},
         {"checkDirByDate", "Create_dir_data", true},
+        {"checkMarkUnsure", "Ocr_Mark_Unsure", false},
         {"comboLanguage", "App_Language", 2},
         {"comboFormat", "Image_Format", 2},
         {"comboScanSize", "Scan_Size", 2},

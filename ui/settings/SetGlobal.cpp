@@ -71,6 +71,7 @@ void SetGlobal::loadChoices()
                                       ui_->radioBlueSeal});
     SettingBinding::tie(*scanType, settings::scanType, settings_);
     SettingBinding::tie(*ui_->checkDirByDate, settings::createDirByDate, settings_);
+    SettingBinding::tie(*ui_->checkMarkUnsure, settings::markUnsure, settings_);
 }
 
 void SetGlobal::loadLanguage()

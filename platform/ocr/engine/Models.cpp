@@ -42,4 +42,11 @@ TextModel* Models::get(const std::string& language)
     return loaded_.back().model.get();
 }
 
+bool Models::know(const std::string& word) const
+{
+    return std::any_of(loaded_.begin(), loaded_.end(), [&](const Entry& entry) {
+        return entry.model && entry.model->knows(word);
+    });
+}
+
 } // namespace mirvak

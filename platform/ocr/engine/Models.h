@@ -17,6 +17,8 @@ public:
     const std::vector<std::string>& languages() const { return languages_; }
     /// Null when the file is broken; told once on standard error.
     TextModel* get(const std::string& language);
+    /// Whether the dictionary of a model that was loaded has the word; UTF-8.
+    bool know(const std::string& word) const;
 
 private:
     struct Entry

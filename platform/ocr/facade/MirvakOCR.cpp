@@ -100,6 +100,7 @@ struct MirvakOCR::Impl
 {
     mirvak::Watch watch; ///< of the recognition that runs
     std::atomic<bool> hasBegun{false};
+    std::atomic<bool> marksUnsure{true};
     std::mutex mutex; ///< of the two below
     std::unique_ptr<mirvak::OcrModule> module;
     std::optional<mirvak::PageText> text;
@@ -160,11 +161,18 @@ int MirvakOCR::MirvakOCR_Save(const char* rtfPath)
             return failed(call, rtfPath, MIRVAK_OCR_BAD_ARGUMENT, "no path");
         if (!impl_->text)
             return failed(call, rtfPath, MIRVAK_OCR_NOT_READY, "nothing was recognised");
-        const std::string rtf = mirvak::toRtf(impl_->text->document);
+        const auto unsure = impl_->marksUnsure ? mirvak::Unsure::highlighted : mirvak::Unsure::plain;
+        const std::string rtf = mirvak::toRtf(impl_->text->document, unsure);
         mirvak::AtomicFile file(rtfPath, mirvak::IfTaken::refuse);
         file.write(rtf.data(), rtf.size());
         return static_cast<int>(resultOf(file.commit()));
     });
+}
+
+int MirvakOCR::MirvakOCR_MarkUnsure(bool on)
+{
+    impl_->marksUnsure = on;
+    return MIRVAK_OCR_OK;
 }
 
 int MirvakOCR::MirvakOCR_GetProgress(int& percent) const

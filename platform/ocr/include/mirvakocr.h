@@ -82,6 +82,9 @@ public:
     /// complete and synced. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_BAD_ARGUMENT, MIRVAK_OCR_EXISTS,
     /// MIRVAK_OCR_IO_ERROR, MIRVAK_OCR_NO_MEMORY. The text stays, to be saved again.
     int MirvakOCR_Save(const char* rtfPath);
+    /// Whether documents that are saved from now on highlight the words that the recogniser was not sure of;
+    /// the text itself stays the same. On from the begin. MIRVAK_OCR_OK.
+    int MirvakOCR_MarkUnsure(bool on);
     /// The words of the text in reading order, with the size in pixels of the picture as seen, in which they
     /// stand. The caller owns them. MIRVAK_OCR_NOT_READY, MIRVAK_OCR_NO_MEMORY: `words` is empty. The text
     /// stays.

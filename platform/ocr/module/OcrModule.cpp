@@ -1,6 +1,7 @@
 #include "OcrModule.h"
 
 #include "DocumentBuilder.h"
+#include "Doubt.h"
 #include "PageReader.h"
 
 #include <memory>
@@ -22,6 +23,7 @@ public:
         const mirvak::Reading reading = mirvak::PageReader(*models_, watch).read(picture, page);
         if (reading != mirvak::Reading::ok)
             return reading;
+        mirvak::markUnsure(page, [&](const std::string& word) { return models_->know(word); });
         mirvak::TextModel* model = models_->get(page.language);
         text.document =
             mirvak::buildDocument(page, [&](const std::string& word) { return model && model->knows(word); });

@@ -16,8 +16,10 @@ constexpr double widestPause = 3;
 constexpr double otherSize = 1.6;
 constexpr double marginPause = 2; // between a running head and the text
 constexpr double headingSize = 1.2;
-constexpr double tallest = 6;      // of a letter; higher ones are blots among few marks
-constexpr double shadow = 0.25;    // of a block's rim, that letters of the next row may touch
+constexpr double widestIndent = 4;
+constexpr double tallest = 6;   // of a letter; higher ones are blots among few marks
+constexpr double shadow = 0.25; // of a block's rim, that letters of the next row may touch
+constexpr double dotBeside = 0.9, dotAbove = 0.6;
 constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
 constexpr size_t mostRules = 6;    // more are a table or lined paper
 
@@ -78,20 +80,29 @@ private:
             size_t below = 0;
             for (const Blocks& row : rows) {
                 below += std::any_of(row.begin(), row.end(), [&](const TextBlock* block) {
-                    return block != note && std::abs(block->box.x - note->box.x) <= height_;
+                    return block != note && starts(note->box, block->box.x);
                 });
             }
             return below * 2 >= rows.size() || below > 2;
         };
+        int width = 0;
+        for (const Blocks& row : rows)
+            width = std::max(width, around(row).width);
         const auto isBelowRule = [&](const TextBlock* note) {
             return std::any_of(rules_.begin(), rules_.end(), [&](const cv::Rect& rule) {
                 const int down = note->box.y - rule.br().y;
-                return std::abs(rule.x - note->box.x) <= height_ && down > -height_ &&
-                       down < widestPause * height_ && rule.width < ruleShare * note->box.width;
+                return starts(note->box, rule.x) && down > -height_ && down < widestPause * height_ &&
+                       rule.width * 2 < width;
             });
         };
         return (foot.size() > 1 && std::all_of(foot.begin(), foot.end(), startsColumn)) ||
                std::any_of(foot.begin(), foot.end(), isBelowRule);
+    }
+
+    // At the edge, or indented like a paragraph.
+    bool starts(const cv::Rect& note, int edge) const
+    {
+        return note.x >= edge - height_ && note.x <= edge + widestIndent * height_;
     }
 
     void divide(const Blocks& blocks)
@@ -260,9 +271,32 @@ bool hasLetter(const TextBlock& block, int height)
     });
 }
 
+// Dots and accents are no letters of any block: those at the rim would be cut off.
+cv::Rect
+withDots(const cv::Rect& box, const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
+{
+    const auto near = [&](const cv::Rect& own) {
+        const int beside = cvRound(dotBeside * marks.height), above = cvRound(dotAbove * marks.height);
+        return cv::Rect(own.x - beside, own.y - above, own.width + 2 * beside, own.height + 2 * above);
+    };
+    cv::Rect whole = box;
+    for (const cv::Rect& mark : marks.boxes) {
+        if (std::max(mark.width, mark.height) > marks.height || (mark & box) == mark ||
+            (mark & near(box)).empty())
+            continue;
+        const bool isOthers = std::any_of(all.begin(), all.end(), [&](const TextBlock& other) {
+            return std::find(blocks.begin(), blocks.end(), &other) == blocks.end() &&
+                   !(mark & near(other.box)).empty();
+        });
+        if (!isOthers)
+            whole |= mark;
+    }
+    return whole;
+}
+
 TextArea areaOf(const Blocks& blocks, const std::vector<TextBlock>& all, const Marks& marks)
 {
-    TextArea area{around(blocks), {}, false};
+    TextArea area{withDots(around(blocks), blocks, all, marks), {}, false};
     for (const TextBlock& other : all) {
         // What has no letter may be a loose part of one.
         if ((other.box & area.box).empty() ||

@@ -128,10 +128,8 @@ bool isTable(const Side& left, const Side& right, double aligned, int height)
 bool parts(const Side& left, const Side& right, int height)
 {
     const double aligned = alignedRows(left, right, height);
-    if (isTable(left, right, aligned, height))
-        return false;
     if (left.isProse && right.isProse)
-        return true;
+        return !isTable(left, right, aligned, height);
     if (std::min(left.box.width, right.box.width) < noteWidth * height)
         return false;
     if (isNotes(left, right, aligned) || isNotes(right, left, aligned))

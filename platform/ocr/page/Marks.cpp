@@ -120,14 +120,15 @@ bool isEmblem(const Components& ink, int i, int height)
 // Where letters stand and near them: thin strokes of a noisy picture fall into specks there.
 cv::Mat nearLetters(const Components& ink, const cv::Size& page, int height)
 {
-    const int cell = std::max(1, height / 4), beside = height, around = height / 4;
+    // A dot stands well over its letter, a comma little below.
+    const int cell = std::max(1, height / 4), beside = height, over = 2 * height / 3, below = height / 4;
     cv::Mat near(page.height / cell + 1, page.width / cell + 1, CV_8UC1, cv::Scalar(0));
     for (int i = 1; i < ink.count; ++i) {
         cv::Rect box = ink.box(i);
         if (kindOf(box, ink.area(i), height) != Kind::letter || box.height * 2 < height)
             continue;
-        box -= cv::Point(beside, around);
-        box += cv::Size(2 * beside, 2 * around);
+        box -= cv::Point(beside, over);
+        box += cv::Size(2 * beside, over + below);
         near(cv::Rect({box.x / cell, box.y / cell}, cv::Point(box.br().x / cell + 1, box.br().y / cell + 1)) &
              cv::Rect({0, 0}, near.size()))
             .setTo(255);

@@ -10,7 +10,7 @@ constexpr size_t leastLines = 5;
 constexpr double leastWidth = 11;   // heights of a mark
 constexpr double widestPitch = 4.2; // the same
 constexpr double leastCover = 0.75; // of a line's width; cells of a table leave more white
-constexpr double fullLine = 0.72;   // of the widest near it
+constexpr double fullLine = 0.72;   // of the column's width near it
 constexpr double leastFull = 0.6;   // of the lines: headings and ends of paragraphs are short
 constexpr size_t nearLines = 3;
 
@@ -70,14 +70,16 @@ int RunningText::pitch() const
     return *middle;
 }
 
-// Lines get shorter together where text runs round a picture.
-int RunningText::widestNear(size_t line) const
+// Of the column there: lines get shorter together where text runs round a picture.
+int RunningText::widthNear(size_t line) const
 {
-    int widest = 0;
+    int left = lines_[line].box.x, right = lines_[line].box.br().x;
     const size_t end = std::min(lines_.size(), line + nearLines + 1);
-    for (size_t i = line - std::min(line, nearLines); i < end; ++i)
-        widest = std::max(widest, lines_[i].box.width);
-    return widest;
+    for (size_t i = line - std::min(line, nearLines); i < end; ++i) {
+        left = std::min(left, lines_[i].box.x);
+        right = std::max(right, lines_[i].box.br().x);
+    }
+    return right - left;
 }
 
 bool RunningText::fills(int markHeight) const
@@ -89,7 +91,7 @@ bool RunningText::fills(int markHeight) const
     for (size_t i = 0; i < lines_.size(); ++i) {
         const Line& line = lines_[i];
         all |= line.box;
-        full += line.covered >= leastCover * line.box.width && line.box.width >= fullLine * widestNear(i);
+        full += line.covered >= leastCover * line.box.width && line.box.width >= fullLine * widthNear(i);
     }
     return all.width >= leastWidth * markHeight &&
            static_cast<double>(full) >= leastFull * static_cast<double>(lines_.size());

@@ -29,7 +29,7 @@ private:
         int covered = 0; ///< px, of the width by pieces
     };
     void add(const Piece& piece);
-    int widestNear(size_t line) const;
+    int widthNear(size_t line) const;
 
     std::vector<Line> lines_; ///< from the top
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "MarkedText.h"
+
 #include <string>
 #include <vector>
 
@@ -17,7 +19,8 @@ enum class Alignment { left, centre, right, justified };
 
 struct Paragraph
 {
-    std::u32string text; ///< U'\t' goes to the next tab stop
+    std::u32string text;      ///< U'\t' goes to the next tab stop
+    std::vector<Span> unsure; ///< of the text: words that the recogniser was not sure of, from the begin
     Alignment alignment = Alignment::left;
     int halfPoints = 22;  ///< size of the letters
     int headingLevel = 0; ///< 1 and 2 for headings

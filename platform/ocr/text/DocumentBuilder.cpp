@@ -126,8 +126,10 @@ private:
     void addText(size_t from, size_t to)
     {
         Paragraph paragraph = begin(from, to);
+        MarkedText text;
         for (size_t i = from; i < to; ++i)
-            appendLine(paragraph.text, joinWords(lines_[i].read->words), isWord_);
+            appendLine(text, joinWords(lines_[i].read->words), isWord_);
+        setText(paragraph, text);
         const bool large = sizeOf(from, to) > headingSize * bodySize_;
         if (large && to - from <= headingLines)
             paragraph.headingLevel = sizeOf(from, to) > chapterSize * bodySize_ ? 1 : 2;
@@ -143,15 +145,23 @@ private:
         const auto stops = tabStops(rows, area_, sizeOf(from, to), scale_);
         for (size_t i = from; i < to; ++i) {
             Paragraph paragraph = begin(i, i + 1);
+            MarkedText text;
             for (const auto& cell : lines_[i].cells) {
-                if (!paragraph.text.empty())
-                    paragraph.text += U'\t';
-                paragraph.text += joinWords(cell);
+                if (!text.empty())
+                    text.append(U'\t', false);
+                text.append(joinWords(cell));
             }
+            setText(paragraph, text);
             paragraph.tabs = stops[i - from];
             paragraph.leftIndent = indentOf(lines_[i].box().left);
             paragraphs_.push_back(std::move(paragraph));
         }
+    }
+
+    static void setText(Paragraph& paragraph, const MarkedText& text)
+    {
+        paragraph.text = text.text();
+        paragraph.unsure = text.spans();
     }
 
     Paragraph begin(size_t from, size_t to) const

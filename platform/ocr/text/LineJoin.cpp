@@ -18,13 +18,14 @@ char32_t fullWidth(char32_t c)
 }
 
 // "12:30" keeps its colon: only what follows an ideograph, or opens before one, is written full.
-void widenPunctuation(std::u32string& text)
+void widenPunctuation(MarkedText& marked)
 {
+    const std::u32string& text = marked.text();
     for (size_t i = 0; i < text.size(); ++i) {
         const bool after = i > 0 && isIdeographic(text[i - 1]);
         const bool before = i + 1 < text.size() && isIdeographic(text[i + 1]);
         if (text[i] == U'(' ? before : after)
-            text[i] = fullWidth(text[i]);
+            marked.replace(i, fullWidth(text[i]));
     }
 }
 
@@ -39,20 +40,22 @@ bool needsSpace(char32_t left, char32_t right)
 }
 
 // Spaces beside ideographs go, and those beside a quotation mark that touches one.
-void dropSpaces(std::u32string& text)
+void dropSpaces(MarkedText& marked)
 {
-    std::u32string kept;
+    const std::u32string& text = marked.text();
+    MarkedText kept;
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] != U' ' || kept.empty() || i + 1 == text.size()) {
-            kept += text[i];
+            kept.append(text[i], marked.isMarked(i));
             continue;
         }
-        const bool closed = isQuote(kept.back()) && kept.size() > 1 && isIdeographic(kept[kept.size() - 2]);
+        const char32_t last = kept.text().back();
+        const bool closed = isQuote(last) && kept.size() > 1 && isIdeographic(kept.text()[kept.size() - 2]);
         const bool opens = isQuote(text[i + 1]) && i + 2 < text.size() && isIdeographic(text[i + 2]);
-        if (needsSpace(kept.back(), text[i + 1]) && !closed && !opens)
-            kept += U' ';
+        if (needsSpace(last, text[i + 1]) && !closed && !opens)
+            kept.append(U' ', marked.isMarked(i));
     }
-    text = std::move(kept);
+    marked = std::move(kept);
 }
 
 bool isHyphen(char32_t c)
@@ -83,13 +86,13 @@ bool keepsHyphen(const std::u32string& left, const std::u32string& right, const 
 
 } // namespace
 
-std::u32string joinWords(const std::vector<ReadWord>& words)
+MarkedText joinWords(const std::vector<ReadWord>& words)
 {
-    std::u32string text;
+    MarkedText text;
     for (const ReadWord& word : words) {
         if (!text.empty())
-            text += U' ';
-        text += fromUtf8(word.text);
+            text.append(U' ', false);
+        text.append({fromUtf8(word.text), word.isUnsure});
     }
     // Once more, because what has become full width takes the space behind it along.
     for (int pass = 0; pass < 2; ++pass) {
@@ -100,28 +103,32 @@ std::u32string joinWords(const std::vector<ReadWord>& words)
     return text;
 }
 
-void appendLine(std::u32string& paragraph, const std::u32string& line, const IsWord& isWord)
+void appendLine(MarkedText& paragraph, const MarkedText& line, const IsWord& isWord)
 {
     if (paragraph.empty() || line.empty()) {
-        paragraph += line;
+        paragraph.append(line);
         return;
     }
-    const bool broken = isHyphen(paragraph.back()) && paragraph.size() > 1 &&
-                        isLetter(paragraph[paragraph.size() - 2]) && isLowercase(line.front());
-    if (!broken) {
+    const char32_t last = paragraph.text().back(), first = line.text().front();
+    const bool inWord = isHyphen(last) && paragraph.size() > 1;
+    const char32_t before = inWord ? paragraph.text()[paragraph.size() - 2] : U' ';
+    if (!inWord || !isLetter(before) || !isLowercase(first)) {
         // "1990-" and "North-" go on without a space, a dash between two words does not.
-        const bool joined =
-            isHyphen(paragraph.back()) && paragraph.size() > 1 && paragraph[paragraph.size() - 2] != U' ';
-        if (!joined && needsSpace(paragraph.back(), line.front()))
-            paragraph += U' ';
-        paragraph += line;
+        if ((!inWord || before == U' ') && needsSpace(last, first))
+            paragraph.append(U' ', false);
+        paragraph.append(line);
         return;
     }
-    const char32_t mark = paragraph.back();
-    paragraph.pop_back();
-    if (mark != softHyphen && keepsHyphen(lastWord(paragraph), firstWord(line), isWord))
-        paragraph += mark;
-    paragraph += line;
+    const bool wasMarked = paragraph.isMarked(paragraph.size() - 1);
+    paragraph.dropLast();
+    const std::u32string left = lastWord(paragraph.text()), right = firstWord(line.text());
+    const size_t from = paragraph.size() - left.size();
+    if (last != softHyphen && keepsHyphen(left, right, isWord))
+        paragraph.append(last, wasMarked);
+    const size_t seam = paragraph.size();
+    paragraph.append(line);
+    if (paragraph.isMarked(from) || line.isMarked(0))
+        paragraph.mark(from, seam + right.size());
 }
 
 } // namespace mirvak

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MarkedText.h"
 #include "ReadPage.h"
 
 #include <functional>
@@ -10,12 +11,13 @@ namespace mirvak {
 using IsWord = std::function<bool(const std::string&)>;
 
 /// The words as running text: spaces between words of scripts that have them, none beside ideographs.
-/// Punctuation behind ideographs takes their full width, as it is printed.
-std::u32string joinWords(const std::vector<ReadWord>& words);
+/// Punctuation behind ideographs takes their full width, as it is printed. Unsure words are marked, the
+/// spaces around them are not.
+MarkedText joinWords(const std::vector<ReadWord>& words);
 
 /// Appends the next line of a paragraph. A hyphen that only breaks a word is taken out: one between letters,
 /// the next line beginning small. Where the word may have been hyphenated anyway ("thirty-one"), the
-/// dictionary decides.
-void appendLine(std::u32string& paragraph, const std::u32string& line, const IsWord& isWord);
+/// dictionary decides. A word of two lines is marked as a whole when one half is.
+void appendLine(MarkedText& paragraph, const MarkedText& line, const IsWord& isWord);
 
 } // namespace mirvak

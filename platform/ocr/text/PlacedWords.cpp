@@ -135,7 +135,7 @@ PlacedWords placeWords(const ReadPage& page)
     PlacedWord base;
     for (const ReadBlock& block : page.blocks) {
         for (const ReadLine& line : block) {
-            LinePlacer(page, line).place(joinWords(line.words), base, placed.words);
+            LinePlacer(page, line).place(joinWords(line.words).text(), base, placed.words);
             ++base.line;
         }
         ++base.block;

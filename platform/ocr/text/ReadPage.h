@@ -18,9 +18,10 @@ struct ReadWord
 {
     std::string text; ///< UTF-8
     Box box;
-    float confidence = 0; ///< 0 to 100
-    int frame = 0;        ///< of ReadPage::frames; of other ones than the first, `box` is that of the area
-    Box lying{};          ///< in such a frame: the word's own box
+    float confidence = 0;  ///< 0 to 100
+    int frame = 0;         ///< of ReadPage::frames; of other ones than the first, `box` is that of the area
+    Box lying{};           ///< in such a frame: the word's own box
+    bool isUnsure = false; ///< more likely wrong than people should have to find out by themselves
 };
 
 /// Where a place of one picture lies in another: a homography, row by row, on pixels from the outer corner at

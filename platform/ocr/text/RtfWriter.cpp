@@ -16,6 +16,9 @@ const char* const styles =
     "{\\stylesheet{\\s0\\snext0 Normal;}{\\s1\\sbasedon0\\snext0\\outlinelevel0\\b heading 1;}"
     "{\\s2\\sbasedon0\\snext0\\outlinelevel1\\b heading 2;}}\n";
 
+// The first colour marks words. One of the word processors' own sixteen: they take no other for a highlight.
+const char* const colourTable = "{\\colortbl;\\red255\\green255\\blue0;}\n";
+
 int localeOf(const std::string& language)
 {
     struct Locale
@@ -44,6 +47,8 @@ int localeOf(const std::string& language)
 class Writer
 {
 public:
+    explicit Writer(Unsure unsure) : unsure_(unsure) {}
+
     std::string write(const Document& document)
     {
         const int locale = localeOf(document.language);
@@ -52,6 +57,8 @@ public:
         word("deflangfe", locale == 1028 || locale == 1041 ? locale : 2052);
         out_ += '\n';
         out_ += fontTable;
+        if (unsure_ == Unsure::highlighted)
+            out_ += colourTable;
         out_ += styles;
         page(document);
         for (const Paragraph& paragraph : document.paragraphs)
@@ -104,7 +111,7 @@ private:
             out_ += "\\b";
         word("fs", paragraph.halfPoints);
         out_ += ' ';
-        text(paragraph.text);
+        text(paragraph);
         out_ += "\\par\n";
     }
 
@@ -123,10 +130,19 @@ private:
         return "\\ql";
     }
 
-    void text(const std::u32string& text)
+    void text(const Paragraph& paragraph)
     {
         bool ideographs = false;
-        for (const char32_t c : text) {
+        auto span = paragraph.unsure.begin();
+        const auto end = unsure_ == Unsure::highlighted ? paragraph.unsure.end() : span;
+        for (size_t i = 0; i < paragraph.text.size(); ++i) {
+            if (span != end && i == span->to) {
+                out_ += "\\highlight0 ";
+                ++span;
+            }
+            if (span != end && i == span->from)
+                out_ += "\\highlight1 ";
+            const char32_t c = paragraph.text[i];
             // A space stays in the font of what stands before it.
             if (c != U' ' && c != U'\t' && isIdeographic(c) != ideographs) {
                 ideographs = !ideographs;
@@ -134,6 +150,9 @@ private:
             }
             character(c);
         }
+        // A paragraph's end has the look of its last letter: the highlight would go on to the margin.
+        if (span != end)
+            out_ += "\\highlight0 ";
     }
 
     void character(char32_t c)
@@ -160,14 +179,15 @@ private:
         out_ += '?';
     }
 
+    Unsure unsure_;
     std::string out_;
 };
 
 } // namespace
 
-std::string toRtf(const Document& document)
+std::string toRtf(const Document& document, Unsure unsure)
 {
-    return Writer().write(document);
+    return Writer(unsure).write(document);
 }
 
 } // namespace mirvak
