@@ -61,7 +61,7 @@ int directionOf(int dx, int dy)
     float angle = steps * a * (p1 + c * (p3 + c * (p5 + c * p7)));
     angle = ay > ax ? 0.5F * edgeDirections - angle : angle;
     angle = (dx ^ dy) < 0 ? edgeDirections - angle : angle;
-    const int direction = static_cast<int>(angle + 0.5F);
+    const int direction = cvRound(angle);
     return direction >= edgeDirections ? 0 : direction;
 }
 

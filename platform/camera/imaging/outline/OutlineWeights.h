@@ -6,8 +6,8 @@
 
 namespace mirvak {
 
-// Learnt by `learn_outline` in benchmarks/outline: a row of weights of the evidence for each unit of the
-// hidden layer, then what each unit adds to the score. Not to be changed by hand.
+// Learnt by `learn_outline FILE 48 1000` in benchmarks/outline: a row of weights of the evidence for each
+// unit of the hidden layer, then what each unit adds to the score. Not to be changed by hand.
 constexpr size_t outlineUnits = 12;
 constexpr std::array<std::array<float, evidenceCount>, outlineUnits> outlineWeights{{
     {0.1262F,  0.1403F,  0.7701F,  0.8973F,  -0.6919F, -0.3236F, 0.5417F,  0.2310F, 0.2242F,  0.7259F,
