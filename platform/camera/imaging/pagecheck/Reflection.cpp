@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace mirvak {
 
@@ -20,6 +21,9 @@ constexpr int leastDrop = 12;         // levels from the spot to the page beside
 constexpr int rayStep = 2;            // pixels
 constexpr double printWidth = 0.008;  // of the longest side: the light between strokes bridges them
 constexpr double longestFlank = 0.12; // of the longest side: light that falls farther is uneven light
+constexpr int endParts = 5;           // of the way that is looked at: the flank is over before the last two
+constexpr double endedShare = 0.1;    // of the drop may be between those
+constexpr double endedLevels = 0.5;   // noise
 constexpr double softFlank = 3;       // times what counts as blurred
 
 int darkestAt(const cv::Mat& rgb, int x, int y)
@@ -36,6 +40,12 @@ void spreadBackward(std::vector<int>& values, int reach)
         values[i] = *std::max_element(values.begin() + static_cast<ptrdiff_t>(i),
                                       values.begin() + static_cast<ptrdiff_t>(end));
     }
+}
+
+double meanOf(const std::vector<int>& values, int from, int count)
+{
+    const auto begin = values.begin() + std::max(0, from);
+    return std::accumulate(begin, begin + count, 0.0) / count;
 }
 
 } // namespace
@@ -99,7 +109,7 @@ bool Reflection::isSoftRay(const ShotLook& look,
     }
     spreadBackward(envelope_, cvRound(printWidth * longest / rayStep));
     valid = false;
-    if (static_cast<int>(envelope_.size()) - saturatedSteps < flankSteps / 4)
+    if (static_cast<int>(envelope_.size()) - saturatedSteps < std::max(2, flankSteps / 4))
         return false; // the page ends too soon to tell
     const auto begin = envelope_.begin();
     const auto base = std::min_element(begin, envelope_.end());
@@ -107,6 +117,12 @@ bool Reflection::isSoftRay(const ShotLook& look,
     if (drop < leastDrop)
         return false;
     valid = true;
+    // A lamp's light ends; uneven light goes on falling.
+    const auto length = static_cast<int>(envelope_.size()) - saturatedSteps;
+    const int part = std::max(1, length / endParts), last = static_cast<int>(envelope_.size());
+    const double beforeEnd = meanOf(envelope_, last - 2 * part, part);
+    if (beforeEnd - meanOf(envelope_, last - part, part) > endedLevels + endedShare * drop)
+        return false;
     const auto lastAbove = [&](double share) {
         const double level = *base + share * drop;
         return std::find_if(begin, envelope_.end(), [level](int value) { return value < level; }) - begin;
