@@ -15,6 +15,8 @@ namespace {
 constexpr int saturated = 248;       // of the darkest channel: white, and the sensor counts no further
 constexpr double leastArea = 0.0008; // of the page
 constexpr double mostArea = 0.4;     // of the page: more than that is paper, lit too strongly
+constexpr double bright = 0.75;      // of the page's cells lie below: paper between print
+constexpr float brightPaper = 236;   // levels
 constexpr int rays = 16;
 constexpr int leastRays = 5;
 constexpr int leastDrop = 12;         // levels from the spot to the page beside it
@@ -57,6 +59,15 @@ bool Reflection::isOn(const ShotLook& look)
     const int page = cv::countNonZero(look.inPage());
     if (page == 0 || cv::countNonZero(spots_) > mostArea * page)
         return false;
+    std::vector<float> levels;
+    for (int y = 0; y < spots_.rows; ++y) {
+        for (int x = 0; x < spots_.cols; ++x) {
+            if (look.inPage().ptr(y)[x] != 0)
+                levels.push_back(look.darkestChannel().ptr(y)[x]);
+        }
+    }
+    if (quantile(levels, bright) > brightPaper)
+        return false; // the paper itself is about to saturate
     const int count = cv::connectedComponentsWithStats(spots_, labels_, statistics_, centroids_, 8, CV_32S);
     for (int spot = 1; spot < count; ++spot) {
         const cv::Point cell(cvRound(centroids_.at<double>(spot, 0)),
