@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace mirvak {
 
@@ -14,12 +15,17 @@ namespace {
 constexpr int saturated = 248;       // of the darkest channel: white, and the sensor counts no further
 constexpr double leastArea = 0.0008; // of the page
 constexpr double mostArea = 0.4;     // of the page: more than that is paper, lit too strongly
+constexpr double bright = 0.75;      // of the page's cells lie below: paper between print
+constexpr float brightPaper = 241;   // levels
 constexpr int rays = 16;
 constexpr int leastRays = 5;
 constexpr int leastDrop = 12;         // levels from the spot to the page beside it
 constexpr int rayStep = 2;            // pixels
 constexpr double printWidth = 0.008;  // of the longest side: the light between strokes bridges them
 constexpr double longestFlank = 0.12; // of the longest side: light that falls farther is uneven light
+constexpr int endParts = 5;           // of the way that is looked at: the flank is over before the last two
+constexpr double endedShare = 0.1;    // of the drop may be between those
+constexpr double endedLevels = 0.5;   // noise
 constexpr double softFlank = 3;       // times what counts as blurred
 
 int darkestAt(const cv::Mat& rgb, int x, int y)
@@ -38,6 +44,12 @@ void spreadBackward(std::vector<int>& values, int reach)
     }
 }
 
+double meanOf(const std::vector<int>& values, int from, int count)
+{
+    const auto begin = values.begin() + std::max(0, from);
+    return std::accumulate(begin, begin + count, 0.0) / count;
+}
+
 } // namespace
 
 bool Reflection::isOn(const ShotLook& look)
@@ -47,6 +59,15 @@ bool Reflection::isOn(const ShotLook& look)
     const int page = cv::countNonZero(look.inPage());
     if (page == 0 || cv::countNonZero(spots_) > mostArea * page)
         return false;
+    std::vector<float> levels;
+    for (int y = 0; y < spots_.rows; ++y) {
+        for (int x = 0; x < spots_.cols; ++x) {
+            if (look.inPage().ptr(y)[x] != 0)
+                levels.push_back(look.darkestChannel().ptr(y)[x]);
+        }
+    }
+    if (quantile(levels, bright) > brightPaper)
+        return false; // the paper itself is about to saturate
     const int count = cv::connectedComponentsWithStats(spots_, labels_, statistics_, centroids_, 8, CV_32S);
     for (int spot = 1; spot < count; ++spot) {
         const cv::Point cell(cvRound(centroids_.at<double>(spot, 0)),
@@ -99,7 +120,7 @@ bool Reflection::isSoftRay(const ShotLook& look,
     }
     spreadBackward(envelope_, cvRound(printWidth * longest / rayStep));
     valid = false;
-    if (static_cast<int>(envelope_.size()) - saturatedSteps < flankSteps / 4)
+    if (static_cast<int>(envelope_.size()) - saturatedSteps < std::max(2, flankSteps / 4))
         return false; // the page ends too soon to tell
     const auto begin = envelope_.begin();
     const auto base = std::min_element(begin, envelope_.end());
@@ -107,6 +128,12 @@ bool Reflection::isSoftRay(const ShotLook& look,
     if (drop < leastDrop)
         return false;
     valid = true;
+    // A lamp's light ends; uneven light goes on falling.
+    const auto length = static_cast<int>(envelope_.size()) - saturatedSteps;
+    const int part = std::max(1, length / endParts), last = static_cast<int>(envelope_.size());
+    const double beforeEnd = meanOf(envelope_, last - 2 * part, part);
+    if (beforeEnd - meanOf(envelope_, last - part, part) > endedLevels + endedShare * drop)
+        return false;
     const auto lastAbove = [&](double share) {
         const double level = *base + share * drop;
         return std::find_if(begin, envelope_.end(), [level](int value) { return value < level; }) - begin;
