@@ -66,10 +66,10 @@ inline const Setting<int> appLanguage{"App_Language",
 inline const Setting<int> namingRules{"Naming_Rules", 0}; ///< 0 prefix and serial number, 1 date and time
 inline const Setting<QString> namingPrefix{"Naming_Prefix", QStringLiteral("IMAGE")};
 inline const Setting<bool> createDirByDate{"Create_dir_data", false};
-inline const Setting<int> imageFormat{"Image_Format", 0}; ///< 0 jpg, 1 png, 2 bmp
-inline const Setting<int> scanType{"Scan_Type", 0};       ///< colour processing of captures
+inline const Setting<int> imageFormat{"Image_Format", 0};       ///< 0 jpg, 1 png, 2 bmp
+inline const Setting<int> scanType{"Scan_Type", 0};             ///< colour processing of captures
 inline const Setting<bool> markUnsure{"Ocr_Mark_Unsure", true}; ///< in recognised texts
-inline const Setting<int> deskew{"Deskew", 0};            ///< cropping mode restored with the preview
+inline const Setting<int> deskew{"Deskew", 0};                  ///< cropping mode restored with the preview
 inline const Setting<int> cameraResolution{"Camera_Resolution", 1};
 inline const Setting<int> scanSize{"Scan_Size", 0}; ///< 0 automatic, 1 A4, 2 A3
 inline const Setting<bool> bookLine{"Book_Line", false};
