@@ -269,20 +269,16 @@ double EdgeLine::claim(cv::Mat& claimed, unsigned char owner) const
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i] || edge_[i] == noEdge)
             continue;
-        const cv::Point point = edgeAt(i);
+        cv::Point point = edgeAt(i);
         if (point.x < 0 || point.y < 0 || point.x >= picture_.width || point.y >= picture_.height)
             continue;
-        unsigned char& mark = claimed.ptr(point.y / stride)[point.x / stride];
+        (isSideways() ? point.y : point.x) &= ~(stride - 1); // lines step at different places
+        unsigned char& mark = claimed.ptr(point.y)[point.x];
         mark = mark ? mark : owner;
         own += mark == owner ? 1 : 0;
         ++all;
     }
     return all ? static_cast<double>(own) / all : 0;
-}
-
-cv::Size EdgeLine::claimSize(const cv::Size& picture)
-{
-    return {picture.width / stride + 1, picture.height / stride + 1};
 }
 
 size_t EdgeLine::stepAt(double t) const

@@ -49,11 +49,10 @@ public:
     void rate(const EdgeField& field, const Planes& planes, const RegionField& regions);
     /// Notes where the line follows an edge and how its sides differ, for between() and coveredBetween().
     void trace(const EdgeField& field, const Planes& planes, int reach);
-    /// Takes the edge points under the line for itself. `claimed`: CV_8UC1 of claimSize(), the owner's number
-    /// where a line did so before, else 0.
+    /// Takes the edge points under the line for itself. `claimed`: CV_8UC1 of the picture's size,
+    /// the owner's number where a line did so before, else 0.
     /// @return share of the points that are its own
     double claim(cv::Mat& claimed, unsigned char owner) const;
-    static cv::Size claimSize(const cv::Size& picture);
 
     /// Pixels where an edge is followed without larger gaps and the sides differ: long for the edge of a
     /// thing, short along a line of text, which has gaps, and a ruling, which has paper on both sides.

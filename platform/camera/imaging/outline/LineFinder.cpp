@@ -75,7 +75,7 @@ void LineFinder::dropRepeated(const EdgeField& field, size_t most)
     std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
         return a.rank() > b.rank();
     });
-    claimed_.create(EdgeLine::claimSize(field.size()), CV_8UC1);
+    claimed_.create(field.size(), CV_8UC1);
     claimed_.setTo(0);
     const size_t strong = most - std::min(most, static_cast<size_t>(faintShare * static_cast<double>(most)));
     size_t kept = 0, next = 0;
