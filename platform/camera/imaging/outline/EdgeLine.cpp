@@ -22,6 +22,9 @@ constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
 // What an edge between two like colours is worth: a ruling, or the rim of a sheet upon another one.
 constexpr double leastClear = 0.4;
+// Pixels, root of the mean square, by which the points of one edge lie off their line. Those of two edges
+// that a line at a slight angle joins lie farther off.
+constexpr double mostBent = 1.0;
 constexpr double leastRise = 4, leastRegionRise = 12; // levels, that any line is taken to have
 
 /// A point that moves on by the same step again and again, in 1/65536 pixels.
@@ -172,6 +175,8 @@ bool EdgeLine::fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& 
         yy += d.y * d.y;
     }
     const double angle = 0.5 * std::atan2(2 * xy, xx - yy); // of the line itself
+    const double across = (xx + yy) / 2 - std::hypot((xx - yy) / 2, xy);
+    straightness_ = 1 / std::max(1.0, across / (mostBent * mostBent * static_cast<double>(work.size())));
     cv::Point2d normal(-std::sin(angle), std::cos(angle));
     if (normal.dot(normal_) < 0)
         normal = -normal;
@@ -257,7 +262,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
         length_ += length;
         longestRun_ = std::max(longestRun_, stride * static_cast<double>(i - start));
         rank_ +=
-            length * (patternShare + (1 - patternShare) * stretch.steady) *
+            straightness_ * length * (patternShare + (1 - patternShare) * stretch.steady) *
             std::sqrt((std::abs(stretch.rise) + leastRise) *
                       (static_cast<double>(RegionField::distance(regional)) / samples + leastRegionRise));
     }

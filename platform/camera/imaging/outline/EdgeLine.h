@@ -87,7 +87,7 @@ private:
     cv::Point2d normal_;
     double offset_;
     cv::Size picture_;
-    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0, longestRun_ = 0;
+    double begin_ = 0, end_ = 0, length_ = 0, rank_ = 0, straightness_ = 1, longestRun_ = 0;
     std::vector<short> edge_;          ///< where across the line the edge lies at each step, pixels; or none
     std::vector<unsigned char> dense_; ///< 1 in well covered stretches
     std::vector<short> covered_;       ///< steps with an edge before each
