@@ -25,6 +25,13 @@ MirvakOutline outlineOf(const mirvak::Outline& found)
     return outline;
 }
 
+// Frame after frame comes on the camera's thread.
+std::optional<mirvak::Outline> pageInStream(const cv::Mat& rgb)
+{
+    thread_local mirvak::OutlineWatch watch;
+    return watch.find(rgb);
+}
+
 MirvakShot shotOf(const mirvak::Verdict& verdict)
 {
     using State = mirvak::Verdict::State;
@@ -105,8 +112,7 @@ void* MirvakCamera::MirvakImage_DrawLine(void* image, int colour, int width)
 {
     std::vector<MirvakOutline> page;
     mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
-        thread_local mirvak::OutlineWatch watch; // frame after frame comes on the camera's thread
-        if (const auto found = watch.find(source.pixels))
+        if (const auto found = pageInStream(source.pixels))
             page.push_back(outlineOf(*found));
         return MIRVAK_OK;
     });
@@ -118,7 +124,7 @@ void* MirvakCamera::MirvakImage_DrawLineJudged(void* image, int colour, int widt
     verdict = {};
     std::vector<MirvakOutline> page;
     mirvak::onImage("MirvakImage_DrawLineJudged", image, [&](const Image& source) {
-        const auto found = mirvak::findOutline(source.pixels);
+        const auto found = pageInStream(source.pixels);
         if (found)
             page.push_back(outlineOf(*found));
         const auto taken = source.taken.value_or(std::chrono::steady_clock::now());
