@@ -154,6 +154,21 @@ TEST(Sightings, TradeNumbersNeedBothDecodersOrManyViews)
     EXPECT_EQ(readings({1, 3, 5, 7, 9}), 1U);
 }
 
+TEST(Sightings, FewLinesNeedMoreViewsAndOfCodesThatDoNotTestThemselvesBothDecoders)
+{
+    const auto readings = [](Symbology symbology, int lines, std::initializer_list<int> passes) {
+        std::vector<Sighting> all;
+        for (const int pass : passes)
+            all.push_back(seen(symbology, "213231", pass, here, lines));
+        return credible(all).size();
+    };
+    EXPECT_EQ(readings(Symbology::itf, 2, {19, 21, 23}), 0U);
+    EXPECT_EQ(readings(Symbology::itf, 2, {19, 20, 23}), 1U);
+    EXPECT_EQ(readings(Symbology::itf, 2, {19, 20}), 0U);
+    EXPECT_EQ(readings(Symbology::itf, 3, {19, 21}), 1U);
+    EXPECT_EQ(readings(Symbology::code128, 2, {19, 21, 23}), 1U);
+}
+
 TEST(Sightings, AnotherViewsSpotJoinsByItsCandidate)
 {
     Sighting whole = seen(Symbology::code128, "ONE", 1, here),

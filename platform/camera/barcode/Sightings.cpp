@@ -100,12 +100,15 @@ void joinTouching(std::vector<SeenCode>& codes)
 
 bool SeenCode::isCredible() const
 {
-    if (isGtin(best.symbology) && !isByBothDecoders(passes) && passes.size() < passesOfOneDecoder)
+    const bool byBoth = isByBothDecoders(passes);
+    if (isGtin(best.symbology) && !byBoth && passes.size() < passesOfOneDecoder)
         return false;
-    return isPlausible(best.symbology, best.bytes) &&
-           (lines >= linesNeeded(best.symbology) ||
-            static_cast<int>(passes.size()) > passesNeeded(best.symbology)) &&
-           static_cast<int>(passes.size()) >= passesNeeded(best.symbology);
+    const int views = static_cast<int>(passes.size()), needed = passesNeeded(best.symbology);
+    // Few lines are made up for by more views: of one decoder, which errs in all of them alike, only where
+    // the code tests itself.
+    const bool isFounded =
+        lines >= linesNeeded(best.symbology) || (views > needed && (byBoth || testsItself(best.symbology)));
+    return isFounded && views >= needed && isPlausible(best.symbology, best.bytes);
 }
 
 std::vector<SeenCode> Sightings::codes() const

@@ -38,4 +38,10 @@ constexpr bool isGtin(Symbology symbology)
     return symbology <= Symbology::upce;
 }
 
+/// Every code of the kind has characters by which a misreading shows.
+constexpr bool testsItself(Symbology symbology)
+{
+    return symbology != Symbology::code39 && symbology != Symbology::itf && symbology != Symbology::codabar;
+}
+
 } // namespace mirvak
