@@ -18,8 +18,6 @@
 #include <QPushButton>
 #include <QTest>
 
-#include <regex>
-
 using testing::HasSubstr;
 
 namespace {
@@ -60,11 +58,7 @@ protected:
     {
         return QTest::qWaitFor([this] { return !texts->isRunning(); }, 120000);
     }
-    /// Without empty lines.
-    static std::string text(const QString& pdf)
-    {
-        return std::regex_replace(tools::textOf(pdf.toStdString()), std::regex("\n+"), "\n");
-    }
+    static std::string text(const QString& pdf) { return tools::linesOf(pdf.toStdString()); }
     static std::string bytes(const QString& path) { return TempDir::contentOf(path.toStdString()); }
     void use(const QString& models) { texts = std::make_unique<PdfTexts>(desk, desk.camera, models); }
     QString lastNotice() const { return desk.notices.value(desk.notices.size() - 1); }

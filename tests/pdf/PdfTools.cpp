@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
+#include <cstdlib>
 #include <sstream>
 
 namespace tools {
@@ -23,6 +24,13 @@ std::string ask(const std::string& command)
         run("command -v qpdf && command -v pdftoppm").find("exit") == std::string::npos;
     EXPECT_TRUE(areInstalled) << "needs the packages qpdf and poppler-utils";
     return run(command);
+}
+
+/// Of an attribute: name="12.5".
+double number(const std::string& line, const std::string& name)
+{
+    const size_t at = line.find(name + "=\"");
+    return at == std::string::npos ? -1 : std::strtod(line.c_str() + at + name.size() + 2, nullptr);
 }
 
 } // namespace
@@ -70,15 +78,27 @@ std::string textOf(const std::string& pdf, const std::string& options)
     return ask("pdftotext " + options + " " + quoted(pdf) + " -");
 }
 
+std::string linesOf(const std::string& pdf)
+{
+    std::string text = textOf(pdf);
+    text.erase(std::unique(text.begin(), text.end(), [](char a, char b) { return a == '\n' && b == '\n'; }),
+               text.end());
+    return text;
+}
+
 std::vector<SeenWord> wordsOf(const std::string& pdf, int page)
 {
-    const std::string number = std::to_string(page);
-    const std::string said = textOf(pdf, "-bbox -f " + number + " -l " + number);
-    const std::regex line(R"re(<word xMin="(.*?)" yMin="(.*?)" xMax="(.*?)" yMax="(.*?)">(.*?)</word>)re");
+    const std::string only = std::to_string(page);
+    const std::string said = textOf(pdf, "-bbox -f " + only + " -l " + only);
+    std::istringstream lines(said);
     std::vector<SeenWord> words;
-    for (std::sregex_iterator at(said.begin(), said.end(), line), end; at != end; ++at) {
-        const cv::Point2d from(std::stod((*at)[1]), std::stod((*at)[2]));
-        words.push_back({(*at)[5], {from, cv::Point2d(std::stod((*at)[3]), std::stod((*at)[4]))}});
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("<word ") == std::string::npos)
+            continue;
+        const size_t text = line.find('>') + 1;
+        const cv::Point2d from(number(line, "xMin"), number(line, "yMin"));
+        const cv::Point2d to(number(line, "xMax"), number(line, "yMax"));
+        words.push_back({line.substr(text, line.find("</word>") - text), {from, to}});
     }
     return words;
 }

@@ -22,6 +22,8 @@ std::vector<std::string> pageSizes(const std::string& pdf);
 
 /// The text of the whole file, as `pdftotext` puts it together with these options.
 std::string textOf(const std::string& pdf, const std::string& options = "");
+/// The same without empty lines.
+std::string linesOf(const std::string& pdf);
 
 struct SeenWord
 {
