@@ -22,19 +22,6 @@ using testing::HasSubstr;
 
 namespace {
 
-QImage printed(const QString& text)
-{
-    QImage page(900, 260, QImage::Format_RGB32);
-    page.fill(Qt::white);
-    QPainter painter(&page);
-    QFont font(QStringLiteral("DejaVu Serif"));
-    font.setPixelSize(36);
-    painter.setFont(font);
-    painter.drawText(80, 100, QStringLiteral("The harbour office is closed on"));
-    painter.drawText(80, 160, text);
-    return page;
-}
-
 class PdfTextsTest : public OutputTest
 {
 protected:
@@ -100,7 +87,7 @@ TEST_F(PdfTextsTest, AScanIsAPdfAtOnceAndHasItsTextALittleLater)
 
 TEST_F(PdfTextsTest, CancelledOrAtTheProgramsEndThePdfStaysWholeAndWithoutText)
 {
-    save("page.png", printed(QStringLiteral("Friday.")).scaled(1800, 520));
+    save("page.png", printed(QStringLiteral("Friday.")).scaled(1800, 600));
     desk.whenShown = [](Job& job) { job.stop(); };
     const QString pdf = scan({page, page});
     const std::string before = bytes(pdf);

@@ -6,6 +6,7 @@
 #include "TempDir.h"
 
 #include <QDir>
+#include <QPainter>
 
 /// What is made of captures: a desk that delivers them, and a folder for what comes of it, which is the one
 /// of the settings at first.
@@ -29,6 +30,19 @@ protected:
         QImage image(size, QImage::Format_RGB32);
         image.fill(colour);
         return save(name, image, format);
+    }
+    /// A page with a line of print and this one below it.
+    static QImage printed(const QString& text)
+    {
+        QImage page(900, 300, QImage::Format_RGB32);
+        page.fill(Qt::white);
+        QPainter painter(&page);
+        QFont font(QStringLiteral("DejaVu Serif"));
+        font.setPixelSize(36);
+        painter.setFont(font);
+        painter.drawText(80, 100, QStringLiteral("The harbour office is closed on"));
+        painter.drawText(80, 160, text);
+        return page;
     }
     /// Hidden ones too.
     QStringList files(const char* pattern = "*") const
