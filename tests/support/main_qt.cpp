@@ -1,6 +1,7 @@
 // One start for all tests with the toolkit: no display, settings in a throw-away folder, a fixed locale, and
 // a failure when a test leaves a window open.
 #include "PixelThreads.h"
+#include "QueuedCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,7 @@ int main(int argc, char** argv)
     for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
         setenv(variable, home.path().toUtf8().constData(), 1);
     singleThreadedPixels();
+    showQueuedCalls();
     unsetenv("LUMRO_DESK"); // a test that wants virtual devices brings its own
     QLocale::setDefault(QLocale::c());
     const QApplication app(argc, argv);
