@@ -47,6 +47,7 @@ void framePath(benchmark::State& state, int croppingMode)
         auto image = pool.take(frameWidth, frameHeight);
         if (!decoder.decode(raw, 1.0, *image))
             state.SkipWithError("a frame was not decoded");
+        image->taken = std::chrono::steady_clock::now();
         delivery.onFrame(image.get(), frameWidth, frameHeight);
         pool.giveBack(std::move(image));
     };

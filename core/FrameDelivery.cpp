@@ -56,28 +56,28 @@ void FrameDelivery::rotate(void* image, int& width, int& height) const
 QImage FrameDelivery::toPicture(void* image, int width, int height, PageMark& mark)
 {
     std::unique_ptr<PreviewBuffers::Buffer> buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
-    const FrameHandle outlined = outline(image, mark);
-    camera_.MirvakImage_GetImageRGBData(outlined ? outlined.get() : image, buffer->pixels.data());
+    findPages(image, mark);
+    const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
+    camera_.MirvakImage_GetOutlinedRGBData(image, buffer->pixels.data(), pages_, red, outlineWidth);
     return PreviewBuffers::wrap(std::move(buffer), width, height);
 }
 
-FrameHandle FrameDelivery::outline(void* image, PageMark& mark)
+void FrameDelivery::findPages(void* image, PageMark& mark)
 {
     const int mode = croppingMode_;
-    const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
-    if (mode == cropping::deskew) {
-        MirvakVerdict verdict{};
-        FrameHandle drawn =
-            ownImage(camera_, camera_.MirvakImage_DrawLineJudged(image, red, outlineWidth, verdict));
-        mark = markOf(verdict);
-        return drawn;
+    if (mode == cropping::second) {
+        // What lies there seldom moves: the outlines of a search hold for the next frames too.
+        if (pagesAge_++ % pagesInterval == 0)
+            camera_.MirvakImage_FindPages(image, pages_);
+        return;
     }
-    if (mode != cropping::second) {
-        pagesAge_ = 0;
-        return ownImage(camera_, nullptr);
-    }
-    // What lies there seldom moves: the outlines of a search hold for the next frames too.
-    if (pagesAge_++ % pagesInterval == 0)
-        camera_.MirvakImage_FindPages(image, pages_);
-    return ownImage(camera_, camera_.MirvakImage_DrawOutlines(image, pages_, red, outlineWidth));
+    pages_.clear();
+    pagesAge_ = 0;
+    if (mode != cropping::deskew)
+        return;
+    MirvakVerdict verdict{};
+    camera_.MirvakImage_JudgePage(image, verdict);
+    mark = markOf(verdict);
+    if (verdict.found)
+        pages_.push_back(verdict.page);
 }

@@ -55,7 +55,7 @@ public:
 
 private:
     void rotate(void* image, int& width, int& height) const;
-    FrameHandle outline(void* image, PageMark& mark);
+    void findPages(void* image, PageMark& mark);
     QImage toPicture(void* image, int width, int height, PageMark& mark);
 
     MirvakCamera& camera_;
@@ -67,7 +67,7 @@ private:
     Inspect recorder_;
     std::function<void(const PageMark&)> mark_;
     PreviewBuffers buffers_;
-    std::vector<MirvakOutline> pages_; ///< capture thread
+    std::vector<MirvakOutline> pages_; ///< shown in the newest frame; capture thread
     unsigned pagesAge_ = 0;            ///< frames since a page was last searched for; capture thread
     std::atomic<int> rotation_{0};
     std::atomic<int> croppingMode_{0};

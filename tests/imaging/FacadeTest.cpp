@@ -109,10 +109,11 @@ TEST_F(ImageFacade, NonsenseIsRefusedAndChangesNothing)
     std::vector<MirvakOutline> outlines;
     EXPECT_EQ(camera_.MirvakImage_DeskewAll(nullptr, 15, pages), MIRVAK_BAD_HANDLE);
     EXPECT_EQ(camera_.MirvakImage_FindPages(nullptr, outlines), MIRVAK_BAD_HANDLE);
+    EXPECT_EQ(camera_.MirvakImage_GetOutlinedRGBData(nullptr, before.clone().data, outlines, 0, 5),
+              MIRVAK_BAD_HANDLE);
     EXPECT_EQ(camera_.MirvakImage_GetWidth(nullptr) + camera_.MirvakImage_GetHeight(nullptr), 0);
     EXPECT_THAT((std::vector<void*>{camera_.MirvakImage_Clone(nullptr),
                                     camera_.MirvakImage_DrawLine(nullptr, 0, 5),
-                                    camera_.MirvakImage_DrawOutlines(nullptr, outlines, 0, 5),
                                     camera_.MirvakImage_Merge(i, i, 0, 0, 0, 10),
                                     camera_.MirvakImage_Merge(i, i, 0, 0, 50'000, 50'000),
                                     camera_.MirvakImage_Merge(nullptr, i, 0, 0, 1, 1),
@@ -352,15 +353,22 @@ TEST_F(ImageFacade, TheOutlineIsDrawnOnACopyInItsColourAndWidth)
     EXPECT_TRUE(inked(own(camera_.MirvakImage_DrawLine(empty.get(), 0, 5))).empty()) << "no page, no line";
 
     MirvakVerdict verdict;
-    const Handle judged = own(camera_.MirvakImage_DrawLineJudged(desk.get(), 0x00ff4000, 7, verdict));
-    EXPECT_EQ(difference(pixels(judged), pixels(drawn)), 0);
+    EXPECT_EQ(camera_.MirvakImage_JudgePage(desk.get(), verdict), MIRVAK_OK);
     EXPECT_EQ(verdict.shot, MIRVAK_SHOT_LOOKING);
     ASSERT_TRUE(verdict.found);
     const cv::Point2f corner(verdict.page.corners[2].x, verdict.page.corners[2].y);
     EXPECT_LE(cv::norm(corner - cv::Point2f(box.br())), 8) << "half of the line, both ways";
-    own(camera_.MirvakImage_DrawLineJudged(empty.get(), 0, 5, verdict));
+    cv::Mat shown(600, 800, CV_8UC3);
+    const auto show = [&](void* image, unsigned char* rgb) {
+        return camera_.MirvakImage_GetOutlinedRGBData(image, rgb, {verdict.page}, 0x00ff4000, 7);
+    };
+    EXPECT_EQ(show(desk.get(), shown.data), MIRVAK_OK);
+    EXPECT_EQ(difference(shown, pixels(drawn)), 0);
+    EXPECT_EQ(difference(pixels(desk), before), 0);
+    EXPECT_EQ(show(desk.get(), nullptr), MIRVAK_BAD_ARGUMENT);
+    EXPECT_EQ(camera_.MirvakImage_JudgePage(empty.get(), verdict), MIRVAK_OK);
     EXPECT_FALSE(verdict.found);
-    EXPECT_EQ(camera_.MirvakImage_DrawLineJudged(nullptr, 0, 5, verdict), nullptr);
+    EXPECT_EQ(camera_.MirvakImage_JudgePage(nullptr, verdict), MIRVAK_BAD_HANDLE);
     EXPECT_EQ(verdict.shot, MIRVAK_SHOT_NO_PAGE);
 }
 

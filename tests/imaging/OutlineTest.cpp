@@ -206,38 +206,59 @@ TEST(Outline, doesNotHalveAnOpenBook)
     }
 }
 
-// Frames of a stream: noise alone repeats the answer, but not for ever; a page that moves a little, leaves or
-// comes is seen in the very frame.
+cv::Mat frameWith(const std::optional<Corners>& page, unsigned seed)
+{
+    cv::Mat picture = made::desk(frame, Desk::wood);
+    if (page)
+        made::lay(picture, made::textPage({1000, 1414}, 30), *page, 0.8);
+    made::shine(picture, {0.9, 1, 3}, seed);
+    return picture;
+}
+
+// Pictures one after the other: noise alone repeats the answer, but not for ever; a page that moves a little,
+// leaves or comes is seen in the very picture.
 TEST(OutlineWatch, repeatsAnAnswerOnlyWhileThePictureStays)
 {
-    const auto frameOf = [](const std::optional<Corners>& page, unsigned seed) {
-        cv::Mat picture = made::desk(frame, Desk::wood);
-        if (page)
-            made::lay(picture, made::textPage({1000, 1414}, 30), *page, 0.8);
-        made::shine(picture, {0.9, 1, 3}, seed);
-        return picture;
-    };
     const Corners page = made::placed({820, 606}, {720, 1018}, -6),
                   moved = made::placed({834, 606}, {720, 1018}, -6);
     mirvak::OutlineWatch watch;
     std::vector<bool> searched;
     for (unsigned seed = 1; seed <= 5; ++seed) {
-        const auto found = watch.find(frameOf(page, seed));
+        const auto found = watch.find(frameWith(page, seed));
         ASSERT_TRUE(found);
         EXPECT_LE(errorOf(found->corners, page), previewTolerance);
         searched.push_back(watch.searched());
     }
     EXPECT_EQ(searched, (std::vector<bool>{true, false, false, true, false}));
-    const auto shifted = watch.find(frameOf(moved, 6));
+    const auto shifted = watch.find(frameWith(moved, 6));
     ASSERT_TRUE(shifted);
     EXPECT_LE(errorOf(shifted->corners, moved), previewTolerance) << "moved by a centimetre at most";
-    EXPECT_FALSE(watch.find(frameOf({}, 7))) << "taken away";
-    EXPECT_TRUE(watch.find(frameOf(page, 8))) << "laid there again";
+    EXPECT_FALSE(watch.find(frameWith({}, 7))) << "taken away";
+    EXPECT_TRUE(watch.find(frameWith(page, 8))) << "laid there again";
     cv::Mat small;
-    cv::resize(frameOf(page, 9), small, {}, 0.5, 0.5, cv::INTER_AREA);
+    cv::resize(frameWith(page, 9), small, {}, 0.5, 0.5, cv::INTER_AREA);
     const auto halved = watch.find(small);
     ASSERT_TRUE(halved) << "another size";
     EXPECT_LE(halved->corners[2].x, small.cols);
     EXPECT_FALSE(watch.find(cv::Mat(1, 1, CV_8UC3, cv::Scalar::all(0))));
     EXPECT_FALSE(watch.find(cv::Mat(1, 1, CV_8UC3, cv::Scalar::all(0))));
+}
+
+// Of a camera's frames that change each second one is searched; after a pause the next one is.
+TEST(OutlineWatch, isAtMostOneFrameLateWhereFramesChange)
+{
+    const auto pageAt = [](int step) { return made::placed({700 + 40. * step, 606}, {720, 1018}, -6); };
+    mirvak::OutlineWatch watch;
+    mirvak::OutlineWatch::Time now{};
+    int step = 0, seen = 0;
+    for (const int pause : {0, 40, 40, 40, 1000, 40}) { // ms
+        now += std::chrono::milliseconds(pause);
+        if (pause != 40 || seen < step - 1)
+            seen = step;
+        const auto found = watch.find(frameWith(pageAt(step), static_cast<unsigned>(step)), now);
+        ASSERT_TRUE(found);
+        EXPECT_LE(errorOf(found->corners, pageAt(seen)), previewTolerance) << step;
+        ++step;
+    }
+    EXPECT_FALSE(watch.find(frameWith({}, 7), now + std::chrono::milliseconds(40)));
 }

@@ -15,7 +15,7 @@ struct MirvakCamera::Impl
 {
     mirvak::ImagePool pool;
     mirvak::PageCheck pageCheck;     ///< what MirvakImage_CheckPage remembers
-    mirvak::ShotVerdict shotVerdict; ///< what MirvakImage_DrawLineJudged remembers
+    mirvak::ShotVerdict shotVerdict; ///< what MirvakImage_JudgePage remembers
     mirvak::PdfPages pdf;            ///< the pages that MirvakPDF_Save will write
     std::vector<mirvak::Code> codes; ///< what MirvakZBarcode_Discern found last
     std::optional<DeskConfig> desk;  ///< as read by the last MirvakDevs_Init

@@ -26,10 +26,21 @@ MirvakOutline outlineOf(const mirvak::Outline& found)
 }
 
 // Frame after frame comes on the camera's thread.
-std::optional<mirvak::Outline> pageInStream(const cv::Mat& rgb)
+std::optional<mirvak::Outline> pageInStream(const Image& frame)
 {
     thread_local mirvak::OutlineWatch watch;
-    return watch.find(rgb);
+    return watch.find(frame.pixels, frame.taken);
+}
+
+void drawOutlines(cv::Mat& rgb, const std::vector<MirvakOutline>& outlines, int colour, int width)
+{
+    for (const MirvakOutline& outline : outlines) {
+        std::array<cv::Point2d, 4> corners;
+        std::transform(outline.corners, outline.corners + 4, corners.begin(), [](const MirvakPointF& p) {
+            return cv::Point2d(p.x, p.y);
+        });
+        mirvak::drawOutline(rgb, corners, static_cast<unsigned>(colour), width);
+    }
 }
 
 MirvakShot shotOf(const mirvak::Verdict& verdict)
@@ -110,54 +121,45 @@ int MirvakCamera::MirvakImage_FindPages(void* image, std::vector<MirvakOutline>&
 
 void* MirvakCamera::MirvakImage_DrawLine(void* image, int colour, int width)
 {
-    std::vector<MirvakOutline> page;
-    mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
-        if (const auto found = pageInStream(source.pixels))
-            page.push_back(outlineOf(*found));
-        return MIRVAK_OK;
-    });
-    return MirvakImage_DrawOutlines(image, page, colour, width);
-}
-
-void* MirvakCamera::MirvakImage_DrawLineJudged(void* image, int colour, int width, MirvakVerdict& verdict)
-{
-    verdict = {};
-    std::vector<MirvakOutline> page;
-    mirvak::onImage("MirvakImage_DrawLineJudged", image, [&](const Image& source) {
-        const auto found = pageInStream(source.pixels);
-        if (found)
-            page.push_back(outlineOf(*found));
-        const auto taken = source.taken.value_or(std::chrono::steady_clock::now());
-        const mirvak::Verdict judged = impl_->shotVerdict.judge(source.pixels, found, taken);
-        verdict.shot = shotOf(judged);
-        verdict.found = found.has_value();
-        verdict.page = found ? page.front() : MirvakOutline{};
-        return MIRVAK_OK;
-    });
-    return MirvakImage_DrawOutlines(image, page, colour, width);
-}
-
-void* MirvakCamera::MirvakImage_DrawOutlines(void* image,
-                                             const std::vector<MirvakOutline>& outlines,
-                                             int colour,
-                                             int width)
-{
     void* result = nullptr;
-    mirvak::onImage("MirvakImage_DrawOutlines", image, [&](const Image& source) {
+    mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
+        const auto found = pageInStream(source);
         auto copy = impl_->pool.take(source.pixels.cols, source.pixels.rows);
         source.pixels.copyTo(copy->pixels);
         copy->dpi = source.dpi;
-        for (const MirvakOutline& outline : outlines) {
-            std::array<cv::Point2d, 4> corners;
-            std::transform(outline.corners, outline.corners + 4, corners.begin(), [](const MirvakPointF& p) {
-                return cv::Point2d(p.x, p.y);
-            });
-            mirvak::drawOutline(copy->pixels, corners, static_cast<unsigned>(colour), width);
-        }
+        if (found)
+            drawOutlines(copy->pixels, {outlineOf(*found)}, colour, width);
         result = copy.release();
         return MIRVAK_OK;
     });
     return result;
+}
+
+int MirvakCamera::MirvakImage_JudgePage(void* image, MirvakVerdict& verdict)
+{
+    verdict = {};
+    return mirvak::onImage("MirvakImage_JudgePage", image, [&](const Image& source) {
+        const auto found = pageInStream(source);
+        const auto taken = source.taken.value_or(std::chrono::steady_clock::now());
+        const mirvak::Verdict judged = impl_->shotVerdict.judge(source.pixels, found, taken);
+        verdict.shot = shotOf(judged);
+        verdict.found = found.has_value();
+        verdict.page = found ? outlineOf(*found) : MirvakOutline{};
+        return MIRVAK_OK;
+    });
+}
+
+int MirvakCamera::MirvakImage_GetOutlinedRGBData(
+    void* image, unsigned char* rgb, const std::vector<MirvakOutline>& outlines, int colour, int width)
+{
+    return mirvak::onImage("MirvakImage_GetOutlinedRGBData", image, [&](const Image& source) {
+        if (!rgb)
+            return MIRVAK_BAD_ARGUMENT;
+        cv::Mat copy(source.pixels.size(), CV_8UC3, rgb);
+        source.pixels.copyTo(copy);
+        drawOutlines(copy, outlines, colour, width);
+        return MIRVAK_OK;
+    });
 }
 
 int MirvakCamera::MirvakImage_CheckPage(void* image, bool& flag, double& value, bool reset, double threshold)

@@ -5,14 +5,13 @@
 //
 // Images. A handle (void*) stands for one picture: 8 bits a channel, 3 channels, order red, green, blue,
 // origin top left, rows without padding, and a resolution in dots per inch. Whoever obtains a handle
-// (Clone, Merge, DeskewAll, BookFlat, DrawLine, DrawOutlines) releases it with MirvakImage_Release. The
-// handle given to a frame callback belongs to the library and is valid until the callback returns; it may be
-// changed in place. A null handle gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not
-// be used again.
+// (Clone, Merge, DeskewAll, BookFlat, DrawLine) releases it with MirvakImage_Release. The handle given to a
+// frame callback belongs to the library and is valid until the callback returns; it may be changed in place.
+// A null handle gets MIRVAK_BAD_HANDLE, never a crash; a handle that was released must not be used again.
 //
 // Threads. Image and Color calls are reentrant: different images may be worked on by different threads, one
-// image by one thread at a time. MirvakImage_CheckPage and MirvakImage_DrawLineJudged keep a memory of their
-// own and are called by one thread at a time each; so are the PDF calls, which keep the pages, and the
+// image by one thread at a time. MirvakImage_CheckPage and MirvakImage_JudgePage keep a memory of their own
+// and are called by one thread at a time each; so are the PDF calls, which keep the pages, and the
 // ZBarcode calls, which keep what was read. Devs, Device and Hid calls are made by one thread (the GUI
 // thread), except where noted.
 #pragma once
@@ -311,16 +310,18 @@ public:
     void* MirvakImage_Merge(void* base, void* inset, int x, int y, int width, int height);
     /// A new image with the outline of the page drawn in `colour`, `width` pixels thick; an unchanged copy
     /// when no page is found. Null for a null handle. Of pictures that look alike, one after the other on one
-    /// thread, each third is searched, and the others get the same outline.
+    /// thread, each third is searched, and the others get the same outline; of a camera's frames that change,
+    /// each second one.
     void* MirvakImage_DrawLine(void* image, int colour, int width);
-    /// The same for the frames of a stream, and says whether the page in them will be good. A verdict stands
-    /// long enough to be read, whatever single frames show; a pause of a second and another size of frame
-    /// begin anew. Costs about a millisecond beside the search. `verdict` is MIRVAK_SHOT_NO_PAGE with every
-    /// error.
-    void* MirvakImage_DrawLineJudged(void* image, int colour, int width, MirvakVerdict& verdict);
-    /// A new image with these outlines drawn in the same way. Null for a null handle.
-    void*
-    MirvakImage_DrawOutlines(void* image, const std::vector<MirvakOutline>& outlines, int colour, int width);
+    /// Finds the same outline in the frames of a stream, and says whether the page in them will be good. A
+    /// verdict stands long enough to be read, whatever single frames show; a pause of a second and another
+    /// size of frame begin anew. Costs about a millisecond beside the search. `verdict` is
+    /// MIRVAK_SHOT_NO_PAGE with every error.
+    int MirvakImage_JudgePage(void* image, MirvakVerdict& verdict);
+    /// What MirvakImage_GetImageRGBData gives, with these outlines drawn as MirvakImage_DrawLine does; the
+    /// image itself stays as it is.
+    int MirvakImage_GetOutlinedRGBData(
+        void* image, unsigned char* rgb, const std::vector<MirvakOutline>& outlines, int colour, int width);
     /// Watches a stream for a new page; three to ten pictures a second are enough. `flag` comes back false
     /// exactly once for each new page, when it has lain still for 0.3 s with no hand in sight, true
     /// otherwise. Changing light, focus and exposure, a nudge of a centimetre, the bare desk and the last

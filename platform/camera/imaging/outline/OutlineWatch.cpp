@@ -7,9 +7,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr int longestAge = 2;            // frames that repeat an answer
-constexpr int columns = 32, rows = 24;   // of the grid over the picture
-constexpr int along = 24;                // samples of each side, on each hand
+constexpr int longestAge = 2;                       // frames that repeat an answer
+constexpr std::chrono::milliseconds nextFrame(150); // at most, after the frame before it
+constexpr int columns = 32, rows = 24;              // of the grid over the picture
+constexpr int along = 24;                           // samples of each side, on each hand
 constexpr double besideShare = 1 / 200.; // of the longer side of the picture: beside an edge, not on it
 constexpr int patch = 3;                 // pixels each way: the mean of them has little noise
 constexpr int sameLevel = 9;             // levels
@@ -38,9 +39,9 @@ template <class Samples> double shareChanged(const Samples& samples, const cv::M
 
 } // namespace
 
-std::optional<Outline> OutlineWatch::find(const cv::Mat& rgb)
+std::optional<Outline> OutlineWatch::find(const cv::Mat& rgb, std::optional<Time> taken)
 {
-    if (age_ < longestAge && rgb.size() == size_ && looksTheSame(rgb)) {
+    if (age_ < longestAge && rgb.size() == size_ && (followsTheSearched(taken) || looksTheSame(rgb))) {
         ++age_;
         return page_;
     }
@@ -49,7 +50,13 @@ std::optional<Outline> OutlineWatch::find(const cv::Mat& rgb)
     page_ = finder_.find(rgb);
     choosePlaces(rgb);
     size_ = rgb.size();
+    searchedAt_ = taken;
     return page_;
+}
+
+bool OutlineWatch::followsTheSearched(std::optional<Time> taken) const
+{
+    return age_ == 0 && taken && searchedAt_ && *taken - *searchedAt_ < nextFrame;
 }
 
 void OutlineWatch::choosePlaces(const cv::Mat& rgb)

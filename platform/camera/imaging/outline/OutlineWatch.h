@@ -4,6 +4,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -11,14 +12,19 @@ namespace mirvak {
 
 /// Finds the page in each frame of a stream. While the picture stays as it was when it was last searched, the
 /// answer of that search holds: all of the picture is looked at by samples, and the sides of the outline
-/// closely. At least each third frame is searched, so that nothing wrong is shown for longer than two. For a
-/// single capture use findOutline(). Keeps its buffers; one thread at a time.
+/// closely. At least each third frame is searched, so that nothing wrong is shown for longer than two. Where
+/// a camera's frames change, each second one is searched: an outline one frame late is not seen, frames that
+/// come late are. For a single capture use findOutline(). Keeps its buffers; one thread at a time.
 class OutlineWatch
 {
 public:
-    /// @param rgb  CV_8UC3, any size; of another size than the one before it is searched
+    using Time = std::chrono::steady_clock::time_point;
+
+    /// @param rgb    CV_8UC3, any size; of another size than the one before it is searched
+    /// @param taken  when the camera delivered it; without that it is a picture of its own, not a frame that
+    ///               follows the last one
     /// @return the page in coordinates of `rgb`, as OutlineFinder::find()
-    std::optional<Outline> find(const cv::Mat& rgb);
+    std::optional<Outline> find(const cv::Mat& rgb, std::optional<Time> taken = {});
     /// Whether the last find() searched rather than repeated its answer.
     bool searched() const { return age_ == 0; }
 
@@ -30,10 +36,12 @@ private:
     };
     void choosePlaces(const cv::Mat& rgb);
     bool looksTheSame(const cv::Mat& rgb) const;
+    bool followsTheSearched(std::optional<Time> taken) const;
 
     OutlineFinder finder_;
     std::optional<Outline> page_;
     cv::Size size_;
+    std::optional<Time> searchedAt_;
     std::vector<Sample> everywhere_, beside_; ///< a grid over the picture; both hands of the outline's sides
     int age_ = 0;                             ///< frames since the last search
 };
