@@ -78,6 +78,12 @@ TEST_F(CameraChoiceTest, TheLostOneTakesItsPlaceBackForTenSeconds)
         lose("desk");
         listed({});
         pass(1s);
+        listed({desk_});
+        open("desk");
+        EXPECT_EQ(better(), QString()) << "it is back already";
+        lose("desk");
+        listed({});
+        pass(1s);
         listed({spare_});
         open("spare");
         EXPECT_EQ(better(), QString());

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <future>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using namespace std::chrono_literals;
@@ -58,13 +59,15 @@ TEST_F(ImageChannelTest, AWaitThatIsWatchedTakesAFrameThatComesWhileItIsLookedAf
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "nothing has timed out";
     channel_.offer(frame(12).get());
     EXPECT_EQ(widthOf(other.get()), 12) << "who did not give up gets his frame";
+    const FrameHandle last = frame(13);
     EXPECT_EQ(channel_.take(20s,
                             [&] {
-                                channel_.offer(frame(13).get());
+                                channel_.offer(last.get());
                                 return false;
                             }),
               nullptr)
         << "what was given up is not saved after all";
+    EXPECT_EQ(static_cast<mirvak::Image*>(last.get())->pixels.u->refcount, 1) << "nor kept";
 }
 
 TEST_F(ImageChannelTest, ATimeOutKeepsOneFrameAtMostAndNeverAnswersTheNextRequest)
@@ -92,6 +95,16 @@ TEST_F(ImageChannelTest, ATimeOutKeepsOneFrameAtMostAndNeverAnswersTheNextReques
 
 TEST_F(ImageChannelTest, EveryOneOfManyConsumersGetsAFrameOfItsOwn)
 {
+    auto other = waiting();
+    std::vector<int> widths{11, 12};
+    const FrameHandle mine = channel_.take(20s, [&] { // two frames at once, and no more
+        for (const int width : std::exchange(widths, {}))
+            channel_.offer(frame(width).get());
+        return true;
+    });
+    ASSERT_EQ(other.wait_for(20s), std::future_status::ready);
+    EXPECT_EQ(widthOf(mine) + widthOf(other.get()), 11 + 12);
+
     std::atomic<bool> done{false};
     std::thread source([&] {
         for (int width = 1; !done; width = width % 60 + 1)
