@@ -3,6 +3,7 @@
 
 #include "../ui/AnsweredDialogs.h"
 #include "Command.h"
+#include "PictureBytes.h"
 #include "PrinterNode.h"
 #include "ReceiptPaper.h"
 #include "TempDir.h"
@@ -187,6 +188,18 @@ TEST_F(PrinterWindow, PicturesComeOutBlackOnWhiteAsWideAsThePaper)
     EXPECT_EQ(print(filled(1000, 1, Qt::black)).size(), 1);
     EXPECT_EQ(print(filled(100, 33, Qt::black)).size(), 126) << "126.72";
     EXPECT_EQ(print(filled(384, 20000, Qt::black)), QVector<QByteArray>(20000, black));
+    QImage lying = filled(96, 48, Qt::white);
+    QPainter(&lying).fillRect(0, 0, 48, 48, Qt::black); // its left half
+    QByteArray jpeg;
+    QBuffer buffer(&jpeg);
+    ASSERT_TRUE(lying.save(&buffer, "JPG", 100));
+    const mirvak::Bytes turned = withOrientation({jpeg.begin(), jpeg.end()}, 6);
+    folder_.write("picture", std::string(turned.begin(), turned.end()));
+    click("buttonPicture");
+    const QVector<QByteArray> upright = rows(printed());
+    ASSERT_EQ(upright.size(), 768);
+    EXPECT_EQ(upright[100], black) << "its upper half, as the camera was held";
+    EXPECT_EQ(upright[668], white);
     QByteArray grey;
     for (const QByteArray& row : print(filled(384, 8, Qt::gray)))
         grey += row;
@@ -196,6 +209,11 @@ TEST_F(PrinterWindow, PicturesComeOutBlackOnWhiteAsWideAsThePaper)
     choose(filled(1, 171, Qt::black)); // would be 65664 lines
     click("buttonPicture");
     EXPECT_EQ(printed(), "");
+    choose(QImage(384, 65536, QImage::Format_Mono));
+    click("buttonPicture");
+    EXPECT_EQ(printed(), "") << "one line too many";
+    EXPECT_EQ(answers_.messages.size(), 2);
+    EXPECT_EQ(answers_.messages.removeDuplicates(), 1);
     folder_.write("picture", "no picture");
     click("buttonPicture");
     EXPECT_EQ(printed(), "");
