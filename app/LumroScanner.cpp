@@ -247,6 +247,7 @@ void LumroScanner::showMark(const PageMark& mark)
 {
     // The frames that another window shows have no marks in this one.
     ui_->videoView->SetPageMark(outputs_->takesFrames() ? PageMark() : mark);
+    outputs_->showMark(mark);
 }
 
 void LumroScanner::GetAssCameraData(void* image, void*, int, int width, int height, void* context)

@@ -106,6 +106,11 @@ void OutputControl::setpdfexframedata(const QImage& frame)
     pdfEx_->SetPdfDataframe(frame);
 }
 
+void OutputControl::showMark(const PageMark& mark)
+{
+    pdfEx_->SetPageMark(mark);
+}
+
 void OutputControl::finish()
 {
     recording_.finish();

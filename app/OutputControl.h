@@ -3,6 +3,7 @@
 #include "BarcodeScan.h"
 #include "BookScan.h"
 #include "CardComposition.h"
+#include "PageMark.h"
 #include "PdfExControl.h"
 #include "PdfScan.h"
 #include "PdfSynthesis.h"
@@ -57,6 +58,7 @@ public:
     /// Whether the live frames go to the multi-page dialog. Thread-safe, as is setpdfexframedata().
     bool takesFrames() const;
     void setpdfexframedata(const QImage& frame);
+    void showMark(const PageMark& mark); ///< of the frame that goes there next; thread-safe
     /// Ends a recording and waits for what is being written; for the end of the program.
     void finish();
 

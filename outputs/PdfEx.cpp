@@ -125,6 +125,12 @@ void PdfEx::SetPdfDataframe(const QImage& frame)
         ui_->preview->SetImageData(frame);
 }
 
+void PdfEx::SetPageMark(const PageMark& mark)
+{
+    if (takesFrames_)
+        ui_->preview->SetPageMark(mark);
+}
+
 void PdfEx::onGetFramedata(const QImage& frame)
 {
     SetPdfDataframe(frame);

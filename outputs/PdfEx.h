@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PageMark.h"
 #include "PdfFile.h"
 #include "UnsavedWork.h"
 
@@ -19,7 +20,7 @@ class Ui_PdfEx;
 /// Collects pages for one PDF: scans of what its own preview shows and picture files. The pages can be put
 /// into another order and taken out; their files stay on the disk. The contents are made on first use.
 ///
-/// GUI thread only, except SetPdfDataframe() and takesFrames().
+/// GUI thread only, except SetPdfDataframe(), SetPageMark() and takesFrames().
 class PdfEx : public QWidget, public UnsavedWork
 {
     Q_OBJECT
@@ -37,6 +38,8 @@ public:
     /// Hands over the newest frame; as VideoView::SetImageData(). Ignored while the dialog is hidden.
     /// Thread-safe; the calling thread must have stopped before the dialog is destroyed.
     void SetPdfDataframe(const QImage& frame);
+    /// What is known of the page in the next frame. Thread-safe, as above.
+    void SetPageMark(const PageMark& mark);
     /// Appends a page; a file without a readable picture is left out, and the user is told.
     void SetScannerImage(const QString& path);
     /// A line for the user beside the buttons, until the next one.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MoveVideoView.h"
+#include "ShownMark.h"
 
 #include <QTimer>
 
@@ -15,13 +16,17 @@ public:
 
     /// Thread-safe; as MoveVideoView::SetFrame().
     void SetImageData(const QImage& frame) { SetFrame(frame); }
+    /// As VideoView::SetPageMark(): whether the page in the next frame will be good. Thread-safe.
+    void SetPageMark(const PageMark& mark);
 
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void watch();
 
+    ShownMark mark_;
     QTimer stillTimer_{this}; ///< runs out when no frame comes any more
 };

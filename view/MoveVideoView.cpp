@@ -70,10 +70,18 @@ void MoveVideoView::paintEvent(QPaintEvent*)
         overlay::drawCaption(painter, rect(), caption_);
 }
 
-void MoveVideoView::paintPicture(QPainter& painter)
+QRect MoveVideoView::picturePlace() const
 {
+    if (frame_.isNull())
+        return {};
     QRect place(QPoint(), frame_.size().scaled(size(), Qt::KeepAspectRatio));
     place.moveCenter(rect().center());
+    return place;
+}
+
+void MoveVideoView::paintPicture(QPainter& painter)
+{
+    const QRect place = picturePlace();
     const QSize shown = place.size() * devicePixelRatioF();
     painter.drawImage(place, scaler_.scale(frame_, shown, QRect(QPoint(), shown)));
 }

@@ -29,6 +29,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void customEvent(QEvent* event) override;
+    QRect picturePlace() const; ///< where the shown picture lies; null without one
 
 private:
     void paintPicture(QPainter& painter);

@@ -8,19 +8,18 @@
 
 namespace {
 
-constexpr int sign = 16;        // px, the triangle
-constexpr int edge = 10;        // px around it and the text
-constexpr int aboveNotice = 62; // px; a line for the user may stand below
+constexpr int sign = 16; // px, the triangle
+constexpr int edge = 10; // px around it and the text
 
 } // namespace
 
-ShotHint::ShotHint(QWidget& view) : QWidget(&view)
+ShotHint::ShotHint(QWidget& view, int below) : QWidget(&view)
 {
     setObjectName(QStringLiteral("ShotHint"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
     lower();
-    new Anchor(*this, Qt::AlignBottom | Qt::AlignLeft, {10, Anchor::belowTools, 10, aboveNotice});
+    new Anchor(*this, Qt::AlignBottom | Qt::AlignLeft, {10, Anchor::belowTools, 10, below});
 }
 
 QString ShotHint::textOf(MirvakShot shot)

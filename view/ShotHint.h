@@ -11,8 +11,8 @@ class ShotHint : public QWidget
     Q_OBJECT
 
 public:
-    /// `view` is the preview. It starts hidden.
-    explicit ShotHint(QWidget& view);
+    /// `view` is the preview; `below` px stay free at its lower edge. It starts hidden.
+    ShotHint(QWidget& view, int below);
 
     /// Hidden where nothing is wrong.
     void tell(MirvakShot shot);

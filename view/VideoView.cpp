@@ -2,7 +2,6 @@
 
 #include "FrozenBar.h"
 #include "FullScreen.h"
-#include "ShotHint.h"
 #include "ToolBar.h"
 #include "ToolBarHost.h"
 #include "ViewOverlay.h"
@@ -17,6 +16,7 @@
 namespace {
 
 constexpr int rectangleOption = 2;   // the cropping option that lets the user draw
+constexpr int noticeRoom = 62;       // px at the lower edge, where a line for the user may stand
 constexpr int smallestRectangle = 5; // px; less is a click, and a page cropped to it would be lost
 const QColor ground(32, 32, 32);
 
@@ -49,7 +49,7 @@ QRect scaledRect(const QRect& rect, qreal factor)
 VideoView::VideoView(QWidget* parent)
     : QWidget(parent), info_(tr("Please waiting...")), toolBar_(new ToolBar(this)),
       toolBarHost_(new ToolBarHost(toolBar_, this)), frozenBar_(new FrozenBar(*this)),
-      shotHint_(new ShotHint(*this)), fullScreen_(new FullScreen(*this))
+      mark_(*this, noticeRoom), fullScreen_(new FullScreen(*this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(&notice_, &ViewNotice::changed, this, qOverload<>(&QWidget::update));
@@ -72,31 +72,8 @@ void VideoView::SetImageData(const QImage& frame)
 
 void VideoView::SetPageMark(const PageMark& mark)
 {
-    const std::lock_guard lock(markMutex_);
-    // Without a frame that follows, the last words would stand.
-    if (mark.shot != newestMark_.shot)
+    if (mark_.set(mark))
         QCoreApplication::postEvent(this, new QEvent(wakeUp()));
-    newestMark_ = mark;
-}
-
-void VideoView::takeMark()
-{
-    PageMark newest;
-    {
-        const std::lock_guard lock(markMutex_);
-        newest = newestMark_;
-    }
-    mark_ = frozen_ || frame_.isNull() ? PageMark() : newest;
-    shotHint_->tell(mark_.shot);
-}
-
-void VideoView::clearMark()
-{
-    {
-        const std::lock_guard lock(markMutex_);
-        newestMark_ = {};
-    }
-    takeMark();
 }
 
 void VideoView::customEvent(QEvent* event)
@@ -112,7 +89,7 @@ void VideoView::takeFrame()
     const QImage newest = mailbox_.take();
     if (!newest.isNull() && !frozen_)
         setFrame(newest);
-    takeMark();
+    mark_.take(isLive());
 }
 
 void VideoView::setFrame(const QImage& newest)
@@ -133,7 +110,7 @@ void VideoView::ClearFrame()
     frame_ = QImage();
     scaler_ = FrameScaler();
     setFrozen(false);
-    clearMark();
+    mark_.clear();
     geometry_.setSourceSize(QSize());
     relayout();
 }
@@ -197,7 +174,7 @@ void VideoView::setFrozen(bool frozen)
     frozen_ = frozen;
     frozenBar_->offerSaving(false);
     frozenBar_->setVisible(frozen);
-    takeMark();
+    mark_.take(isLive());
     Q_EMIT frozenChanged(frozen);
     update();
 }
@@ -282,25 +259,12 @@ void VideoView::paintPicture(QPainter& painter)
     const QRect whole = scaledRect(QRect(QPoint(), displayed.size()), ratio);
     const QRect part = scaledRect(visible.translated(-displayed.topLeft()), ratio) & whole;
     painter.drawImage(visible, scaler_.scale(frame_, whole.size(), part));
-    paintMark(painter);
+    mark_.paint(painter, displayed, frame_.size());
     if (bookLine_)
         overlay::drawBookLine(painter, rect(), displayed);
     const QRect selected = pressed_ ? drawing_ : selection_.inView(geometry_);
     if (selectionMode_ && !selected.isNull())
         overlay::drawSelection(painter, selected);
-}
-
-void VideoView::paintMark(QPainter& painter)
-{
-    if (mark_.corners.isEmpty() || (!mark_.isGood() && !mark_.isFlawed()))
-        return;
-    constexpr int drawnWidth = 5; // px of the frame, of the line that is drawn into it
-    const QRect displayed = geometry_.displayed();
-    const qreal scale = qreal(displayed.width()) / frame_.width();
-    QPolygonF corners;
-    for (const QPointF& corner : mark_.corners)
-        corners << displayed.topLeft() + (corner + QPointF(0.5, 0.5)) * scale;
-    overlay::drawPageOutline(painter, corners, mark_.isGood(), scale * drawnWidth + 2);
 }
 
 void VideoView::resizeEvent(QResizeEvent*)

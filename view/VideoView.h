@@ -3,7 +3,7 @@
 #include "CropSelection.h"
 #include "FrameMailbox.h"
 #include "FrameScaler.h"
-#include "PageMark.h"
+#include "ShownMark.h"
 #include "ViewGeometry.h"
 #include "ViewNotice.h"
 
@@ -16,7 +16,6 @@
 
 class FrozenBar;
 class FullScreen;
-class ShotHint;
 class ToolBar;
 class ToolBarHost;
 
@@ -139,22 +138,17 @@ protected:
 private:
     void connectToolBar();
     void takeFrame();
-    void takeMark();
-    void clearMark();
     void setFrame(const QImage& newest);
     void setFrozen(bool frozen);
+    bool isLive() const { return !frozen_ && !frame_.isNull(); }
     void changeZoom(int direction);
     void relayout();
     void setSelection(const QRect& rectangle);
     void updateCursor();
     void paintPicture(QPainter& painter);
-    void paintMark(QPainter& painter);
 
     FrameMailbox mailbox_;
     QImage frame_; // the shown one
-    std::mutex markMutex_;
-    PageMark newestMark_; // guarded by markMutex_
-    PageMark mark_;       // of the shown frame
     FrameScaler scaler_;
     ViewGeometry geometry_;
     QRect announced_; // by pictureMoved()
@@ -171,6 +165,6 @@ private:
     ToolBar* toolBar_;
     ToolBarHost* toolBarHost_;
     FrozenBar* frozenBar_;
-    ShotHint* shotHint_;
+    ShownMark mark_;
     FullScreen* fullScreen_;
 };

@@ -7,6 +7,7 @@
 #include "PdfExControl.h"
 #include "PdfTexts.h"
 #include "PdfView.h"
+#include "ShotHint.h"
 #include "Thumbnail.h"
 #include "Words.h"
 
@@ -253,6 +254,42 @@ TEST_F(PdfExTest, ShowsTheNewestFrameAndSaysWhenItStandsStill)
     dialog.SetPdfDataframe(frame);
     EXPECT_EQ(look(), live);
     EXPECT_TRUE(preview->findChild<QTimer*>()->isActive()) << "it may stop again";
+}
+
+TEST_F(PdfExTest, TellsWhetherTheLivePageWillBeGood)
+{
+    open();
+    auto* preview = dialog.findChild<PdfView*>();
+    const auto* hint = preview->findChild<ShotHint*>();
+    const auto said = [&] { return hint->isVisible() ? hint->accessibleName() : QString(); };
+    const auto show = [&](MirvakShot shot) {
+        QImage frame(400, 300, QImage::Format_RGB888);
+        frame.fill(Qt::gray);
+        dialog.SetPageMark({shot, QPolygonF(QRectF(100, 100, 200, 100))});
+        dialog.SetPdfDataframe(frame);
+        QCoreApplication::processEvents();
+    };
+    /// On the upper side of the page.
+    const auto colour = [&] {
+        const QImage seen = preview->grab().toImage();
+        const QSize picture = QSize(400, 300).scaled(seen.size(), Qt::KeepAspectRatio);
+        return seen.pixelColor(seen.width() / 2,
+                               (seen.height() - picture.height()) / 2 + picture.height() / 3);
+    };
+    show(MIRVAK_SHOT_GOOD);
+    EXPECT_GT(colour().green(), colour().red() + 50);
+    EXPECT_EQ(said(), QString());
+    show(MIRVAK_SHOT_TOO_BLURRED);
+    EXPECT_LE(colour().green(), colour().red());
+    EXPECT_EQ(said(), QStringLiteral("too blurred"));
+    EXPECT_TRUE(preview->rect().contains(hint->geometry()));
+    preview->findChild<QTimer*>()->start(0); // the camera delivers no more
+    EXPECT_TRUE(QTest::qWaitFor([&] { return said().isEmpty(); }));
+    show(MIRVAK_SHOT_MOVING);
+    EXPECT_EQ(said(), QStringLiteral("page is moving"));
+    dialog.close();
+    open();
+    EXPECT_EQ(said(), QString()) << "of a page that lay there before";
 }
 
 TEST_F(PdfExTest, SavesPicturesAsCapturesAreNamed)
