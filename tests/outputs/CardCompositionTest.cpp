@@ -51,6 +51,16 @@ TEST_F(CardCompositionTest, TwoClicksMakeAPair)
     EXPECT_EQ(desk.colourModes, (QList<int>{3, 3}));
 }
 
+TEST_F(CardCompositionTest, AFirstSideThatCannotBeReadBackIsNone)
+{
+    folder.write("torn.png", "no picture");
+    desk.savesAs = QStringList{path("torn.png")};
+    composition.takeShot();
+    expectIdle();
+    ASSERT_EQ(desk.notices.size(), 1);
+    EXPECT_TRUE(desk.notices[0].contains(QStringLiteral("cannot be read back")));
+}
+
 TEST_F(CardCompositionTest, AFailureLeavesTheStateWhereItWas)
 {
     const QStringList files = desk.savesAs;

@@ -47,5 +47,6 @@ TEST(MergeLayout, RefusesWhatCannotBePainted)
     EXPECT_TRUE(MergeLayout::leftRight({4000, 1}, {3000, 4000}, 0).isEmpty()) << "sixteen million px wide";
     EXPECT_TRUE(MergeLayout::upDown({3, 4000}, {4000, 3}, 0).isEmpty());
     EXPECT_EQ(MergeLayout::leftRight({10, 10}, {10, 10}, -4).size, QSize(20, 10));
+    EXPECT_EQ(MergeLayout::upDown({10, 10}, {10, 10}, -4).size, QSize(10, 20));
     EXPECT_FALSE(MergeLayout::upDown({1, 1}, {1, 1}, 200).isEmpty());
 }

@@ -4,6 +4,7 @@
 #include "../ui/AnsweredDialogs.h"
 #include "OutputFixture.h"
 #include "PdfTexts.h"
+#include "PictureBytes.h"
 #include "PictureCoding.h"
 
 #include <QFileDialog>
@@ -118,6 +119,21 @@ TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFitsAndLookAsTheyWere)
     EXPECT_TRUE(isRed(32, 32) && isRed(562, 562) && isRed(562, 32));
     EXPECT_FALSE(isRed(28, 300) || isRed(300, 28) || isRed(568, 300) || isRed(300, 568));
 
+    QImage lying(400, 200, QImage::Format_RGB32);
+    lying.fill(Qt::white);
+    QPainter(&lying).fillRect(0, 0, 200, 200, Qt::red);
+    QFile jpeg(save("turned.jpg", lying, nullptr, 100));
+    ASSERT_TRUE(jpeg.open(QIODevice::ReadWrite));
+    const QByteArray bytes = jpeg.readAll();
+    const mirvak::Bytes turned = withOrientation({bytes.begin(), bytes.end()}, 6);
+    jpeg.seek(0);
+    jpeg.write(reinterpret_cast<const char*>(turned.data()), qint64(turned.size()));
+    jpeg.close();
+    ASSERT_TRUE(synthesis.drawImageToPDF({jpeg.fileName()}));
+    const cv::Mat upright = tools::rendered(written());
+    EXPECT_LT(upright.at<cv::Vec3b>(250, 280)[1], 60) << "red above, as the camera was held";
+    EXPECT_GT(upright.at<cv::Vec3b>(320, 280)[1], 200);
+
     pictures = QStringList{save("drawn.png", page({900, 800}, 0)),
                            save("noisy.png", page({700, 500}, 25)),
                            save("camera.jpg", page({1100, 700}, 3), nullptr, 95)};
@@ -179,8 +195,15 @@ TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
     EXPECT_TRUE(answers.messages.isEmpty() && desk.documents.isEmpty());
     EXPECT_TRUE(desk.notices.value(0).startsWith(QStringLiteral("broken.png")));
     EXPECT_TRUE(synthesis.lastPath().isEmpty());
-    EXPECT_EQ(tools::complaints(written()), "");
-    EXPECT_EQ(tools::pageSizes(written()).size(), 2U);
+    for (const bool isArchive : {false, true}) {
+        settings::pdfArchive.write(settings, isArchive);
+        QFile::remove(target);
+        synthesis.SynthesizePdf();
+        EXPECT_EQ(tools::complaints(written()), "");
+        EXPECT_EQ(tools::pageSizes(written()).size(), 2U) << isArchive;
+    }
+    settings::pdfArchive.write(settings, false);
+    desk.notices = desk.notices.mid(0, 1);
     QFile::remove(target);
     EXPECT_FALSE(synthesis.drawImageToPDF({path("broken.png"), good}));
     EXPECT_FALSE(QFile::exists(target)) << "no empty page";

@@ -133,7 +133,7 @@ protected:
 
 TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 {
-    list({QStringLiteral("a.jpg"), QStringLiteral("b.png"), QStringLiteral("c.bmp")});
+    list({QStringLiteral("a.JPG"), QStringLiteral("b.png"), QStringLiteral("c.bmp")});
     const std::string original = bytes("c.bmp");
     key(Qt::Key_R);
     key(Qt::Key_R); // no waiting for the first
@@ -148,13 +148,13 @@ TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
     EXPECT_EQ(hidden().size(), 3) << "what it was is kept";
     entries->selectAll();
     key(Qt::Key_R);
-    EXPECT_TRUE(becomes(QStringLiteral("a.jpg"), 't') && becomes(QStringLiteral("b.png"), 't'));
+    EXPECT_TRUE(becomes(QStringLiteral("a.JPG"), 't') && becomes(QStringLiteral("b.png"), 't'));
     EXPECT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
     for (int i = 0; i < 6; ++i) // more than there is to be taken back
         undo();
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
     EXPECT_EQ(bytes("c.bmp"), original);
-    EXPECT_EQ(redOf(file(QStringLiteral("a.jpg"))), 'l');
+    EXPECT_EQ(redOf(file(QStringLiteral("a.JPG"))), 'l');
     EXPECT_EQ(strip.Count(), 3);
 }
 

@@ -75,7 +75,7 @@ TEST_F(ThumbnailStrip, RefusesWhatIsNoPicture)
     EXPECT_EQ(strip.Count(), 0);
     EXPECT_TRUE(said().endsWith(QStringLiteral("text.jpg, empty.png, missing.bmp"))) << qPrintable(said());
     save("cut.png", Qt::red, QSize(400, 300));
-    ASSERT_TRUE(QFile::resize(file("cut.png"), 60)); // no more than the header
+    ASSERT_TRUE(QFile::resize(file("cut.png"), 100)); // its size is known, and no more
     strip.AddImage(file("cut.png"), -1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return strip.Count() == 0; })) << "broken behind its header";
     EXPECT_TRUE(said().endsWith(QStringLiteral("missing.bmp and 1 more")));

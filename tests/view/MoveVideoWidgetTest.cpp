@@ -97,6 +97,10 @@ TEST_F(MoveVideoWidgetTest, IsDraggedOnThePictureAndCarriedAlong)
     inset->SetMvDataFrame(plain({320, 240}, Qt::blue));
     inset->showAt(3);
     const QPoint start = inset->pos();
+    const QPoint grip(10, 10);
+    mouse(*inset, QEvent::MouseButtonPress, grip, Qt::RightButton);
+    mouse(*inset, QEvent::MouseMove, grip - QPoint(60, 40));
+    EXPECT_EQ(inset->pos(), start) << "by the left button only";
     drag({-60, -40});
     EXPECT_EQ(inset->pos(), start + QPoint(-60, -40));
     drag({-5000, -5000});
