@@ -1,5 +1,7 @@
 #include "CodeSearch.h"
 
+#include "BarsGoOn.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -64,7 +66,8 @@ cv::Rect2f boxOf(const helper::Reading& reading, const View& view)
 } // namespace
 
 CodeSearch::CodeSearch(const GreyFrame& frame, DecoderPool& pool)
-    : frame_(frame), pool_(pool), candidates_(locateCodes(frame))
+    : frame_(frame), pool_(pool), candidates_(locateCodes(frame)),
+      sightings_([this](const Sighting& a, const Sighting& b) { return goOn(a, b); })
 {
 }
 
@@ -107,6 +110,14 @@ std::vector<int> CodeSearch::homesOf(const cv::Rect2f& box) const
             homes.push_back(static_cast<int>(i));
     }
     return homes;
+}
+
+bool CodeSearch::goOn(const Sighting& a, const Sighting& b) const
+{
+    return std::any_of(a.homes.begin(), a.homes.end(), [&](int home) {
+        return std::find(b.homes.begin(), b.homes.end(), home) != b.homes.end() &&
+               barsGoOn(frame_, candidates_[static_cast<size_t>(home)], middleOf(a.box), middleOf(b.box));
+    });
 }
 
 void CodeSearch::lookAtWhole()
