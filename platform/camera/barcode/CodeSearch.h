@@ -37,11 +37,13 @@ private:
         int step = 1;
         bool ofPart = true;
     };
+    std::vector<Look> looksAtBars() const;
     void run(const std::vector<Look>& looks);
     void note(const Look& look, int pass, const helper::Reading& reading, std::string_view bytes);
     std::vector<int> homesOf(const cv::Rect2f& box) const;
     bool goOn(const Sighting& a, const Sighting& b) const;
     std::vector<Candidate> unread() const;
+    bool fills(const Candidate& candidate) const;
     View viewOf(const Candidate& candidate, double enlarged) const;
 
     const GreyFrame& frame_;
