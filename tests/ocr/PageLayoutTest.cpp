@@ -92,6 +92,23 @@ TEST(PageLayout, APageNumberBelongsToNoColumn)
     EXPECT_EQ(placesOf(marks), (Places{{800, 100}, {100, 200}, {800, 200}, {350, 760}}));
 }
 
+TEST(PageLayout, AHeadingWhoseWordsPartAboveTheGutterIsOneLine)
+{
+    const auto page = [](int size, int gap) {
+        Marks marks;
+        addText(marks, 100, 200, 20, 45);
+        addText(marks, 100 + 45 * step + gap, 200, 20, 45);
+        const int gutter = 100 + 45 * step;
+        for (int i = 0; i < 8; ++i) {
+            const int left = i < 4 ? gutter - (4 - i) * (size + 4) : gutter + gap + (i - 4) * (size + 4);
+            marks.boxes.emplace_back(left, 80, size, size);
+        }
+        return placesOf(marks);
+    };
+    EXPECT_EQ(page(40, 22), (Places{{100 + 45 * step - 176, 80}, {100, 200}, {100 + 45 * step + 22, 200}}));
+    EXPECT_EQ(page(20, 22).size(), 4U) << "each column has a heading as small as that";
+}
+
 TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
 {
     Marks marks;
