@@ -177,6 +177,26 @@ TEST(Sightings, WhatOneDecoderReadsInTwoWaysIsNotBelieved)
     EXPECT_THAT(both(wrong, readings("96385074", {1, 3}, there)), ElementsAre("40170725"));
 }
 
+// A blurred EAN-13, of which one decoder reads each half as a number of its own.
+TEST(Sightings, TheHalvesOfALongNumberAreNotTold)
+{
+    const auto halves = [](const std::vector<int>& homes, bool isWholeSeen) {
+        std::vector<Sighting> all;
+        for (const int pass : {1, 3, 5, 7, 9, 11}) {
+            all.push_back(seen(Symbology::upce, "04266103", pass, {100, 100, 95, 80}));
+            all.push_back(seen(Symbology::upce, "08116789", pass, {205, 100, 95, 80}));
+        }
+        if (isWholeSeen)
+            all.push_back(seen(Symbology::ean13, "4326650856528", 14, {100, 120, 200, 20}, 2));
+        for (Sighting& sighting : all)
+            sighting.homes = homes;
+        return credible(all).size();
+    };
+    EXPECT_EQ(halves({}, true), 0U) << "the other decoder saw the whole";
+    EXPECT_EQ(halves({3}, false), 0U) << "in one place that looks like a code";
+    EXPECT_EQ(halves({}, false), 2U) << "two labels";
+}
+
 TEST(Sightings, FewLinesNeedMoreViewsAndOfCodesThatDoNotTestThemselvesBothDecoders)
 {
     const auto readings = [](Symbology symbology, int lines, std::initializer_list<int> passes) {

@@ -81,13 +81,34 @@ auto weight(const SeenCode& code)
                            code.best.bytes.size());
 }
 
+// Another trade number there, of which the other decoder speaks.
+bool isOthersNumber(const SeenCode& code, const SeenCode& rival)
+{
+    std::set<int> both = code.passes;
+    both.insert(rival.passes.begin(), rival.passes.end());
+    return isGtin(code.best.symbology) && isGtin(rival.best.symbology) && isByBothDecoders(both) &&
+           contradict(code, rival);
+}
+
+// The halves of a longer trade number are each read as a UPC-E, which has nothing in its middle to tell.
+bool areHalves(const SeenCode& code, const SeenCode& rival)
+{
+    return code.best.symbology == Symbology::upce && rival.best.symbology == Symbology::upce &&
+           haveCommonHome(code.best, rival.best);
+}
+
 // One decoder alone reads these bars now as this and now as that: neither can be believed.
+bool isReadOtherwise(const SeenCode& code, const SeenCode& rival)
+{
+    return code.best.symbology == rival.best.symbology && code.best.bytes.size() == rival.best.bytes.size() &&
+           rival.passes.size() * shareOfRival >= code.passes.size() && contradict(code, rival);
+}
+
 bool isContested(const SeenCode& code, const SeenCode& rival)
 {
-    return isLinear(code.best.symbology) && code.best.symbology == rival.best.symbology &&
-           !isByBothDecoders(code.passes) && code.best.bytes != rival.best.bytes &&
-           code.best.bytes.size() == rival.best.bytes.size() &&
-           rival.passes.size() * shareOfRival >= code.passes.size() && contradict(code, rival);
+    return isLinear(code.best.symbology) && !isByBothDecoders(code.passes) &&
+           code.best.bytes != rival.best.bytes &&
+           (isReadOtherwise(code, rival) || isOthersNumber(code, rival) || areHalves(code, rival));
 }
 
 } // namespace
