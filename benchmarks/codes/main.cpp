@@ -10,7 +10,6 @@
 #include "Rivals.h"
 #include "TextPages.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 
 #include <opencv2/imgproc.hpp>
@@ -22,6 +21,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <sys/resource.h>
 
 namespace {
 
@@ -154,25 +154,39 @@ void countFalseReads()
     std::printf("%-58s %9zu  at most 0\n", "codes read on 50 pages of text", found);
 }
 
+// Computing time, of all processes.
+double secondsComputed()
+{
+    const auto of = [](int who) {
+        rusage usage{};
+        getrusage(who, &usage);
+        const auto seconds = [](const timeval& time) {
+            return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+        };
+        return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    };
+    return of(RUSAGE_SELF) + of(RUSAGE_CHILDREN);
+}
+
 void timeEmptyFrames()
 {
     double slowest = 0;
-    for (const char* name : {"01-letter", "04-chinese-text", "08-receipt", "09-card-front", "12-book"}) {
+    for (const char* name :
+         {"01-letter", "02-form", "04-chinese-text", "08-receipt", "09-card-front", "12-book"}) {
         const auto page =
             mirvak::readImage(std::string(LUMRO_DESK_DIR "/pictures/3264x2448/") + name + ".jpg");
         if (!page)
             continue;
         double quickest = 1e9;
         for (int i = 0; i < 5; ++i) {
-            QElapsedTimer clock;
-            clock.start();
+            const double before = secondsComputed();
             readByUs(page->pixels);
-            quickest = std::min(quickest, double(clock.nsecsElapsed()) / 1e9);
+            quickest = std::min(quickest, secondsComputed() - before);
         }
         slowest = std::max(slowest, quickest);
     }
     std::printf(
-        "%-58s %9.2f  at most 0.60\n", "seconds for a frame of 3264x2448 without codes, slowest", slowest);
+        "%-58s %9.2f  at most 0.30\n", "seconds computed for 3264x2448 without codes, slowest", slowest);
 }
 
 void readDamaged(int count)

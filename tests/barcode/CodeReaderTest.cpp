@@ -96,6 +96,17 @@ CodePage::Place at(double x, double y, double degrees = 0)
     return place;
 }
 
+TEST(CodeReader, OfLargeFramesSmallBarsAndOnesThatFillThem)
+{
+    CodePage page(2600, 1800);
+    page.add(BARCODE_QRCODE, "fills the frame", {{1000, 900}, 8, 40});
+    page.add(BARCODE_CODE128, "Lot 2024/b", {{2250, 300}, 9, 1.6});
+    page.add(BARCODE_C25INTER, "95818969", {{2250, 1300}, 171, 1.8});
+    page.blur(0.5);
+    page.addNoise(2, 3);
+    EXPECT_THAT(read(page.rgb()), UnorderedElementsAreArray({"fills the frame", "Lot 2024/b", "95818969"}));
+}
+
 TEST(CodeReader, ReadsSmallCodesAnywhereOnALargeFrame)
 {
     CodePage page(3264, 2448);

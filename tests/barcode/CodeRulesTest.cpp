@@ -1,4 +1,5 @@
 #include "CodeRules.h"
+#include "BarsGoOn.h"
 #include "FullAscii39.h"
 #include "PayloadText.h"
 #include "ReadingOrder.h"
@@ -6,6 +7,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <opencv2/imgproc.hpp>
 
 using mirvak::Code;
 using mirvak::payloadText;
@@ -154,6 +157,46 @@ TEST(Sightings, TradeNumbersNeedBothDecodersOrManyViews)
     EXPECT_EQ(readings({1, 3, 5, 7, 9}), 1U);
 }
 
+// One decoder repeats its error in view after view of a blurred picture.
+TEST(Sightings, WhatOneDecoderReadsInTwoWaysIsNotBelieved)
+{
+    const auto readings = [](const char* text, std::initializer_list<int> passes, const cv::Rect2f& box) {
+        std::vector<Sighting> all;
+        for (const int pass : passes)
+            all.push_back(seen(Symbology::ean8, text, pass, box));
+        return all;
+    };
+    const auto both = [](std::vector<Sighting> all, const std::vector<Sighting>& others) {
+        all.insert(all.end(), others.begin(), others.end());
+        return credible(all);
+    };
+    const std::vector<Sighting> wrong = readings("40170725", {1, 3, 5, 7, 9, 11}, here);
+    EXPECT_THAT(both(wrong, readings("96385074", {1, 4, 5}, here)), ElementsAre("96385074"));
+    EXPECT_THAT(both(wrong, readings("96385074", {1, 3}, here)), ElementsAre());
+    EXPECT_THAT(both(wrong, readings("96385074", {1}, here)), ElementsAre("40170725")) << "hardly a rival";
+    EXPECT_THAT(both(wrong, readings("96385074", {1, 3}, there)), ElementsAre("40170725"));
+}
+
+// A blurred EAN-13, of which one decoder reads each half as a number of its own.
+TEST(Sightings, TheHalvesOfALongNumberAreNotTold)
+{
+    const auto halves = [](const std::vector<int>& homes, bool isWholeSeen) {
+        std::vector<Sighting> all;
+        for (const int pass : {1, 3, 5, 7, 9, 11}) {
+            all.push_back(seen(Symbology::upce, "04266103", pass, {100, 100, 95, 80}));
+            all.push_back(seen(Symbology::upce, "08116789", pass, {205, 100, 95, 80}));
+        }
+        if (isWholeSeen)
+            all.push_back(seen(Symbology::ean13, "4326650856528", 14, {100, 120, 200, 20}, 2));
+        for (Sighting& sighting : all)
+            sighting.homes = homes;
+        return credible(all).size();
+    };
+    EXPECT_EQ(halves({}, true), 0U) << "the other decoder saw the whole";
+    EXPECT_EQ(halves({3}, false), 0U) << "in one place that looks like a code";
+    EXPECT_EQ(halves({}, false), 2U) << "two labels";
+}
+
 TEST(Sightings, FewLinesNeedMoreViewsAndOfCodesThatDoNotTestThemselvesBothDecoders)
 {
     const auto readings = [](Symbology symbology, int lines, std::initializer_list<int> passes) {
@@ -194,6 +237,61 @@ TEST(Sightings, TwoStripsOfTheSameBarsAreOneCodeAndTwoLabelsAreTwo)
     EXPECT_EQ(strips(30, {3}), 1U);
     EXPECT_EQ(strips(60, {3}), 2U) << "too far apart";
     EXPECT_EQ(strips(30, {}), 2U) << "not in one place that looks like a code";
+}
+
+TEST(BarsGoOn, WithinOneLabelAndNotFromOneToTheNext)
+{
+    // Bars at a slant that grows over the width, as in perspective; white and a line of print in the middle
+    // of two labels.
+    const auto goOn = [](bool areTwo, cv::Point2f from, cv::Point2f to) {
+        cv::RNG random(5);
+        cv::Mat rgb(400, 600, CV_8UC3, cv::Scalar::all(225));
+        for (int x = 100; x < 500; x += random.uniform(4, 12)) {
+            const int slant = (x - 300) / 10, width = random.uniform(2, 6);
+            const std::vector<cv::Point> bar{
+                {x - slant, 80}, {x - slant + width, 80}, {x + slant + width, 320}, {x + slant, 320}};
+            cv::fillConvexPoly(rgb, bar, cv::Scalar::all(40));
+        }
+        if (areTwo) {
+            rgb.rowRange(185, 215).setTo(cv::Scalar::all(225));
+            cv::putText(rgb, "40063813339", {180, 210}, cv::FONT_HERSHEY_SIMPLEX, 0.9, {40, 40, 40}, 2);
+        }
+        cv::GaussianBlur(rgb, rgb, {}, 1.2);
+        cv::Mat noise(rgb.size(), rgb.type());
+        cv::randn(noise, 8, 8);
+        mirvak::Candidate candidate;
+        candidate.box = {{300, 200}, {440, 280}, 0};
+        candidate.isBars = true;
+        return mirvak::barsGoOn(mirvak::GreyFrame(rgb + noise), candidate, from, to);
+    };
+    EXPECT_TRUE(goOn(false, {250, 120}, {330, 280}));
+    EXPECT_TRUE(goOn(false, {330, 280}, {250, 120}));
+    EXPECT_FALSE(goOn(true, {250, 120}, {330, 280}));
+    EXPECT_TRUE(goOn(true, {300, 230}, {300, 300})) << "both in the lower label";
+    EXPECT_FALSE(goOn(false, {120, 200}, {480, 205})) << "one beside the other";
+}
+
+TEST(Sightings, StripsWhoseBarsGoOnAreOneCode)
+{
+    const auto labels = [](bool goesOn, const std::vector<int>& homes) {
+        Sightings sightings([=](const Sighting&, const Sighting&) { return goesOn; });
+        for (const int pass : {1, 2}) {
+            for (const float y : {100.F, 300.F}) {
+                for (Sighting sighting : {seen(Symbology::code128, "ONE", pass, {100, y, 400, 20}),
+                                          seen(Symbology::qr, "TWO", pass, {600, y, 100, 90})}) {
+                    sighting.homes = homes;
+                    sightings.add(sighting);
+                }
+            }
+        }
+        size_t found = 0;
+        for (const mirvak::SeenCode& code : sightings.credible())
+            found += code.best.symbology == Symbology::code128 ? 1 : 10;
+        return found;
+    };
+    EXPECT_EQ(labels(true, {2}), 21U) << "squares have no bars";
+    EXPECT_EQ(labels(true, {}), 22U) << "not in one place that looks like a code";
+    EXPECT_EQ(labels(false, {2}), 22U);
 }
 
 TEST(Sightings, APieceOfALongerNumberIsDropped)

@@ -8,6 +8,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <cmath>
 
 using mirvak::Marks;
 
@@ -89,6 +90,23 @@ TEST(PageLayout, APageNumberBelongsToNoColumn)
     addText(marks, 800, 200, 12, 45);
     addText(marks, 350, 760, 1, 2); // below the left column
     EXPECT_EQ(placesOf(marks), (Places{{800, 100}, {100, 200}, {800, 200}, {350, 760}}));
+}
+
+TEST(PageLayout, AHeadingWhoseWordsPartAboveTheGutterIsOneLine)
+{
+    const auto page = [](int size, int gap) {
+        Marks marks;
+        addText(marks, 100, 200, 20, 45);
+        addText(marks, 100 + 45 * step + gap, 200, 20, 45);
+        const int gutter = 100 + 45 * step;
+        for (int i = 0; i < 8; ++i) {
+            const int left = i < 4 ? gutter - (4 - i) * (size + 4) : gutter + gap + (i - 4) * (size + 4);
+            marks.boxes.emplace_back(left, 80, size, size);
+        }
+        return placesOf(marks);
+    };
+    EXPECT_EQ(page(40, 22), (Places{{100 + 45 * step - 176, 80}, {100, 200}, {100 + 45 * step + 22, 200}}));
+    EXPECT_EQ(page(20, 22).size(), 4U) << "each column has a heading as small as that";
 }
 
 TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
@@ -320,6 +338,54 @@ TEST(PageMarks, SpecksRulesAndPicturesGo)
     EXPECT_NEAR(static_cast<double>(cv::countNonZero(page < 128)),
                 static_cast<double>(cv::countNonZero(clean < 128)),
                 0.02 * cv::countNonZero(clean < 128));
+}
+
+TEST(PageMarks, LoneSpecksGoAndDotsStay)
+{
+    Marks text;
+    addText(text, 120, 60, 8, 40);
+    const cv::Mat clean = drawn(text, {900, 500});
+    cv::Mat page = clean.clone();
+    const auto speck = [&](int x, int y, int side, int level) {
+        cv::rectangle(page, {x - 1, y - 1, side + 2, side + 2}, 225, cv::FILLED); // its soft rim
+        cv::rectangle(page, {x, y, side, side}, level, cv::FILLED);
+    };
+    const cv::Rect margin(640, 0, 260, 500), below(0, 380, 640, 30);
+    speck(660, 70, 4, 40);
+    speck(800, 200, 3, 120);
+    speck(300, 390, 4, 40);
+    const int stop = 120 + 39 * step; // behind the last letter of a line
+    cv::rectangle(page, {stop + step, 72, 4, 4}, 20, cv::FILLED);
+    for (int i = 0; i < 12; ++i) // leads the eye to a number
+        cv::rectangle(page, {200 + i * 14, 450, 3, 3}, 20, cv::FILLED);
+    mirvak::cleanMarks(page);
+    EXPECT_EQ(cv::countNonZero(page(margin) < 255), 0);
+    EXPECT_EQ(cv::countNonZero(page(below) < 255), 0);
+    EXPECT_EQ(inkIn(page, {stop + step, 72, 4, 4}), 16U);
+    EXPECT_EQ(inkIn(page, {190, 440, 200, 30}), 12U * 9U);
+}
+
+// A sky that is white paper here and there, with branches before it, between print and faint print.
+TEST(PageMarks, PalePicturesGoAsAWholeAndFaintPrintStays)
+{
+    Marks text;
+    addText(text, 120, 60, 8, 40);
+    cv::Mat page = drawn(text, {900, 1000});
+    const cv::Rect place(200, 420, 400, 260);
+    for (int y = place.y; y < place.br().y; ++y) {
+        for (int x = place.x; x < place.br().x; ++x)
+            page.at<unsigned char>(y, x) = cv::saturate_cast<unsigned char>(
+                238 + 20 * std::sin(x / 40.0) + 12 * std::sin(y / 23.0 + x / 90.0));
+    }
+    for (int i = 0; i < 9; ++i)
+        cv::ellipse(page, {260 + i % 3 * 140, 480 + i / 3 * 70}, {38, 14}, 20 * i, 0, 300, 120, 3);
+    Marks faint;
+    addText(faint, 120, 740, 6, 40);
+    for (const cv::Rect& box : faint.boxes)
+        cv::rectangle(page, box, 175, cv::FILLED);
+    const Marks marks = mirvak::cleanMarks(page);
+    EXPECT_EQ(cv::countNonZero(page(place) < 250), 0);
+    EXPECT_EQ(marks.boxes.size(), text.boxes.size() + faint.boxes.size());
 }
 
 TEST(PageMarks, DotsOverLettersStayWhereThereIsDirt)

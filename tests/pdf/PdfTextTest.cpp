@@ -143,6 +143,37 @@ TEST_F(PdfText, ColumnsAndSlantingLinesStayInOrder)
     }
 }
 
+TEST_F(PdfText, WordsOfSteepLinesStayWholeWhereTheyLie)
+{
+    // At nine degrees; the last one is so long that its ends would leave its print.
+    const double slant = 9 * CV_PI / 180;
+    const auto at = [&](double x, double y) {
+        return MirvakPointF{static_cast<float>(30 + x * std::cos(slant) - y * std::sin(slant)),
+                            static_cast<float>(100 + x * std::sin(slant) + y * std::cos(slant))};
+    };
+    std::vector<MirvakPdfWord> words;
+    const std::pair<const char*, double> texts[] = {
+        {"ledgers", 36}, {"of", 10}, {"ferrymen", 40}, {"incomprehensibly", 120}};
+    double x = 0;
+    for (const auto& [text, length] : texts) {
+        words.push_back(word(text, {{at(x, 0), at(x + length, 0), at(x + length, 11), at(x, 11)}}));
+        x += length + 5;
+    }
+    make(words);
+    const std::vector<tools::SeenWord> seen = tools::wordsOf(pdf);
+    ASSERT_GE(seen.size(), 4U);
+    x = 0;
+    for (size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(seen[i].text, texts[i].first);
+        const MirvakPointF middle = at(x + texts[i].second / 2, 5.5);
+        EXPECT_NEAR(seen[i].box.x + seen[i].box.width / 2, middle.x, 0.5);
+        EXPECT_NEAR(seen[i].box.y + seen[i].box.height / 2, middle.y, 0.5);
+        EXPECT_NEAR(seen[i].box.height, 11, 0.5);
+        x += texts[i].second + 5;
+    }
+    EXPECT_NE(seen[3].text, texts[3].first) << "turned as it lies, which readers take apart";
+}
+
 TEST_F(PdfText, TurnedPicturesAndTurnedPagesKeepTheirWords)
 {
     for (const int orientation : {1, 3, 6, 8}) {

@@ -1,5 +1,7 @@
 #include "CodeSearch.h"
 
+#include "BarsGoOn.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -12,14 +14,18 @@ namespace {
 
 using helper::Decoders;
 
-constexpr double smallBox = 260;     // pixels; what has a shorter side is enlarged
-constexpr double viewAtMost = 3e6;   // pixels of one view
-constexpr double partsAtMost = 10e6; // pixels of all views of the candidates
-constexpr double harderAtMost = 6e6; // of the second try
-constexpr double worthALook = 0.15;  // likeness that every code reached in all made pictures
-constexpr double worthATry = 0.28;   // likeness that few lines of text reach
-constexpr double surelyCode = 0.5;   // and hardly any
-constexpr double noisy = 6;          // grey values
+constexpr double smallBox = 260;        // pixels; what has a shorter side is enlarged
+constexpr double viewAtMost = 3e6;      // pixels of one view
+constexpr double largeViewAtMost = 1e6; // where the candidate fills the frame
+constexpr double filling = 0.4;         // of the frame
+constexpr double partsAtMost = 10e6;    // pixels of all views of the candidates
+constexpr double harderAtMost = 6e6;    // of the second try
+constexpr double worthALook = 0.15;     // likeness that every code reached in all made pictures
+constexpr double worthATry = 0.28;      // likeness that few lines of text reach
+constexpr double surelyCode = 0.5;      // and hardly any
+constexpr double noisy = 6;             // grey values
+constexpr double largeFrame = 4e6;      // pixels
+constexpr float around = 0.3F;          // of a place's longer side
 constexpr double smoothingOfNoise = 0.5;
 
 // The scale at which the modules of a candidate are a few pixels wide.
@@ -64,7 +70,8 @@ cv::Rect2f boxOf(const helper::Reading& reading, const View& view)
 } // namespace
 
 CodeSearch::CodeSearch(const GreyFrame& frame, DecoderPool& pool)
-    : frame_(frame), pool_(pool), candidates_(locateCodes(frame))
+    : frame_(frame), pool_(pool), candidates_(locateCodes(frame)),
+      sightings_([this](const Sighting& a, const Sighting& b) { return goOn(a, b); })
 {
 }
 
@@ -109,14 +116,45 @@ std::vector<int> CodeSearch::homesOf(const cv::Rect2f& box) const
     return homes;
 }
 
+bool CodeSearch::goOn(const Sighting& a, const Sighting& b) const
+{
+    return std::any_of(a.homes.begin(), a.homes.end(), [&](int home) {
+        return std::find(b.homes.begin(), b.homes.end(), home) != b.homes.end() &&
+               barsGoOn(frame_, candidates_[static_cast<size_t>(home)], middleOf(a.box), middleOf(b.box));
+    });
+}
+
 void CodeSearch::lookAtWhole()
 {
     std::vector<Look> looks;
     if (frame_.noise() <= noisy) // in noise it would take long and find nothing that the reduced one does not
-        looks.push_back({View::ofLevel(frame_, 0), Decoders::bars, 2, false});
+        looks = looksAtBars();
     looks.push_back({View::ofLevel(frame_, 0), Decoders::matrices, 1, false});
     looks.push_back({View::ofLevel(frame_, 1), Decoders::bars | Decoders::matrices, 1, false});
     run(looks);
+}
+
+// The frame in its own size, which takes half of the time of all looks at a large one: there, the places that
+// look like bars, as they lie.
+std::vector<CodeSearch::Look> CodeSearch::looksAtBars() const
+{
+    const std::vector<Look> whole{{View::ofLevel(frame_, 0), Decoders::bars, 2, false}};
+    const double frame = frame_.size().area();
+    if (frame < largeFrame)
+        return whole;
+    std::vector<Look> looks;
+    double pixels = 0;
+    for (const Candidate& candidate : candidates_) {
+        if (!candidate.isBars || candidate.likeness < worthALook || fills(candidate)) // the half shows it
+            continue;
+        const cv::Rect2f box = candidate.box.boundingRect2f();
+        // The place may be a part of the code: two of five is read out of the middle of a longer number, too.
+        const float margin = around * std::max(box.width, box.height);
+        const cv::Size2f size(box.width + 2 * margin, box.height + 2 * margin);
+        looks.push_back({View::ofBox({middleOf(box), size, 0}, 1), Decoders::bars});
+        pixels += size.area();
+    }
+    return pixels > frame / 2 ? whole : looks;
 }
 
 void CodeSearch::lookAtCandidates()
@@ -217,10 +255,18 @@ std::vector<Candidate> CodeSearch::unread() const
     return result;
 }
 
+// Much of a large frame: a code's modules are many pixels wide then, and most such places are cloth.
+bool CodeSearch::fills(const Candidate& candidate) const
+{
+    const double frame = frame_.size().area();
+    return frame >= largeFrame && candidate.box.size.area() > frame * filling;
+}
+
 // The candidate upright, `enlarged` times the scale at which the modules should be a few pixels wide.
 View CodeSearch::viewOf(const Candidate& candidate, double enlarged) const
 {
-    const double most = std::sqrt(viewAtMost / candidate.box.size.area());
+    const double most =
+        std::sqrt((fills(candidate) ? largeViewAtMost : viewAtMost) / candidate.box.size.area());
     View view = View::ofBox(candidate.box, std::min(enlarged * scaleFor(candidate), most));
     view.inverted = candidate.onDark;
     view.sharpened = true;

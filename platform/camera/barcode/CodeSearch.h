@@ -12,6 +12,8 @@ class CodeSearch
 public:
     /// Both are borrowed for the life of this object.
     CodeSearch(const GreyFrame& frame, DecoderPool& pool);
+    CodeSearch(const CodeSearch&) = delete; // its sightings ask it
+    CodeSearch& operator=(const CodeSearch&) = delete;
 
     /// The frame as it is, and reduced.
     void lookAtWhole();
@@ -35,10 +37,13 @@ private:
         int step = 1;
         bool ofPart = true;
     };
+    std::vector<Look> looksAtBars() const;
     void run(const std::vector<Look>& looks);
     void note(const Look& look, int pass, const helper::Reading& reading, std::string_view bytes);
     std::vector<int> homesOf(const cv::Rect2f& box) const;
+    bool goOn(const Sighting& a, const Sighting& b) const;
     std::vector<Candidate> unread() const;
+    bool fills(const Candidate& candidate) const;
     View viewOf(const Candidate& candidate, double enlarged) const;
 
     const GreyFrame& frame_;

@@ -5,6 +5,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <tuple>
 
 namespace mirvak {
@@ -14,6 +15,7 @@ namespace {
 // The check digit of trade numbers is right in every tenth misreading, and a blurred picture misleads a
 // decoder in the same way again and again: the other one has to agree, or very many views.
 constexpr size_t passesOfOneDecoder = 5;
+constexpr size_t shareOfRival = 3; // one reading in so many may be wrong
 
 bool haveCommonHome(const Sighting& a, const Sighting& b)
 {
@@ -38,13 +40,6 @@ bool areStripsOfOne(const Sighting& a, const Sighting& b)
         around.width > around.height ? a.box.height + b.box.height : a.box.width + b.box.width;
     const float length = std::min(std::max(a.box.width, a.box.height), std::max(b.box.width, b.box.height));
     return isLinear(a.symbology) && 2 * (across - covered) < covered && 2 * covered < length;
-}
-
-bool isSameCode(const Sighting& a, const Sighting& b)
-{
-    if (a.symbology != b.symbology || a.bytes != b.bytes)
-        return false;
-    return (a.box & b.box).area() > 0 || (haveCommonHome(a, b) && (isSpotOf(a, b) || areStripsOfOne(a, b)));
 }
 
 // Two of five is read out of the middle of a longer number, too; where it lies is then known roughly.
@@ -75,25 +70,45 @@ bool isByBothDecoders(const std::set<int>& passes)
            std::any_of(passes.begin(), passes.end(), [](int pass) { return pass % 2 == 1; });
 }
 
-// How well founded a code is: what corrects its own errors before bars, then by the number of readings.
+// How well founded a code is: what corrects its own errors before bars, what both decoders read before what
+// one does, which repeats its error in view after view; then by the number of readings.
 auto weight(const SeenCode& code)
 {
-    return std::make_tuple(
-        !isLinear(code.best.symbology), code.passes.size(), code.lines, code.best.bytes.size());
+    return std::make_tuple(!isLinear(code.best.symbology),
+                           isByBothDecoders(code.passes),
+                           code.passes.size(),
+                           code.lines,
+                           code.best.bytes.size());
 }
 
-// Boxes that have grown may meet.
-void joinTouching(std::vector<SeenCode>& codes)
+// Another trade number there, of which the other decoder speaks.
+bool isOthersNumber(const SeenCode& code, const SeenCode& rival)
 {
-    for (size_t i = 0; i < codes.size(); ++i) {
-        for (size_t j = codes.size() - 1; j > i; --j) {
-            if (!isSameCode(codes[i].best, codes[j].best))
-                continue;
-            codes[i].passes.insert(codes[j].passes.begin(), codes[j].passes.end());
-            codes[i].lines = std::max(codes[i].lines, codes[j].lines);
-            codes.erase(codes.begin() + static_cast<std::ptrdiff_t>(j));
-        }
-    }
+    std::set<int> both = code.passes;
+    both.insert(rival.passes.begin(), rival.passes.end());
+    return isGtin(code.best.symbology) && isGtin(rival.best.symbology) && isByBothDecoders(both) &&
+           contradict(code, rival);
+}
+
+// The halves of a longer trade number are each read as a UPC-E, which has nothing in its middle to tell.
+bool areHalves(const SeenCode& code, const SeenCode& rival)
+{
+    return code.best.symbology == Symbology::upce && rival.best.symbology == Symbology::upce &&
+           haveCommonHome(code.best, rival.best);
+}
+
+// One decoder alone reads these bars now as this and now as that: neither can be believed.
+bool isReadOtherwise(const SeenCode& code, const SeenCode& rival)
+{
+    return code.best.symbology == rival.best.symbology && code.best.bytes.size() == rival.best.bytes.size() &&
+           rival.passes.size() * shareOfRival >= code.passes.size() && contradict(code, rival);
+}
+
+bool isContested(const SeenCode& code, const SeenCode& rival)
+{
+    return isLinear(code.best.symbology) && !isByBothDecoders(code.passes) &&
+           code.best.bytes != rival.best.bytes &&
+           (isReadOtherwise(code, rival) || isOthersNumber(code, rival) || areHalves(code, rival));
 }
 
 } // namespace
@@ -109,6 +124,30 @@ bool SeenCode::isCredible() const
     const bool isFounded =
         lines >= linesNeeded(best.symbology) || (views > needed && (byBoth || testsItself(best.symbology)));
     return isFounded && views >= needed && isPlausible(best.symbology, best.bytes);
+}
+
+bool Sightings::isSameCode(const Sighting& a, const Sighting& b) const
+{
+    if (a.symbology != b.symbology || a.bytes != b.bytes)
+        return false;
+    if ((a.box & b.box).area() > 0)
+        return true;
+    return haveCommonHome(a, b) &&
+           (isSpotOf(a, b) || areStripsOfOne(a, b) || (isLinear(a.symbology) && goesOn_ && goesOn_(a, b)));
+}
+
+// Boxes that have grown may meet.
+void Sightings::joinTouching(std::vector<SeenCode>& codes) const
+{
+    for (size_t i = 0; i < codes.size(); ++i) {
+        for (size_t j = codes.size() - 1; j > i; --j) {
+            if (!isSameCode(codes[i].best, codes[j].best))
+                continue;
+            codes[i].passes.insert(codes[j].passes.begin(), codes[j].passes.end());
+            codes[i].lines = std::max(codes[i].lines, codes[j].lines);
+            codes.erase(codes.begin() + static_cast<std::ptrdiff_t>(j));
+        }
+    }
 }
 
 std::vector<SeenCode> Sightings::codes() const
@@ -138,10 +177,13 @@ std::vector<SeenCode> Sightings::codes() const
 
 std::vector<SeenCode> Sightings::credible() const
 {
-    std::vector<SeenCode> seen = codes();
-    seen.erase(
-        std::remove_if(seen.begin(), seen.end(), [](const SeenCode& code) { return !code.isCredible(); }),
-        seen.end());
+    const std::vector<SeenCode> every = codes();
+    std::vector<SeenCode> seen;
+    std::copy_if(every.begin(), every.end(), std::back_inserter(seen), [&](const SeenCode& code) {
+        return code.isCredible() && std::none_of(every.begin(), every.end(), [&](const SeenCode& rival) {
+                   return isContested(code, rival);
+               });
+    });
     const std::vector<SeenCode> all = seen;
     seen.erase(std::remove_if(seen.begin(),
                               seen.end(),

@@ -4,6 +4,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -32,19 +33,27 @@ struct SeenCode
     bool isCredible() const;
 };
 
+/// Whether the bars of one reading go on to the other one; asked about equal texts of one candidate.
+using GoesOn = std::function<bool(const Sighting&, const Sighting&)>;
+
 /// Puts the readings of one picture together: the same text at the same place is one code, a second label
 /// with the same text is another one.
 class Sightings
 {
 public:
+    explicit Sightings(GoesOn goesOn = {}) : goesOn_(std::move(goesOn)) {}
     void add(Sighting sighting) { all_.push_back(std::move(sighting)); }
     /// Every code that was seen, credible or not.
     std::vector<SeenCode> codes() const;
-    /// The credible ones; of two that contradict each other at one place the better founded.
+    /// The credible ones; of two that contradict each other at one place the better founded, or none.
     std::vector<SeenCode> credible() const;
 
 private:
+    bool isSameCode(const Sighting& a, const Sighting& b) const;
+    void joinTouching(std::vector<SeenCode>& codes) const;
+
     std::vector<Sighting> all_;
+    GoesOn goesOn_;
 };
 
 } // namespace mirvak

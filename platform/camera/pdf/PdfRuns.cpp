@@ -7,7 +7,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr double almostLevel = 7; // degrees of a word's slant
+// Degrees of a word's slant: below the first each word is made level, up to the second those whose ends do
+// not move much by it. Readers take what slants more apart, letter by letter.
+constexpr double almostLevel = 7, hardlyLevel = 12;
+constexpr double mostTilt = 0.5; // heights of the word, by which its ends may move then
 
 // Heights of a line: how far it may rise or fall from end to end, which readers of text put up with, and how
 // far a word may be moved for that.
@@ -50,19 +53,22 @@ double levelOf(const PdfRun& run)
 
 bool isAlmostLevel(const PdfRun& run)
 {
-    const double slant = std::atan2(run.along.y, run.along.x);
-    return std::abs(slant - levelOf(run)) <= almostLevel * CV_PI / 180;
+    const double slant = std::abs(std::atan2(run.along.y, run.along.x) - levelOf(run));
+    const double moved = cv::norm(run.along) / 2 * std::sin(slant);
+    return slant <= almostLevel * CV_PI / 180 ||
+           (slant <= hardlyLevel * CV_PI / 180 && moved <= mostTilt * cv::norm(run.upward));
 }
 
 void setLevel(PdfRun& run)
 {
     const double level = levelOf(run);
-    const cv::Point2d middle = run.start + run.along / 2, direction(std::cos(level), std::sin(level));
+    const cv::Point2d middle = run.start + (run.along + run.upward) / 2;
+    const cv::Point2d direction(std::cos(level), std::sin(level));
     const cv::Point2d above(-direction.y, direction.x);
     const bool isMirrored = above.dot(run.upward) < 0;
     run.along = direction * cv::norm(run.along);
     run.upward = above * (isMirrored ? -1 : 1) * cv::norm(run.upward);
-    run.start = middle - run.along / 2;
+    run.start = middle - (run.along + run.upward) / 2;
 }
 
 /// Words [from, to) of one line that are level already, each for itself.
@@ -122,12 +128,15 @@ std::vector<PdfRun> runsOf(const PdfWords& words, const cv::Matx23d& toSheet)
         runs.push_back(runOf(words[i], i + 1 < words.size() ? &words[i + 1] : nullptr, toSheet));
     for (size_t from = 0, to = 0; from < words.size(); from = to) {
         bool isLevel = true;
-        for (to = from; to < words.size() && words[to].line == words[from].line; ++to)
-            isLevel = isLevel && isAlmostLevel(runs[to]) && levelOf(runs[to]) == levelOf(runs[from]);
-        if (!isLevel)
-            continue;
-        std::for_each(runs.begin() + static_cast<long>(from), runs.begin() + static_cast<long>(to), setLevel);
-        LevelLine(runs, from, to).straighten();
+        const double level = levelOf(runs[from]);
+        for (to = from; to < words.size() && words[to].line == words[from].line; ++to) {
+            const bool isOnLevel = isAlmostLevel(runs[to]) && levelOf(runs[to]) == level;
+            if (isOnLevel)
+                setLevel(runs[to]);
+            isLevel = isLevel && isOnLevel;
+        }
+        if (isLevel)
+            LevelLine(runs, from, to).straighten();
     }
     return runs;
 }

@@ -7,9 +7,9 @@
 #include "OtherOrder.h"
 #include "PageMap.h"
 #include "PagePicture.h"
+#include "Scraps.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
-#include "Unicode.h"
 
 #include <algorithm>
 #include <cmath>
@@ -37,10 +37,6 @@ constexpr double blocksFrom = 15, opinionsFrom = 80, wholePage = 99;
 // Of the glance: below the first, it is no writing in any of the languages; below the second it may be a
 // picture.
 constexpr double leastConfidence = 40, doubtfully = 60;
-constexpr double leastOfLine = 35;
-constexpr double leastOfShortLine = 75; // a few letters by themselves may be a speck or a piece of a picture
-constexpr long shortLine = 2;           // letters
-constexpr float leastOfScrap = 60;      // for what is neither letter nor digit
 
 /// A page as it is read.
 struct Sheet
@@ -100,38 +96,6 @@ void setUpright(Sheet& sheet, Models& models, const Limit& limit)
         if (!sheet.glance.model || isSure(sheet.glance))
             return;
     }
-}
-
-bool hasText(const ReadWord& word)
-{
-    const std::u32string text = fromUtf8(word.text);
-    return std::any_of(text.begin(), text.end(), isReadable);
-}
-
-// What is left of rules, logos and signatures.
-bool isScrap(ReadLine& line)
-{
-    line.words.erase(
-        std::remove_if(line.words.begin(),
-                       line.words.end(),
-                       [](const ReadWord& word) { return word.confidence < leastOfScrap && !hasText(word); }),
-        line.words.end());
-    long letters = 0;
-    for (const ReadWord& word : line.words) {
-        const std::u32string text = fromUtf8(word.text);
-        letters += std::count_if(text.begin(), text.end(), isReadable);
-    }
-    return letters == 0 || confidenceOf(line.words) < (letters > shortLine ? leastOfLine : leastOfShortLine);
-}
-
-void dropScraps(ReadPage& page)
-{
-    for (ReadBlock& block : page.blocks)
-        block.erase(std::remove_if(block.begin(), block.end(), isScrap), block.end());
-    page.blocks.erase(std::remove_if(page.blocks.begin(),
-                                     page.blocks.end(),
-                                     [](const ReadBlock& block) { return block.empty(); }),
-                      page.blocks.end());
 }
 
 // Paper where other areas reach into this one.
@@ -256,7 +220,7 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
               models_,
               limit.within(opinionTime),
               {watch_, opinionsFrom, wholePage});
-    dropScraps(page);
+    dropScraps(page, sheet.marks.height);
     if (page.blocks.empty() || watch_.stopped)
         return reading.isOver() ? Reading::late : Reading::noText;
     return Reading::ok;

@@ -16,7 +16,10 @@ namespace {
 
 constexpr int inkLevel = 190;   // thin strokes of a camera's picture are hardly darker
 constexpr size_t lineMarks = 5; // fewer make no line of print
-constexpr int ruleLength = 12;  // heights of a mark: shorter lines part nothing
+// In heights of a mark: a dot has its letter or the next dot so near.
+constexpr double companyBeside = 1.2, companyOver = 0.6;
+const cv::Point rim(2, 2);     // px: so far an edge is soft
+constexpr int ruleLength = 12; // heights of a mark: shorter lines part nothing
 
 struct Heights
 {
@@ -137,26 +140,63 @@ cv::Mat nearLetters(const Components& ink, const cv::Size& page, int height)
     return near;
 }
 
+/// How many marks reach to each place or stand beside it, in cells.
+class Company
+{
+public:
+    Company(const Components& ink, const cv::Size& page, int height)
+        : cell_(std::max(1, height / 4)), marks_(page.height / cell_ + 1, page.width / cell_ + 1, CV_8UC1)
+    {
+        marks_.setTo(0);
+        const int beside = cvRound(companyBeside * height), over = cvRound(companyOver * height);
+        for (int i = 1; i < ink.count; ++i) {
+            const cv::Rect box = ink.box(i);
+            const cv::Point from(box.x - beside, box.y - over), to(box.br().x + beside, box.br().y + over);
+            if (kindOf(box, ink.area(i), height) == Kind::refuse)
+                continue;
+            cv::Mat place = marks_(cv::Rect(from / cell_, to / cell_ + cv::Point(1, 1)) &
+                                   cv::Rect({0, 0}, marks_.size()));
+            place += 1;
+        }
+    }
+    bool isAlone(const cv::Rect& mark) const
+    {
+        return marks_.at<unsigned char>((mark.y + mark.height / 2) / cell_,
+                                        (mark.x + mark.width / 2) / cell_) < 2; // itself
+    }
+
+private:
+    int cell_;
+    cv::Mat marks_;
+};
+
 Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
 {
+    const Company company(ink, grey.size(), height);
     const int speck = largestSpeck(ink, height), grain = height * height / 144;
     const cv::Mat near = speck > grain ? nearLetters(ink, grey.size(), height) : cv::Mat();
     Marks marks;
     marks.height = height;
     std::vector<unsigned char> isRefuse(static_cast<size_t>(ink.count), 0);
+    std::vector<cv::Rect> alone;
     for (int i = 1; i < ink.count; ++i) {
         const cv::Rect box = ink.box(i);
         const bool part = !near.empty() && ink.area(i) > grain &&
                           near.at<unsigned char>(box.y + box.height / 2, box.x + box.width / 2) > 0;
-        if (ink.area(i) <= (part ? grain : speck) || touchesBorder(ink.box(i), grey.size()) ||
-            kindOf(ink.box(i), ink.area(i), height) == Kind::refuse || isEmblem(ink, i, height))
+        const Kind kind = kindOf(box, ink.area(i), height);
+        if (kind == Kind::grain && company.isAlone(box))
+            alone.push_back(box);
+        else if (ink.area(i) <= (part ? grain : speck) || touchesBorder(box, grey.size()) ||
+                 kind == Kind::refuse || isEmblem(ink, i, height))
             isRefuse[static_cast<size_t>(i)] = 1;
         else
-            marks.boxes.push_back(ink.box(i));
-        if (ink.box(i).width > ruleLength * height && ink.box(i).height <= height)
-            marks.rules.push_back(ink.box(i));
+            marks.boxes.push_back(box);
+        if (box.width > ruleLength * height && box.height <= height)
+            marks.rules.push_back(box);
     }
     erase(grey, ink, isRefuse);
+    for (const cv::Rect& box : alone) // with its soft rim
+        grey(cv::Rect(box.tl() - rim, box.br() + rim) & cv::Rect({0, 0}, grey.size())).setTo(paper);
     return marks;
 }
 

@@ -6,8 +6,9 @@
 
 namespace mirvak {
 
-/// Places without any white paper in them, where photographs are printed: neither lines nor letters lie so
-/// close that no paper is left. Screened prints count by their mean tone.
+/// Places where photographs and drawings with shades are printed: those without any white paper, since
+/// neither lines nor letters lie so close that none is left, and those that are shaded for the most part,
+/// since letters end at once. Screened prints count by their mean tone.
 /// @param grey CV_8UC1, evened out @param markHeight px
 std::vector<cv::Rect> picturesOf(const cv::Mat& grey, int markHeight);
 
