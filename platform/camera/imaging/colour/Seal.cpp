@@ -79,12 +79,12 @@ Ink inkOf(const cv::Mat& rgb, const Channels& channels, SealColour colour)
     return ink;
 }
 
-std::array<int, 256> textCurve()
+std::array<unsigned char, 256> textCurve()
 {
-    std::array<int, 256> curve{};
+    std::array<unsigned char, 256> curve{};
     for (int i = 0; i < 256; ++i) {
         const double x = std::pow(std::clamp((i - 40) / 200.0, 0.0, 1.0), 1.5);
-        curve[static_cast<size_t>(i)] = static_cast<int>(std::lround(255 * x * x * (3 - 2 * x)));
+        curve[static_cast<size_t>(i)] = cv::saturate_cast<unsigned char>(255 * x * x * (3 - 2 * x));
     }
     return curve;
 }
@@ -115,6 +115,12 @@ public:
         // The tint counts against the light that the pixel has left: over black text both are small.
         const double own = std::max<int>(p[channels_.own], 60);
         const double relative = tint * 255.0 / own;
+        if (relative <= leastTint) { // most of a page
+            p[0] = curve_[p[0]];
+            p[1] = curve_[p[1]];
+            p[2] = curve_[p[2]];
+            return;
+        }
         const double seal = std::clamp((relative - leastTint) / (fullTint - leastTint), 0.0, 1.0);
         std::array<unsigned char, 3> sealed{p[0], p[1], p[2]};
         inkPixel(
@@ -128,7 +134,7 @@ private:
     SealColour colour_;
     Channels channels_;
     Ink ink_;
-    std::array<int, 256> curve_;
+    std::array<unsigned char, 256> curve_;
     double inkTint_;
 };
 

@@ -1,6 +1,7 @@
 #include "Threshold.h"
 
 #include "PaperModel.h"
+#include "Specks.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -73,25 +74,6 @@ cv::Mat strokesOf(const cv::Mat& grey, double noise)
         }
     }
     return black;
-}
-
-// Specks are what noise and dust leave; the dot of an i is several times as large.
-void removeSpecks(cv::Mat& black, int largest)
-{
-    cv::Mat labels, boxes, centres;
-    const int count = cv::connectedComponentsWithStats(black, labels, boxes, centres, 8, CV_32S);
-    std::vector<unsigned char> keep(static_cast<size_t>(count), 255);
-    keep[0] = 0;
-    for (int i = 1; i < count; ++i) {
-        if (boxes.at<int>(i, cv::CC_STAT_AREA) <= largest)
-            keep[static_cast<size_t>(i)] = 0;
-    }
-    for (int y = 0; y < black.rows; ++y) {
-        const int* label = labels.ptr<int>(y);
-        unsigned char* out = black.ptr(y);
-        for (int x = 0; x < black.cols; ++x)
-            out[x] = keep[static_cast<size_t>(label[x])];
-    }
 }
 
 } // namespace
