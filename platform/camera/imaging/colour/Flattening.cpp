@@ -61,9 +61,13 @@ std::vector<Column> columnsOf(int width, int gridWidth, int factor)
 class RowFlattener
 {
 public:
-    RowFlattener(const cv::Mat& gains, int factor, int width, const std::array<unsigned char, 256>& curve)
-        : gains_(gains), factor_(factor), curve_(curve), isStraight_(curve == Flattening::straightCurve()),
-          columns_(columnsOf(width, gains.cols, factor))
+    RowFlattener(const cv::Mat& gains,
+                 const PaperModel& model,
+                 int width,
+                 const std::array<unsigned char, 256>& curve)
+        : gains_(gains), shares_(model.share()), factor_(model.factor()), curve_(curve),
+          isStraight_(curve == Flattening::straightCurve()),
+          columns_(columnsOf(width, gains.cols, model.factor()))
     {
     }
 
@@ -74,14 +78,14 @@ public:
                                     static_cast<float>(gains_.rows - 1));
         const int upper = std::min(static_cast<int>(at), gains_.rows - 1);
         moveTo(upper);
-        multiply(rgb, static_cast<int>((at - static_cast<float>(upper)) * 32767));
+        const float lower = at - static_cast<float>(upper);
+        multiply(rgb, static_cast<int>(lower * 32767));
         if (isStraight_)
             return;
-        for (const unsigned char* end = rgb + 3 * columns_.size(); rgb < end; rgb += 3) {
-            rgb[0] = curve_[rgb[0]];
-            rgb[1] = curve_[rgb[1]];
-            rgb[2] = curve_[rgb[2]];
-        }
+        if (isPaperOnly_)
+            bend(rgb);
+        else
+            bendOnPaper(rgb, upper, lower);
     }
 
 private:
@@ -94,8 +98,11 @@ private:
             std::swap(upper_, lower_);
         else
             widen(upper, upper_);
-        widen(std::min(upper + 1, gains_.rows - 1), lower_);
+        const int lower = std::min(upper + 1, gains_.rows - 1);
+        widen(lower, lower_);
         at_ = upper;
+        isPaperOnly_ =
+            cv::countNonZero(shares_.row(upper) < 1) + cv::countNonZero(shares_.row(lower) < 1) == 0;
     }
 
     void widen(int row, std::vector<Gain>& wide) const
@@ -138,12 +145,38 @@ private:
         }
     }
 
+    void bend(unsigned char* rgb) const
+    {
+        for (const unsigned char* end = rgb + 3 * columns_.size(); rgb < end; rgb += 3) {
+            rgb[0] = curve_[rgb[0]];
+            rgb[1] = curve_[rgb[1]];
+            rgb[2] = curve_[rgb[2]];
+        }
+    }
+
+    // The curve is for print; areas and pictures keep their colours.
+    void bendOnPaper(unsigned char* rgb, int upper, float share) const
+    {
+        const float* a = shares_.ptr<float>(upper);
+        const float* b = shares_.ptr<float>(std::min(upper + 1, shares_.rows - 1));
+        for (const Column& column : columns_) {
+            const int left = column.left / 3, right = column.right / 3;
+            const float above = a[left] + column.share * (a[right] - a[left]),
+                        below = b[left] + column.share * (b[right] - b[left]);
+            const int paper = static_cast<int>((above + share * (below - above)) * 256);
+            for (int c = 0; c < 3; ++c, ++rgb)
+                *rgb = static_cast<unsigned char>(*rgb + ((curve_[*rgb] - *rgb) * paper >> 8));
+        }
+    }
+
     const cv::Mat& gains_;
+    const cv::Mat& shares_;
     int factor_;
     const std::array<unsigned char, 256>& curve_;
     bool isStraight_;
     std::vector<Column> columns_;
     int at_ = -1;
+    bool isPaperOnly_ = true;
     std::vector<Gain> upper_, lower_;
 };
 
@@ -161,7 +194,7 @@ void flatten(cv::Mat& rgb, const PaperModel& model, const Flattening& how)
 {
     const cv::Mat gains = gainsOf(model, how);
     cv::parallel_for_(cv::Range(0, rgb.rows), [&](const cv::Range& rows) {
-        RowFlattener flattener(gains, model.factor(), rgb.cols, how.curve);
+        RowFlattener flattener(gains, model, rgb.cols, how.curve);
         for (int y = rows.start; y < rows.end; ++y)
             flattener.apply(y, rgb.ptr(y));
     });

@@ -14,10 +14,11 @@ namespace mirvak {
 
 namespace {
 
-constexpr int reducedSide = 400;    // about 0.7 mm of an A4 page a pixel
-constexpr int closing = 9;          // pixels: broader than the strokes of a headline
-constexpr int leastArea = 7;        // pixels across
-constexpr double leastPaper = 0.02; // of the picture
+constexpr int reducedSide = 400;     // about 0.7 mm of an A4 page a pixel
+constexpr int closing = 9;           // pixels: broader than the strokes of a headline
+constexpr int leastArea = 7;         // pixels across
+constexpr float stillPaper = 0.965F; // of the paper's colour
+constexpr double leastPaper = 0.02;  // of the picture
 
 // The colours without what is thin and dark.
 cv::Mat closed(const std::array<cv::Mat, 3>& planes)
@@ -35,14 +36,23 @@ cv::Mat closed(const std::array<cv::Mat, 3>& planes)
     return merged;
 }
 
-// With the paper's half of the edges, and what is too small to be an area.
-cv::Mat shareOf(const cv::Mat& mask)
+// With the paper's side of the edges, and what is too small to be an area.
+cv::Mat shareOf(const cv::Mat& mask, const cv::Mat& colours, const cv::Mat& paper)
 {
-    cv::Mat paper, share;
-    cv::dilate(mask, paper, cv::Mat());
+    cv::Mat near, share = mask.clone();
+    cv::dilate(mask, near, cv::getStructuringElement(cv::MORPH_RECT, {leastArea, leastArea}));
+    for (int y = 0; y < mask.rows; ++y) {
+        for (int x = 0; x < mask.cols; ++x) {
+            if (!near.at<unsigned char>(y, x) || mask.at<unsigned char>(y, x))
+                continue;
+            const cv::Vec3f &seen = colours.at<cv::Vec3f>(y, x), &white = paper.at<cv::Vec3f>(y, x);
+            const float least = std::min({seen[0] / white[0], seen[1] / white[1], seen[2] / white[2]});
+            share.at<unsigned char>(y, x) = least > stillPaper ? 255 : 0;
+        }
+    }
     cv::morphologyEx(
-        paper, paper, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_RECT, {leastArea, leastArea}));
-    paper.convertTo(share, CV_32F, 1.0 / 255);
+        share, share, cv::MORPH_CLOSE, cv::getStructuringElement(cv::MORPH_RECT, {leastArea, leastArea}));
+    share.convertTo(share, CV_32F, 1.0 / 255);
     return share;
 }
 
@@ -67,7 +77,7 @@ void PaperModel::estimate(const std::array<cv::Mat, 3>& planes)
         share_ = cv::Mat(colours.size(), CV_32F, cv::Scalar(1));
         return;
     }
-    share_ = shareOf(mask_);
+    const cv::Mat whole = mask_;
     // The outermost paper pixels hold some of what lies beside them.
     cv::Mat inner;
     cv::erode(mask_, inner, cv::Mat(), {-1, -1}, 2);
@@ -78,6 +88,7 @@ void PaperModel::estimate(const std::array<cv::Mat, 3>& planes)
     paper_ = bridged(colours, weights);
     cv::GaussianBlur(paper_, paper_, {0, 0}, 2.5, 2.5, cv::BORDER_REPLICATE);
     cv::max(paper_, cv::Scalar::all(darkest), paper_);
+    share_ = shareOf(whole, colours, paper_);
 }
 
 // The median difference of neighbours is blind to print. Two pixels apart: nearer ones are smoothed alike by

@@ -45,7 +45,7 @@ struct Flattening
     double whiteFrom = 0.95;
     /// Standard deviations of noise that become white too.
     double noiseMargin = 3.0;
-    /// Applied last: 256 levels to 256 levels.
+    /// Applied last, on paper and print: 256 levels to 256 levels.
     std::array<unsigned char, 256> curve = straightCurve();
 
     static std::array<unsigned char, 256> straightCurve();
