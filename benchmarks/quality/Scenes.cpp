@@ -196,13 +196,16 @@ FlatPage drawSealed(const QString& text, bool isSealed, bool isBlue, unsigned se
         top = sheet.paragraph(20, top, 170, words[i % words.size()], style) + 2;
     }
     for (int i = 0; isSealed && i < 3; ++i) {
-        const int hue = isBlue ? 205 + any.bounded(45) : (346 + any.bounded(26)) % 360;
-        const int strength = 110 + any.bounded(120);
+        // Of blue up to violet, of red from crimson to orange; faint ones among them.
+        const int hue = isBlue ? 205 + any.bounded(80) : (340 + any.bounded(50)) % 360;
+        const int strength = 70 + any.bounded(160);
         const QColor ink = QColor::fromHsv(hue, strength, 190 + any.bounded(50));
         const deskpictures::Seal seal =
             any.bounded(2) ? deskpictures::starSeal(ink) : deskpictures::ringSeal(ink);
         const double x = 50 + any.bounded(110), y = 45 + 85 * i + any.bounded(40);
         press(sheet, seal, x, y, any.bounded(60) - 30);
+        if (any.bounded(3) == 0) // pressed twice
+            press(sheet, seal, x + 6 + any.bounded(14), y + any.bounded(12), any.bounded(60) - 30);
     }
     return deskpictures::finish(sheet);
 }

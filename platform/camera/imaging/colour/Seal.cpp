@@ -16,8 +16,8 @@ namespace {
 
 // Levels by which the seal's own channel stands out of the others: below is paper and black ink, above is
 // seal.
-constexpr int leastTint = 14, fullTint = 46;
-constexpr double sharpness = 0.35; // half of that of documents
+constexpr int leastTint = 14, fullTint = 28;
+constexpr double sharpness = 0.6; // a little less than that of documents
 
 struct Ink
 {
@@ -92,7 +92,7 @@ std::array<unsigned char, 256> textCurve()
 // A pixel of stamp: text, which the seal's own channel shows, over paper covered with ink.
 void inkPixel(unsigned char* p, const Ink& ink, double cover, double text)
 {
-    const double strong = 1 - (1 - cover) * (1 - cover);
+    const double strong = 1 - (1 - cover) * (1 - cover) * (1 - cover);
     for (size_t c = 0; c < 3; ++c)
         p[c] = cv::saturate_cast<unsigned char>(text / 255 * (255 * (1 - strong) + ink.colour[c] * strong));
 }
@@ -124,7 +124,7 @@ public:
         const double seal = std::clamp((relative - leastTint) / (fullTint - leastTint), 0.0, 1.0);
         std::array<unsigned char, 3> sealed{p[0], p[1], p[2]};
         inkPixel(
-            sealed.data(), ink_, std::clamp(1.3 * relative / inkTint_, 0.0, 1.0), curve_[p[channels_.own]]);
+            sealed.data(), ink_, std::clamp(1.6 * relative / inkTint_, 0.0, 1.0), curve_[p[channels_.own]]);
         for (int c = 0; c < 3; ++c)
             p[c] = cv::saturate_cast<unsigned char>(sealed[static_cast<size_t>(c)] * seal +
                                                     curve_[p[c]] * (1 - seal));
