@@ -281,8 +281,8 @@ TEST(Colour, everyColourComesOutAsItDid)
               "ffffff 000000 000000 ffffff 000000 000000 000000 ffffff ffffff 000000 000000 000000"},
              {mirvak::enhanceColour,
               "ffffff 1d1a1e 727377 abadb2 d40b18 1622cf 2d982f f7e84f d0a282 2b8bb4 722dc2 ed7f1b"},
-             {red, "ffffff 000000 303237 9b9fa9 b60000 0000d8 016f01 fffc13 ca6b6b 0158a9 3001c2 d51d1d"},
-             {blue, "ffffff 000000 303237 9b9fa9 df0000 0000ae 016f01 fffd10 e0864b 020288 10109f fe4400"}}) {
+             {red, "ffffff 000000 303237 9b9fa9 b50006 0000d8 016f01 fefc16 c05935 0158a9 3001c2 cf4202"},
+             {blue, "ffffff 000000 303237 9b9fa9 df0000 0006ac 016f01 fffd10 e0864b 004987 30009b fe4400"}}) {
         SCOPED_TRACE(colours);
         mirvak::Image image;
         image.pixels = sheet.clone();

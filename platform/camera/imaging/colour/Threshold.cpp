@@ -54,11 +54,16 @@ cv::Mat inkAround(const cv::Mat& dark)
     return ink;
 }
 
+cv::Size reducedSize(const cv::Mat& picture)
+{
+    return {std::max(1, picture.cols / groundFactor), std::max(1, picture.rows / groundFactor)};
+}
+
 // Paper, or the area that a place belongs to: a tinted box, a highlighter's mark, a picture.
 cv::Mat groundAround(const cv::Mat& dark)
 {
     cv::Mat small, ground;
-    cv::resize(dark, small, {}, 1.0 / groundFactor, 1.0 / groundFactor, cv::INTER_AREA);
+    cv::resize(dark, small, reducedSize(dark), 0, 0, cv::INTER_AREA);
     const int window = oddWindow(areaShare, std::max(small.cols, small.rows)), over = window + 2;
     cv::erode(small, small, cv::getStructuringElement(cv::MORPH_RECT, {window, window}));
     cv::dilate(small, small, cv::getStructuringElement(cv::MORPH_RECT, {over, over})); // its soft rim too
@@ -88,7 +93,7 @@ cv::Mat strokesOf(const cv::Mat& dark, double noise)
 void fillAreas(cv::Mat& black, const cv::Mat& rgb, const cv::Mat& dark, const DarknessTable& table)
 {
     cv::Mat small;
-    cv::resize(rgb, small, {}, 1.0 / groundFactor, 1.0 / groundFactor, cv::INTER_AREA);
+    cv::resize(rgb, small, reducedSize(rgb), 0, 0, cv::INTER_AREA);
     const cv::Mat limits = solidAreas(small, table, oddWindow(areaShare, std::max(small.cols, small.rows)));
     if (cv::countNonZero(limits) == 0)
         return;
