@@ -223,6 +223,19 @@ void printCopy(const std::vector<Scene>& scenes)
     std::printf("plain copy: %.1f ms/MP\n", 1000 * seconds / megapixels);
 }
 
+/// What the page itself would get: edges of true strokes are grey, too, and pale print is pale.
+void printTruth(const Table& table, const std::vector<Scene>& scenes)
+{
+    std::printf("  %-26s", "the page itself");
+    for (const Column& column : table.columns) {
+        double sum = 0;
+        for (const Scene& scene : scenes)
+            sum += column.measure(scene, scene.truth);
+        std::printf("%12.4f", sum / double(scenes.size()));
+    }
+    std::printf("\n");
+}
+
 void print(const Table& table, const std::vector<Scene>& scenes, const std::string& folder)
 {
     std::printf("\n%-28s", table.title);
@@ -251,6 +264,8 @@ void print(const Table& table, const std::vector<Scene>& scenes, const std::stri
             std::printf("%12.4f", cv::mean(cv::Mat(column))[0]);
         std::printf("%12.1f\n", 1000 * seconds / megapixels);
     }
+    if (scenes.front().seal.empty())
+        printTruth(table, scenes);
 }
 
 using Turn = std::function<cv::Mat(const cv::Mat& photo, cv::Matx33d& toOld)>;
