@@ -196,14 +196,34 @@ FlatPage drawSealed(const QString& text, bool isSealed, bool isBlue, unsigned se
         top = sheet.paragraph(20, top, 170, words[i % words.size()], style) + 2;
     }
     for (int i = 0; isSealed && i < 3; ++i) {
-        const int hue = isBlue ? 205 + any.bounded(45) : (346 + any.bounded(26)) % 360;
-        const int strength = 110 + any.bounded(120);
+        // Of blue up to violet, of red from crimson to orange; faint ones among them.
+        const int hue = isBlue ? 205 + any.bounded(80) : (340 + any.bounded(50)) % 360;
+        const int strength = 70 + any.bounded(160);
         const QColor ink = QColor::fromHsv(hue, strength, 190 + any.bounded(50));
         const deskpictures::Seal seal =
             any.bounded(2) ? deskpictures::starSeal(ink) : deskpictures::ringSeal(ink);
         const double x = 50 + any.bounded(110), y = 45 + 85 * i + any.bounded(40);
         press(sheet, seal, x, y, any.bounded(60) - 30);
+        if (any.bounded(3) == 0) // pressed twice
+            press(sheet, seal, x + 6 + any.bounded(14), y + any.bounded(12), any.bounded(60) - 30);
     }
+    return deskpictures::finish(sheet);
+}
+
+/// Text with notes close to all four edges.
+FlatPage drawToTheEdge()
+{
+    constexpr double margin = 4, width = 210, height = 297; // mm
+    Sheet sheet(width, height, QColor(252, 252, 252));
+    TextStyle style;
+    double top = 30;
+    const QStringList words = deskpictures::pageText(QStringLiteral("english"));
+    for (int i = 0; top < 240; ++i)
+        top = sheet.paragraph(25, top, 160, words[i % words.size()], style) + 2;
+    sheet.text(margin, margin + 4, QStringLiteral("No. 17"), style);
+    sheet.text(width - 30, height - margin, QStringLiteral("turn over"), style);
+    for (const double x : {margin, width - margin})
+        sheet.rule(x, 20, x, height - 20, 0.5, QColor(30, 30, 30));
     return deskpictures::finish(sheet);
 }
 
@@ -259,13 +279,15 @@ std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, boo
     return scenes;
 }
 
-std::vector<cv::Mat> makeTurnedPages(int count, cv::Size size, unsigned seed)
+std::vector<TurnedPage> makeTurnedPages(int count, cv::Size size, unsigned seed)
 {
     using deskpictures::Material;
     constexpr double mostTurn = 6; // degrees
-    const std::function<FlatPage()> pages[] = {
-        deskpictures::drawEnglishText, deskpictures::drawChineseText, deskpictures::drawRussianText};
-    std::vector<cv::Mat> pictures;
+    const std::function<FlatPage()> pages[] = {deskpictures::drawEnglishText,
+                                               deskpictures::drawChineseText,
+                                               drawToTheEdge,
+                                               deskpictures::drawRussianText};
+    std::vector<TurnedPage> turned;
     for (unsigned i = 0; i < unsigned(count); ++i) {
         QRandomGenerator any(seed + i);
         const FlatPage page = pages[i % std::size(pages)]();
@@ -278,8 +300,13 @@ std::vector<cv::Mat> makeTurnedPages(int count, cv::Size size, unsigned seed)
         const cv::Size2d pageMm(page.widthMm, page.heightMm);
         const deskpictures::View view(setting.pose, pageMm, size);
         const deskpictures::FlatLayer flat(page.image, pageMm, view.pxPerMm());
-        pictures.push_back(
-            deskpictures::photograph(setting, view, {flat.warp(view.pageToPicture(), size), {}}));
+        const cv::Mat seen = flat.warp(view.pageToPicture(), size);
+        TurnedPage result;
+        result.photo = deskpictures::photograph(setting, view, {seen, {}});
+        std::vector<cv::Mat> channels;
+        cv::split(seen, channels); // the last one is 0 beside the page
+        result.ink = (channels[1] < 128) & (channels[3] == 255);
+        turned.push_back(std::move(result));
     }
-    return pictures;
+    return turned;
 }

@@ -25,8 +25,15 @@ struct Scene
 /// photograph), under lamps, shadows, casts and noise of `seed`. RGB.
 std::vector<Scene> makeScenes(int count, cv::Size size, unsigned seed);
 
-/// Pages of text that lie on a desk, turned by up to 6 degrees, all of each in the picture. RGB.
-std::vector<cv::Mat> makeTurnedPages(int count, cv::Size size, unsigned seed);
+/// A page that lies on a desk, turned, all of it in the picture.
+struct TurnedPage
+{
+    cv::Mat photo; ///< CV_8UC3, RGB
+    cv::Mat ink;   ///< CV_8U, 255: where in the photograph the page's print lies
+};
+
+/// Pages of text, some of them printed up to 4 mm from the edge, turned by up to 6 degrees.
+std::vector<TurnedPage> makeTurnedPages(int count, cv::Size size, unsigned seed);
 
 /// English, Chinese and Russian text under seals of any hue of blue or red, strong and pale. RGB.
 std::vector<Scene> makeSealedScenes(int count, cv::Size size, unsigned seed, bool isBlue);

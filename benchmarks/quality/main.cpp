@@ -4,6 +4,7 @@
 //   bench_quality --photos FOLDER PHOTOGRAPH...  FOLDER receives each before and after every operation
 // ImageMagick and unpaper are measured where they are installed.
 #include "Commands.h"
+#include "InkLost.h"
 #include "Rivals.h"
 #include "Scenes.h"
 #include "Similarity.h"
@@ -20,7 +21,8 @@
 
 #include <opencv2/imgproc.hpp>
 
-#include <chrono>
+#include <sys/resource.h>
+
 #include <cstdio>
 #include <functional>
 
@@ -196,6 +198,44 @@ void keep(
     mirvak::writeImage(folder + '/' + std::to_string(number) + '-' + operation + ".jpg", image, 90);
 }
 
+/// Of this process and of the programs that it has run: others on the machine do not count.
+double processorSeconds()
+{
+    double sum = 0;
+    for (const int who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+        rusage used{};
+        getrusage(who, &used);
+        for (const timeval& part : {used.ru_utime, used.ru_stime})
+            sum += double(part.tv_sec) + double(part.tv_usec) * 1e-6;
+    }
+    return sum;
+}
+
+void printCopy(const std::vector<Scene>& scenes)
+{
+    double seconds = 0, megapixels = 0;
+    for (const Scene& scene : scenes) {
+        const double begin = processorSeconds();
+        const cv::Mat copy = scene.photo.clone();
+        seconds += processorSeconds() - begin;
+        megapixels += double(copy.total()) / 1e6;
+    }
+    std::printf("plain copy: %.1f ms/MP\n", 1000 * seconds / megapixels);
+}
+
+/// What the page itself would get: edges of true strokes are grey, too, and pale print is pale.
+void printTruth(const Table& table, const std::vector<Scene>& scenes)
+{
+    std::printf("  %-26s", "the page itself");
+    for (const Column& column : table.columns) {
+        double sum = 0;
+        for (const Scene& scene : scenes)
+            sum += column.measure(scene, scene.truth);
+        std::printf("%12.4f", sum / double(scenes.size()));
+    }
+    std::printf("\n");
+}
+
 void print(const Table& table, const std::vector<Scene>& scenes, const std::string& folder)
 {
     std::printf("\n%-28s", table.title);
@@ -210,9 +250,9 @@ void print(const Table& table, const std::vector<Scene>& scenes, const std::stri
         std::vector<std::vector<double>> values(table.columns.size());
         double seconds = 0, megapixels = 0;
         for (size_t i = 0; i < scenes.size(); ++i) {
-            const auto begin = std::chrono::steady_clock::now();
+            const double begin = processorSeconds();
             const cv::Mat page = operation(scenes[i].photo);
-            seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+            seconds += processorSeconds() - begin;
             megapixels += double(page.total()) / 1e6;
             for (size_t c = 0; c < values.size(); ++c)
                 values[c].push_back(table.columns[c].measure(scenes[i], page));
@@ -224,36 +264,64 @@ void print(const Table& table, const std::vector<Scene>& scenes, const std::stri
             std::printf("%12.4f", cv::mean(cv::Mat(column))[0]);
         std::printf("%12.1f\n", 1000 * seconds / megapixels);
     }
+    if (scenes.front().seal.empty())
+        printTruth(table, scenes);
+}
+
+using Turn = std::function<cv::Mat(const cv::Mat& photo, cv::Matx33d& toOld)>;
+
+/// As a capture does.
+cv::Mat straightened(const cv::Mat& photo, cv::Matx33d& toOld)
+{
+    constexpr int margin = 15; // pixels
+    mirvak::Image image;
+    image.pixels = photo.clone();
+    mirvak::deskew(image, margin, &toOld);
+    return image.pixels;
+}
+
+/// Others do not tell what they have done: it is measured.
+Turn measured(const Operation& operation)
+{
+    if (!operation)
+        return {};
+    return [operation](const cv::Mat& photo, cv::Matx33d& toOld) {
+        const cv::Mat page = operation(photo);
+        if (page.empty())
+            return photo;
+        toOld = turnedAboutMiddle(photo.size(), page.size(), skewLeft(photo) - skewLeft(page));
+        return page;
+    };
 }
 
 void printSkew(int count, unsigned seed)
 {
-    const Operation straighten = [](const cv::Mat& rgb) {
-        mirvak::Image image;
-        image.pixels = rgb.clone();
-        mirvak::deskew(image, 0);
-        return image.pixels;
-    };
-    const std::pair<const char*, Operation> rows[] = {
-        {"ours", straighten},
-        {"Leptonica", rivals::leptonicaDeskew},
-        {"ImageMagick -deskew", installed("convert", rivals::imageMagickDeskew)},
-        {"unpaper", installed("unpaper", rivals::unpaperDeskew)}};
-    const std::vector<cv::Mat> pages = makeTurnedPages(count, {2448, 3264}, seed);
-    std::printf("\n%-28s%12s%12s\n", "skew left, degrees", "mean", "most");
+    const std::pair<const char*, Turn> rows[] = {
+        {"ours", straightened},
+        {"Leptonica", measured(rivals::leptonicaDeskew)},
+        {"ImageMagick -deskew", measured(installed("convert", rivals::imageMagickDeskew))},
+        {"unpaper", measured(installed("unpaper", rivals::unpaperDeskew))}};
+    const std::vector<TurnedPage> pages = makeTurnedPages(count, {2448, 3264}, seed);
+    std::printf("\n%-28s%12s%12s%12s\n", "skew left, degrees", "mean", "most", "ink cut off");
     for (const auto& [name, operation] : rows) {
         if (!operation) {
             std::printf("  %-26snot installed\n", name);
             continue;
         }
-        double sum = 0, most = 0;
-        for (const cv::Mat& page : pages) {
-            const cv::Mat upright = operation(page);
-            const double left = std::abs(upright.empty() ? skewLeft(page) : skewLeft(upright));
+        double sum = 0, most = 0, lost = 0;
+        for (const TurnedPage& page : pages) {
+            cv::Matx33d toOld = cv::Matx33d::eye();
+            const cv::Mat upright = operation(page.photo, toOld);
+            const double left = std::abs(skewLeft(upright));
             sum += left;
             most = std::max(most, left);
+            lost += inkLost(page.photo, page.ink, upright, toOld);
         }
-        std::printf("  %-26s%12.3f%12.3f\n", name, sum / double(pages.size()), most);
+        std::printf("  %-26s%12.3f%12.3f%12.4f\n",
+                    name,
+                    sum / double(pages.size()),
+                    most,
+                    lost / double(pages.size()));
     }
 }
 
@@ -297,6 +365,7 @@ int main(int argc, char** argv)
     const std::string folder = argc > 3 ? argv[3] : "";
     const std::vector<Scene> scenes = makeScenes(pages, {1836, 2448}, seed);
     setvbuf(stdout, nullptr, _IOLBF, 0);
+    printCopy(scenes);
     for (const Table& table : pageTables())
         print(table, scenes, folder);
     for (const bool isBlue : {false, true})

@@ -40,12 +40,12 @@ void clean(Image& image, double depth, double sharpness)
 
 void removeBackground(Image& image)
 {
-    clean(image, 0.4, 0.5);
+    clean(image, 0.6, 0.8);
 }
 
 void processDocument(Image& image)
 {
-    clean(image, 1, 0.7);
+    clean(image, 1, 0.8);
 }
 
 } // namespace mirvak

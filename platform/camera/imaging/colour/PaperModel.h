@@ -21,6 +21,8 @@ public:
     /// The paper's colour, CV_32FC3, levels, on a grid of one value per factor() x factor() pixels.
     const cv::Mat& paper() const { return paper_; }
     int factor() const { return factor_; }
+    /// On the same grid, CV_32F: 1 on paper with its print, 0 in pictures and coloured areas.
+    const cv::Mat& share() const { return share_; }
     /// Standard deviation of the picture's noise on paper, levels.
     double noise() const { return noise_; }
 
@@ -29,6 +31,7 @@ private:
     void measureNoise(const cv::Mat& rgb);
 
     cv::Mat paper_;
+    cv::Mat share_;
     cv::Mat mask_; ///< 255 where paper was seen
     int factor_ = 1;
     double noise_ = 2;
@@ -37,12 +40,12 @@ private:
 /// Divides the paper out of a picture in place: paper becomes white, everything else keeps its ratio to it.
 struct Flattening
 {
-    /// Values from this share of the paper's brightness upwards count as white; the noise of dark places,
-    /// which the division raises, comes on top.
+    /// On paper, values from this share of its brightness upwards count as white; the noise of dark places,
+    /// which the division raises, comes on top. Pale colours of areas and pictures stay.
     double whiteFrom = 0.95;
     /// Standard deviations of noise that become white too.
     double noiseMargin = 3.0;
-    /// Applied last: 256 levels to 256 levels.
+    /// Applied last, on paper and print: 256 levels to 256 levels.
     std::array<unsigned char, 256> curve = straightCurve();
 
     static std::array<unsigned char, 256> straightCurve();

@@ -16,8 +16,9 @@ namespace {
 
 // Levels by which the seal's own channel stands out of the others: below is paper and black ink, above is
 // seal.
-constexpr int leastTint = 14, fullTint = 46;
-constexpr double sharpness = 0.35; // half of that of documents
+constexpr int leastTint = 14, fullTint = 28;
+constexpr double tintNoises = 4;  // deviations of the noise, of two channels together
+constexpr double sharpness = 0.6; // a little less than that of documents
 
 struct Ink
 {
@@ -79,12 +80,12 @@ Ink inkOf(const cv::Mat& rgb, const Channels& channels, SealColour colour)
     return ink;
 }
 
-std::array<int, 256> textCurve()
+std::array<unsigned char, 256> textCurve()
 {
-    std::array<int, 256> curve{};
+    std::array<unsigned char, 256> curve{};
     for (int i = 0; i < 256; ++i) {
         const double x = std::pow(std::clamp((i - 40) / 200.0, 0.0, 1.0), 1.5);
-        curve[static_cast<size_t>(i)] = static_cast<int>(std::lround(255 * x * x * (3 - 2 * x)));
+        curve[static_cast<size_t>(i)] = cv::saturate_cast<unsigned char>(255 * x * x * (3 - 2 * x));
     }
     return curve;
 }
@@ -92,7 +93,7 @@ std::array<int, 256> textCurve()
 // A pixel of stamp: text, which the seal's own channel shows, over paper covered with ink.
 void inkPixel(unsigned char* p, const Ink& ink, double cover, double text)
 {
-    const double strong = 1 - (1 - cover) * (1 - cover);
+    const double strong = 1 - (1 - cover) * (1 - cover) * (1 - cover);
     for (size_t c = 0; c < 3; ++c)
         p[c] = cv::saturate_cast<unsigned char>(text / 255 * (255 * (1 - strong) + ink.colour[c] * strong));
 }
@@ -100,12 +101,13 @@ void inkPixel(unsigned char* p, const Ink& ink, double cover, double text)
 class SealPainter
 {
 public:
-    SealPainter(const cv::Mat& rgb, SealColour colour)
-        : colour_(colour), channels_(channelsOf(colour)), ink_(inkOf(rgb, channels_, colour)),
-          curve_(textCurve()),
-          inkTint_(std::max(60.0,
-                            ink_.colour[channels_.own] -
-                                0.5 * (ink_.colour[channels_.others[0]] + ink_.colour[channels_.others[1]])))
+    /// `noise`: standard deviation in evened light, levels
+    SealPainter(const cv::Mat& rgb, SealColour colour, double noise)
+        : colour_(colour), noiseTint_(tintNoises * noise), channels_(channelsOf(colour)),
+          ink_(inkOf(rgb, channels_, colour)), curve_(textCurve()),
+          depth_(ink_.colour[channels_.own] -
+                 0.5 * (ink_.colour[channels_.others[0]] + ink_.colour[channels_.others[1]])),
+          inkTint_(std::max(60.0, depth_))
     {
     }
 
@@ -115,20 +117,44 @@ public:
         // The tint counts against the light that the pixel has left: over black text both are small.
         const double own = std::max<int>(p[channels_.own], 60);
         const double relative = tint * 255.0 / own;
-        const double seal = std::clamp((relative - leastTint) / (fullTint - leastTint), 0.0, 1.0);
-        std::array<unsigned char, 3> sealed{p[0], p[1], p[2]};
-        inkPixel(
-            sealed.data(), ink_, std::clamp(1.3 * relative / inkTint_, 0.0, 1.0), curve_[p[channels_.own]]);
+        const double least = std::max<double>(leastTint, noiseTint_ * 255 / own);
+        if (relative <= least) { // most of a page
+            p[0] = curve_[p[0]];
+            p[1] = curve_[p[1]];
+            p[2] = curve_[p[2]];
+            return;
+        }
+        const double seal = std::clamp((relative - least) / (fullTint - leastTint), 0.0, 1.0);
+        std::array<unsigned char, 3> sealed{};
+        inkPixel(sealed.data(),
+                 inkAt(p),
+                 std::clamp(1.6 * relative / inkTint_, 0.0, 1.0),
+                 curve_[p[channels_.own]]);
         for (int c = 0; c < 3; ++c)
             p[c] = cv::saturate_cast<unsigned char>(sealed[static_cast<size_t>(c)] * seal +
                                                     curve_[p[c]] * (1 - seal));
     }
 
 private:
+    // As strong as the stamp's, but of the pixel's own hue: several stamps may lie on a page.
+    Ink inkAt(const unsigned char* p) const
+    {
+        const double own = p[channels_.own];
+        const std::array<double, 2> missing{own - p[channels_.others[0]], own - p[channels_.others[1]]};
+        const double mean = std::max(1.0, (missing[0] + missing[1]) / 2);
+        Ink ink = ink_;
+        for (size_t i = 0; i < 2; ++i)
+            ink.colour[channels_.others[i]] =
+                std::max(0.0, ink_.colour[channels_.own] - depth_ * std::clamp(missing[i] / mean, 0.0, 2.0));
+        return ink;
+    }
+
     SealColour colour_;
+    double noiseTint_; ///< levels: smaller differences of channels may be noise
     Channels channels_;
     Ink ink_;
-    std::array<int, 256> curve_;
+    std::array<unsigned char, 256> curve_;
+    double depth_; ///< by how much the ink darkens the other channels, in the mean
     double inkTint_;
 };
 
@@ -139,7 +165,8 @@ void strengthenSeal(Image& image, SealColour colour)
     const PaperModel model(image.pixels);
     flatten(image.pixels, model, Flattening());
     sharpen(image.pixels, sharpness, model.noise());
-    const SealPainter painter(image.pixels, colour);
+    const double light = std::max<double>(PaperModel::darkest, cv::mean(model.paper())[1]);
+    const SealPainter painter(image.pixels, colour, model.noise() * 255 / light);
     cv::parallel_for_(cv::Range(0, image.pixels.rows), [&](const cv::Range& rows) {
         for (int y = rows.start; y < rows.end; ++y) {
             unsigned char* p = image.pixels.ptr(y);

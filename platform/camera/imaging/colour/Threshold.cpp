@@ -1,6 +1,8 @@
 #include "Threshold.h"
 
 #include "PaperModel.h"
+#include "SolidAreas.h"
+#include "Specks.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -11,7 +13,7 @@ namespace mirvak {
 
 namespace {
 
-constexpr double lightExponent = 1.4; // a lens mixes light, not levels; half of a stroke's light is its edge
+constexpr double lightExponent = 1.4; // half of a stroke's light is its edge
 constexpr double nearShare = 0.0042; // of the longer side: what a stroke is compared with, about 1.2 mm of A4
 constexpr double areaShare = 0.0101; // likewise: what is wider is no stroke but an area, about 3 mm
 constexpr int groundFactor = 4;      // areas are looked for on a smaller copy
@@ -25,14 +27,20 @@ int oddWindow(double share, int side)
     return std::max(3, static_cast<int>(share * side / 2) * 2 + 1);
 }
 
-// How much light is missing, 0 to 255.
-cv::Mat darknessOf(const cv::Mat& grey)
+// A lens mixes light, not levels.
+DarknessTable darknessTable()
 {
-    cv::Mat table(1, 256, CV_8U), dark;
-    for (int i = 0; i < 256; ++i)
-        table.at<unsigned char>(i) =
-            cv::saturate_cast<unsigned char>(255 * (1 - std::pow(i / 255.0, lightExponent)));
-    cv::LUT(grey, table, dark);
+    DarknessTable table{};
+    for (size_t i = 0; i < table.size(); ++i)
+        table[i] = cv::saturate_cast<unsigned char>(
+            255 * (1 - std::pow(static_cast<double>(i) / 255, lightExponent)));
+    return table;
+}
+
+cv::Mat darknessOf(const cv::Mat& grey, const DarknessTable& table)
+{
+    cv::Mat dark;
+    cv::LUT(grey, cv::Mat(1, 256, CV_8U, const_cast<unsigned char*>(table.data())), dark);
     return dark;
 }
 
@@ -46,11 +54,16 @@ cv::Mat inkAround(const cv::Mat& dark)
     return ink;
 }
 
+cv::Size reducedSize(const cv::Mat& picture)
+{
+    return {std::max(1, picture.cols / groundFactor), std::max(1, picture.rows / groundFactor)};
+}
+
 // Paper, or the area that a place belongs to: a tinted box, a highlighter's mark, a picture.
 cv::Mat groundAround(const cv::Mat& dark)
 {
     cv::Mat small, ground;
-    cv::resize(dark, small, {}, 1.0 / groundFactor, 1.0 / groundFactor, cv::INTER_AREA);
+    cv::resize(dark, small, reducedSize(dark), 0, 0, cv::INTER_AREA);
     const int window = oddWindow(areaShare, std::max(small.cols, small.rows)), over = window + 2;
     cv::erode(small, small, cv::getStructuringElement(cv::MORPH_RECT, {window, window}));
     cv::dilate(small, small, cv::getStructuringElement(cv::MORPH_RECT, {over, over})); // its soft rim too
@@ -59,38 +72,40 @@ cv::Mat groundAround(const cv::Mat& dark)
 }
 
 // Black is what is nearer to the ink than to the ground. `noise`: standard deviation, levels.
-cv::Mat strokesOf(const cv::Mat& grey, double noise)
+cv::Mat strokesOf(const cv::Mat& dark, double noise)
 {
-    const cv::Mat dark = darknessOf(grey), ink = inkAround(dark), ground = groundAround(dark);
+    const cv::Mat ink = inkAround(dark), ground = groundAround(dark);
     const int least = static_cast<int>(std::max(255 * leastContrast, leastNoises * lightExponent * noise));
     cv::Mat black(dark.size(), CV_8UC1);
     for (int y = 0; y < dark.rows; ++y) {
         const unsigned char *d = dark.ptr(y), *i = ink.ptr(y), *g = ground.ptr(y);
         unsigned char* out = black.ptr(y);
         for (int x = 0; x < dark.cols; ++x) {
-            const int limit = i[x] - g[x] < least ? surelyInk : (i[x] + g[x]) / 2;
-            out[x] = d[x] > limit ? 255 : 0;
+            const bool isStroke = i[x] - g[x] >= least;
+            // The ground is free of noise: an area near the limit does not break.
+            const bool isBlack = isStroke ? d[x] > (i[x] + g[x]) / 2 : g[x] > surelyInk && d[x] > g[x] / 2;
+            out[x] = isBlack ? 255 : 0;
         }
     }
     return black;
 }
 
-// Specks are what noise and dust leave; the dot of an i is several times as large.
-void removeSpecks(cv::Mat& black, int largest)
+void fillAreas(cv::Mat& black, const cv::Mat& rgb, const cv::Mat& dark, const DarknessTable& table)
 {
-    cv::Mat labels, boxes, centres;
-    const int count = cv::connectedComponentsWithStats(black, labels, boxes, centres, 8, CV_32S);
-    std::vector<unsigned char> keep(static_cast<size_t>(count), 255);
-    keep[0] = 0;
-    for (int i = 1; i < count; ++i) {
-        if (boxes.at<int>(i, cv::CC_STAT_AREA) <= largest)
-            keep[static_cast<size_t>(i)] = 0;
-    }
+    cv::Mat small;
+    cv::resize(rgb, small, reducedSize(rgb), 0, 0, cv::INTER_AREA);
+    const cv::Mat limits = solidAreas(small, table, oddWindow(areaShare, std::max(small.cols, small.rows)));
+    if (cv::countNonZero(limits) == 0)
+        return;
     for (int y = 0; y < black.rows; ++y) {
-        const int* label = labels.ptr<int>(y);
+        const unsigned char* limit = limits.ptr(std::min(y / groundFactor, limits.rows - 1));
+        const unsigned char *d = dark.ptr(y), *p = rgb.ptr(y);
         unsigned char* out = black.ptr(y);
-        for (int x = 0; x < black.cols; ++x)
-            out[x] = keep[static_cast<size_t>(label[x])];
+        for (int x = 0; x < black.cols; ++x) {
+            const int from = limit[std::min(x / groundFactor, limits.cols - 1)];
+            if (from > 0)
+                out[x] = standsOut(p + 3 * x, d[x], table) > from ? 255 : 0;
+        }
     }
 }
 
@@ -106,7 +121,10 @@ void threshold(Image& image)
     cv::Mat grey;
     cv::cvtColor(image.pixels, grey, cv::COLOR_RGB2GRAY);
     const cv::Scalar paper = cv::mean(model.paper());
-    cv::Mat black = strokesOf(grey, model.noise() * 255 / paper[1]);
+    const DarknessTable table = darknessTable();
+    const cv::Mat dark = darknessOf(grey, table);
+    cv::Mat black = strokesOf(dark, model.noise() * 255 / paper[1]);
+    fillAreas(black, image.pixels, dark, table);
     const double side = largestSpeck * std::max(black.cols, black.rows);
     removeSpecks(black, std::max(3, static_cast<int>(side * side)));
     cv::bitwise_not(black, black);
