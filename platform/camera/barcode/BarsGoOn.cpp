@@ -47,7 +47,7 @@ bool barsGoOn(const GreyFrame& frame,
     const double angle = candidate.box.angle * CV_PI / 180;
     const cv::Point2f across(float(std::cos(angle)), float(std::sin(angle))), along(-across.y, across.x);
     const float aside = std::abs((to - from).dot(across)), down = std::abs((to - from).dot(along));
-    if (!candidate.isBars || aside > down)
+    if (!candidate.isBars || aside > down || down < step || candidate.box.size.width < step / widthSeen)
         return false;
     const cv::Point2f middle = (from + to) / 2;
     const cv::Point2f centre = middle + across * (candidate.box.center - middle).dot(across);
