@@ -160,3 +160,8 @@ cv::Mat rivals::leptonicaDeskew(const cv::Mat& rgb)
 {
     return toMat(PixPtr(pixDeskew(toPix(rgb).get(), 0)).get());
 }
+
+Operation installed(const char* program, const Operation& operation)
+{
+    return commands::isThere(program) ? operation : Operation();
+}

@@ -2,6 +2,13 @@
 
 #include <opencv2/core.hpp>
 
+#include <functional>
+
+using Operation = std::function<cv::Mat(const cv::Mat&)>;
+
+/// Nothing where the program is missing.
+Operation installed(const char* program, const Operation& operation);
+
 /// What people use instead. RGB in, RGB or CV_8U out.
 namespace rivals {
 

@@ -151,6 +151,54 @@ TEST(ColourAreas, blackAndWhiteFillsOneColouredAreasAndKeepsPrintOnThem)
     }
 }
 
+TEST(ColourAreas, blackAndWhitePartsPicturesByLevelAndNotByNoise)
+{
+    cv::Mat sheet = made::blankPage(size), inked(size, CV_8UC1, cv::Scalar(255));
+    const cv::Rect picture(100, 100, 510, 200), tinted(100, 500, 500, 160);
+    for (int x = 0; x < picture.width; ++x)
+        sheet(cv::Rect(picture.x + x, picture.y, 1, picture.height)).setTo(cv::Scalar::all(20 + x / 3));
+    sheet(tinted).setTo(cv::Scalar::all(146)); // nearly half of the light is missing
+    write(sheet, "Receipt", {140, 590});
+    cv::putText(inked, "Receipt", {140, 590}, cv::FONT_HERSHEY_COMPLEX, 0.8, 0, 2);
+    cv::erode(inked, inked, cv::Mat(), {-1, -1}, 6);
+    mirvak::Image page = lit(sheet, {1, 1, 4});
+    mirvak::threshold(page);
+    const cv::Mat level = grey(page.pixels);
+    EXPECT_EQ(shareOf(level(cv::Rect(110, 110, 200, 180)) == 0), 1);
+    EXPECT_EQ(shareOf(level(cv::Rect(540, 110, 50, 180)) == 255), 1);
+    const cv::Rect ground = inside(tinted, 20);
+    EXPECT_LT(shareOf((level(ground) == 0) & (inked(ground) > 0)), 0.02);
+}
+
+TEST(ColourAreas, noiseInDarkPrintIsNoSeal)
+{
+    mirvak::Image page = lit(made::textPage(size, 34), {0.5, 0.7, 4});
+    mirvak::strengthenSeal(page, mirvak::SealColour::red);
+    std::vector<cv::Mat> c;
+    cv::split(page.pixels, c);
+    const cv::Mat chroma = cv::max(cv::max(c[0], c[1]), c[2]) - cv::min(cv::min(c[0], c[1]), c[2]);
+    EXPECT_LT(shareOf(chroma > 80), 1e-4);
+}
+
+TEST(ColourAreas, aWarmPageUnderMixedLightHasNoColourLeftButItsPanelHas)
+{
+    cv::Mat sheet = made::blankPage(size);
+    const cv::Rect panel(250, 250, 500, 500);
+    for (int y = 0; y < panel.height; ++y) { // begins softly, as at a fold
+        const double tinted = std::min(1.0, y / 150.0);
+        sheet.row(panel.y + y).colRange(panel.x, panel.x + panel.width) =
+            cv::mean(made::blankPage({1, 1})) - tinted * cv::Scalar(40, 22, 4);
+    }
+    for (int y = 0; y < size.height; ++y) // from lamp to window
+        sheet.row(y) = sheet.row(y).mul(cv::Scalar(0.94 - 0.0001 * y, 0.86, 0.76 + 0.0001 * y), 1);
+    mirvak::Image page = lit(sheet);
+    mirvak::removeBackground(page);
+    EXPECT_GT(shareOf(grey(page.pixels)(cv::Rect(20, 20, 960, 200)) >= 250), 0.999);
+    EXPECT_GT(shareOf(grey(page.pixels)(cv::Rect(20, 800, 960, 590)) >= 250), 0.999);
+    const cv::Scalar seen = cv::mean(page.pixels(cv::Rect(300, 600, 400, 120)));
+    EXPECT_GT(seen[2] - seen[0], 25) << "a panel that no edge parts from the paper";
+}
+
 TEST(ColourAreas, sealsOfEveryInkAreKeptAndLeaveTheTextBlack)
 {
     using mirvak::SealColour;

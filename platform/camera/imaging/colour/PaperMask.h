@@ -1,18 +1,10 @@
 #pragma once
 
+#include "PaperTint.h"
+
 #include <opencv2/core.hpp>
 
 namespace mirvak {
-
-/// Level and tint of a colour: the mean of its channels, and the shares of red and blue in their sum.
-struct Tint
-{
-    float level, red, blue;
-};
-Tint tintOf(const cv::Vec3f& colour);
-
-/// Median tint and level of the brighter places of a picture (CV_32FC3): most of them are paper.
-Tint brightPaper(const cv::Mat& colours);
 
 /// Where empty paper is seen. Light changes softly, and its tint slower still, while boxes and pictures begin
 /// at an edge. So the picture falls into the parts that lie between edges, and a part is paper when its
