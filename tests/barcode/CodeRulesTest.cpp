@@ -175,6 +175,9 @@ TEST(Sightings, WhatOneDecoderReadsInTwoWaysIsNotBelieved)
     EXPECT_THAT(both(wrong, readings("96385074", {1, 3}, here)), ElementsAre());
     EXPECT_THAT(both(wrong, readings("96385074", {1}, here)), ElementsAre("40170725")) << "hardly a rival";
     EXPECT_THAT(both(wrong, readings("96385074", {1, 3}, there)), ElementsAre("40170725"));
+    std::vector<Sighting> others{seen(Symbology::code39, "MILL", 1, here),
+                                 seen(Symbology::code39, "MILL", 4, here)};
+    EXPECT_THAT(both(others, wrong), ElementsAre("MILL")) << "another kind of code, by both";
 }
 
 // A blurred EAN-13, of which one decoder reads each half as a number of its own.

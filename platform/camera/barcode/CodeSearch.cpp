@@ -138,7 +138,7 @@ void CodeSearch::lookAtWhole()
 // look like bars, as they lie.
 std::vector<CodeSearch::Look> CodeSearch::looksAtBars() const
 {
-    const std::vector<Look> whole{{View::ofLevel(frame_, 0), Decoders::bars, 2, false}};
+    std::vector<Look> whole{{View::ofLevel(frame_, 0), Decoders::bars, 2, false}};
     const double frame = frame_.size().area();
     if (frame < largeFrame)
         return whole;

@@ -33,9 +33,8 @@ constexpr double widestSpace = 3;   // between words that no strip parts
 constexpr double offLevel = 0.6;    // a letter's middle from that of its line
 constexpr double leastLetter = 0.4; // smaller marks are dots, accents or dirt
 constexpr double tallOfPitch = 1.1, tallOfLine = 1.6;
-constexpr double leastRun = 5; // for the distance of lines
-constexpr double headingSize = 1.6;
-constexpr double headingSpace = 0.7; // of its letters: that far apart are its words
+constexpr double leastRun = 5;    // for the distance of lines
+constexpr double wordSpace = 0.7; // of the letters beside it
 
 /// White strips of a page.
 class Strips
@@ -134,7 +133,7 @@ private:
             const Open& open = open_[i];
             const double off = std::abs(open.level - level);
             if (off > offLevel * std::max<double>(open.size, height_) || isTooTall(letter, open.size) ||
-                (!isHeadingsSpace(open, letter) &&
+                (!isWordSpace(open, letter) &&
                  strips_.part(open.piece.box.br().x, letter.x, static_cast<int>(level))))
                 continue;
             if (best == open_.size() || off < least) {
@@ -154,12 +153,10 @@ private:
         open.size += (letter.height - open.size) / 4;
     }
 
-    // The gutter of the columns below may go on in the space between two words of their heading.
-    bool isHeadingsSpace(const Open& open, const cv::Rect& letter) const
+    // Between large letters: the gutter of the columns below may go on between two words of their heading.
+    bool isWordSpace(const Open& open, const cv::Rect& letter) const
     {
-        const double size = (open.size + letter.height) / 2;
-        return std::min<double>(open.size, letter.height) > headingSize * height_ &&
-               letter.x - open.piece.box.br().x < headingSpace * size;
+        return letter.x - open.piece.box.br().x < wordSpace * (open.size + letter.height) / 2;
     }
 
     // What reaches over two lines is a letter of neither and would tie them to each other.
