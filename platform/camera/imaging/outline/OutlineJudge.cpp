@@ -1,6 +1,7 @@
 #include "OutlineJudge.h"
 
 #include "OutlineWeights.h"
+#include "PageWeights.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -32,28 +33,44 @@ bool isSameSheet(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point
     return shared >= sameSheet * (areaA + areaB - shared);
 }
 
-} // namespace
-
-double OutlineJudge::scoreOf(const Evidence& evidence)
+template <size_t units, size_t count>
+double weigh(const std::array<std::array<float, count>, units>& hidden,
+             const std::array<float, units>& sum,
+             float bias,
+             const std::array<float, count>& evidence)
 {
-    double score = outlineBias;
-    for (size_t unit = 0; unit < outlineUnits; ++unit) {
-        const auto& weights = outlineWeights[unit];
-        score += outlineSum[unit] *
-                 std::tanh(std::inner_product(weights.begin(), weights.end(), evidence.begin(), 0.0F));
+    double score = bias;
+    for (size_t unit = 0; unit < units; ++unit) {
+        const auto& weights = hidden[unit];
+        score +=
+            sum[unit] * std::tanh(std::inner_product(weights.begin(), weights.end(), evidence.begin(), 0.0F));
     }
     return score;
 }
 
+} // namespace
+
+double OutlineJudge::scoreOf(const Evidence& evidence)
+{
+    return weigh(outlineWeights, outlineSum, outlineBias, evidence);
+}
+
+double OutlineJudge::scoreOf(const PageEvidence& evidence)
+{
+    return weigh(pageWeights, pageSum, pageBias, evidence);
+}
+
 const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Quad>& quads,
                                                 const SmallLook::Planes& planes,
-                                                const RegionField& regions)
+                                                const RegionField& regions,
+                                                const SheetMap& map)
 {
     desk_.learn(planes);
     gatherEvidence(quads, planes, regions, desk_, evidence_);
+    gatherPageEvidence(quads, map, evidence_, pageEvidence_);
     shares_.clear();
     double all = 1; // no sheet
-    for (const Evidence& evidence : evidence_) {
+    for (const PageEvidence& evidence : pageEvidence_) {
         shares_.push_back(std::exp(scoreOf(evidence)));
         all += shares_.back();
     }
