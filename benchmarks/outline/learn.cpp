@@ -30,8 +30,8 @@ using Evidence = std::vector<double>;
 
 constexpr size_t units = 12;
 constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
-constexpr int rounds = 600;
-constexpr double price = 0.001;
+constexpr int rounds = 1000;
+constexpr double price = 0.0003;
 constexpr size_t mostLines = 72;
 const cv::Size frame(1280, 960);
 using Weights = std::vector<double>;

@@ -14,11 +14,6 @@ using mirvak::FeaturePlane;
 
 namespace {
 
-void PrintTo(const ConvLayer::Shape& shape, std::ostream* out)
-{
-    *out << shape.inputs << " to " << shape.outputs << ", step " << shape.step << ", reach " << shape.reach;
-}
-
 FeaturePlane anyPlane(int width, int height, int channels, std::mt19937& random)
 {
     FeaturePlane plane;
@@ -102,6 +97,38 @@ INSTANTIATE_TEST_SUITE_P(Layers,
                                          ConvLayer::Shape{5, 20, 1, 2, true},
                                          ConvLayer::Shape{28, 28, 2, 1, true},
                                          ConvLayer::Shape{1, 32, 1, 1, false}));
+
+TEST(SheetMap, showsTheUppermostSheetAndNothingOfAnEmptyDesk)
+{
+    mirvak::SmallLook look;
+    mirvak::SheetMap map;
+    const cv::Size frame(1280, 960);
+    const auto sheet = made::placed({640, 480}, {560, 792}, 12, 0.05);
+    for (const made::Desk desk :
+         {made::Desk::light, made::Desk::dark, made::Desk::wood, made::Desk::checked}) {
+        SCOPED_TRACE(static_cast<int>(desk));
+        cv::Mat picture = made::desk(frame, desk);
+        made::shine(picture, {});
+        map.build(look.build(picture));
+        EXPECT_LT(map.share(), 0.15); // a tenth of it may be doubtful
+
+        picture = made::desk(frame, desk);
+        made::lay(picture, made::textPage({1000, 1414}, 30), sheet, 0.8);
+        made::shine(picture, {});
+        map.build(look.build(picture));
+        auto corners = sheet;
+        for (cv::Point2d& corner : corners)
+            corner = look.reduction().toReduced(corner);
+        const auto fit = map.fitOf(corners);
+        EXPECT_GT(fit.overlap, 0.75); // its border is blurred by a cell of eight pixels
+        EXPECT_GT(fit.leastStep, 0.3);
+        auto moved = corners;
+        for (cv::Point2d& corner : moved)
+            corner.x += 60;
+        EXPECT_LT(map.fitOf(moved).overlap, fit.overlap - 0.1);
+        EXPECT_LT(map.fitOf(moved).border, fit.border - 0.2);
+    }
+}
 
 TEST(FeaturePlane, addsTheSmallerPlaneFourTimesEach)
 {

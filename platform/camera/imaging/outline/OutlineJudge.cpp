@@ -15,6 +15,9 @@ namespace {
 
 constexpr double sameSheet = 0.93; // shared area over joined area
 constexpr size_t mostAnswers = 6;
+// Of the score by edges and colours alone: where the map is blind, as to half of a page in a shadow, they
+// hold against it.
+constexpr double edgeShare = 0.3;
 
 double areaOf(const std::array<cv::Point2d, 4>& p)
 {
@@ -70,8 +73,9 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
     gatherPageEvidence(quads, map, evidence_, pageEvidence_);
     shares_.clear();
     double all = 1; // no sheet
-    for (const PageEvidence& evidence : pageEvidence_) {
-        shares_.push_back(std::exp(scoreOf(evidence)));
+    for (size_t i = 0; i < evidence_.size(); ++i) {
+        const double score = edgeShare * scoreOf(evidence_[i]) + (1 - edgeShare) * scoreOf(pageEvidence_[i]);
+        shares_.push_back(std::exp(score));
         all += shares_.back();
     }
     outlines_.clear();
