@@ -55,6 +55,13 @@ bool shapeIsPossible(const std::array<cv::Point2d, 4>& p, double longest)
            r0 > 0.5 && r0 < 2 && r1 > 0.5 && r1 < 2;
 }
 
+bool isNearPicture(const cv::Point2d& point, const cv::Size& size)
+{
+    const double marginX = outsideShare * size.width, marginY = outsideShare * size.height;
+    return point.x >= -marginX && point.x <= size.width - 1 + marginX && point.y >= -marginY &&
+           point.y <= size.height - 1 + marginY;
+}
+
 // The same corners within `tolerance`, whichever comes first.
 bool isRotationOf(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point2d, 4>& b, double tolerance)
 {
@@ -214,7 +221,10 @@ void QuadFinder::add(const std::array<cv::Point2d, 4>& corners,
     constexpr double atBorder = 3; // pixels
     constexpr int traceReach = 3;
     const double longest = std::max(size_.width, size_.height);
-    if (!shapeIsPossible(corners, longest))
+    const bool mayBeSeen = std::all_of(corners.begin(), corners.end(), [&](const cv::Point2d& corner) {
+        return isNearPicture(corner, size_);
+    });
+    if (!mayBeSeen || !shapeIsPossible(corners, longest))
         return;
     Quad quad;
     quad.corners = corners;
@@ -255,7 +265,6 @@ void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)
 
 void QuadFinder::findCrossings()
 {
-    const double marginX = outsideShare * size_.width, marginY = outsideShare * size_.height;
     crossings_.assign(lines_.size() * lines_.size(), Crossing());
     for (size_t i = 0; i < lines_.size(); ++i) {
         for (size_t k = i + 1; k < lines_.size(); ++k) {
@@ -266,8 +275,7 @@ void QuadFinder::findCrossings()
                 continue;
             const double p = line(i).offset(), q = line(k).offset();
             const cv::Point2d point((p * m.y - q * n.y) / sine, (q * n.x - p * m.x) / sine);
-            if (point.x < -marginX || point.x > size_.width - 1 + marginX || point.y < -marginY ||
-                point.y > size_.height - 1 + marginY)
+            if (!isNearPicture(point, size_))
                 continue;
             Crossing one = crossingOn(i, point), other = crossingOn(k, point);
             one.possible = other.possible =
