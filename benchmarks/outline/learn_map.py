@@ -4,6 +4,8 @@
     map_scenes a.bin 14000 100000; map_scenes b.bin 14000 200000     # scenes, see map/main.cpp
     learn_map.py MINUTES HEADER [--from STATE] SCENES...
 
+The weights in use: 12 minutes, then 20 more `--from` that state, one thread on a busy machine (2500 and 1400 batches).
+
 The network is an encoder and decoder with sums across (Ronneberger, Fischer and Brox 2015; sums as in Chaurasia
 and Culurciello 2017); learnt by AdamW (Loshchilov and Hutter 2019) with batch normalisation (Ioffe and Szegedy
 2015), which is folded into the weights. Each fiftieth scene is kept aside and judged. The state of the network
@@ -189,9 +191,9 @@ def write(net, path):
     """Whole numbers of 8 bits, each output's with a factor of its own."""
     with open(path, "w", encoding="ascii") as file:
         file.write("#pragma once\n\n#include <array>\n#include <cstdint>\n\nnamespace mirvak::sheetweights {\n\n")
-        file.write("// Learnt by learn_map.py in benchmarks/outline, which says how. Not to be changed by hand. Of each layer\n")
-        file.write("// the 3 x 3 taps of each input for each output (output, input, row, column), then for each output the\n")
-        file.write("// factor of its taps and the offset of its sum.\n// clang-format off\n")
+        file.write("// Learnt by learn_map.py in benchmarks/outline, which says how. Not to be changed by hand.\n")
+        file.write("// Of each layer the 3 x 3 taps of each input for each output (output, input, row, column), then\n")
+        file.write("// for each output the factor of its taps and the offset of its sum.\n// clang-format off\n")
         for name, weights, offsets in net.folded():
             factors = weights.abs().amax((1, 2, 3)).clamp(min=1e-9) / 127
             whole = torch.round(weights / factors[:, None, None, None]).int().reshape(-1).tolist()
