@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the packages that are missing. Without arguments all groups of lib/packages.txt, otherwise the
-# named ones (build, run, test, lab). Costs one look-up when nothing is missing.
+# named ones (build, run, test, lab, learn). Costs one look-up when nothing is missing.
 #   scripts/setup.sh [GROUP...]
 . "$(dirname "$0")/lib/common.sh"
 
@@ -33,7 +33,8 @@ as_root() {
 
 apt() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 "$@" </dev/null; }
 
-# The lab runs this machine's own programs in an emulated PC: of no use on another processor.
+# The lab runs this machine's own programs in an emulated PC: of no use on another processor. What learns
+# weights anew is installed by name only.
 if [ $# -eq 0 ]; then
     set -- build run test
     [ "$(uname -m)" != x86_64 ] || set -- "$@" lab

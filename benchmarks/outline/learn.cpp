@@ -1,5 +1,6 @@
 // Learns the weights by which outlines are judged, from scenes of which the corners are known.
-//   learn_outline FILE [SCENES [SEED]]   writes OutlineWeights.h to FILE; SCENES of each kind of desk
+//   learn_outline FILE [SCENES [SEED [sheets]]]   writes PageWeights.h to FILE, with `sheets`
+//   OutlineWeights.h, which knows nothing of the map; SCENES of each kind of desk
 // The likelihood that the right outlines, or none where none is to be found, have among all of a scene is
 // made most by Adam (Kingma and Ba 2015), with a small price on large weights. Each fifth scene is kept aside
 // and judged at the end.
@@ -24,13 +25,13 @@
 
 namespace {
 
-using mirvak::Evidence;
-using mirvak::evidenceCount;
+/// Either mirvak::PageEvidence or mirvak::Evidence.
+using Evidence = std::vector<double>;
 
-constexpr size_t units = 12, sums = units * evidenceCount, weightCount = sums + units + 1;
+constexpr size_t units = 12;
 constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
-constexpr int rounds = 600;
-constexpr double price = 0.001;
+constexpr int rounds = 1000;
+constexpr double price = 0.0003;
 constexpr size_t mostLines = 72;
 const cv::Size frame(1280, 960);
 using Weights = std::vector<double>;
@@ -50,21 +51,42 @@ double overlap(const Corners& a, const Corners& b)
     return shared / (cv::contourArea(first) + cv::contourArea(second) - shared);
 }
 
-Example exampleOf(const cv::Mat& picture, const std::optional<Corners>& sheet)
+template <class Rows> void keep(const Rows& rows, std::vector<Evidence>& evidence)
+{
+    for (const auto& row : rows)
+        evidence.emplace_back(row.begin(), row.end());
+}
+
+Example exampleOf(const cv::Mat& picture, const std::optional<Corners>& sheet, bool withMap)
 {
     static mirvak::SmallLook look;
     static mirvak::EdgeField edges;
     static mirvak::RegionField regions;
     static mirvak::LineFinder lines;
     static mirvak::QuadFinder quads;
+    static mirvak::SheetMap map;
     static mirvak::DeskColours desk;
+    static std::vector<mirvak::Evidence> evidence;
+    static std::vector<mirvak::PageEvidence> pageEvidence;
     const auto& planes = look.build(picture);
     edges.build(planes);
     regions.build(planes, edges.change());
-    quads.find(lines.find(edges, planes, regions, mostLines), look.reduction().size());
+    map.build(planes);
+    const mirvak::SheetMap* shown = withMap ? &map : nullptr;
+    quads.find(lines.find(edges, planes, regions, mostLines, shown),
+               look.reduction().size(),
+               mirvak::QuadFinder::Search::page,
+               shown);
+    if (withMap)
+        mirvak::addFromMap(map, edges, planes, quads);
     desk.learn(planes);
     Example example;
-    mirvak::gatherEvidence(quads.quads(), planes, regions, desk, example.evidence);
+    mirvak::gatherEvidence(quads.quads(), planes, regions, desk, evidence);
+    mirvak::gatherPageEvidence(quads.quads(), map, evidence, pageEvidence);
+    if (withMap)
+        keep(pageEvidence, example.evidence);
+    else
+        keep(evidence, example.evidence);
     for (const auto& quad : quads.quads()) {
         Corners corners = mirvak::snapSides(edges, quad.corners);
         for (cv::Point2d& corner : corners)
@@ -74,7 +96,7 @@ Example exampleOf(const cv::Mat& picture, const std::optional<Corners>& sheet)
     return example;
 }
 
-std::vector<Example> makeExamples(unsigned count, unsigned seed)
+std::vector<Example> makeExamples(unsigned count, unsigned seed, bool withMap)
 {
     constexpr int plainDesks = 6;
     std::vector<Example> examples;
@@ -82,13 +104,13 @@ std::vector<Example> makeExamples(unsigned count, unsigned seed)
         for (size_t desk = 0; desk < desktops::names.size(); ++desk) {
             const auto kind = static_cast<desktops::Kind>(desk);
             const OutlineScene scene = makeOutlineScene(kind, frame, i);
-            examples.push_back(exampleOf(scene.picture, scene.sheet));
+            examples.push_back(exampleOf(scene.picture, scene.sheet, withMap));
             if (i % 2 == 0)
-                examples.push_back(exampleOf(makeEmptyDesk(kind, frame, i), {}));
+                examples.push_back(exampleOf(makeEmptyDesk(kind, frame, i), {}, withMap));
         }
         for (int desk = 0; desk < plainDesks; ++desk) {
             const PlainScene scene = makePlainScene(static_cast<made::Desk>(desk), frame, i);
-            examples.push_back(exampleOf(scene.picture, scene.sheet));
+            examples.push_back(exampleOf(scene.picture, scene.sheet, withMap));
         }
     }
     return examples;
@@ -96,11 +118,12 @@ std::vector<Example> makeExamples(unsigned count, unsigned seed)
 
 double scoreOf(const Weights& weights, const Evidence& evidence, std::array<double, units>& hidden)
 {
+    const size_t count = evidence.size(), sums = units * count;
     double score = weights.back();
     for (size_t unit = 0; unit < units; ++unit) {
         double sum = 0;
-        for (size_t i = 0; i < evidenceCount; ++i)
-            sum += weights[unit * evidenceCount + i] * evidence[i];
+        for (size_t i = 0; i < count; ++i)
+            sum += weights[unit * count + i] * evidence[i];
         hidden[unit] = std::tanh(sum);
         score += weights[sums + unit] * hidden[unit];
     }
@@ -126,17 +149,19 @@ double addSlope(const Example& example, const Weights& weights, Weights& slope)
         slope.back() += error;
         for (size_t unit = 0; unit < units; ++unit) {
             const double h = hidden[i][unit];
+            const size_t facts = example.evidence[i].size(), sums = units * facts;
             slope[sums + unit] += error * h;
             const double inner = error * weights[sums + unit] * (1 - h * h);
-            for (size_t k = 0; k < evidenceCount; ++k)
-                slope[unit * evidenceCount + k] += inner * example.evidence[i][k];
+            for (size_t k = 0; k < facts; ++k)
+                slope[unit * facts + k] += inner * example.evidence[i][k];
         }
     }
     return std::log(all / (hasGood ? good : 1));
 }
 
-Weights learn(const std::vector<Example>& examples)
+Weights learn(const std::vector<Example>& examples, size_t facts)
 {
+    const size_t weightCount = units * facts + units + 1;
     Weights weights(weightCount), mean(weightCount), square(weightCount), slope(weightCount);
     cv::RNG random(1);
     for (size_t i = 0; i + 1 < weightCount; ++i)
@@ -188,29 +213,36 @@ void writeRow(std::FILE* file, const double* weights, size_t count)
         std::fprintf(file, "%s%.4fF", i ? ", " : "", weights[i]);
 }
 
-bool write(const char* path, const Weights& weights, unsigned scenes, unsigned seed)
+bool write(const char* path, const Weights& weights, const std::string& arguments, bool withMap)
 {
     std::FILE* file = std::fopen(path, "w");
     if (!file)
         return false;
+    const char* name = withMap ? "page" : "outline";
+    const char* count = withMap ? "pageEvidenceCount" : "evidenceCount";
+    const size_t facts = withMap ? mirvak::pageEvidenceCount : mirvak::evidenceCount;
     std::fprintf(
         file,
         "#pragma once\n\n#include \"SheetEvidence.h\"\n\n#include <array>\n\nnamespace mirvak {\n\n"
-        "// Learnt by `learn_outline FILE %u %u` in benchmarks/outline: a row of weights of the evidence for "
+        "// Learnt by `learn_outline FILE %s` in benchmarks/outline: a row of weights of the evidence for "
         "each unit of\n// the hidden layer, then what each unit adds to the score. Not to be changed by "
-        "hand.\nconstexpr size_t outlineUnits = %zu;\nconstexpr "
-        "std::array<std::array<float, evidenceCount>, outlineUnits> outlineWeights{{\n",
-        scenes,
-        seed,
-        units);
+        "hand.\nconstexpr size_t %sUnits = %zu;\nconstexpr "
+        "std::array<std::array<float, %s>, %sUnits> %sWeights{{\n",
+        arguments.c_str(),
+        name,
+        units,
+        count,
+        name,
+        name);
     for (size_t unit = 0; unit < units; ++unit) {
         std::fputs("    {", file);
-        writeRow(file, &weights[unit * evidenceCount], evidenceCount);
+        writeRow(file, &weights[unit * facts], facts);
         std::fputs("},\n", file);
     }
-    std::fputs("}};\nconstexpr std::array<float, outlineUnits> outlineSum{", file);
-    writeRow(file, &weights[sums], units);
-    std::fprintf(file, "};\nconstexpr float outlineBias = %.4fF;\n\n} // namespace mirvak\n", weights.back());
+    std::fprintf(file, "}};\nconstexpr std::array<float, %sUnits> %sSum{", name, name);
+    writeRow(file, &weights[units * facts], units);
+    std::fprintf(
+        file, "};\nconstexpr float %sBias = %.4fF;\n\n} // namespace mirvak\n", name, weights.back());
     return std::fclose(file) == 0;
 }
 
@@ -219,7 +251,7 @@ bool write(const char* path, const Weights& weights, unsigned scenes, unsigned s
 int main(int argc, char** argv)
 {
     if (argc < 2) {
-        std::fputs("learn_outline FILE [SCENES [SEED]]\n", stderr);
+        std::fputs("learn_outline FILE [SCENES [SEED [sheets]]]\n", stderr);
         return 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -227,8 +259,11 @@ int main(int argc, char** argv)
     cv::setNumThreads(1);
     const unsigned scenes = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 100;
     const unsigned seed = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1000;
-    const std::vector<Example> examples = makeExamples(scenes, seed);
-    const Weights weights = learn(examples);
+    const bool withMap = argc < 5;
+    const std::vector<Example> examples = makeExamples(scenes, seed, withMap);
+    const Weights weights = learn(examples, withMap ? mirvak::pageEvidenceCount : mirvak::evidenceCount);
     report(examples, weights);
-    return write(argv[1], weights, scenes, seed) ? 0 : 1;
+    const std::string arguments =
+        std::to_string(scenes) + " " + std::to_string(seed) + (withMap ? "" : " sheets");
+    return write(argv[1], weights, arguments, withMap) ? 0 : 1;
 }

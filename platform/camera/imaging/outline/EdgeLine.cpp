@@ -292,6 +292,12 @@ size_t EdgeLine::stepAt(double t) const
     return static_cast<size_t>(std::clamp(steps, 0.0, static_cast<double>(covered_.size()) - 1));
 }
 
+bool EdgeLine::isDenseAt(double t) const
+{
+    const auto step = static_cast<size_t>(std::max(0.0, (t - begin_) / stride));
+    return step < dense_.size() && dense_[step];
+}
+
 double EdgeLine::coveredBetween(double from, double to) const
 {
     if (covered_.empty() || to - from < 1)

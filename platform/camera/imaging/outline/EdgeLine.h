@@ -62,6 +62,8 @@ public:
     double longestRun() const { return longestRun_; }
     /// Orders lines: by length, strength, and how steadily the sides differ.
     double rank() const { return rank_; }
+    /// Whether it is well covered there. After fit().
+    bool isDenseAt(double t) const;
     /// Of the part between two positions that lies in the picture, as a share of the whole part.
     Stretch between(double from, double to) const;
     double coveredBetween(double from, double to) const;

@@ -1,7 +1,10 @@
 #include "LineFinder.h"
 
+#include "SheetMap.h"
+
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace mirvak {
 
@@ -47,19 +50,30 @@ bool sameLine(const EdgeLine& a, const EdgeLine& b)
     return true;
 }
 
+/// Pixels along which the map shows the border of a sheet and the line has an edge.
+double shownLength(const EdgeLine& line, const SheetMap& map)
+{
+    const double step = map.cell();
+    double length = 0;
+    for (double t = line.tBegin(); t < line.tEnd(); t += step)
+        length += line.isDenseAt(t) ? step * map.borderAt(line.at(t)) : 0;
+    return length;
+}
+
 } // namespace
 
 const std::vector<EdgeLine>& LineFinder::find(const EdgeField& field,
                                               const EdgeLine::Planes& planes,
                                               const RegionField& regions,
-                                              size_t most)
+                                              size_t most,
+                                              const SheetMap* map)
 {
     vote(field);
     findPeaks(std::max(leastPeaks, peaksPerLine * most));
     lines_.clear();
     for (const Peak& peak : peaks_)
         addLine(peak, field, planes, regions);
-    dropRepeated(field, most);
+    dropRepeated(field, most, map);
     for (EdgeLine& line : lines_) {
         line.fit(field, traceReach, work_);
         line.trace(field, planes, traceReach);
@@ -69,8 +83,8 @@ const std::vector<EdgeLine>& LineFinder::find(const EdgeField& field,
 
 // Lines at a slight angle to a strong edge collect points of it too. The longest line that fits takes the
 // points; what lives on points of others goes. Print and patterns have strong lines without end: some of the
-// places are kept for faint ones without gaps.
-void LineFinder::dropRepeated(const EdgeField& field, size_t most)
+// places are kept for those at which the map shows a border, or else for faint ones without gaps.
+void LineFinder::dropRepeated(const EdgeField& field, size_t most, const SheetMap* map)
 {
     std::sort(lines_.begin(), lines_.end(), [](const EdgeLine& a, const EdgeLine& b) {
         return a.rank() > b.rank();
@@ -81,9 +95,14 @@ void LineFinder::dropRepeated(const EdgeField& field, size_t most)
     size_t kept = 0, next = 0;
     for (; next < lines_.size() && kept < strong; ++next)
         kept = claimNext(next, kept);
-    std::sort(lines_.begin() + static_cast<ptrdiff_t>(next),
-              lines_.end(),
-              [](const EdgeLine& a, const EdgeLine& b) { return a.longestRun() > b.longestRun(); });
+    orders_.clear();
+    for (size_t i = next; i < lines_.size(); ++i)
+        orders_.emplace_back(map ? shownLength(lines_[i], *map) : lines_[i].longestRun(), i);
+    std::sort(orders_.begin(), orders_.end(), std::greater<>());
+    sorted_.clear();
+    for (const auto& [worth, i] : orders_)
+        sorted_.push_back(std::move(lines_[i]));
+    std::move(sorted_.begin(), sorted_.end(), lines_.begin() + static_cast<ptrdiff_t>(next));
     for (; next < lines_.size() && kept < most; ++next)
         kept = claimNext(next, kept);
     lines_.erase(lines_.begin() + static_cast<ptrdiff_t>(kept), lines_.end());

@@ -5,6 +5,7 @@
 #include "OutlineJudge.h"
 #include "QuadCheck.h"
 #include "QuadFinder.h"
+#include "SheetMap.h"
 #include "SmallLook.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ struct OutlineFinder::Work
     RegionField regions;
     LineFinder lines;
     QuadFinder quads;
+    SheetMap map;
     OutlineJudge judge;
 };
 
@@ -49,9 +51,11 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     const SmallLook::Planes& planes = work_->look.build(rgb);
     work_->edges.build(planes);
     work_->regions.build(planes, work_->edges.change());
-    const auto& lines = work_->lines.find(work_->edges, planes, work_->regions, mostLines);
-    work_->quads.find(lines, work_->look.reduction().size());
-    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions);
+    work_->map.build(planes);
+    const auto& lines = work_->lines.find(work_->edges, planes, work_->regions, mostLines, &work_->map);
+    work_->quads.find(lines, work_->look.reduction().size(), QuadFinder::Search::page, &work_->map);
+    addFromMap(work_->map, work_->edges, planes, work_->quads);
+    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions, work_->map);
     if (outlines.empty() || outlines.front().confidence < confidentOutline)
         return std::nullopt;
     const Outline& page = outlines.front();

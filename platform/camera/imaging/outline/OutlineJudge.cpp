@@ -1,6 +1,7 @@
 #include "OutlineJudge.h"
 
 #include "OutlineWeights.h"
+#include "PageWeights.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -14,6 +15,9 @@ namespace {
 
 constexpr double sameSheet = 0.93; // shared area over joined area
 constexpr size_t mostAnswers = 6;
+// Of the score by edges and colours alone: where the map is blind, as to half of a page in a shadow, they
+// hold against it.
+constexpr double edgeShare = 0.3;
 
 double areaOf(const std::array<cv::Point2d, 4>& p)
 {
@@ -32,29 +36,46 @@ bool isSameSheet(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point
     return shared >= sameSheet * (areaA + areaB - shared);
 }
 
-} // namespace
-
-double OutlineJudge::scoreOf(const Evidence& evidence)
+template <size_t units, size_t count>
+double weigh(const std::array<std::array<float, count>, units>& hidden,
+             const std::array<float, units>& sum,
+             float bias,
+             const std::array<float, count>& evidence)
 {
-    double score = outlineBias;
-    for (size_t unit = 0; unit < outlineUnits; ++unit) {
-        const auto& weights = outlineWeights[unit];
-        score += outlineSum[unit] *
-                 std::tanh(std::inner_product(weights.begin(), weights.end(), evidence.begin(), 0.0F));
+    double score = bias;
+    for (size_t unit = 0; unit < units; ++unit) {
+        const auto& weights = hidden[unit];
+        score +=
+            sum[unit] * std::tanh(std::inner_product(weights.begin(), weights.end(), evidence.begin(), 0.0F));
     }
     return score;
 }
 
+} // namespace
+
+double OutlineJudge::scoreOf(const Evidence& evidence)
+{
+    return weigh(outlineWeights, outlineSum, outlineBias, evidence);
+}
+
+double OutlineJudge::scoreOf(const PageEvidence& evidence)
+{
+    return weigh(pageWeights, pageSum, pageBias, evidence);
+}
+
 const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Quad>& quads,
                                                 const SmallLook::Planes& planes,
-                                                const RegionField& regions)
+                                                const RegionField& regions,
+                                                const SheetMap& map)
 {
     desk_.learn(planes);
     gatherEvidence(quads, planes, regions, desk_, evidence_);
+    gatherPageEvidence(quads, map, evidence_, pageEvidence_);
     shares_.clear();
     double all = 1; // no sheet
-    for (const Evidence& evidence : evidence_) {
-        shares_.push_back(std::exp(scoreOf(evidence)));
+    for (size_t i = 0; i < evidence_.size(); ++i) {
+        const double score = edgeShare * scoreOf(evidence_[i]) + (1 - edgeShare) * scoreOf(pageEvidence_[i]);
+        shares_.push_back(std::exp(score));
         all += shares_.back();
     }
     outlines_.clear();

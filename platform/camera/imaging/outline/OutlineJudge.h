@@ -18,14 +18,18 @@ public:
     /// agree with a better one share theirs with it and stay out.
     const std::vector<Outline>& judge(const std::vector<QuadFinder::Quad>& quads,
                                       const SmallLook::Planes& planes,
-                                      const RegionField& regions);
+                                      const RegionField& regions,
+                                      const SheetMap& map);
 
-    /// Of one outline alone; above 0 when it is more likely than no sheet.
+    /// Of one outline alone, among several sheets; above 0 when it is more likely than no sheet.
     static double scoreOf(const Evidence& evidence);
+    /// The same of the one page.
+    static double scoreOf(const PageEvidence& evidence);
 
 private:
     DeskColours desk_;
     std::vector<Evidence> evidence_;
+    std::vector<PageEvidence> pageEvidence_;
     std::vector<double> shares_;
     std::vector<Outline> outlines_;
 };

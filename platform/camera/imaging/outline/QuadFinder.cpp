@@ -1,5 +1,7 @@
 #include "QuadFinder.h"
 
+#include "SheetMap.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -18,6 +20,7 @@ constexpr double leastCutOffArea =
     0.15; // of a page that runs out of the picture: smaller things do at any desk
 constexpr double leastCoverage = 0.4;
 constexpr int mostTries = 6000;        // outlines of long lines come first; a pattern has no end of them
+constexpr double unseenWorth = 0.4;    // of an outline where the map shows nothing
 constexpr double borderCoverage = 0.5; // of a side that lies outside the picture and cannot be seen
 
 // What the edges of an outline are worth: shares of its sides and ends that follow them, less what runs on.
@@ -50,6 +53,13 @@ bool shapeIsPossible(const std::array<cv::Point2d, 4>& p, double longest)
     const double r0 = ratio(0), r1 = ratio(1);
     return shortestSide >= leastSide * longest && longestSide <= longestToShortest * shortestSide &&
            r0 > 0.5 && r0 < 2 && r1 > 0.5 && r1 < 2;
+}
+
+bool isNearPicture(const cv::Point2d& point, const cv::Size& size)
+{
+    const double marginX = outsideShare * size.width, marginY = outsideShare * size.height;
+    return point.x >= -marginX && point.x <= size.width - 1 + marginX && point.y >= -marginY &&
+           point.y <= size.height - 1 + marginY;
 }
 
 // The same corners within `tolerance`, whichever comes first.
@@ -188,11 +198,13 @@ void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
 } // namespace
 
 const std::vector<Outline>&
-QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search)
+QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search, const SheetMap* map)
 {
+    map_ = map;
     size_ = size;
     search_ = search;
     best_.clear();
+    added_.clear();
     collectLines(lines);
     findCrossings();
     tryQuads();
@@ -200,6 +212,41 @@ QuadFinder::find(const std::vector<EdgeLine>& lines, const cv::Size& size, Searc
     for (const Quad& quad : best_)
         outlines_.push_back({quad.corners, quad.confidence});
     return outlines_;
+}
+
+void QuadFinder::add(const std::array<cv::Point2d, 4>& corners,
+                     const EdgeField& field,
+                     const EdgeLine::Planes& planes)
+{
+    constexpr double atBorder = 3; // pixels
+    constexpr int traceReach = 3;
+    const double longest = std::max(size_.width, size_.height);
+    const bool mayBeSeen = std::all_of(corners.begin(), corners.end(), [&](const cv::Point2d& corner) {
+        return isNearPicture(corner, size_);
+    });
+    if (!mayBeSeen || !shapeIsPossible(corners, longest))
+        return;
+    Quad quad;
+    quad.corners = corners;
+    quad.area = areaOf(corners) / size_.area();
+    int seen = 0;
+    for (size_t i = 0; i < 4; ++i) {
+        const cv::Point2d &from = corners[i], &to = corners[(i + 1) % 4];
+        const cv::Point2d way = (to - from) / cv::norm(to - from), normal(way.y, -way.x);
+        EdgeLine line = liesOnBorder(from, to, size_, atBorder)
+                            ? EdgeLine::border(normal, normal.dot(from), size_)
+                            : EdgeLine(normal, normal.dot(from), size_);
+        seen += line.isBorder() ? 0 : 1;
+        if (!line.isBorder())
+            line.trace(field, planes, traceReach);
+        added_.push_back(std::move(line));
+        quad.sides[i] = {&added_.back(), added_.back().positionOf(from), added_.back().positionOf(to)};
+    }
+    if (seen < 2 || quad.area < leastArea)
+        return;
+    rate(quad, search_);
+    if (!dropsRivals(quad))
+        best_.push_back(quad);
 }
 
 void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)
@@ -218,7 +265,6 @@ void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)
 
 void QuadFinder::findCrossings()
 {
-    const double marginX = outsideShare * size_.width, marginY = outsideShare * size_.height;
     crossings_.assign(lines_.size() * lines_.size(), Crossing());
     for (size_t i = 0; i < lines_.size(); ++i) {
         for (size_t k = i + 1; k < lines_.size(); ++k) {
@@ -229,8 +275,7 @@ void QuadFinder::findCrossings()
                 continue;
             const double p = line(i).offset(), q = line(k).offset();
             const cv::Point2d point((p * m.y - q * n.y) / sine, (q * n.x - p * m.x) / sine);
-            if (point.x < -marginX || point.x > size_.width - 1 + marginX || point.y < -marginY ||
-                point.y > size_.height - 1 + marginY)
+            if (!isNearPicture(point, size_))
                 continue;
             Crossing one = crossingOn(i, point), other = crossingOn(k, point);
             one.possible = other.possible =
@@ -330,6 +375,8 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     if (!canBeKept(order, quad.area))
         return;
     rate(quad, search_);
+    if (map_)
+        quad.score *= unseenWorth + (1 - unseenWorth) * map_->glanceAt(quad.corners);
     if (quad.score > 0)
         keep(quad);
 }

@@ -6,9 +6,12 @@
 #include <opencv2/core.hpp>
 
 #include <array>
+#include <deque>
 #include <vector>
 
 namespace mirvak {
+
+class SheetMap;
 
 /// Puts straight edges together to the quadrilateral that is most likely the outline of a page. Coordinates
 /// are those of the small picture. Keeps its buffers; one thread at a time.
@@ -19,9 +22,12 @@ public:
         page,   ///< the one page: a side that runs on beyond its corner speaks against it
         sheets, ///< several: the sides of a neighbour may begin a little further on in the same line
     };
-    /// The most likely outlines, best first. `size`: of the small picture.
-    const std::vector<Outline>&
-    find(const std::vector<EdgeLine>& lines, const cv::Size& size, Search search = Search::page);
+    /// The most likely outlines, best first. `size`: of the small picture; `map`: of it, when there is one,
+    /// says which of many are worth keeping.
+    const std::vector<Outline>& find(const std::vector<EdgeLine>& lines,
+                                     const cv::Size& size,
+                                     Search search = Search::page,
+                                     const SheetMap* map = nullptr);
 
     struct Side
     {
@@ -50,7 +56,12 @@ public:
         double confidence = 0; ///< 0 to 1
         bool darker = false;   ///< than what lies around it, on every side that can be seen
     };
-    /// What the last find() answered, with all that is known of it. The sides point into its `lines`.
+    /// Puts an outline that something else than long edges has found beside those that the last find()
+    /// answered, however faint its sides are. `corners`: clockwise, near the edges.
+    void
+    add(const std::array<cv::Point2d, 4>& corners, const EdgeField& field, const EdgeLine::Planes& planes);
+    /// What the last find() answered and what was added, with all that is known of it. The sides point into
+    /// the `lines` of find().
     const std::vector<Quad>& quads() const { return best_; }
 
 private:
@@ -75,18 +86,21 @@ private:
     double coverageOf(size_t line, size_t from, size_t to) const;
 
     std::vector<EdgeLine> borders_;
+    std::deque<EdgeLine> added_; ///< stay where they are: sides point at them
     std::vector<const EdgeLine*> lines_;
     std::vector<Crossing> crossings_;
     std::vector<size_t> rungs_; ///< lines that could be a side between two others
     std::vector<Quad> best_;
     std::vector<Outline> outlines_;
     cv::Size size_;
+    const SheetMap* map_ = nullptr; ///< during find()
     Search search_ = Search::page;
     int tries_ = 0;
 };
 
-/// Moves each side by up to a few pixels to where the colours change most along all of it: the edge of the
-/// paper itself rather than the rim of its shadow.
-std::array<cv::Point2d, 4> snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners);
+/// Moves each side by up to `reach` pixels at its ends to where the colours change most along all of it: the
+/// edge of the paper itself rather than the rim of its shadow.
+std::array<cv::Point2d, 4>
+snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, int reach = 4);
 
 } // namespace mirvak

@@ -316,4 +316,29 @@ void gatherEvidence(const std::vector<QuadFinder::Quad>& quads,
     }
 }
 
+void gatherPageEvidence(const std::vector<QuadFinder::Quad>& quads,
+                        const SheetMap& map,
+                        const std::vector<Evidence>& evidence,
+                        std::vector<PageEvidence>& pageEvidence)
+{
+    pageEvidence.clear();
+    const auto share = static_cast<float>(std::sqrt(map.share()));
+    float most = 1e-6F;
+    for (size_t i = 0; i < quads.size(); ++i) {
+        const SheetMap::Fit fit = map.fitOf(quads[i].corners);
+        const auto overlap = static_cast<float>(fit.overlap);
+        most = std::max(most, overlap);
+        PageEvidence& all = pageEvidence.emplace_back();
+        const auto end = std::copy(evidence[i].begin(), evidence[i].end() - 1, all.begin());
+        const std::array<double, 7> said{
+            fit.overlap, fit.filled, fit.holds, fit.border, fit.leastBorder, fit.step, fit.leastStep};
+        std::copy(said.begin(), said.end(), end);
+        all[pageEvidenceCount - 3] = share;
+        all[pageEvidenceCount - 2] = overlap;
+        all[pageEvidenceCount - 1] = 1;
+    }
+    for (PageEvidence& all : pageEvidence) // beside the one that agrees best
+        all[pageEvidenceCount - 2] /= most;
+}
+
 } // namespace mirvak

@@ -2,6 +2,7 @@
 
 #include "QuadFinder.h"
 #include "RegionField.h"
+#include "SheetMap.h"
 #include "SmallLook.h"
 
 #include <opencv2/core.hpp>
@@ -42,5 +43,14 @@ void gatherEvidence(const std::vector<QuadFinder::Quad>& quads,
                     const RegionField& regions,
                     const DeskColours& desk,
                     std::vector<Evidence>& evidence);
+
+/// The same with what the map of the one page says, which knows nothing of its neighbours. The last is 1.
+constexpr size_t pageEvidenceCount = evidenceCount + 9;
+using PageEvidence = std::array<float, pageEvidenceCount>;
+
+void gatherPageEvidence(const std::vector<QuadFinder::Quad>& quads,
+                        const SheetMap& map,
+                        const std::vector<Evidence>& evidence,
+                        std::vector<PageEvidence>& pageEvidence);
 
 } // namespace mirvak

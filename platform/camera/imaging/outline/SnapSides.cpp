@@ -7,7 +7,6 @@ namespace mirvak {
 
 namespace {
 
-constexpr int reach = 4;         // pixels either way
 constexpr float mostChange = 45; // levels: print beside the edge counts no more than the edge
 constexpr int centroid = 2;      // pixels about the best line that place it between pixels
 
@@ -20,17 +19,19 @@ struct Straight
 class SideProfile
 {
 public:
-    SideProfile(const EdgeField& field, const cv::Point2d& from, const cv::Point2d& to)
-        : from_(from), way_(to - from)
+    /// `reach`: pixels either way.
+    SideProfile(const EdgeField& field, const cv::Point2d& from, const cv::Point2d& to, int reach)
+        : from_(from), way_(to - from), reach_(reach)
     {
         const double length = std::max(1.0, cv::norm(way_));
         across_ = {-way_.y / length, way_.x / length};
-        const int samples = std::max(8, static_cast<int>(length / 2));
-        changes_.resize(static_cast<size_t>(samples));
+        // The farther it looks, the more lines it has to try: along them fewer samples do.
+        const int samples = std::max(8, static_cast<int>(2 * length / reach_));
+        changes_.resize(static_cast<size_t>(samples) * static_cast<size_t>(width()));
         for (int i = 0; i < samples; ++i) {
             const cv::Point2d p = from_ + way_ * ((i + 0.5) / samples);
-            for (int k = -reach; k <= reach; ++k)
-                changes_[static_cast<size_t>(i)][static_cast<size_t>(k + reach)] =
+            for (int k = -reach_; k <= reach_; ++k)
+                changes_[static_cast<size_t>(i * width() + k + reach_)] =
                     std::min(mostChange, field.changeAcross(p + across_ * k, across_));
         }
     }
@@ -39,8 +40,8 @@ public:
     {
         int bestFirst = 0, bestSecond = 0;
         float most = sumAlong(0, 0) * 1.02F; // moving has to pay
-        for (int first = -reach; first <= reach; ++first) {
-            for (int second = -reach; second <= reach; ++second) {
+        for (int first = -reach_; first <= reach_; ++first) {
+            for (int second = -reach_; second <= reach_; ++second) {
                 const float sum = sumAlong(first, second);
                 if (sum > most) {
                     most = sum;
@@ -53,17 +54,20 @@ public:
     }
 
 private:
+    int width() const { return 2 * reach_ + 1; }
+    size_t samples() const { return changes_.size() / static_cast<size_t>(width()); }
+    const float* changesAt(size_t sample) const { return &changes_[sample * static_cast<size_t>(width())]; }
     double shareOf(size_t sample) const
     {
-        return (static_cast<double>(sample) + 0.5) / static_cast<double>(changes_.size());
+        return (static_cast<double>(sample) + 0.5) / static_cast<double>(samples());
     }
 
     float sumAlong(int first, int second) const
     {
-        const auto step = static_cast<float>(second - first) / static_cast<float>(changes_.size());
-        float sum = 0, column = static_cast<float>(first + reach) + 0.5F * step + 0.5F; // rounded by cutting
-        for (const auto& changes : changes_) {
-            sum += changes[static_cast<size_t>(column)];
+        const auto step = static_cast<float>(second - first) / static_cast<float>(samples());
+        float sum = 0, column = static_cast<float>(first + reach_) + 0.5F * step + 0.5F; // rounded by cutting
+        for (size_t i = 0; i < samples(); ++i) {
+            sum += changesAt(i)[static_cast<size_t>(column)];
             column += step;
         }
         return sum;
@@ -73,11 +77,12 @@ private:
     Straight between(int first, int second) const
     {
         double w = 0, ws = 0, wo = 0, wss = 0, wso = 0;
-        for (size_t i = 0; i < changes_.size(); ++i) {
+        for (size_t i = 0; i < samples(); ++i) {
             const double share = shareOf(i);
             const auto middle = static_cast<int>(std::lround(first + (second - first) * share));
-            for (int k = std::max(-reach, middle - centroid); k <= std::min(reach, middle + centroid); ++k) {
-                const double change = changes_[i][static_cast<size_t>(k + reach)], weight = change * change;
+            for (int k = std::max(-reach_, middle - centroid); k <= std::min(reach_, middle + centroid);
+                 ++k) {
+                const double change = changesAt(i)[k + reach_], weight = change * change;
                 w += weight;
                 ws += weight * share;
                 wo += weight * k;
@@ -95,12 +100,14 @@ private:
     }
 
     cv::Point2d from_, way_, across_;
-    std::vector<std::array<float, 2 * reach + 1>> changes_;
+    int reach_;
+    std::vector<float> changes_; ///< across the side, sample by sample
 };
 
 } // namespace
 
-std::array<cv::Point2d, 4> snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners)
+std::array<cv::Point2d, 4>
+snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, int reach)
 {
     std::array<Straight, 4> sides;
     for (size_t i = 0; i < 4; ++i) {
@@ -108,7 +115,7 @@ std::array<cv::Point2d, 4> snapSides(const EdgeField& field, const std::array<cv
         const cv::Point2d& to = corners[(i + 1) % 4];
         // Where the page runs out of the picture there is no edge to snap to.
         const bool seen = !liesOnBorder(from, to, field.size(), 1);
-        sides[i] = seen ? SideProfile(field, from, to).best() : Straight{from, to - from};
+        sides[i] = seen ? SideProfile(field, from, to, reach).best() : Straight{from, to - from};
     }
     std::array<cv::Point2d, 4> snapped = corners;
     for (size_t i = 0; i < 4; ++i) {

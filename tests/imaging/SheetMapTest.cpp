@@ -1,0 +1,144 @@
+#include "SheetMap.h"
+
+#include "MadePages.h"
+#include "SmallLook.h"
+
+#include <gtest/gtest.h>
+
+#include <opencv2/imgproc.hpp>
+
+#include <random>
+
+using mirvak::ConvLayer;
+using mirvak::FeaturePlane;
+
+namespace {
+
+FeaturePlane anyPlane(int width, int height, int channels, std::mt19937& random)
+{
+    FeaturePlane plane;
+    plane.create(width, height, channels);
+    std::uniform_real_distribution<float> value(-1, 1);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            for (int c = 0; c < channels; ++c)
+                plane.at(x, y)[c] = value(random);
+    return plane;
+}
+
+struct Weights
+{
+    std::vector<int8_t> taps;
+    std::vector<float> factors, offsets;
+};
+
+Weights anyWeights(const ConvLayer::Shape& shape, std::mt19937& random)
+{
+    Weights weights;
+    for (int i = 0; i < 9 * shape.inputs * shape.outputs; ++i)
+        weights.taps.push_back(static_cast<int8_t>(static_cast<int>(random() % 255) - 127));
+    for (int i = 0; i < shape.outputs; ++i) {
+        weights.factors.push_back(0.001F * static_cast<float>(1 + i));
+        weights.offsets.push_back(0.1F * static_cast<float>(i) - 0.5F);
+    }
+    return weights;
+}
+
+/// The sum as the definition has it, in the coordinates of the input.
+double
+summed(const FeaturePlane& in, const Weights& weights, const ConvLayer::Shape& shape, int x, int y, int o)
+{
+    double sum = 0;
+    for (int i = 0; i < shape.inputs; ++i) {
+        for (int t = 0; t < 9; ++t) {
+            const int u = x + (t % 3 - 1) * shape.reach, v = y + (t / 3 - 1) * shape.reach;
+            if (u >= 0 && v >= 0 && u < in.width() && v < in.height())
+                sum += weights.taps[static_cast<size_t>((o * shape.inputs + i) * 9 + t)] *
+                       static_cast<double>(in.at(u, v)[i]);
+        }
+    }
+    const double whole =
+        sum * weights.factors[static_cast<size_t>(o)] + weights.offsets[static_cast<size_t>(o)];
+    return shape.isRectified ? std::max(0.0, whole) : whole;
+}
+
+} // namespace
+
+class Convolution : public testing::TestWithParam<ConvLayer::Shape>
+{
+};
+
+TEST_P(Convolution, sumsWhatLiesAboutEachPlaceAndNothingOutside)
+{
+    const ConvLayer::Shape shape = GetParam();
+    std::mt19937 random(7);
+    const Weights weights = anyWeights(shape, random);
+    const ConvLayer layer(shape, weights.taps.data(), weights.factors.data(), weights.offsets.data());
+    FeaturePlane out; // one for all: what an earlier picture left must not show
+    for (const auto& [width, height] : {std::pair{21, 9}, {1, 1}, {2, 17}, {20, 10}}) {
+        const FeaturePlane in = anyPlane(width, height, shape.inputs, random);
+        layer.apply(in, out);
+        ASSERT_EQ(out.width(), (width + shape.step - 1) / shape.step);
+        ASSERT_EQ(out.height(), (height + shape.step - 1) / shape.step);
+        for (int y = 0; y < out.height(); ++y)
+            for (int x = 0; x < out.width(); ++x)
+                for (int o = 0; o < shape.outputs; ++o)
+                    ASSERT_NEAR(out.at(x, y)[o],
+                                summed(in, weights, shape, x * shape.step, y * shape.step, o),
+                                1e-4) // float against double
+                        << width << "x" << height << " at " << x << ", " << y << ": " << o;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Layers,
+                         Convolution,
+                         testing::Values(ConvLayer::Shape{3, 8, 2, 1, true},
+                                         ConvLayer::Shape{8, 2, 1, 1, false},
+                                         ConvLayer::Shape{5, 20, 1, 2, true},
+                                         ConvLayer::Shape{28, 28, 2, 1, true},
+                                         ConvLayer::Shape{1, 32, 1, 1, false}));
+
+TEST(SheetMap, showsTheUppermostSheetAndNothingOfAnEmptyDesk)
+{
+    mirvak::SmallLook look;
+    mirvak::SheetMap map;
+    const cv::Size frame(1280, 960);
+    const auto sheet = made::placed({640, 480}, {560, 792}, 12, 0.05);
+    for (const made::Desk desk :
+         {made::Desk::light, made::Desk::dark, made::Desk::wood, made::Desk::checked}) {
+        SCOPED_TRACE(static_cast<int>(desk));
+        cv::Mat picture = made::desk(frame, desk);
+        made::shine(picture, {});
+        map.build(look.build(picture));
+        EXPECT_LT(map.share(), 0.15); // a tenth of it may be doubtful
+
+        picture = made::desk(frame, desk);
+        made::lay(picture, made::textPage({1000, 1414}, 30), sheet, 0.8);
+        made::shine(picture, {});
+        map.build(look.build(picture));
+        auto corners = sheet;
+        for (cv::Point2d& corner : corners)
+            corner = look.reduction().toReduced(corner);
+        const auto fit = map.fitOf(corners);
+        EXPECT_GT(fit.overlap, 0.75); // its border is blurred by a cell of eight pixels
+        EXPECT_GT(fit.leastStep, 0.3);
+        auto moved = corners;
+        for (cv::Point2d& corner : moved)
+            corner.x += 60;
+        EXPECT_LT(map.fitOf(moved).overlap, fit.overlap - 0.1);
+        EXPECT_LT(map.fitOf(moved).border, fit.border - 0.2);
+    }
+}
+
+TEST(FeaturePlane, addsTheSmallerPlaneFourTimesEach)
+{
+    std::mt19937 random(3);
+    const FeaturePlane half = anyPlane(4, 3, 5, random);
+    FeaturePlane whole = anyPlane(7, 5, 5, random);
+    const FeaturePlane before = whole;
+    whole.addEnlarged(half);
+    for (int y = 0; y < 5; ++y)
+        for (int x = 0; x < 7; ++x)
+            for (int c = 0; c < 5; ++c)
+                ASSERT_FLOAT_EQ(whole.at(x, y)[c], before.at(x, y)[c] + half.at(x / 2, y / 2)[c]);
+}
