@@ -63,12 +63,10 @@ void divide(cv::Mat& ground, Chance& chance)
         const double x = at[1] + (isShifted ? 0.5 * wide * (row % 2) : 0), y = at[0];
         const int column = static_cast<int>(x / wide);
         const bool odd = column % 2 != 0, down = row % 2 != 0;
-        if (kind == 0 && odd != down)
+        if ((kind == 0 && odd != down) || (kind == 2 && odd))
             pixel = second;
         else if (kind == 1)
             pixel += 0.5F * static_cast<float>(odd + down) * (second - pixel);
-        else if (kind == 2 && odd)
-            pixel = second;
         else if (kind == 3)
             pixel *= cells.at<float>(row % 128, column % 128);
         const double toJoint = std::min(std::min(x - column * wide, (column + 1) * wide - x),

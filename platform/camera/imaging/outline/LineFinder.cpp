@@ -54,9 +54,12 @@ bool sameLine(const EdgeLine& a, const EdgeLine& b)
 double shownLength(const EdgeLine& line, const SheetMap& map)
 {
     const double step = map.cell();
+    const int count = static_cast<int>(std::ceil((line.tEnd() - line.tBegin()) / step));
     double length = 0;
-    for (double t = line.tBegin(); t < line.tEnd(); t += step)
+    for (int i = 0; i < count; ++i) {
+        const double t = line.tBegin() + i * step;
         length += line.isDenseAt(t) ? step * map.borderAt(line.at(t)) : 0;
+    }
     return length;
 }
 
