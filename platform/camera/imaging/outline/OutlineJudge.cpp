@@ -18,6 +18,7 @@ constexpr size_t mostAnswers = 6;
 // Of the score by edges and colours alone: where the map is blind, as to half of a page in a shadow, they
 // hold against it.
 constexpr double edgeShare = 0.3;
+constexpr double atBorder = 1.5; // pixels
 
 double areaOf(const std::array<cv::Point2d, 4>& p)
 {
@@ -34,6 +35,15 @@ bool isSameSheet(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point
     std::vector<cv::Point2f> both;
     const double shared = cv::intersectConvexConvex(first, second, both);
     return shared >= sameSheet * (areaA + areaB - shared);
+}
+
+// The map has learnt from whole sheets only.
+bool leavesPicture(const std::array<cv::Point2d, 4>& corners, const cv::Size& size)
+{
+    return std::any_of(corners.begin(), corners.end(), [&](const cv::Point2d& corner) {
+        return corner.x < atBorder || corner.y < atBorder || corner.x > size.width - 1 - atBorder ||
+               corner.y > size.height - 1 - atBorder;
+    });
 }
 
 template <size_t units, size_t count>
@@ -74,7 +84,8 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
     shares_.clear();
     double all = 1; // no sheet
     for (size_t i = 0; i < evidence_.size(); ++i) {
-        const double score = edgeShare * scoreOf(evidence_[i]) + (1 - edgeShare) * scoreOf(pageEvidence_[i]);
+        const double byEdges = leavesPicture(quads[i].corners, planes[0].size()) ? 1 : edgeShare;
+        const double score = byEdges * scoreOf(evidence_[i]) + (1 - byEdges) * scoreOf(pageEvidence_[i]);
         shares_.push_back(std::exp(score));
         all += shares_.back();
     }
