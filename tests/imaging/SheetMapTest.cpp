@@ -1,6 +1,8 @@
 #include "SheetMap.h"
 
+#include "LineFinder.h"
 #include "MadePages.h"
+#include "OutlineJudge.h"
 #include "SmallLook.h"
 
 #include <gtest/gtest.h>
@@ -141,4 +143,27 @@ TEST(FeaturePlane, addsTheSmallerPlaneFourTimesEach)
         for (int x = 0; x < 7; ++x)
             for (int c = 0; c < 5; ++c)
                 ASSERT_FLOAT_EQ(whole.at(x, y)[c], before.at(x, y)[c] + half.at(x / 2, y / 2)[c]);
+}
+
+// The map has learnt from whole sheets only: one that sees none does not count against a page half outside.
+TEST(OutlineJudge, doesNotAskTheMapAboutPagesThatLeaveThePicture)
+{
+    const cv::Size frame(640, 480);
+    cv::Mat picture = made::desk(frame, made::Desk::dark);
+    made::lay(picture, made::blankPage({300, 400}), made::placed({320, 400}, {240, 320}, 0), 0.8);
+    mirvak::SmallLook look, emptyLook;
+    mirvak::EdgeField edges;
+    mirvak::RegionField regions;
+    mirvak::LineFinder lines;
+    mirvak::QuadFinder quads;
+    mirvak::SheetMap blind;
+    mirvak::OutlineJudge judge;
+    const auto& planes = look.build(picture);
+    edges.build(planes);
+    regions.build(planes, edges.change());
+    quads.find(lines.find(edges, planes, regions, 72), look.reduction().size());
+    blind.build(emptyLook.build(made::desk(frame, made::Desk::dark)));
+    const auto& outlines = judge.judge(quads.quads(), planes, regions, blind);
+    ASSERT_FALSE(outlines.empty());
+    EXPECT_GT(outlines.front().confidence, 0.9);
 }
