@@ -9,6 +9,7 @@
 #include "PdfView.h"
 #include "ShotHint.h"
 #include "Thumbnail.h"
+#include "TimerEnd.h"
 #include "Words.h"
 
 #include <QLabel>
@@ -249,8 +250,8 @@ TEST_F(PdfExTest, ShowsTheNewestFrameAndSaysWhenItStandsStill)
     frame.fill(Qt::green);
     dialog.SetPdfDataframe(frame);
     const QImage live = look();
-    preview->findChild<QTimer*>()->start(0); // the same end, sooner
-    EXPECT_TRUE(QTest::qWaitFor([&] { return look() != live; }));
+    endNow(*preview->findChild<QTimer*>());
+    EXPECT_NE(look(), live);
     dialog.SetPdfDataframe(frame);
     EXPECT_EQ(look(), live);
     EXPECT_TRUE(preview->findChild<QTimer*>()->isActive()) << "it may stop again";
@@ -283,8 +284,8 @@ TEST_F(PdfExTest, TellsWhetherTheLivePageWillBeGood)
     EXPECT_LE(colour().green(), colour().red());
     EXPECT_EQ(said(), QStringLiteral("too blurred"));
     EXPECT_TRUE(preview->rect().contains(hint->geometry()));
-    preview->findChild<QTimer*>()->start(0); // the camera delivers no more
-    EXPECT_TRUE(QTest::qWaitFor([&] { return said().isEmpty(); }));
+    endNow(*preview->findChild<QTimer*>()); // the camera delivers no more
+    EXPECT_EQ(said(), QString());
     show(MIRVAK_SHOT_MOVING);
     EXPECT_EQ(said(), QStringLiteral("page is moving"));
     dialog.close();

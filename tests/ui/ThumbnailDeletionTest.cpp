@@ -2,6 +2,7 @@
 
 #include "LeftOverFiles.h"
 #include "Settings.h"
+#include "TimerEnd.h"
 
 #include <QFile>
 #include <QPixmap>
@@ -106,7 +107,7 @@ TEST_F(ThumbnailStrip, WhatIsNotTakenBackIsGoneForGood)
     strip.RemoveItem(0, true);
     EXPECT_EQ(hidden().size(), 1) << "one deletion at a time";
     EXPECT_NE(hidden(), first);
-    timer->start(1); // the same end, sooner
+    endNow(*timer);
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
     EXPECT_EQ(offer(), QString());
     QTest::keyClick(&strip, Qt::Key_Z, Qt::ControlModifier);

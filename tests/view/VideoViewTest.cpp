@@ -1,8 +1,8 @@
 #include "ShownView.h"
+#include "TimerEnd.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTimer>
 
 #include <atomic>
 #include <functional>
@@ -147,8 +147,8 @@ TEST_F(VideoViewTest, ShowsANoticeForAWhile)
     auto* timer = view_->findChild<QTimer*>(QStringLiteral("noticeTimer"));
     ASSERT_TRUE(timer && timer->isActive());
     EXPECT_GE(timer->interval(), 3000) << "long enough to be read";
-    timer->start(1); // the same end, sooner
-    EXPECT_TRUE(QTest::qWaitFor([&] { return picture() == before; }));
+    endNow(*timer);
+    EXPECT_EQ(picture(), before);
 }
 
 TEST_F(VideoViewTest, PassesTheToolBarOnAndCountsCroppingOptionsFromNought)
