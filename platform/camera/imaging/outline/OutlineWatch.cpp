@@ -9,6 +9,7 @@ namespace {
 
 constexpr int longestAge = 2;                       // frames that repeat an answer
 constexpr std::chrono::milliseconds nextFrame(150); // at most, after the frame before it
+constexpr std::chrono::milliseconds fastPause(60);  // of fast cameras' frames, between searches at least
 constexpr int columns = 32, rows = 24;              // of the grid over the picture
 constexpr int along = 24;                           // samples of each side, on each hand
 constexpr double besideShare = 1 / 200.; // of the longer side of the picture: beside an edge, not on it
@@ -56,7 +57,7 @@ std::optional<Outline> OutlineWatch::find(const cv::Mat& rgb, std::optional<Time
 
 bool OutlineWatch::followsTheSearched(std::optional<Time> taken) const
 {
-    return age_ == 0 && taken && searchedAt_ && *taken - *searchedAt_ < nextFrame;
+    return taken && searchedAt_ && *taken - *searchedAt_ < (age_ == 0 ? nextFrame : fastPause);
 }
 
 void OutlineWatch::choosePlaces(const cv::Mat& rgb)
