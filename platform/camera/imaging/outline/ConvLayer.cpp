@@ -2,6 +2,14 @@
 
 #include <algorithm>
 
+// Of two versions the one for the processor at hand is chosen when the program starts. The sanitizers' own
+// code cannot run that early.
+#if defined __x86_64__ && !defined __SANITIZE_ADDRESS__ && !defined __SANITIZE_THREAD__
+#define WITH_AND_WITHOUT_FMA [[gnu::target_clones("fma", "default")]]
+#else
+#define WITH_AND_WITHOUT_FMA
+#endif
+
 namespace mirvak {
 
 namespace {
@@ -24,7 +32,8 @@ struct Walk
 };
 
 /// The sums of `pixels` places side by side at once: all stay in registers, and each weight is read once.
-template <int fours, int pixels> void sumUp(const Walk& walk, bool isRectified, float* out)
+template <int fours, int pixels>
+[[gnu::always_inline]] inline void sumUp(const Walk& walk, bool isRectified, float* out)
 {
     Four sums[pixels][fours];
     for (int p = 0; p < pixels; ++p)
@@ -92,7 +101,8 @@ ConvLayer::ConvLayer(const Shape& shape, const int8_t* wholeTaps, const float* f
     }
 }
 
-template <int fours> void ConvLayer::applyTo(const FeaturePlane& in, FeaturePlane& out) const
+template <int fours>
+[[gnu::always_inline]] inline void ConvLayer::applyTo(const FeaturePlane& in, FeaturePlane& out) const
 {
     constexpr int pixels = fours == 1 ? 8 : fours == 2 ? 4 : 2; // as many sums as there are registers
     Walk walk{nullptr,
@@ -118,7 +128,7 @@ template <int fours> void ConvLayer::applyTo(const FeaturePlane& in, FeaturePlan
     }
 }
 
-void ConvLayer::apply(const FeaturePlane& in, FeaturePlane& out) const
+WITH_AND_WITHOUT_FMA void ConvLayer::apply(const FeaturePlane& in, FeaturePlane& out) const
 {
     const auto reduced = [this](int length) { return (length + shape_.step - 1) / shape_.step; };
     out.create(reduced(in.width()), reduced(in.height()), shape_.outputs);
