@@ -4,7 +4,8 @@
     map_scenes a.bin 14000 100000; map_scenes b.bin 14000 200000     # scenes, see map/main.cpp
     learn_map.py MINUTES HEADER [--from STATE] SCENES...
 
-The weights in use: 12 minutes, then 20 more `--from` that state, one thread on a busy machine (2500 and 1400 batches).
+The weights in use: 12 minutes, 20 more `--from` that state, and 55 more `--from` that one with 20000 scenes from
+400000 on beside the others; one thread on a busy machine (2500, 1400 and 15100 batches).
 
 The network is an encoder and decoder with sums across (Ronneberger, Fischer and Brox 2015; sums as in Chaurasia
 and Culurciello 2017); learnt by AdamW (Loshchilov and Hutter 2019) with batch normalisation (Ioffe and Szegedy

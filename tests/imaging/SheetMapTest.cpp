@@ -113,6 +113,7 @@ TEST(SheetMap, showsTheUppermostSheetAndNothingOfAnEmptyDesk)
         made::shine(picture, {});
         map.build(look.build(picture));
         EXPECT_LT(map.share(), 0.15); // a tenth of it may be doubtful
+        EXPECT_TRUE(map.quiet().empty()) << "where there may be an unknown sheet, all edges matter";
 
         picture = made::desk(frame, desk);
         made::lay(picture, made::textPage({1000, 1414}, 30), sheet, 0.8);
@@ -129,7 +130,48 @@ TEST(SheetMap, showsTheUppermostSheetAndNothingOfAnEmptyDesk)
             corner.x += 60;
         EXPECT_LT(map.fitOf(moved).overlap, fit.overlap - 0.1);
         EXPECT_LT(map.fitOf(moved).border, fit.border - 0.2);
+        ASSERT_FALSE(map.quiet().empty());
+        EXPECT_GT(cv::countNonZero(map.quiet()), map.quiet().total() / 4) << "the desk";
+        for (size_t i = 0; i < 4; ++i) {
+            const cv::Point2d middle = 0.5 * (corners[i] + corners[(i + 1) % 4]) / map.cell();
+            EXPECT_EQ(map.quiet().at<uchar>(middle), 0) << "side " << i;
+        }
     }
+}
+
+// Cells of eight pixels, the picture ends within one: no edge of a quiet cell counts, and each of another
+// does.
+TEST(EdgeField, leavesOutWhatLiesInQuietCells)
+{
+    constexpr int cell = 8;
+    mirvak::SmallLook look;
+    cv::Mat picture = made::desk({645, 483}, made::Desk::wood);
+    made::lay(picture, made::textPage({1000, 1414}, 30), made::placed({320, 240}, {280, 396}, 12), 0.8);
+    const auto& planes = look.build(picture);
+    const cv::Size cells(planes[0].cols / cell, planes[0].rows / cell);
+    cv::Mat quiet(cells, CV_8UC1);
+    cv::randu(quiet, 0, 2);
+    for (const int side : {0, cells.width - 1})
+        quiet.col(side).rowRange(10, 20) = 1;
+    mirvak::EdgeField all, fewer;
+    all.build(planes);
+    fewer.build(planes, quiet, cell);
+    const auto isQuiet = [&](const mirvak::EdgePoint& point) {
+        const cv::Point at(point.x / cell, point.y / cell);
+        return cv::Rect({}, cells).contains(at) && quiet.at<uchar>(at);
+    };
+    std::vector<cv::Point> wanted, got;
+    for (const auto& point : all.points()) {
+        const bool leftOut = isQuiet(point);
+        if (!leftOut)
+            wanted.emplace_back(point.x, point.y);
+        ASSERT_EQ(*fewer.directionAt(point.x, point.y, false) == 0, leftOut);
+        ASSERT_EQ(*fewer.directionAt(point.x, point.y, true) == 0, leftOut);
+    }
+    for (const auto& point : fewer.points())
+        got.emplace_back(point.x, point.y);
+    EXPECT_LT(got.size(), all.points().size() * 3 / 4);
+    EXPECT_EQ(got, wanted);
 }
 
 TEST(FeaturePlane, addsTheSmallerPlaneFourTimesEach)

@@ -67,12 +67,12 @@ int directionOf(int dx, int dy)
 
 } // namespace
 
-void EdgeField::build(const std::array<cv::Mat, 3>& planes)
+void EdgeField::build(const std::array<cv::Mat, 3>& planes, const cv::Mat& quiet, int cell)
 {
     findGradients(planes);
     chooseThreshold();
     chooseTileThresholds();
-    thin();
+    thin(quiet, cell);
 }
 
 float EdgeField::changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const
@@ -152,33 +152,57 @@ void EdgeField::chooseTileThresholds()
     }
 }
 
-// Keeps the ridge of the gradient across the edge (Canny's non-maximum suppression in four directions).
-void EdgeField::thin()
+void EdgeField::thin(const cv::Mat& quiet, int cell)
 {
     points_.clear();
     directions_.create(magnitude_.rows + 2 * padding, magnitude_.cols + 2 * padding, CV_8UC1);
     turned_.create(directions_.cols, directions_.rows, CV_8UC1);
     directions_.setTo(0);
     turned_.setTo(0);
-    const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
     for (int y = 2; y < magnitude_.rows - 2; ++y) {
-        const short* m = magnitude_.ptr<short>(y);
-        const short* thresholds =
-            tileThresholds_.data() + static_cast<ptrdiff_t>(y / tileSize) * tilesAcross_;
-        const short* dx = gx_.ptr<short>(y);
-        const short* dy = gy_.ptr<short>(y);
-        for (int x = 2; x < magnitude_.cols - 2; ++x) {
-            if (m[x] < thresholds[x / tileSize])
-                continue;
-            const int ax = std::abs(dx[x]), ay = std::abs(dy[x]);
-            ptrdiff_t across = stride;
-            if (5 * ay < 2 * ax) // tan 22.5 degrees is about 2/5
-                across = 1;
-            else if (2 * ay <= 5 * ax)
-                across = (dx[x] ^ dy[x]) < 0 ? stride - 1 : stride + 1;
-            if (m[x] > m[x - across] && m[x] >= m[x + across])
-                addPoint(x, y);
-        }
+        if (y == 2 || y % cell == 0)
+            findRuns(quiet, y / cell, cell);
+        for (const cv::Range& run : runs_)
+            thinRow(y, run.start, run.end);
+    }
+}
+
+void EdgeField::findRuns(const cv::Mat& quiet, int row, int cell)
+{
+    const unsigned char* cells = row < quiet.rows ? quiet.ptr(row) : nullptr;
+    const int count = cells ? quiet.cols : 0;
+    const int end = magnitude_.cols - 2; // there and from 2 on, pixels have neighbours to all sides
+    int from = 2;
+    runs_.clear();
+    for (int i = 0; i <= count; ++i) {
+        if (i < count && !cells[i])
+            continue;
+        const int to = i < count ? std::min(i * cell, end) : end;
+        if (from < to)
+            runs_.emplace_back(from, to);
+        from = std::max(from, (i + 1) * cell);
+    }
+}
+
+// Keeps the ridge of the gradient across the edge (Canny's non-maximum suppression in four directions).
+void EdgeField::thinRow(int y, int from, int to)
+{
+    const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
+    const short* m = magnitude_.ptr<short>(y);
+    const short* thresholds = tileThresholds_.data() + static_cast<ptrdiff_t>(y / tileSize) * tilesAcross_;
+    const short* dx = gx_.ptr<short>(y);
+    const short* dy = gy_.ptr<short>(y);
+    for (int x = from; x < to; ++x) {
+        if (m[x] < thresholds[x / tileSize])
+            continue;
+        const int ax = std::abs(dx[x]), ay = std::abs(dy[x]);
+        ptrdiff_t across = stride;
+        if (5 * ay < 2 * ax) // tan 22.5 degrees is about 2/5
+            across = 1;
+        else if (2 * ay <= 5 * ax)
+            across = (dx[x] ^ dy[x]) < 0 ? stride - 1 : stride + 1;
+        if (m[x] > m[x - across] && m[x] >= m[x + across])
+            addPoint(x, y);
     }
 }
 

@@ -23,8 +23,9 @@ constexpr int edgeDirections = 90;
 class EdgeField
 {
 public:
-    /// `planes`: three CV_8UC1 of one size.
-    void build(const std::array<cv::Mat, 3>& planes);
+    /// `planes`: three CV_8UC1 of one size. `quiet`: CV_8UC1, one for each `cell` x `cell` pixels, not 0
+    /// where edges do not matter and are left out; or empty.
+    void build(const std::array<cv::Mat, 3>& planes, const cv::Mat& quiet = {}, int cell = 1);
 
     /// Takes away what lies in a part of the picture, so that the next search finds something else.
     /// `part`: convex, pixels; changeAcross() stays as it is.
@@ -54,12 +55,15 @@ private:
     void findGradients(const std::array<cv::Mat, 3>& planes);
     void chooseThreshold();
     void chooseTileThresholds();
-    void thin();
+    void thin(const cv::Mat& quiet, int cell);
+    void findRuns(const cv::Mat& quiet, int row, int cell);
+    void thinRow(int y, int from, int to);
     void addPoint(int x, int y);
 
     cv::Mat gx_, gy_, magnitude_; // CV_16S, |gx| + |gy|
     std::vector<short> smoothed_, difference_;
     std::vector<EdgePoint> points_;
+    std::vector<cv::Range> runs_;          ///< pixels of a row that are not quiet
     cv::Mat directions_, turned_, erased_; ///< with the frame around them; rows and columns changed places
     int threshold_ = 0;
     std::vector<short> tileThresholds_; ///< row by row

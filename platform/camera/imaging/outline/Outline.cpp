@@ -49,9 +49,9 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     if (!SmallLook::canHoldPage(rgb))
         return std::nullopt;
     const SmallLook::Planes& planes = work_->look.build(rgb);
-    work_->edges.build(planes);
-    work_->regions.build(planes, work_->edges.change());
     work_->map.build(planes);
+    work_->edges.build(planes, work_->map.quiet(), work_->map.cell());
+    work_->regions.build(planes, work_->edges.change());
     const auto& lines = work_->lines.find(work_->edges, planes, work_->regions, mostLines, &work_->map);
     work_->quads.find(lines, work_->look.reduction().size(), QuadFinder::Search::page, &work_->map);
     addFromMap(work_->map, work_->edges, planes, work_->quads);

@@ -11,8 +11,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr int longestSide = 160;   // of the picture that the network sees
-constexpr double leastSpread = 12; // levels: an even picture stays even
+constexpr int longestSide = 160;    // of the picture that the network sees
+constexpr double leastSpread = 12;  // levels: an even picture stays even
+constexpr double sure = 0.985;      // of a cell and all around it
+constexpr double leastSure = 0.005; // of all cells, for a sheet to be seen
 constexpr int samplesAlong = 20;
 constexpr double besideSide = 1.3; // cells: beyond the blur of the map
 
@@ -70,6 +72,7 @@ void SheetMap::build(const Planes& planes)
         }
     }
     sumRows();
+    findQuiet();
 }
 
 /// Of the certainties before each cell in its row.
@@ -83,6 +86,16 @@ void SheetMap::sumRows()
         for (int x = 0; x < inside_.cols; ++x)
             sums[x + 1] = sums[x] + row[x];
     }
+}
+
+void SheetMap::findQuiet()
+{
+    const cv::Mat around = cv::Mat::ones(3, 3, CV_8UC1);
+    const int seen = cv::countNonZero(inside_ > sure);
+    if (seen < leastSure * static_cast<double>(inside_.total()))
+        quiet_ = cv::Mat();
+    else
+        cv::erode((inside_ < 1 - sure) & (border_ < 2 * (1 - sure)), quiet_, around);
 }
 
 double SheetMap::share() const

@@ -27,7 +27,11 @@ public:
     const cv::Mat& inside() const { return inside_; }
     const cv::Mat& border() const { return border_; }
     /// Pixels of the small picture to one cell, both ways.
-    double cell() const { return cell_; }
+    int cell() const { return cell_; }
+    /// Cells far from all sheets, 255: CV_8UC1, else 0. Empty as long as no sheet is seen for sure: there may
+    /// be one that the network does not know. (Of what it takes for the inside of a sheet, some may be a desk
+    /// as white as paper.)
+    const cv::Mat& quiet() const { return quiet_; }
 
     /// How well an outline agrees with the map; all 0 to 1.
     struct Fit
@@ -63,11 +67,12 @@ private:
         return map.ptr<float>(y)[x];
     }
     void sumRows();
+    void findQuiet();
 
     SheetNet net_;
-    cv::Mat reduced_, inside_, border_, sums_;
+    cv::Mat inside_, border_, sums_, quiet_;
     std::array<cv::Mat, 3> reducedPlanes_;
-    double cell_ = 1;
+    int cell_ = 1;
 };
 
 /// Puts the outlines that the map shows, placed on edges near them, beside those that long edges make.
