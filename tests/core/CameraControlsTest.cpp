@@ -6,10 +6,12 @@
 #include "ControlStore.h"
 #include "DeskFixture.h"
 
+#include <QAbstractEventDispatcher>
 #include <QPainter>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 
@@ -42,9 +44,9 @@ protected:
         session_.discover();
         open();
     }
-    void open()
+    void open(int row = 0)
     {
-        ASSERT_EQ(session_.select(session_.cameras().value(0).identity), CameraSession::OpenResult::Ok);
+        ASSERT_EQ(session_.select(session_.cameras().value(row).identity), CameraSession::OpenResult::Ok);
         frames_ = 0;
         ASSERT_EQ(session_.start(0, QStringLiteral("640*480")), CameraSession::OpenResult::Ok);
     }
@@ -88,14 +90,17 @@ TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
     lay();
     ASSERT_TRUE(listed());
     EXPECT_TRUE(kept().isEmpty()) << "looking keeps nothing";
-    for (int value = 1; value <= 40; ++value)
+    for (int value = 1; value <= 40; ++value) {
+        controls_.set(MIRVAK_SATURATION, 50 + value);
         controls_.set(MIRVAK_BRIGHTNESS, value); // as a slider that is drawn
+    }
     EXPECT_EQ(valueOf(MIRVAK_BRIGHTNESS), 40);
     EXPECT_EQ(kept().value(MIRVAK_BRIGHTNESS), 40) << "before the camera has answered";
     EXPECT_TRUE(levelBecomes(168));
     controls_.set(MIRVAK_GAIN, 9999);
     EXPECT_TRUE(waitFor([this] { return valueOf(MIRVAK_GAIN) == 255; })) << "what the camera made of it";
     EXPECT_EQ(kept().value(MIRVAK_GAIN), 255);
+    EXPECT_EQ(valueOf(MIRVAK_SATURATION), 90) << "a request of one control is not one of another";
     controls_.set(MIRVAK_GAIN, 0);
     EXPECT_TRUE(levelBecomes(168));
 
@@ -104,7 +109,9 @@ TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
     EXPECT_TRUE(waitFor([this] { return frames_ > 0; }));
     EXPECT_NEAR(level_, 168, 3) << "the first frame already";
     ControlStore(QStringLiteral("another/camera")).keep(MIRVAK_BRIGHTNESS, -60);
-    EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_BRIGHTNESS, 40}, {MIRVAK_GAIN, 0}}));
+    ControlStore(QStringLiteral("another")).forget();
+    EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_BRIGHTNESS, 40}, {MIRVAK_GAIN, 0}, {MIRVAK_SATURATION, 90}}));
+    EXPECT_EQ(ControlStore(QStringLiteral("another/camera")).values().value(MIRVAK_BRIGHTNESS), -60);
 }
 
 TEST_F(CameraControlsTest, AnAutomaticIsSwitchedOffWithWhatItHadFound)
@@ -151,6 +158,28 @@ TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
     EXPECT_TRUE(controls_.list().isEmpty());
     controls_.set(MIRVAK_FOCUS, 1);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5) << "nothing to set without a camera";
+}
+
+TEST_F(CameraControlsTest, WhatOneCameraWasAskedForAndAnsweredIsNoneOfTheNextOne)
+{
+    useDesk(camera("controls = true;") + ", " + camera("controls = true;"), solid(640, 480, Qt::darkGray));
+    session_.discover();
+    open();
+    ASSERT_TRUE(listed());
+    controls_.watch(false);
+    const auto draw = [this] {
+        for (int value = 1; value <= 40; ++value)
+            controls_.set(MIRVAK_BRIGHTNESS, value);
+    };
+    draw();
+    QCoreApplication::processEvents();
+    for (int i = 0; i < 200 && !QAbstractEventDispatcher::instance()->hasPendingEvents(); ++i)
+        QThread::msleep(5); // an answer is on its way to this thread
+    draw();                 // and requests on theirs to the camera
+    open(1);
+    EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
+    EXPECT_NEAR(level_, 128, 3);
+    EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";
 }
 
 } // namespace

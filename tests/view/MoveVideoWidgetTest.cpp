@@ -95,6 +95,7 @@ TEST_F(MoveVideoWidgetTest, TakesACornerAndKeepsItWhenTheWindowGrows)
 TEST_F(MoveVideoWidgetTest, IsDraggedOnThePictureAndCarriedAlong)
 {
     inset->SetMvDataFrame(plain({320, 240}, Qt::blue));
+    QCoreApplication::processEvents();
     inset->showAt(3);
     const QPoint start = inset->pos();
     const QPoint grip(10, 10);
