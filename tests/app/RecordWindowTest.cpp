@@ -74,6 +74,8 @@ TEST_F(RecordWindowTest, ARecordingWhoseWindowWasClosedIsStoppedWhenTheCameraIsG
     const auto look = [=] { return const_cast<RecordingMark*>(mark)->grab().toImage(); };
     const QImage first = look();
     EXPECT_TRUE(QTest::qWaitFor([&] { return look() != first; }, 60000)) << "it counts";
+    const_cast<RecordingMark*>(mark)->showLength(3725);
+    EXPECT_EQ(mark->accessibleName(), QStringLiteral("Recording, 62:05"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 60000));
     EXPECT_TRUE(mark->isVisible()) << "the film is still being made";
     click("btnRecord");

@@ -121,6 +121,11 @@ TEST_F(PdfExTest, TheListGivesTheOrderOfThePagesAndTakesMany)
     click("Pdf");
     ASSERT_TRUE(closes());
     EXPECT_EQ(pagesOfThePdf(), 152U);
+    open();
+    click("AddImages");
+    dialog.close();
+    open();
+    EXPECT_TRUE(dialog.pages().isEmpty()) << "nor those that were not listed yet";
 }
 
 TEST_F(PdfExTest, FailuresAreSaid)

@@ -295,8 +295,9 @@ TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)
     };
     ticks(5);
     EXPECT_EQ(note(), QString()) << "a slow camera";
-    ticks(25);
+    ticks(5);
     EXPECT_TRUE(note().startsWith(QLatin1String("The camera delivers no picture;"))) << qPrintable(note());
+    ticks(20);
     EXPECT_EQ(desk.notices, QStringList{note()});
     deliver();
     ticks(30);
