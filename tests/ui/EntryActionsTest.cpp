@@ -215,6 +215,12 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     key(Qt::Key_S);
     EXPECT_TRUE(says("could not be changed"));
     EXPECT_EQ(bytes("a.png"), "damaged");
+    save(QStringLiteral("a.png"));
+    key(Qt::Key_R);
+    const QString written = save(QStringLiteral("part.png"), QSize(50, 40));
+    ASSERT_EQ(std::rename(written.toLocal8Bit().constData(), other.toLocal8Bit().constData()), 0);
+    EXPECT_TRUE(says("was changed by another program")) << "while it was being turned";
+    EXPECT_EQ(QImage(other).size(), QSize(50, 40));
     {
         Thumbnail second;
         second.AddImage(save(QStringLiteral("c.png"), QSize(1600, 1200)), -1);
