@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QDrag>
 #include <QDropEvent>
+#include <QImageWriter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -172,9 +173,12 @@ TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
         QTest::keyClick(name(), Qt::Key_Return);
         EXPECT_TRUE(name()->isVisible()) << bad;
     }
+    name()->setText(QStringLiteral("given up"));
     QTest::keyClick(name(), Qt::Key_Escape);
     EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     EXPECT_TRUE(strip.hasFocus());
+    key(Qt::Key_F2);
+    EXPECT_EQ(name()->text(), QStringLiteral("a")) << "what it is stays";
     rename("Invoice 7.PNG");
     EXPECT_EQ(names().last(), QStringLiteral("Invoice 7.png"));
     EXPECT_EQ(entries->item(1)->text(), QStringLiteral("Invoice 7.png"));
@@ -269,6 +273,52 @@ TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
     key(Qt::Key_R);
     rename("letter");
     EXPECT_EQ(bytes("letter.rtf"), "{\\rtf1}");
+    key(Qt::Key_F2);
+    QTest::keyClicks(name(), QStringLiteral("memo"));
+    strip.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(bytes("memo.rtf"), "{\\rtf1}") << "a click elsewhere is no reason to lose the name";
+}
+
+TEST_F(AfterTheCapture, APageIsMadeUprightAndAStraightOneLeftAlone)
+{
+    QImage desk(800, 600, QImage::Format_RGB32);
+    desk.fill(QColor(50, 52, 55));
+    QPainter(&desk).fillRect(100, 120, 600, 360, QColor(238, 236, 230));
+    ASSERT_TRUE(desk.save(file(QStringLiteral("page.png"))));
+    desk.fill(Qt::white);
+    ASSERT_TRUE(desk.save(file(QStringLiteral("plain.png"))));
+    strip.AddImage(file(QStringLiteral("plain.png")), -1);
+    key(Qt::Key_S);
+    EXPECT_TRUE(says("plain.png is straight already"));
+    strip.AddImage(file(QStringLiteral("page.png")), -1);
+    key(Qt::Key_S);
+    const auto now = [&] { return QImage(file(QStringLiteral("page.png"))); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !now().isNull() && now().width() != 800; }));
+    EXPECT_NEAR(now().width(), 600 - 30, 5) << "without its outermost pixels";
+    EXPECT_NEAR(now().height(), 360 - 30, 5);
+}
+
+TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
+{
+    QImage picture(64, 48, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    QPainter(&picture).fillRect(0, 0, 32, 48, Qt::red);
+    QImageWriter writer(file(QStringLiteral("turned.jpg")));
+    writer.setTransformation(QImageIOHandler::TransformationRotate90); // what was left is above
+    ASSERT_TRUE(writer.write(picture));
+    strip.AddImage(file(QStringLiteral("turned.jpg")), -1);
+    const auto icon = [&] { return entries->item(0)->icon().pixmap(QSize(500, 500)).toImage(); };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return icon().size() == QSize(75, 100); }));
+    EXPECT_GT(icon().pixelColor(60, 20).red(), 200);
+    key(Qt::Key_C);
+    auto* dialog = strip.findChild<CropDialog*>();
+    ASSERT_TRUE(dialog);
+    auto* accept = dialog->findChild<QPushButton*>(QStringLiteral("cropAccept"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); }));
+    const auto* first = dialog->findChild<QWidget*>(QStringLiteral("corner0"));
+    const QPoint across = dialog->findChild<QWidget*>(QStringLiteral("corner2"))->pos() - first->pos();
+    EXPECT_LT(across.x(), across.y());
+    dialog->reject();
 }
 
 TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
@@ -285,6 +335,7 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
             return view->findChild<QWidget*>(QStringLiteral("corner%1").arg(i));
         };
         EXPECT_FALSE(corner(0)->accessibleName().isEmpty());
+        const QPoint first = corner(0)->pos();
         const int left = corner(0)->x(), right = corner(1)->x();
         for (const int i : {0, 3}) { // to the middle, in steps of ten
             corner(i)->setFocus();
@@ -297,6 +348,13 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
             QEvent::MouseMove, grip + QPoint(right, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(corner(0), &beyond);
         EXPECT_FALSE(accept->isEnabled()) << "no page between these corners";
+        QMouseEvent outside(QEvent::MouseMove,
+                            grip + first - corner(0)->pos() - QPoint(90, 90),
+                            Qt::NoButton,
+                            Qt::LeftButton,
+                            Qt::NoModifier);
+        QCoreApplication::sendEvent(corner(0), &outside);
+        EXPECT_EQ(corner(0)->pos(), first) << "no corner leaves the picture";
         const QPoint back((left + right) / 2 - corner(0)->x(), 0);
         QMouseEvent middle(QEvent::MouseMove, grip + back, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(corner(0), &middle);
@@ -378,12 +436,15 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
 {
     for (int pages = 0; pages < 2; ++pages) {
         dir.write("notes.txt", "no picture");
-        const QList<QUrl> urls{QUrl::fromLocalFile(save(QStringLiteral("ä 1.png"))),
-                               QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
-                               QUrl(QStringLiteral("http://localhost/x.png"))};
+        const QList<QUrl> urls{
+            QUrl::fromLocalFile(save(QStringLiteral("ä 1.png"))),
+            QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
+            QUrl(QStringLiteral("http://localhost/x.png")),
+            QUrl::fromLocalFile(file(QStringLiteral("an offer of the printing office.txt")))};
         drop(pages ? entries->viewport() : static_cast<QWidget*>(&strip), urls);
         EXPECT_EQ(names(), QStringList{QStringLiteral("ä 1.png")});
-        EXPECT_TRUE(says("notes.txt, x.png")) << qPrintable(said());
+        EXPECT_TRUE(said().contains(QStringLiteral("notes.txt, x.png, an offer of…g office.txt")))
+            << qPrintable(said());
         EXPECT_TRUE(QFile::exists(file(QStringLiteral("notes.txt"))));
         strip.clearthumbnail(false);
         strip.becomePageList();
