@@ -283,7 +283,7 @@ TEST_F(AfterTheCapture, APageIsMadeUprightAndAStraightOneLeftAlone)
 {
     QImage desk(800, 600, QImage::Format_RGB32);
     desk.fill(QColor(50, 52, 55));
-    QPainter(&desk).fillRect(100, 120, 600, 360, QColor(238, 236, 230));
+    QPainter(&desk).fillRect(100, 150, 600, 300, QColor(238, 236, 230));
     ASSERT_TRUE(desk.save(file(QStringLiteral("page.png"))));
     desk.fill(Qt::white);
     ASSERT_TRUE(desk.save(file(QStringLiteral("plain.png"))));
@@ -295,7 +295,7 @@ TEST_F(AfterTheCapture, APageIsMadeUprightAndAStraightOneLeftAlone)
     const auto now = [&] { return QImage(file(QStringLiteral("page.png"))); };
     ASSERT_TRUE(QTest::qWaitFor([&] { return !now().isNull() && now().width() != 800; }));
     EXPECT_NEAR(now().width(), 600 - 30, 5) << "without its outermost pixels";
-    EXPECT_NEAR(now().height(), 360 - 30, 5);
+    EXPECT_NEAR(now().height(), 300 - 30, 5);
 }
 
 TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
