@@ -26,7 +26,8 @@ TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
     const Setting<QString> name{"Name", QStringLiteral("IMAGE")};
     const Setting<int> number{"Number", 5};
     const QVariant list(QStringList{QStringLiteral("a"), QStringLiteral("b")}); // a,b without quotes
-    const QVariant values[] = {QStringLiteral("abc"), QString(), -7, true, false, list, QByteArray("1"), 2.5, 1};
+    const QVariant values[] = {
+        QStringLiteral("abc"), QString(), -7, true, false, list, QByteArray("1"), 2.5, 1};
     const auto readAs = [&](const auto& setting, const QVariant& value) {
         settings.GetSettings()->setValue(QLatin1String(setting.key), value);
         return setting.read(settings);

@@ -115,8 +115,8 @@ TEST(ColourAreas, paperIsWhiteUnderLightWithHardEdges)
     const double scale = static_cast<double>(share.cols) / size.width;
     const auto at = [&](cv::Point p) { return share.at<float>(cv::Point2d(p) * scale); };
     EXPECT_EQ(at({280, 360}), 0);
-    EXPECT_EQ(at({212, 360}), 0) << "the box up to its edge";
-    EXPECT_EQ(at({188, 360}), 1) << "and paper up to there";
+    EXPECT_EQ(at({201, 360}), 0) << "the box up to its edge";
+    EXPECT_EQ(at({192, 360}), 1) << "and paper up to there";
     EXPECT_EQ(at({500, 1100}), 1);
     EXPECT_EQ(at({900, 300}), 1);
 }

@@ -233,10 +233,6 @@ TEST(OutlineWatch, repeatsAnAnswerOnlyWhileThePictureStays)
     const auto shifted = watch.find(frameWith(moved, 6));
     ASSERT_TRUE(shifted);
     EXPECT_LE(errorOf(shifted->corners, moved), previewTolerance) << "moved by a centimetre at most";
-    const Corners nudged = made::placed({843, 606}, {720, 1018}, -6);
-    const auto followed = watch.find(frameWith(nudged, 10));
-    ASSERT_TRUE(followed);
-    EXPECT_LE(errorOf(followed->corners, nudged), previewTolerance) << "so little changes at its edges only";
     EXPECT_FALSE(watch.find(frameWith({}, 7))) << "taken away";
     EXPECT_TRUE(watch.find(frameWith(page, 8))) << "laid there again";
     cv::Mat small;

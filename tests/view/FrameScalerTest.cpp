@@ -59,8 +59,8 @@ std::vector<double> errorsOf(const QImage& source, const QImage& scaled)
         for (int x = 0; x < scaled.width(); ++x) {
             const std::vector<double> mean = areaMean(source, scaled.size(), x, y);
             const QRgb pixel = scaled.pixel(x, y);
-            errors.insert(
-                errors.end(), {qRed(pixel) - mean[0], qGreen(pixel) - mean[1], qBlue(pixel) - mean[2]});
+            errors.insert(errors.end(),
+                          {qRed(pixel) - mean[0], qGreen(pixel) - mean[1], qBlue(pixel) - mean[2]});
         }
     }
     return errors;
