@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QDrag>
 #include <QDropEvent>
-#include <QImageWriter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -300,12 +299,15 @@ TEST_F(AfterTheCapture, APageIsMadeUprightAndAStraightOneLeftAlone)
 
 TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
 {
-    QImage picture(64, 48, QImage::Format_RGB32);
-    picture.fill(Qt::blue);
-    QPainter(&picture).fillRect(0, 0, 32, 48, Qt::red);
-    QImageWriter writer(file(QStringLiteral("turned.jpg")));
-    writer.setTransformation(QImageIOHandler::TransformationRotate90); // what was left is above
-    ASSERT_TRUE(writer.write(picture));
+    save(QStringLiteral("lying.jpg"));
+    std::string turned = bytes("lying.jpg");
+    turned.insert(2,
+                  QByteArray::fromHex("ffe10022457869660000" // Exif
+                                      "4d4d002a00000008"     // TIFF
+                                      "0001011200030000000100060000"
+                                      "00000000") // what was left is above
+                      .toStdString());
+    dir.write("turned.jpg", turned);
     strip.AddImage(file(QStringLiteral("turned.jpg")), -1);
     const auto icon = [&] { return entries->item(0)->icon().pixmap(QSize(500, 500)).toImage(); };
     EXPECT_TRUE(QTest::qWaitFor([&] { return icon().size() == QSize(75, 100); }));
