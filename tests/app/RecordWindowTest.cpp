@@ -74,6 +74,8 @@ TEST_F(RecordWindowTest, ARecordingWhoseWindowWasClosedIsStoppedWhenTheCameraIsG
     const auto look = [=] { return const_cast<RecordingMark*>(mark)->grab().toImage(); };
     const QImage first = look();
     EXPECT_TRUE(QTest::qWaitFor([&] { return look() != first; }, 60000)) << "it counts";
+    const_cast<RecordingMark*>(mark)->showLength(3725);
+    EXPECT_EQ(mark->accessibleName(), QStringLiteral("Recording, 62:05"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 60000));
     EXPECT_TRUE(mark->isVisible()) << "the film is still being made";
     click("btnRecord");
@@ -88,13 +90,13 @@ TEST_F(RecordWindowTest, ARecordingWhoseWindowWasClosedIsStoppedWhenTheCameraIsG
 TEST_F(RecordWindowTest, ATooLargePictureIsRefusedWithAWayOut)
 {
     std::string large = camera();
-    large.replace(large.find("640x480"), 7, "2048x1536");
+    large.replace(large.find("640x480"), 7, "2048x1536\", \"160x120\", \"640x480");
     ASSERT_TRUE(shows(large));
     click("btnRecord");
     EXPECT_EQ(messages_,
               QStringList(QStringLiteral("Recording stopped, please adjust the resolution to 1600 * 1200")));
-    EXPECT_EQ(view().GetResolutionCurrentIndex(), 1);
-    ASSERT_TRUE(box() && box()->isVisible()) << "the film begins in the size that fits";
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 2) << "the largest of those that fit";
+    ASSERT_TRUE(box() && box()->isVisible()) << "the film begins in that size";
     pressStop();
 }
 

@@ -39,14 +39,13 @@ protected:
         });
     }
     /// A place of the picture as shown, in shares of it.
-    void clickAt(double x, double y)
+    QPoint clickAt(double x, double y)
     {
         const QSize size = view().GetImageCurrentSize();
-        QTest::mouseClick(&view(),
-                          Qt::LeftButton,
-                          {},
-                          view().GetImageCurrentPoint() +
-                              QPoint(int(size.width() * x), int(size.height() * y)));
+        const QPoint at =
+            view().GetImageCurrentPoint() + QPoint(int(size.width() * x), int(size.height() * y));
+        QTest::mouseClick(&view(), Qt::LeftButton, {}, at);
+        return at;
     }
 };
 
@@ -86,12 +85,12 @@ TEST_F(TuningWindowTest, AClickFocusesOnWhatIsShownThere)
         return view().GetImageCurrentSize().width() < view().GetImageCurrentSize().height() &&
                focusBox().isChecked();
     }));
-    clickAt(0.25, 0.3);
+    const QPoint at = clickAt(0.25, 0.3);
     EXPECT_TRUE(waitFor([this] { return !focusBox().isChecked(); })) << "found, and left to the hand";
-    EXPECT_TRUE(waitFor([this] {
-        const auto* mark = view().findChild<QWidget*>(QStringLiteral("FocusMark"));
-        return mark && !mark->isVisible();
-    }));
+    const auto* mark = view().findChild<QWidget*>(QStringLiteral("FocusMark"));
+    ASSERT_TRUE(mark);
+    EXPECT_TRUE(waitFor([=] { return !mark->isVisible(); }));
+    EXPECT_EQ(mark->geometry().center(), at);
     EXPECT_FALSE(focusBox().isChecked());
     focusBox().click();
     EXPECT_TRUE(waitFor(

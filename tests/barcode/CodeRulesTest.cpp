@@ -244,10 +244,9 @@ TEST(Sightings, TwoStripsOfTheSameBarsAreOneCodeAndTwoLabelsAreTwo)
 
 TEST(BarsGoOn, WithinOneLabelAndNotFromOneToTheNext)
 {
-    // Bars at a slant that grows over the width, as in perspective; white and a line of print in the middle
-    // of two labels.
-    const auto goOn = [](bool areTwo, cv::Point2f from, cv::Point2f to) {
-        cv::RNG random(5);
+    // Bars at a slant that grows over the width, as in perspective.
+    const auto barsOf = [](uint64_t seed) {
+        cv::RNG random(seed);
         cv::Mat rgb(400, 600, CV_8UC3, cv::Scalar::all(225));
         for (int x = 100; x < 500; x += random.uniform(4, 12)) {
             const int slant = (x - 300) / 10, width = random.uniform(2, 6);
@@ -255,23 +254,37 @@ TEST(BarsGoOn, WithinOneLabelAndNotFromOneToTheNext)
                 {x - slant, 80}, {x - slant + width, 80}, {x + slant + width, 320}, {x + slant, 320}};
             cv::fillConvexPoly(rgb, bar, cv::Scalar::all(40));
         }
-        if (areTwo) {
-            rgb.rowRange(185, 215).setTo(cv::Scalar::all(225));
-            cv::putText(rgb, "40063813339", {180, 210}, cv::FONT_HERSHEY_SIMPLEX, 0.9, {40, 40, 40}, 2);
-        }
+        return rgb;
+    };
+    const auto goOn = [](cv::Mat rgb, cv::Point2f from, cv::Point2f to, double deviation = 8) {
         cv::GaussianBlur(rgb, rgb, {}, 1.2);
-        cv::Mat noise(rgb.size(), rgb.type());
-        cv::randn(noise, 8, 8);
+        cv::Mat noise(rgb.size(), CV_16SC3), seen;
+        cv::randn(noise, 0, deviation);
+        cv::add(rgb, noise, seen, cv::noArray(), CV_8U);
         mirvak::Candidate candidate;
         candidate.box = {{300, 200}, {440, 280}, 0};
         candidate.isBars = true;
-        return mirvak::barsGoOn(mirvak::GreyFrame(rgb + noise), candidate, from, to);
+        return mirvak::barsGoOn(mirvak::GreyFrame(seen), candidate, from, to);
     };
-    EXPECT_TRUE(goOn(false, {250, 120}, {330, 280}));
-    EXPECT_TRUE(goOn(false, {330, 280}, {250, 120}));
-    EXPECT_FALSE(goOn(true, {250, 120}, {330, 280}));
-    EXPECT_TRUE(goOn(true, {300, 230}, {300, 300})) << "both in the lower label";
-    EXPECT_FALSE(goOn(false, {120, 200}, {480, 205})) << "one beside the other";
+    EXPECT_TRUE(goOn(barsOf(5), {250, 120}, {330, 280}));
+    EXPECT_TRUE(goOn(barsOf(5), {330, 280}, {250, 120}));
+    EXPECT_TRUE(goOn(barsOf(5), {250, 120}, {330, 280}, 45)) << "in the grain of a dim room";
+    EXPECT_FALSE(goOn(barsOf(5), {120, 200}, {480, 205})) << "one beside the other";
+    cv::Mat labels = barsOf(5), touching = barsOf(5), fading = barsOf(5);
+    labels.rowRange(185, 215).setTo(cv::Scalar::all(225));
+    cv::putText(labels, "40063813339", {180, 210}, cv::FONT_HERSHEY_SIMPLEX, 0.9, {40, 40, 40}, 2);
+    EXPECT_FALSE(goOn(labels, {250, 120}, {330, 280})) << "white and a line of print between two labels";
+    EXPECT_TRUE(goOn(labels, {300, 230}, {300, 300})) << "both in the lower label";
+    barsOf(6).rowRange(200, 400).copyTo(touching.rowRange(200, 400));
+    EXPECT_FALSE(goOn(touching, {250, 120}, {330, 280})) << "other bars without white between";
+    for (int y = 150; y < 250; ++y) // softly, to a sixth of the contrast
+        cv::addWeighted(fading.row(y),
+                        1 - 0.83 * (1 - std::abs(y - 200) / 50.0),
+                        fading.row(0), // bare
+                        0.83 * (1 - std::abs(y - 200) / 50.0),
+                        0,
+                        fading.row(y));
+    EXPECT_FALSE(goOn(fading, {250, 120}, {330, 280}, 1)) << "where they cannot be seen";
 }
 
 TEST(Sightings, StripsWhoseBarsGoOnAreOneCode)

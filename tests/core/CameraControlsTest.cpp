@@ -6,12 +6,15 @@
 #include "ControlStore.h"
 #include "DeskFixture.h"
 
+#include <QAbstractEventDispatcher>
 #include <QPainter>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
+#include <mutex>
 
 namespace {
 
@@ -104,7 +107,9 @@ TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
     EXPECT_TRUE(waitFor([this] { return frames_ > 0; }));
     EXPECT_NEAR(level_, 168, 3) << "the first frame already";
     ControlStore(QStringLiteral("another/camera")).keep(MIRVAK_BRIGHTNESS, -60);
+    ControlStore(QStringLiteral("another")).forget();
     EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_BRIGHTNESS, 40}, {MIRVAK_GAIN, 0}}));
+    EXPECT_EQ(ControlStore(QStringLiteral("another/camera")).values().value(MIRVAK_BRIGHTNESS), -60);
 }
 
 TEST_F(CameraControlsTest, AnAutomaticIsSwitchedOffWithWhatItHadFound)
@@ -151,6 +156,70 @@ TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
     EXPECT_TRUE(controls_.list().isEmpty());
     controls_.set(MIRVAK_FOCUS, 1);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5) << "nothing to set without a camera";
+}
+
+TEST_F(CameraControlsTest, WhatACameraAnsweredIsNotTakenForTheAnswerOfTheNextOne)
+{
+    lay();
+    ASSERT_TRUE(listed());
+    controls_.watch(false);
+    controls_.set(MIRVAK_BRIGHTNESS, 7);
+    QCoreApplication::processEvents();
+    for (int i = 0; i < 200 && !QAbstractEventDispatcher::instance()->hasPendingEvents(); ++i)
+        QThread::msleep(5); // the answer is on its way to this thread
+    open();
+    EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
+    EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";
+}
+
+TEST_F(CameraControlsTest, RequestsThatWaitAreSummedUpByControlAndForgottenWithTheirCamera)
+{
+    useDesk(camera("controls = true;") + ", " + camera("controls = true;"));
+    ASSERT_EQ(camera_.MirvakDevs_Init(), MIRVAK_OK);
+    void* const first = camera_.MirvakDevice_Create(0);
+    void* const second = camera_.MirvakDevice_Create(1);
+    const auto valueAt = [this](void* device, int control) {
+        MirvakControlInfo info{};
+        for (int i = 0; camera_.MirvakDevice_GetControl(device, i, info) == MIRVAK_OK; ++i)
+            if (info.control == control)
+                return info.value;
+        return -1000;
+    };
+    std::mutex busy;
+    std::atomic<int> told{0};
+    {
+        ControlLink link(camera_, [&](const ControlReport&) {
+            ++told;
+            const std::lock_guard untilThen(busy);
+        });
+        std::unique_lock hold(busy);
+        const auto keepBusy = [&](void* device) {
+            link.connectTo(device);
+            const int before = told;
+            link.ask();
+            return waitFor([&] { return told > before; });
+        };
+        ASSERT_TRUE(keepBusy(first));
+        link.set(MIRVAK_SATURATION, 90);
+        for (const int value : {30, 40})
+            link.set(MIRVAK_BRIGHTNESS, value);
+        hold.unlock();
+        EXPECT_TRUE(waitFor([&] { return told == 2; }));
+        EXPECT_EQ(valueAt(first, MIRVAK_SATURATION), 90) << "a request of one control is none of another";
+        EXPECT_EQ(valueAt(first, MIRVAK_BRIGHTNESS), 40);
+        hold.lock();
+        const int delivered = valueAt(second, MIRVAK_BRIGHTNESS);
+        ASSERT_TRUE(keepBusy(first));
+        link.set(MIRVAK_BRIGHTNESS, 50);
+        link.connectTo(second);
+        hold.unlock();
+        link.ask();
+        EXPECT_TRUE(waitFor([&] { return told == 4; }));
+        EXPECT_EQ(valueAt(first, MIRVAK_BRIGHTNESS), 40);
+        EXPECT_EQ(valueAt(second, MIRVAK_BRIGHTNESS), delivered);
+    }
+    camera_.MirvakDevice_Release(first);
+    camera_.MirvakDevice_Release(second);
 }
 
 } // namespace

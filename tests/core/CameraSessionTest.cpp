@@ -1,6 +1,7 @@
 #include "CameraSession.h"
 
 #include "DeskFixture.h"
+#include "Image.h"
 #include "Settings.h"
 
 #include <QSignalSpy>
@@ -12,12 +13,14 @@
 namespace {
 
 std::atomic<int> frames{0};
+std::atomic<int> corner{0}; // level of the newest frame's first pixel
 std::atomic<bool> ended{false};
 CameraSession* listening = nullptr;
 
 void onFrame(void* image, void*, int, int, int, void*)
 {
     if (image) {
+        corner = static_cast<mirvak::Image*>(image)->pixels.at<cv::Vec3b>(0, 0)[0];
         ++frames;
         return;
     }
@@ -111,7 +114,8 @@ TEST_F(CameraSessionTest, AVanishedDeviceBlocksCapturesUntilItIsOpenedAgain)
 
 TEST_F(CameraSessionTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
 {
-    useDesk(camera("Alpha", Qt::red, 1, "unplug_after = 0.2;") + ", " + camera("Beta", Qt::green, 2));
+    useDesk(camera("Alpha", Qt::red, 1, "unplug_after = 0.2;") + ", " + camera("Beta", Qt::green, 2) + ", " +
+            camera("Gamma", Qt::blue, 2, "unplug_after = 0.2;"));
     session_.discover();
     QSignalSpy lost(&session_, &CameraSession::deviceLost);
     ASSERT_TRUE(streams(0));
@@ -122,6 +126,13 @@ TEST_F(CameraSessionTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)
     EXPECT_EQ(session_.state(), CameraSession::Streaming);
     EXPECT_EQ(session_.current().name, QStringLiteral("Beta"));
     EXPECT_TRUE(framesCome());
+    ended = false;
+    ASSERT_TRUE(streams(2));
+    while (!ended)
+        std::this_thread::yield();
+    session_.closeCamera();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(session_.state(), CameraSession::Closed) << "by the user";
     EXPECT_EQ(lost.count(), 0);
 }
 
@@ -148,12 +159,17 @@ TEST_F(CameraSessionTest, FollowsTheListAndKeepsTheOpenCamera)
 
 TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
 {
-    useDesk(camera("", 1, "1b171840") + ", " + camera());
+    QImage picture = solid(640, 480, Qt::black);
+    QPainter(&picture).fillRect(70, 52, 500, 376, Qt::white); // more than half of it: more than an A4 page
+    useDesk(camera("", 1, "1b171840") + ", " + camera(), picture);
     session_.discover();
     ASSERT_TRUE(streams(0));
     EXPECT_TRUE(session_.checksPaperSize());
     session_.setScanSize(1);
     EXPECT_FALSE(session_.checksPaperSize());
+    EXPECT_TRUE(QTest::qWaitFor([] { return corner > 200; }, 10000)) << "A4";
+    session_.setScanSize(2);
+    EXPECT_TRUE(QTest::qWaitFor([] { return corner < 50; }, 10000)) << "A3";
     session_.setScanSize(0);
     EXPECT_TRUE(session_.checksPaperSize());
     ASSERT_TRUE(streams(1));

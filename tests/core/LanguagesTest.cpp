@@ -31,6 +31,7 @@ TEST(LanguagesTest, ChineseLettersAreThoseOfTheInterfaceThenOfTheDesktop)
     for (const int setting : {-1, 1, 2}) {
         EXPECT_FALSE(languages::wantChineseLetters(setting, japanese)) << "names of files may be Japanese";
         EXPECT_FALSE(languages::wantChineseLetters(setting, taiwan));
+        EXPECT_FALSE(languages::wantChineseLetters(setting, QLocale(QLocale::Korean)));
     }
 }
 

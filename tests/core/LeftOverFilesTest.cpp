@@ -15,6 +15,9 @@ TEST(LeftOverFiles, AreRemovedFromTheFolderAndThoseOfItsDays)
         root.mkdir(QLatin1String(name));
         folder.write(std::string(name) + "/.lumro-99-1.tmp", "half a page");
     }
+    for (int day = 1; day <= 31; ++day) // as many as are looked at, all older
+        root.mkdir(QStringLiteral("202301%1").arg(day, 2, 10, QLatin1Char('0')));
+    QFile::link(root.filePath(QStringLiteral("letters")), root.filePath(QStringLiteral("20230501")));
     folder.write(".lumro-99-0.tmp", "half a film");
     folder.write("20240131/IMAGE_000.jpg", "a page");
     const auto filesIn = [&](const char* below) {

@@ -26,7 +26,8 @@ TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
     const Setting<QString> name{"Name", QStringLiteral("IMAGE")};
     const Setting<int> number{"Number", 5};
     const QVariant list(QStringList{QStringLiteral("a"), QStringLiteral("b")}); // a,b without quotes
-    const QVariant values[] = {QStringLiteral("abc"), QString(), -7, true, false, list, QByteArray("1"), 2.5};
+    const QVariant values[] = {
+        QStringLiteral("abc"), QString(), -7, true, false, list, QByteArray("1"), 2.5, 1};
     const auto readAs = [&](const auto& setting, const QVariant& value) {
         settings.GetSettings()->setValue(QLatin1String(setting.key), value);
         return setting.read(settings);
@@ -40,9 +41,9 @@ TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
         switches += readAs(usuallyOn, value) ? '1' : '0';
         switches += readAs(usuallyOff, value) ? '1' : '0';
     }
-    EXPECT_EQ(numbers, (QList<int>{5, 5, -7, 5, 5, 5, 5, 5}));
-    EXPECT_EQ(names.join(QLatin1Char(' ')), QStringLiteral("abc  -7 true false IMAGE IMAGE IMAGE"));
-    EXPECT_EQ(switches, "1010101100101010");
+    EXPECT_EQ(numbers, (QList<int>{5, 5, -7, 5, 5, 5, 5, 5, 1}));
+    EXPECT_EQ(names.join(QLatin1Char(' ')), QStringLiteral("abc  -7 true false IMAGE IMAGE IMAGE 1"));
+    EXPECT_EQ(switches, "101010110010101011");
     settings.GetSettings()->setValue(QStringLiteral("Save_Path"), list);
     EXPECT_TRUE(settings::savePath(settings).endsWith(QStringLiteral("/ScannerImage")));
 }

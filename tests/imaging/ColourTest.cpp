@@ -113,6 +113,43 @@ TEST(PaperModel, followsTheLightIntoASoftShadow)
     EXPECT_LE(cv::norm(seen, wanted, cv::NORM_L1) / static_cast<double>(seen.total() * 3), 2);
 }
 
+TEST(PaperModel, measuresTheNoiseThatACameraHasSmoothed)
+{
+    cv::Mat noise(size, CV_32FC3), seen;
+    cv::RNG(3).fill(noise, cv::RNG::NORMAL, 0, 6);
+    cv::GaussianBlur(noise, noise, {3, 3}, 0); // quarter, half, quarter each way: 3/8 of it are left
+    cv::add(made::blankPage(size), noise, seen, cv::noArray(), CV_8U);
+    EXPECT_NEAR(mirvak::PaperModel(seen).noise(), 6 * 0.375, 0.5);
+}
+
+TEST(PaperModel, takesTheLightAwayWithoutBandsAndInItsPlace)
+{
+    for (const bool isUpright : {false, true}) {
+        cv::Mat light(size, CV_32FC3), noise(size, CV_32FC3), paper, grey, line;
+        cv::RNG(4).fill(noise, cv::RNG::NORMAL, 0, 1); // hides the steps of whole levels
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                light.at<cv::Vec3f>(y, x) =
+                    cv::Vec3f::all(170 + 70 * std::sin(2 * float(CV_PI) * float(isUpright ? y : x) / 500));
+        cv::add(light, noise, paper, cv::noArray(), CV_8U);
+        cv::add(0.6 * light, noise, grey, cv::noArray(), CV_8U);
+        mirvak::Flattening how;
+        how.whiteFrom = 1;
+        how.noiseMargin = 0;
+        mirvak::flatten(grey, mirvak::PaperModel(paper), how);
+        cv::extractChannel(grey, grey, 1);
+        cv::reduce(grey, line, isUpright ? 1 : 0, cv::REDUCE_AVG, CV_32F);
+        line = line.reshape(1, 1);
+        line = line.colRange(20, line.cols - 20);
+        double least = 0, most = 0;
+        cv::minMaxLoc(line, &least, &most);
+        EXPECT_GT(least, 0.6 * 255 - 5) << isUpright;
+        EXPECT_LT(most, 0.6 * 255 + 5) << isUpright;
+        const cv::Mat steps = line.colRange(1, line.cols) - line.colRange(0, line.cols - 1);
+        EXPECT_LT(cv::norm(steps, cv::NORM_INF), 1.2) << isUpright; // half of it is noise
+    }
+}
+
 TEST(Colour, documentsAreDarkAndCrisp)
 {
     // Faint print, and a ruler of fine lines.

@@ -117,6 +117,25 @@ TEST(Deskew, givesUsualPaperAndCardsTheirRealSizeAndCutsOthersToTheirEdges)
     }
 }
 
+TEST(Deskew, findsTheEdgesOfEachOfSeveralSheetsToAPixel)
+{
+    mirvak::Image image;
+    image.pixels = made::desk({2200, 1200}, Desk::wood);
+    for (const Corners& corners :
+         {made::placed({560, 610}, {700, 990}, 6), made::placed({1620, 590}, {700, 990}, -9)})
+        made::lay(image.pixels, dottedSheet(), corners, 0.8);
+    made::shine(image.pixels, {0.75, 1, 2});
+    const std::vector<mirvak::Image> pages = mirvak::deskewAll(image, 0);
+    ASSERT_EQ(pages.size(), 2U);
+    for (const mirvak::Image& page : pages) {
+        for (size_t i = 0; i < 4; ++i) {
+            const cv::Point2d dot = dotIn(page.pixels, i) + cv::Point2d(0.5, 0.5);
+            EXPECT_NEAR(dot.x * sheetSize.width / page.pixels.cols, dots[i].x, 2) << i;
+            EXPECT_NEAR(dot.y * sheetSize.height / page.pixels.rows, dots[i].y, 2) << i;
+        }
+    }
+}
+
 TEST(PageShape, isOfTheFormatWhoseShapeAndUsualSizeItHas)
 {
     const double scale = frame.width / 385.0; // the usual view is 385 mm wide

@@ -119,8 +119,9 @@ TEST_F(PictureFile, WhatMakesNoSenseLeavesNoFile)
     EXPECT_EQ(MirvakCamera::MirvakPicture_Turn(nullptr, to.c_str(), 1), MIRVAK_BAD_ARGUMENT);
     EXPECT_EQ(turn(path, dir.file("no folder/x"), 1), MIRVAK_IO_ERROR);
     const MirvakPointF crossed[4]{{0, 0}, {1, 1}, {1, 0}, {0, 1}}, left[4]{{0, 0}, {0, 1}, {1, 1}, {1, 0}},
-        none[4]{{NAN, 0}, {1, 0}, {1, 1}, {0, 1}}, far[4]{{0, 0}, {900, 0}, {900, 900}, {0, 900}};
-    for (const auto* corners : {&crossed, &left, &none, &far})
+        none[4]{{NAN, 0}, {1, 0}, {1, 1}, {0, 1}}, far[4]{{0, 0}, {900, 0}, {900, 900}, {0, 900}},
+        dented[4]{{0, 0}, {1, 0}, {0.3F, 0.3F}, {0, 1}};
+    for (const auto* corners : {&crossed, &left, &none, &far, &dented})
         EXPECT_EQ(MirvakCamera::MirvakPicture_Cut(path.c_str(), to.c_str(), *corners), MIRVAK_BAD_ARGUMENT);
     mirvak::Image plain;
     plain.pixels = cv::Mat(300, 400, CV_8UC3, cv::Scalar::all(255));

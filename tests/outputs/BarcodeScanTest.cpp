@@ -71,6 +71,16 @@ TEST_F(BarcodeScanTest, ShowsAllTextsEachFollowedByThreeSpaces)
     EXPECT_EQ(scan.window(), window) << "kept";
 }
 
+TEST_F(BarcodeScanTest, ReadsWhatStandsAtTheEdgeOfASheet)
+{
+    page = CodePage(900, 700, 60);
+    const cv::Mat desktop = page.grey();
+    desktop(cv::Rect(120, 80, 660, 540)).setTo(235);
+    lay("edge", 120 + 60, 80 + 60);
+    scanAndWait();
+    EXPECT_EQ(shown(), QStringLiteral("edge   "));
+}
+
 TEST_F(BarcodeScanTest, ShowsNothingWithoutLeaveFrameOrCodeNorAfterTheEnd)
 {
     scanAndWait();

@@ -135,6 +135,10 @@ TEST_F(ImageMergeTest, ThePreviewFollowsTheControls)
     open(path("a.jpg"));
     EXPECT_TRUE(isNear(shownAt(0.15, 0.5), front));
     EXPECT_TRUE(isNear(shownAt(0.85, 0.5), back));
+    dialog.setMergeImage(solid(400, 600, back), solid(500, 300, front), path("b.jpg"));
+    EXPECT_TRUE(isNear(shownAt(0.15, 0.5), back)) << "another pair";
+    EXPECT_TRUE(isNear(shownAt(0.85, 0.5), front));
+    open(path("a.jpg"));
     control<QSlider>("sliderSpace")->setValue(200);
     const double gapMiddle = (200 + 100) / 900.0;
     EXPECT_EQ(shownAt(gapMiddle, 0.5), QColor(Qt::white));

@@ -121,6 +121,11 @@ TEST_F(PdfExTest, TheListGivesTheOrderOfThePagesAndTakesMany)
     click("Pdf");
     ASSERT_TRUE(closes());
     EXPECT_EQ(pagesOfThePdf(), 152U);
+    open();
+    click("AddImages");
+    dialog.close();
+    open();
+    EXPECT_TRUE(dialog.pages().isEmpty()) << "nor those that were not listed yet";
 }
 
 TEST_F(PdfExTest, FailuresAreSaid)
@@ -211,7 +216,7 @@ TEST_F(PdfExTest, CancelledItLeavesNoFileAndTheListAndCanBeginAgain)
     part<QPushButton>(dialog, "Pdf")->click(); // at once, before a quick machine has written it
     cancel->click();                           // whether it shows already or not
     EXPECT_FALSE(cancel->isEnabled());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !note().isEmpty(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !note().isEmpty(); }, 60000));
     EXPECT_TRUE(note().startsWith(QStringLiteral("Cancelled")));
     EXPECT_EQ(files().size(), 60) << "no PDF, whole or half";
     EXPECT_EQ(dialog.pages().size(), 60);

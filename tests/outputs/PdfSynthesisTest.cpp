@@ -148,7 +148,16 @@ TEST_F(PdfSynthesisTest, PicturesLieTopLeftAsLargeAsFitsAndLookAsTheyWere)
 
 TEST(PictureCoding, TellsWhatTheWritersJpegWouldSpoil)
 {
-    EXPECT_FALSE(pictureCoding::survivesJpeg(page({1900, 1700}, 25)));
+    QImage drawn = page({1900, 1700}, 25);
+    EXPECT_FALSE(pictureCoding::survivesJpeg(drawn));
+    QPainter(&drawn).fillRect(0, 0, 1000, 1700, Qt::white);
+    EXPECT_FALSE(pictureCoding::survivesJpeg(drawn)) << "the half of it";
+    QImage grained(1000, 800, QImage::Format_RGB32); // comes back at 37 dB
+    QRandomGenerator random(1);
+    for (int y = 0; y < grained.height(); ++y)
+        for (int x = 0; x < grained.width(); ++x)
+            grained.setPixel(x, y, qRgb(120 + random.bounded(20), 120, 120 + random.bounded(20)));
+    EXPECT_FALSE(pictureCoding::survivesJpeg(grained));
     QImage grey(3000, 200, QImage::Format_RGB32);
     for (int y = 0; y < grey.height(); ++y)
         for (int x = 0; x < grey.width(); ++x)

@@ -281,6 +281,8 @@ TEST_F(RecordControlTest, TheEndOfALongFilmIsShownAndCanBeGivenUp)
     ASSERT_TRUE(QTest::qWaitFor([&] { return desk.job.expired(); }));
     EXPECT_FALSE(desk.notices.isEmpty()) << "the end is told";
     EXPECT_GT(lengthOf(desk.documents[0]), 0) << "it plays as it is";
+    EXPECT_NE(TempDir::contentOf(film().toStdString()).find("moof"), std::string::npos) << "in fragments";
+    EXPECT_EQ(files().size(), 1) << "nothing of the copy";
 }
 
 TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)
@@ -293,8 +295,9 @@ TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)
     };
     ticks(5);
     EXPECT_EQ(note(), QString()) << "a slow camera";
-    ticks(25);
+    ticks(5);
     EXPECT_TRUE(note().startsWith(QLatin1String("The camera delivers no picture;"))) << qPrintable(note());
+    ticks(20);
     EXPECT_EQ(desk.notices, QStringList{note()});
     deliver();
     ticks(30);
@@ -305,6 +308,8 @@ TEST_F(RecordControlTest, ACameraThatIsAwayIsToldAndWaitedForAWhile)
     ticks(60);
     expectEndedWith("The camera delivers no picture. The recording has ended");
     start();
+    ticks(5);
+    EXPECT_TRUE(control.isRecording()) << "the silence before counts no more";
     ticks(60);
     EXPECT_FALSE(control.isRecording());
     EXPECT_EQ(note(), QStringLiteral("Nothing was recorded: the camera delivered no picture."));

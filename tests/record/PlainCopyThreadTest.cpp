@@ -7,8 +7,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
 #include <future>
+
+using ::testing::Contains;
 
 namespace {
 
@@ -39,8 +42,34 @@ TEST(PlainCopyThread, ADiskThatDoesNotAnswerHoldsUpNobody)
     user.wait();
     Trouble::awaitEndOf("recording copy");
     for (const std::string& film : {first, second})
-        EXPECT_THAT(tools::boxesOf(film), ::testing::Contains("moof")) << "given up, but changed afterwards";
+        EXPECT_THAT(tools::boxesOf(film), Contains("moof")) << "given up, but changed afterwards";
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(PlainCopyThread, CopiesComeOneAfterTheOtherAndACancelIsOfThoseThatWait)
+{
+    const TempDir folder;
+    const std::string films[] = {folder.file("1.mp4"), folder.file("2.mp4"), folder.file("3.mp4")};
+    const Trouble trouble;
+    std::promise<void> answer;
+    std::atomic<int> syncing{0}, most{0};
+    Trouble::onSync = [&, answered = answer.get_future().share()] {
+        most = std::max<int>(most, ++syncing);
+        answered.wait();
+        --syncing;
+    };
+    mirvak::PlainCopyThread copies(std::chrono::seconds(60));
+    copies.start(films[0], madeFilm(films[0]), short_);
+    copies.start(films[1], madeFilm(films[1]), short_);
+    EXPECT_GE(copies.percent(), 0);
+    copies.cancel();
+    copies.start(films[2], madeFilm(films[2]), short_);
+    answer.set_value();
+    Trouble::awaitEndOf("recording copy");
+    EXPECT_EQ(copies.percent(), -1);
+    EXPECT_EQ(most, 1);
+    for (const std::string& film : films)
+        EXPECT_THAT(tools::boxesOf(film), Contains("moof").Times(film == films[2] ? 0 : 1)) << film;
 }
 
 } // namespace

@@ -138,6 +138,8 @@ TEST_F(RecordTest, RefusesWhatItCannotFilm)
     EXPECT_FALSE(starts(at, 160, 120, 0, 2, 0) || starts(at, 160, 120, 61, 2, 0));
     EXPECT_FALSE(starts(at, 160, 120, 30, 1, 0) || starts(at, 160, 120, 30, 2, 1));
     EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_NOT_RECORDING);
+    EXPECT_TRUE(starts(at, 4096, 16, 60, 2, 0)) << "the last that can be filmed";
+    EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_NO_FRAME);
 
     ASSERT_EQ(start(), MIRVAK_RECORD_OK);
     EXPECT_EQ(record.MirvakRecord_Write(nullptr, static_cast<int>(frame.size())), MIRVAK_RECORD_BAD_ARGUMENT);

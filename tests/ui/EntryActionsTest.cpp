@@ -172,9 +172,12 @@ TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
         QTest::keyClick(name(), Qt::Key_Return);
         EXPECT_TRUE(name()->isVisible()) << bad;
     }
+    name()->setText(QStringLiteral("given up"));
     QTest::keyClick(name(), Qt::Key_Escape);
     EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     EXPECT_TRUE(strip.hasFocus());
+    key(Qt::Key_F2);
+    EXPECT_EQ(name()->text(), QStringLiteral("a")) << "what it is stays";
     rename("Invoice 7.PNG");
     EXPECT_EQ(names().last(), QStringLiteral("Invoice 7.png"));
     EXPECT_EQ(entries->item(1)->text(), QStringLiteral("Invoice 7.png"));
@@ -215,6 +218,12 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     key(Qt::Key_S);
     EXPECT_TRUE(says("could not be changed"));
     EXPECT_EQ(bytes("a.png"), "damaged");
+    save(QStringLiteral("a.png"));
+    key(Qt::Key_R);
+    const QString written = save(QStringLiteral("part.png"), QSize(50, 40));
+    ASSERT_EQ(std::rename(written.toLocal8Bit().constData(), other.toLocal8Bit().constData()), 0);
+    EXPECT_TRUE(says("was changed by another program")) << "while it was being turned";
+    EXPECT_EQ(QImage(other).size(), QSize(50, 40));
     {
         Thumbnail second;
         second.AddImage(save(QStringLiteral("c.png"), QSize(1600, 1200)), -1);
@@ -263,6 +272,58 @@ TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
     key(Qt::Key_R);
     rename("letter");
     EXPECT_EQ(bytes("letter.rtf"), "{\\rtf1}");
+    key(Qt::Key_F2);
+    QTest::keyClicks(name(), QStringLiteral("memo"));
+    strip.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(bytes("memo.rtf"), "{\\rtf1}") << "a click elsewhere is no reason to lose the name";
+}
+
+TEST_F(AfterTheCapture, APageIsMadeUprightAndAStraightOneLeftAlone)
+{
+    QImage desk(800, 600, QImage::Format_RGB32);
+    desk.fill(QColor(50, 52, 55));
+    QPainter(&desk).fillRect(100, 150, 600, 300, QColor(238, 236, 230));
+    ASSERT_TRUE(desk.save(file(QStringLiteral("page.png"))));
+    desk.fill(Qt::white);
+    ASSERT_TRUE(desk.save(file(QStringLiteral("plain.png"))));
+    strip.AddImage(file(QStringLiteral("plain.png")), -1);
+    key(Qt::Key_S);
+    EXPECT_TRUE(says("plain.png is straight already"));
+    strip.AddImage(file(QStringLiteral("page.png")), -1);
+    key(Qt::Key_S);
+    const auto now = [&] { return QImage(file(QStringLiteral("page.png"))); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !now().isNull() && now().width() != 800; }));
+    EXPECT_NEAR(now().width(), 600 - 30, 5) << "without its outermost pixels";
+    EXPECT_NEAR(now().height(), 300 - 30, 5);
+}
+
+TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
+{
+    save(QStringLiteral("lying.jpg"));
+    std::string turned = bytes("lying.jpg");
+    turned.insert(2,
+                  QByteArray::fromHex("ffe10022457869660000" // Exif
+                                      "4d4d002a00000008"     // TIFF
+                                      "0001011200030000000100060000"
+                                      "00000000") // what was left is above
+                      .toStdString());
+    dir.write("turned.jpg", turned);
+    strip.AddImage(file(QStringLiteral("turned.jpg")), -1);
+    const auto icon = [&] { return entries->item(0)->icon().pixmap(QSize(500, 500)).toImage(); };
+    EXPECT_TRUE(QTest::qWaitFor([&] { // its room comes first, in the same shape
+        const QImage shown = icon();
+        return shown.size() == QSize(75, 100) && shown.pixelColor(60, 20).blue() < 60 &&
+               shown.pixelColor(10, 80).blue() > 200;
+    }));
+    key(Qt::Key_C);
+    auto* dialog = strip.findChild<CropDialog*>();
+    ASSERT_TRUE(dialog);
+    auto* accept = dialog->findChild<QPushButton*>(QStringLiteral("cropAccept"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); }));
+    const auto* first = dialog->findChild<QWidget*>(QStringLiteral("corner0"));
+    const QPoint across = dialog->findChild<QWidget*>(QStringLiteral("corner2"))->pos() - first->pos();
+    EXPECT_LT(across.x(), across.y());
+    dialog->reject();
 }
 
 TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
@@ -279,6 +340,7 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
             return view->findChild<QWidget*>(QStringLiteral("corner%1").arg(i));
         };
         EXPECT_FALSE(corner(0)->accessibleName().isEmpty());
+        const QPoint first = corner(0)->pos();
         const int left = corner(0)->x(), right = corner(1)->x();
         for (const int i : {0, 3}) { // to the middle, in steps of ten
             corner(i)->setFocus();
@@ -291,6 +353,13 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
             QEvent::MouseMove, grip + QPoint(right, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(corner(0), &beyond);
         EXPECT_FALSE(accept->isEnabled()) << "no page between these corners";
+        QMouseEvent outside(QEvent::MouseMove,
+                            grip + first - corner(0)->pos() - QPoint(90, 90),
+                            Qt::NoButton,
+                            Qt::LeftButton,
+                            Qt::NoModifier);
+        QCoreApplication::sendEvent(corner(0), &outside);
+        EXPECT_EQ(corner(0)->pos(), first) << "no corner leaves the picture";
         const QPoint back((left + right) / 2 - corner(0)->x(), 0);
         QMouseEvent middle(QEvent::MouseMove, grip + back, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(corner(0), &middle);
@@ -372,12 +441,15 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
 {
     for (int pages = 0; pages < 2; ++pages) {
         dir.write("notes.txt", "no picture");
-        const QList<QUrl> urls{QUrl::fromLocalFile(save(QStringLiteral("ä 1.png"))),
-                               QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
-                               QUrl(QStringLiteral("http://localhost/x.png"))};
+        const QList<QUrl> urls{
+            QUrl::fromLocalFile(save(QStringLiteral("ä 1.png"))),
+            QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
+            QUrl(QStringLiteral("http://localhost/x.png")),
+            QUrl::fromLocalFile(file(QStringLiteral("an offer of the printing office.txt")))};
         drop(pages ? entries->viewport() : static_cast<QWidget*>(&strip), urls);
         EXPECT_EQ(names(), QStringList{QStringLiteral("ä 1.png")});
-        EXPECT_TRUE(says("notes.txt, x.png")) << qPrintable(said());
+        EXPECT_TRUE(said().contains(QStringLiteral("notes.txt, x.png, an offer of…g office.txt")))
+            << qPrintable(said());
         EXPECT_TRUE(QFile::exists(file(QStringLiteral("notes.txt"))));
         strip.clearthumbnail(false);
         strip.becomePageList();

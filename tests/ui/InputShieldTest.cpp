@@ -6,7 +6,9 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSlider>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <optional>
 
@@ -14,6 +16,7 @@ TEST(InputShield, WhatIsPressedMeanwhileNeverHappens)
 {
     QWidget window;
     QPushButton button(&window);
+    QSlider slider(&window);
     QShortcut shortcut(QKeySequence(QStringLiteral("Ctrl+D")), &window);
     int commands = 0;
     QObject::connect(&button, &QPushButton::clicked, [&] { ++commands; });
@@ -24,9 +27,14 @@ TEST(InputShield, WhatIsPressedMeanwhileNeverHappens)
         QTest::mouseClick(&button, Qt::LeftButton);
         QTest::keyClick(&button, Qt::Key_Space);
         QTest::keyClick(&window, Qt::Key_D, Qt::ControlModifier);
+        QWheelEvent turned(
+            {5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&slider, &turned);
     };
     pressAll();
     EXPECT_EQ(commands, 3);
+    const int value = slider.value();
+    EXPECT_GT(value, 0);
 
     std::optional<InputShield> shield(std::in_place);
     pressAll();
@@ -36,6 +44,7 @@ TEST(InputShield, WhatIsPressedMeanwhileNeverHappens)
     EXPECT_TRUE(shield->isEscapeSeen());
     shield.reset();
     EXPECT_FALSE(button.isDown()) << "what still waited is dropped";
+    EXPECT_EQ(slider.value(), value);
 
     for (const auto event : {QEvent::MouseButtonRelease, QEvent::KeyRelease}) {
         const bool isMouse = event == QEvent::MouseButtonRelease;

@@ -43,4 +43,5 @@ TEST(InsetPlace, ADragStaysOnThePictureAndNeverJumps)
     EXPECT_EQ(insetPlace::dragged({7, 7}, {5, 5}, {900, 900}, {0, 0, 100, 100}), QPoint(5, 5))
         << "larger than all";
     EXPECT_EQ(insetPlace::carried({60, 40}, QRect(), {0, 0, 200, 160}), QPoint(60, 40)) << "from nowhere";
+    EXPECT_EQ(insetPlace::carried({60, 40}, {20, 10, 100, 100}, {5, 5, 300, 200}), QPoint(125, 65));
 }

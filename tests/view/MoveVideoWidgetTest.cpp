@@ -71,6 +71,9 @@ TEST_F(MoveVideoWidgetTest, ShowsTheNewestFrameOverThePicture)
     EXPECT_EQ(inset->geometry(), QRect(main().topLeft(), QSize(200, 150)));
     inset->SetMvDataFrame(plain({1920, 1080}, Qt::red));
     EXPECT_EQ(shownAt(inset->geometry().center()), QColor(Qt::red));
+    inset->SetCaption(QStringLiteral("Face"));
+    EXPECT_EQ(shownAt(inset->geometry().center()), QColor(Qt::red)) << "the caption stands below";
+    EXPECT_NE(shownAt({inset->geometry().center().x(), inset->geometry().bottom() - 6}), QColor(Qt::red));
     EXPECT_EQ(inset->size(), QSize(200, 112)) << "the new frame's shape";
     EXPECT_TRUE(edit->hasFocus());
     EXPECT_FALSE(inset->accessibleName().isEmpty());
@@ -95,6 +98,7 @@ TEST_F(MoveVideoWidgetTest, TakesACornerAndKeepsItWhenTheWindowGrows)
 TEST_F(MoveVideoWidgetTest, IsDraggedOnThePictureAndCarriedAlong)
 {
     inset->SetMvDataFrame(plain({320, 240}, Qt::blue));
+    QCoreApplication::processEvents();
     inset->showAt(3);
     const QPoint start = inset->pos();
     const QPoint grip(10, 10);

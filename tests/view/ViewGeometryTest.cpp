@@ -106,6 +106,8 @@ TEST(ViewGeometry, FindsTheSourcePixelsOfARectangle)
     // 299 / 3 rounds to 100, one beyond the last pixel: nothing is left of it.
     EXPECT_TRUE(enlarged.toSource({299, 299, 1, 1}).isNull());
     EXPECT_EQ(enlarged.toSource({290, 290, 10, 10}), QRect(97, 97, 3, 3));
+    // 0.5 and 99.5 both round up, and would reach beyond the picture together.
+    EXPECT_EQ(geometry({200, 200}, {100, 100}).toSource({1, 1, 199, 199}), QRect(1, 1, 99, 99));
 }
 
 } // namespace
