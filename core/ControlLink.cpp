@@ -93,9 +93,11 @@ void ControlLink::run()
         lock.unlock();
         for (const Request& request : requests)
             serve(request, report.connection);
-        report.controls = read(report.connection);
+        // First the state: a search that ends meanwhile is told of with the next report. The other way round,
+        // the lens might be reported as found where the search was still trying.
         report.focusState = call(report.connection,
                                  [this](void* device) { return camera_.MirvakDevice_GetFocusState(device); });
+        report.controls = read(report.connection);
         tell_(report);
         lock.lock();
     }
