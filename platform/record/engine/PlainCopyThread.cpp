@@ -11,7 +11,6 @@ namespace {
 
 void makeCopy(const std::string& path, int film, CopyWatch& watch)
 {
-    pthread_setname_np(pthread_self(), "recording copy");
     try {
         makePlain(path, film, watch);
     } catch (const std::exception& failure) {
@@ -28,6 +27,7 @@ void PlainCopyThread::start(const std::string& path, UniqueFd film, std::chrono:
     std::unique_lock lock(mutex_);
     const std::shared_future<void> before = std::exchange(last_, ended);
     std::thread([path, before, film = std::move(film), watch = watch_, done = std::move(done)]() mutable {
+        pthread_setname_np(pthread_self(), "recording copy");
         if (before.valid())
             before.wait();
         makeCopy(path, film.get(), *watch);
