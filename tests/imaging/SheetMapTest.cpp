@@ -132,6 +132,9 @@ TEST(SheetMap, showsTheUppermostSheetAndNothingOfAnEmptyDesk)
         EXPECT_LT(map.fitOf(moved).border, fit.border - 0.2);
         ASSERT_FALSE(map.quiet().empty());
         EXPECT_GT(cv::countNonZero(map.quiet()), map.quiet().total() / 4) << "the desk";
+        double likeliest = 0;
+        cv::minMaxLoc(map.inside(), nullptr, &likeliest, nullptr, nullptr, map.quiet());
+        EXPECT_LT(likeliest, 0.02) << "where a sheet may be";
         for (size_t i = 0; i < 4; ++i) {
             const cv::Point2d middle = 0.5 * (corners[i] + corners[(i + 1) % 4]) / map.cell();
             EXPECT_EQ(map.quiet().at<uchar>(middle), 0) << "side " << i;
