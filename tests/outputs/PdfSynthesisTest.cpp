@@ -223,6 +223,9 @@ TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
 {
     const QString picture = save("a.jpg", page({800, 400}, 0));
     const QStringList three{picture, picture, picture};
+    QStringList many; // so that they are not done before they are stopped
+    for (int i = 0; i < 200; ++i)
+        many << picture;
     folder.write("合同.pdf", "before");
     const QStringList entries = files();
     QTimer clicks; // which need the event loop, and see the job
@@ -242,7 +245,7 @@ TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
     clicks.start(0);
     for (; stopAt < 3; ++stopAt) {
         hasLived = false;
-        EXPECT_FALSE(synthesis.drawImageToPDF(three + three + three)) << stopAt;
+        EXPECT_FALSE(synthesis.drawImageToPDF(many)) << stopAt;
         EXPECT_TRUE(hasLived);
         EXPECT_EQ(files(), entries);
         EXPECT_EQ(folder.content("合同.pdf"), "before");
@@ -257,7 +260,7 @@ TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)
     target = path("other.pdf");
     QTimer::singleShot(0, &clicks, [&] {
         QTimer::singleShot(0, &clicks, [] { QCoreApplication::exit(); });
-        EXPECT_FALSE(synthesis.drawImageToPDF(three + three + three));
+        EXPECT_FALSE(synthesis.drawImageToPDF(many));
     });
     QCoreApplication::exec();
     EXPECT_EQ(files(), entries);
