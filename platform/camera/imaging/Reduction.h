@@ -36,7 +36,7 @@ public:
 private:
     int factor_ = 1;
     std::array<cv::Mat, 3> planes_;
-    std::vector<unsigned short> rowSum_;
+    std::vector<unsigned short> rowSum_, colours_; ///< of a row of blocks
 };
 
 } // namespace mirvak

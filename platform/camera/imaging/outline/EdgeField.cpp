@@ -1,5 +1,8 @@
 #include "EdgeField.h"
 
+#include "Gradients.h"
+
+#include <opencv2/core/hal/intrin.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -15,64 +18,17 @@ constexpr int leastStep = 4;        // levels; below that lies what noise leaves
 constexpr int largestStep = 12;     // levels; even on the roughest cloth such an edge counts
 constexpr double mostEdges = 0.3;   // of all pixels
 constexpr int tileSize = 32;        // pixels: parts of a picture have their own noise
+constexpr int mostWeight = 6;       // of an edge point
 constexpr int histogramBins = 1024; // of gradients, four to a bin
-
-// Sobel in two passes that the compiler can run eight pixels at a time.
-void smoothColumn(const unsigned char* __restrict above,
-                  const unsigned char* __restrict here,
-                  const unsigned char* __restrict below,
-                  int width,
-                  short* __restrict smoothed,
-                  short* __restrict difference)
-{
-    for (int x = 0; x < width; ++x) {
-        smoothed[x] = static_cast<short>(above[x] + 2 * here[x] + below[x]);
-        difference[x] = static_cast<short>(below[x] - above[x]);
-    }
-}
-
-// All in 16 bits, and a mask instead of a branch: eight pixels an instruction.
-void keepStrongest(const short* __restrict smoothed,
-                   const short* __restrict difference,
-                   int width,
-                   short* __restrict gx,
-                   short* __restrict gy,
-                   short* __restrict magnitude)
-{
-    for (int x = 1; x < width - 1; ++x) {
-        const auto dx = static_cast<short>(smoothed[x + 1] - smoothed[x - 1]);
-        const auto dy = static_cast<short>(difference[x - 1] + 2 * difference[x] + difference[x + 1]);
-        const auto m = static_cast<short>(std::abs(dx) + std::abs(dy));
-        const auto stronger = static_cast<short>(-(m > magnitude[x])); // all bits or none
-        gx[x] = static_cast<short>((dx & stronger) | (gx[x] & ~stronger));
-        gy[x] = static_cast<short>((dy & stronger) | (gy[x] & ~stronger));
-        magnitude[x] = static_cast<short>((m & stronger) | (magnitude[x] & ~stronger));
-    }
-}
-
-// Angle of the gradient over half a turn, in steps of two degrees. The polynomial is the odd one of seventh
-// degree that is nearest to the arc tangent from 0 to 1: good to a hundredth of a degree.
-int directionOf(int dx, int dy)
-{
-    constexpr float steps = edgeDirections / static_cast<float>(CV_PI);
-    constexpr float p1 = 0.9997878F, p3 = -0.3258083F, p5 = 0.1555786F, p7 = -0.04432655F;
-    const auto ax = static_cast<float>(std::abs(dx)), ay = static_cast<float>(std::abs(dy));
-    const float a = std::min(ax, ay) / std::max({ax, ay, 1.0F}), c = a * a;
-    float angle = steps * a * (p1 + c * (p3 + c * (p5 + c * p7)));
-    angle = ay > ax ? 0.5F * edgeDirections - angle : angle;
-    angle = (dx ^ dy) < 0 ? edgeDirections - angle : angle;
-    const int direction = cvRound(angle);
-    return direction >= edgeDirections ? 0 : direction;
-}
 
 } // namespace
 
 void EdgeField::build(const std::array<cv::Mat, 3>& planes, const cv::Mat& quiet, int cell)
 {
-    findGradients(planes);
+    findGradients(planes, gradientWork_, gx_, gy_, magnitude_);
     chooseThreshold();
     chooseTileThresholds();
-    thin(quiet, cell);
+    findPoints(quiet, cell);
 }
 
 float EdgeField::changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const
@@ -82,33 +38,6 @@ float EdgeField::changeAcross(const cv::Point2d& point, const cv::Point2d& norma
         return 0;
     const double change = gx_.ptr<short>(y)[x] * normal.x + gy_.ptr<short>(y)[x] * normal.y;
     return static_cast<float>(std::abs(change) / perLevel);
-}
-
-void EdgeField::findGradients(const std::array<cv::Mat, 3>& planes)
-{
-    const cv::Size size = planes[0].size();
-    for (cv::Mat* field : {&gx_, &gy_, &magnitude_}) {
-        field->create(size, CV_16SC1);
-        field->setTo(0);
-    }
-    smoothed_.resize(static_cast<size_t>(size.width));
-    difference_.resize(static_cast<size_t>(size.width));
-    for (int y = 1; y < size.height - 1; ++y) {
-        for (const cv::Mat& plane : planes) {
-            smoothColumn(plane.ptr(y - 1),
-                         plane.ptr(y),
-                         plane.ptr(y + 1),
-                         size.width,
-                         smoothed_.data(),
-                         difference_.data());
-            keepStrongest(smoothed_.data(),
-                          difference_.data(),
-                          size.width,
-                          gx_.ptr<short>(y),
-                          gy_.ptr<short>(y),
-                          magnitude_.ptr<short>(y));
-        }
-    }
 }
 
 // Most of a picture is plain paper and plain desk: the median gradient tells noise and texture. Where print
@@ -152,9 +81,10 @@ void EdgeField::chooseTileThresholds()
     }
 }
 
-void EdgeField::thin(const cv::Mat& quiet, int cell)
+void EdgeField::findPoints(const cv::Mat& quiet, int cell)
 {
     points_.clear();
+    ridge_.reserve(magnitude_.cols);
     directions_.create(magnitude_.rows + 2 * padding, magnitude_.cols + 2 * padding, CV_8UC1);
     turned_.create(directions_.cols, directions_.rows, CV_8UC1);
     directions_.setTo(0);
@@ -163,7 +93,8 @@ void EdgeField::thin(const cv::Mat& quiet, int cell)
         if (y == 2 || y % cell == 0)
             findRuns(quiet, y / cell, cell);
         for (const cv::Range& run : runs_)
-            thinRow(y, run.start, run.end);
+            thinRun(y, run.start, run.end);
+        addRidge(y);
     }
 }
 
@@ -184,16 +115,33 @@ void EdgeField::findRuns(const cv::Mat& quiet, int row, int cell)
     }
 }
 
-// Keeps the ridge of the gradient across the edge (Canny's non-maximum suppression in four directions).
-void EdgeField::thinRow(int y, int from, int to)
+// Most of a picture is even: eight pixels without an edge are passed over at once.
+void EdgeField::thinRun(int y, int from, int to)
 {
-    const auto stride = static_cast<ptrdiff_t>(magnitude_.step1());
+    constexpr int together = cv::v_int16x8::nlanes;
     const short* m = magnitude_.ptr<short>(y);
     const short* thresholds = tileThresholds_.data() + static_cast<ptrdiff_t>(y / tileSize) * tilesAcross_;
+    for (int x = from; x < to;) {
+        const int tile = x / tileSize, end = std::min(to, (tile + 1) * tileSize);
+        const cv::v_int16x8 below = cv::v_setall_s16(static_cast<short>(thresholds[tile] - 1));
+        for (; x + together <= end; x += together) {
+            if (cv::v_check_any(cv::v_load(m + x) > below))
+                thin(y, x, x + together, thresholds[tile]);
+        }
+        thin(y, x, end, thresholds[tile]);
+        x = end;
+    }
+}
+
+// Keeps the ridge of the gradient across the edge (Canny's non-maximum suppression in four directions).
+void EdgeField::thin(int y, int from, int to, short threshold)
+{
+    const ptrdiff_t stride = magnitude_.cols;
+    const short* m = magnitude_.ptr<short>(y);
     const short* dx = gx_.ptr<short>(y);
     const short* dy = gy_.ptr<short>(y);
     for (int x = from; x < to; ++x) {
-        if (m[x] < thresholds[x / tileSize])
+        if (m[x] < threshold)
             continue;
         const int ax = std::abs(dx[x]), ay = std::abs(dy[x]);
         ptrdiff_t across = stride;
@@ -202,23 +150,45 @@ void EdgeField::thinRow(int y, int from, int to)
         else if (2 * ay <= 5 * ax)
             across = (dx[x] ^ dy[x]) < 0 ? stride - 1 : stride + 1;
         if (m[x] > m[x - across] && m[x] >= m[x + across])
-            addPoint(x, y);
+            ridge_.add(x, dx[x], dy[x], m[x] / threshold);
     }
 }
 
-void EdgeField::addPoint(int x, int y)
+void EdgeField::addRidge(int y)
 {
-    const int direction = directionOf(gx_.ptr<short>(y)[x], gy_.ptr<short>(y)[x]);
-    // A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
-    const short least = tileThresholds_[static_cast<size_t>(y / tileSize * tilesAcross_ + x / tileSize)];
-    const int weight = std::min(6, magnitude_.ptr<short>(y)[x] / least);
-    points_.push_back({static_cast<short>(x),
-                       static_cast<short>(y),
-                       static_cast<unsigned char>(direction),
-                       static_cast<unsigned char>(weight)});
-    const auto mark = static_cast<unsigned char>(direction + 1);
-    directions_.ptr(y + padding)[x + padding] = mark;
-    turned_.ptr(x + padding)[y + padding] = mark;
+    std::array<int, directionsAtOnce> directions{};
+    unsigned char* row = directions_.ptr(y + padding) + padding;
+    for (size_t i = 0; i < ridge_.count; i += directions.size()) {
+        findDirections(&ridge_.dx[i], &ridge_.dy[i], directions);
+        for (size_t k = i; k < std::min(i + directions.size(), ridge_.count); ++k) {
+            const short x = ridge_.x[k];
+            const auto direction = static_cast<unsigned char>(directions[k - i]),
+                       mark = static_cast<unsigned char>(direction + 1);
+            points_.push_back({x, static_cast<short>(y), direction, ridge_.weight[k]});
+            row[x] = mark;
+            turned_.ptr(x + padding)[y + padding] = mark;
+        }
+    }
+    ridge_.count = 0;
+}
+
+void EdgeField::Ridge::reserve(int most)
+{
+    // What is behind the last point is read together with it.
+    const size_t room = static_cast<size_t>(most) + directionsAtOnce;
+    for (std::vector<short>* values : {&x, &dx, &dy})
+        values->resize(room);
+    weight.resize(room);
+    count = 0;
+}
+
+// A strong edge counts more than noise, but not so much that print outvotes a pale page's edge.
+void EdgeField::Ridge::add(int atX, short changeX, short changeY, int strength)
+{
+    x[count] = static_cast<short>(atX);
+    dx[count] = changeX;
+    dy[count] = changeY;
+    weight[count++] = static_cast<unsigned char>(std::min(strength, mostWeight));
 }
 
 void EdgeField::erase(const std::vector<cv::Point>& part)

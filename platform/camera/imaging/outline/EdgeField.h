@@ -52,18 +52,28 @@ public:
     float changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const;
 
 private:
-    void findGradients(const std::array<cv::Mat, 3>& planes);
     void chooseThreshold();
     void chooseTileThresholds();
-    void thin(const cv::Mat& quiet, int cell);
+    void findPoints(const cv::Mat& quiet, int cell);
     void findRuns(const cv::Mat& quiet, int row, int cell);
-    void thinRow(int y, int from, int to);
-    void addPoint(int x, int y);
+    void thinRun(int y, int from, int to);
+    void thin(int y, int from, int to, short threshold);
+    void addRidge(int y);
 
+    /// The points of a row that will be those of an edge: four of them become such at once.
+    struct Ridge
+    {
+        std::vector<short> x, dx, dy;
+        std::vector<unsigned char> weight;
+        size_t count = 0;
+        void reserve(int most);
+        void add(int atX, short changeX, short changeY, int strength);
+    };
     cv::Mat gx_, gy_, magnitude_; // CV_16S, |gx| + |gy|
-    std::vector<short> smoothed_, difference_;
+    std::vector<short> gradientWork_;
     std::vector<EdgePoint> points_;
-    std::vector<cv::Range> runs_;          ///< pixels of a row that are not quiet
+    std::vector<cv::Range> runs_; ///< pixels of a row that are not quiet
+    Ridge ridge_;
     cv::Mat directions_, turned_, erased_; ///< with the frame around them; rows and columns changed places
     int threshold_ = 0;
     std::vector<short> tileThresholds_; ///< row by row

@@ -16,7 +16,6 @@ constexpr int denseWindow = 12; // steps: longer than a word, shorter than a sid
 constexpr int denseCount = 8;
 // Pixels from the edge, where its own blur and that of a ruling have ended.
 constexpr double nearestSide = 4.6;
-constexpr int sideDepth = 2; // pixels that are averaged
 constexpr short noEdge = 127;
 constexpr int leastClearStep = 4; // levels
 constexpr double patternShare = 0.3;
@@ -50,11 +49,6 @@ private:
     static std::int64_t fixed(double value) { return std::llround(value * (1 << bits)); }
     std::int64_t x_, y_, stepX_, stepY_;
 };
-
-int clearStepOf(const EdgeField& field)
-{
-    return sideDepth * std::max(leastClearStep, static_cast<int>(0.75 * field.threshold()));
-}
 
 } // namespace
 
@@ -101,14 +95,15 @@ void EdgeLine::markCovered(const EdgeField& field, int reach)
         fits[static_cast<size_t>((direction + i + edgeDirections) % edgeDirections) + 1] = true;
 
     edge_.assign(static_cast<size_t>(end_ - begin_) / stride + 1, noEdge);
+    if (end_ <= begin_) // it passes the picture
+        return;
     const bool acrossRows = !isSideways();
     const cv::Point2d step = along() * stride;
     Place place(at(begin_), step);
     for (short& edge : edge_) {
-        const int x = std::clamp(place.x(), 0, picture_.width - 1);
-        const int y = std::clamp(place.y(), 0, picture_.height - 1);
+        // At its ends it may lie outside by half a pixel: there the field has its frame.
+        const unsigned char* here = field.directionAt(place.x(), place.y(), acrossRows);
         place.advance();
-        const unsigned char* here = field.directionAt(x, y, acrossRows);
         if (fits[*here]) {
             edge = 0;
             continue;
@@ -186,9 +181,26 @@ bool EdgeLine::fit(const EdgeField& field, int reach, std::vector<cv::Point2f>& 
     return true;
 }
 
+/// By how much the sums of the two sides differ at least where they differ clearly.
+int EdgeLine::clearStepOf(const EdgeField& field)
+{
+    return sideDepth * std::max(leastClearStep, static_cast<int>(0.75 * field.threshold()));
+}
+
+/// Where on both sides of a line its colours are looked at: pixels from it, the same all along.
+EdgeLine::Beside EdgeLine::beside() const
+{
+    Beside places;
+    for (size_t i = 0; i < places.size(); ++i) {
+        const double away = nearestSide + 1.5 * static_cast<double>(i);
+        places[i] = {cvRound(normal_.x * away), cvRound(normal_.y * away)};
+    }
+    return places;
+}
+
 // Colour beyond the line, in the direction of its normal, minus colour before it; the sum of sideDepth
 // pixels.
-std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t) const
+std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t, const Beside& beside) const
 {
     constexpr int farthest = static_cast<int>(nearestSide + 1.5 * (sideDepth - 1)) + 1;
     const cv::Point2d p = at(t);
@@ -196,9 +208,7 @@ std::array<int, 3> EdgeLine::riseAt(const Planes& planes, double t) const
     const bool atBorder =
         x < farthest || y < farthest || x >= picture_.width - farthest || y >= picture_.height - farthest;
     std::array<int, 3> rise{};
-    for (int i = 0; i < sideDepth; ++i) {
-        const cv::Point away(cvRound(normal_.x * (nearestSide + 1.5 * i)),
-                             cvRound(normal_.y * (nearestSide + 1.5 * i)));
+    for (const cv::Point& away : beside) {
         cv::Point to(x + away.x, y + away.y), from(x - away.x, y - away.y);
         if (atBorder) {
             for (cv::Point* point : {&to, &from}) {
@@ -226,12 +236,13 @@ void EdgeLine::trace(const EdgeField& field, const Planes& planes, int reach)
 {
     markCovered(field, reach);
     const int clearStep = clearStepOf(field);
+    const Beside places = beside();
     tallies_.assign(edge_.size() + 1, Tally());
     covered_.assign(edge_.size() + 1, 0);
     for (size_t i = 0; i < edge_.size(); ++i) {
         covered_[i + 1] = static_cast<short>(covered_[i] + (edge_[i] != noEdge ? 1 : 0));
         tallies_[i + 1] = tallies_[i];
-        add(tallies_[i + 1], riseAt(planes, begin_ + stride * static_cast<double>(i)), clearStep);
+        add(tallies_[i + 1], riseAt(planes, begin_ + stride * static_cast<double>(i), places), clearStep);
     }
 }
 
@@ -241,6 +252,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
 {
     constexpr size_t sampled = 2; // steps
     const int clearStep = clearStepOf(field);
+    const Beside places = beside();
     length_ = rank_ = longestRun_ = 0;
     for (size_t i = 0; i < dense_.size(); ++i) {
         if (!dense_[i])
@@ -251,7 +263,7 @@ void EdgeLine::rate(const EdgeField& field, const Planes& planes, const RegionFi
         int samples = 0;
         for (; i < dense_.size() && dense_[i]; i += sampled, ++samples) {
             const double t = begin_ + stride * static_cast<double>(i);
-            add(run, riseAt(planes, t), clearStep);
+            add(run, riseAt(planes, t, places), clearStep);
             const std::array<int, 4> rise = regions.riseAcross(at(t), normal_);
             for (size_t c = 0; c < regional.size(); ++c)
                 regional[c] += rise[c];

@@ -71,6 +71,8 @@ public:
     double coveredBefore(double t) const;
 
 private:
+    static constexpr int sideDepth = 2; ///< pixels on each side that are averaged
+    using Beside = std::array<cv::Point, sideDepth>;
     struct Tally ///< running sums from tBegin() on
     {
         int clear, size;
@@ -83,7 +85,9 @@ private:
     static void add(Tally& tally, const std::array<int, 3>& rise, int clearStep);
     static Stretch stretchOf(const Tally& sum, double length);
     bool isSideways() const { return std::abs(normal_.x) > std::abs(normal_.y); }
-    std::array<int, 3> riseAt(const Planes& planes, double t) const;
+    static int clearStepOf(const EdgeField& field);
+    Beside beside() const;
+    std::array<int, 3> riseAt(const Planes& planes, double t, const Beside& beside) const;
     size_t stepAt(double t) const;
 
     cv::Point2d normal_;

@@ -1,5 +1,6 @@
 #include "QuadFinder.h"
 
+#include "QuadRating.h"
 #include "SheetMap.h"
 
 #include <algorithm>
@@ -14,17 +15,10 @@ constexpr double leastSide = 0.055;      // of the longer side of the picture: a
 constexpr double longestToShortest = 12; // a receipt
 constexpr double leastArea = 0.008;
 constexpr size_t mostOutlines = 40, mostSheets = 200;
-constexpr double leastSheet = 0.5; // confidence worth keeping among many
-constexpr double sameOutline = 6;  // pixels between corners
-constexpr double leastCutOffArea =
-    0.15; // of a page that runs out of the picture: smaller things do at any desk
-constexpr double leastCoverage = 0.4;
-constexpr int mostTries = 6000;        // outlines of long lines come first; a pattern has no end of them
-constexpr double unseenWorth = 0.4;    // of an outline where the map shows nothing
-constexpr double borderCoverage = 0.5; // of a side that lies outside the picture and cannot be seen
-
-// What the edges of an outline are worth: shares of its sides and ends that follow them, less what runs on.
-constexpr double coveredWorth = 0.4, leastCoveredWorth = 0.25, cornerWorth = 0.35, overrunPrice = 0.5;
+constexpr double leastSheet = 0.5;  // confidence worth keeping among many
+constexpr double sameOutline = 6;   // pixels between corners
+constexpr int mostTries = 6000;     // outlines of long lines come first; a pattern has no end of them
+constexpr double unseenWorth = 0.4; // of an outline where the map shows nothing
 
 double cross(const cv::Point2d& a, const cv::Point2d& b)
 {
@@ -80,121 +74,6 @@ double areaOf(const std::array<cv::Point2d, 4>& p)
     return 0.5 * std::abs(cross(p[2] - p[0], p[3] - p[1]));
 }
 
-/// How well one side follows an edge; the ends are those at its first and second corner.
-struct SideFit
-{
-    Stretch whole;
-    double firstEnd = 0, secondEnd = 0, overrun = 0;
-};
-
-// The edge of a page ends at its corners; that of a desk, a table's ruling or another sheet runs on.
-double overrunOf(const EdgeLine& line, double from, double to, QuadFinder::Search search)
-{
-    const bool alone = search == QuadFinder::Search::page;
-    const double reach = alone ? std::clamp(0.2 * (to - from), 10.0, 40.0) : 5, gap = alone ? 4 : 1;
-    const auto covered = [&](double a, double b) {
-        a = std::max(a, line.tBegin());
-        b = std::min(b, line.tEnd());
-        return b - a < 0.5 * reach ? 0.0 : line.coveredBetween(a, b);
-    };
-    return 0.5 * (covered(from - gap - reach, from - gap) + covered(to + gap, to + gap + reach));
-}
-
-SideFit fitOf(const QuadFinder::Side& side, QuadFinder::Search search)
-{
-    SideFit fit;
-    if (side.line->isBorder()) {
-        fit.whole.covered = borderCoverage;
-        fit.firstEnd = fit.secondEnd = 1;
-        return fit;
-    }
-    const double from = std::min(side.from, side.to), to = std::max(side.from, side.to);
-    // Rounded corners and the picture's border hide the very end.
-    const double skip = 3, end = std::max(12.0, 0.12 * (to - from));
-    const auto clipped = [&](double a, double b) {
-        return side.line->coveredBetween(std::max(a, side.line->tBegin()), std::min(b, side.line->tEnd()));
-    };
-    fit.whole = side.line->between(from, to);
-    fit.firstEnd = clipped(from + skip, from + end);
-    fit.secondEnd = clipped(to - end, to - skip);
-    if (side.from > side.to)
-        std::swap(fit.firstEnd, fit.secondEnd);
-    fit.overrun = overrunOf(*side.line, from, to, search);
-    return fit;
-}
-
-QuadFinder::Edges edgesOf(const QuadFinder::Quad& quad, QuadFinder::Search search)
-{
-    QuadFinder::Edges edges;
-    std::array<SideFit, 4> fits;
-    for (size_t i = 0; i < 4; ++i) {
-        const QuadFinder::Side& side = quad.sides[i];
-        fits[i] = fitOf(side, search);
-        const Stretch& whole = fits[i].whole;
-        edges.covered += whole.covered / 4;
-        edges.leastCovered = std::min(edges.leastCovered, whole.covered);
-        edges.overrun += fits[i].overrun / 4;
-        edges.mostOverrun = std::max(edges.mostOverrun, fits[i].overrun);
-        if (side.line->isBorder())
-            continue;
-        ++edges.seen;
-        edges.clear += whole.clear;
-        edges.leastClear = std::min(edges.leastClear, whole.clear);
-        edges.steady += whole.steady;
-        edges.leastSteady = std::min(edges.leastSteady, whole.steady);
-        // Walking clockwise, the line's own direction tells on which hand its normal points.
-        const double rise = side.to < side.from ? whole.rise : -whole.rise;
-        edges.rise += rise;
-        edges.leastRise = std::min(edges.leastRise, rise);
-        edges.brighter += rise > 0 ? 1 : 0;
-    }
-    for (double* sum : {&edges.clear, &edges.steady, &edges.rise, &edges.brighter})
-        *sum /= edges.seen;
-    for (size_t i = 0; i < 4; ++i) {
-        const double corner = std::min(fits[(i + 3) % 4].secondEnd, fits[i].firstEnd);
-        edges.corners += corner / 4;
-        edges.leastCorner = std::min(edges.leastCorner, corner);
-    }
-    return edges;
-}
-
-// How much the page differs from what lies around it, over the sides that can be seen: 0 to 1.
-double contrastOf(const QuadFinder::Edges& edges)
-{
-    const double contrast = 0.3 * edges.clear + 0.15 * edges.leastClear +
-                            0.3 * std::min(1.0, 1.4 * edges.steady) +
-                            0.25 * std::min(1.0, 2.5 * edges.leastSteady);
-    // Pages are brighter than desks. A sheet that is darker all around may be a cover, or a box on a page;
-    // one that is now the one and now the other is mostly put together from different things.
-    const double likely = edges.brighter == 1 ? 1 : edges.brighter == 0 ? 0.85 : 0.8;
-    return likely * std::clamp((contrast - (edges.brighter == 1 ? 0.35 : 0.45)) / 0.4, 0.0, 1.0);
-}
-
-double sizeWorth(double area)
-{
-    return 1 + 0.5 * std::sqrt(area);
-}
-
-void rate(QuadFinder::Quad& quad, QuadFinder::Search search)
-{
-    quad.edges = edgesOf(quad, search);
-    const QuadFinder::Edges& edges = quad.edges;
-    quad.darker = edges.brighter == 0;
-    const bool cutOff = edges.seen < 4;
-    if (edges.leastCovered < leastCoverage || (cutOff && quad.area < leastCutOffArea))
-        return;
-    const double followed = std::clamp(coveredWorth * edges.covered + leastCoveredWorth * edges.leastCovered +
-                                           cornerWorth * edges.corners - overrunPrice * edges.overrun,
-                                       0.0,
-                                       1.0);
-    const double contrast = contrastOf(edges);
-    quad.confidence = followed * contrast;
-    // The one page is judged again by its colours; here it must only be among the better ones.
-    const double worth =
-        search == QuadFinder::Search::page ? followed * (0.25 + 0.75 * contrast) : quad.confidence;
-    quad.score = worth * sizeWorth(quad.area);
-}
-
 } // namespace
 
 const std::vector<Outline>&
@@ -244,7 +123,7 @@ void QuadFinder::add(const std::array<cv::Point2d, 4>& corners,
     }
     if (seen < 2 || quad.area < leastArea)
         return;
-    rate(quad, search_);
+    quadRating::rate(quad, search_);
     if (!dropsRivals(quad))
         best_.push_back(quad);
 }
@@ -289,7 +168,8 @@ void QuadFinder::findCrossings()
 QuadFinder::Crossing QuadFinder::crossingOn(size_t i, const cv::Point2d& point) const
 {
     const double t = line(i).positionOf(point);
-    return {static_cast<float>(t), static_cast<float>(line(i).coveredBefore(t))};
+    const double covered = line(i).isBorder() ? quadRating::borderCoverage * t : line(i).coveredBefore(t);
+    return {static_cast<float>(t), static_cast<float>(covered)};
 }
 
 // Among many lines most crossings lie where no edge is; without them there are few outlines to try.
@@ -303,15 +183,14 @@ bool QuadFinder::startsAt(size_t i, double t) const
 /// Share that follows an edge, between the crossings of a line with two others.
 double QuadFinder::coverageOf(size_t i, size_t from, size_t to) const
 {
-    if (line(i).isBorder())
-        return borderCoverage;
     const Crossing &a = crossing(i, from), &b = crossing(i, to);
     return std::abs(a.covered - b.covered) / std::max(1.0F, std::abs(a.t - b.t));
 }
 
 bool QuadFinder::isFollowed(size_t i, size_t from, size_t to) const
 {
-    return coverageOf(i, from, to) >= leastCoverage;
+    const Crossing &a = crossing(i, from), &b = crossing(i, to); // without the division of coverageOf
+    return std::abs(a.covered - b.covered) >= quadRating::leastCoverage * std::max(1.0F, std::abs(a.t - b.t));
 }
 
 // Walks a, b, c, d round the four lines; a is the lowest index and b below d, so each set comes up once.
@@ -374,7 +253,7 @@ void QuadFinder::tryQuad(size_t a, size_t b, size_t c, size_t d)
     ++tries_;
     if (!canBeKept(order, quad.area))
         return;
-    rate(quad, search_);
+    quadRating::rate(quad, search_);
     if (map_)
         quad.score *= unseenWorth + (1 - unseenWorth) * map_->glanceAt(quad.corners);
     if (quad.score > 0)
@@ -392,8 +271,7 @@ bool QuadFinder::canBeKept(const std::array<size_t, 4>& order, double area) cons
         covered += share / 4;
         leastCovered = std::min(leastCovered, share);
     }
-    const double most = coveredWorth * covered + leastCoveredWorth * leastCovered + cornerWorth;
-    return most * sizeWorth(area) > best_.back().score;
+    return quadRating::mostScore(covered, leastCovered, area) > best_.back().score;
 }
 
 void QuadFinder::keep(const Quad& quad)

@@ -14,10 +14,18 @@ constexpr int blurred = 5;     // cells that are averaged each way
 constexpr double beside = 14;  // pixels from a line: the average does not reach across it
 constexpr int detailShare = 4; // of a change of colour, for a level of detail
 
-template <class Value> void addRow(const Value* row, int cells, int channel, int* sums)
+/// The sums of one row of cells. First down, where the compiler adds many pixels at once. `columns`: room for
+/// a row of pixels.
+template <class Value>
+void sumCells(const cv::Mat& plane, int top, int cells, unsigned short* columns, int channel, int* sums)
 {
-    for (int x = 0; x < cells; ++x, row += cellSize)
-        sums[4 * x + channel] += row[0] + row[1] + row[2] + row[3];
+    const int width = cells * cellSize;
+    const Value *a = plane.ptr<Value>(top), *b = plane.ptr<Value>(top + 1), *c = plane.ptr<Value>(top + 2),
+                *d = plane.ptr<Value>(top + 3);
+    for (int x = 0; x < width; ++x)
+        columns[x] = static_cast<unsigned short>(a[x] + b[x] + c[x] + d[x]);
+    for (int x = 0; x < cells; ++x, columns += cellSize)
+        sums[4 * x + channel] = columns[0] + columns[1] + columns[2] + columns[3];
 }
 
 } // namespace
@@ -25,16 +33,20 @@ template <class Value> void addRow(const Value* row, int cells, int channel, int
 void RegionField::build(const std::array<cv::Mat, 3>& planes, const cv::Mat& change)
 {
     size_ = planes[0].size();
-    const cv::Size cells(std::max(1, size_.width / cellSize), std::max(1, size_.height / cellSize));
+    const cv::Size cells(size_.width / cellSize, size_.height / cellSize);
+    if (cells.empty()) { // of a strip some pixels wide
+        smooth_ = cv::Mat::zeros(1, 1, CV_8UC4);
+        return;
+    }
     cells_.create(cells, CV_8UC4);
+    sums_.resize(4 * static_cast<size_t>(cells.width));
+    columns_.resize(static_cast<size_t>(cellSize * cells.width));
     constexpr int all = cellSize * cellSize;
     for (int y = 0; y < cells.height; ++y) {
-        sums_.assign(static_cast<size_t>(4 * cells.width), 0);
-        for (int row = cellSize * y; row < cellSize * (y + 1); ++row) {
-            for (int c = 0; c < 3; ++c)
-                addRow(planes[static_cast<size_t>(c)].ptr(row), cells.width, c, sums_.data());
-            addRow(change.ptr<short>(row), cells.width, 3, sums_.data());
-        }
+        for (int c = 0; c < 3; ++c)
+            sumCells<unsigned char>(
+                planes[static_cast<size_t>(c)], cellSize * y, cells.width, columns_.data(), c, sums_.data());
+        sumCells<short>(change, cellSize * y, cells.width, columns_.data(), 3, sums_.data());
         unsigned char* cell = cells_.ptr(y);
         for (int i = 0; i < 4 * cells.width; ++i)
             cell[i] = static_cast<unsigned char>(

@@ -28,7 +28,8 @@ public:
 private:
     cv::Mat cells_, smooth_; ///< CV_8UC4
     cv::Size size_;
-    std::vector<int> sums_;
+    std::vector<int> sums_; ///< of a row of cells
+    std::vector<unsigned short> columns_;
 };
 
 } // namespace mirvak

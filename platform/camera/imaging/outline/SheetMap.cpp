@@ -18,9 +18,21 @@ constexpr double leastSure = 0.005; // of all cells, for a sheet to be seen
 constexpr int samplesAlong = 20;
 constexpr double besideSide = 1.3; // cells: beyond the blur of the map
 
-double certainty(float logit)
+/// Of the two that the network says of each cell the `which`th, from its logits: 0 to 1.
+void certaintyOf(const FeaturePlane& said, size_t which, cv::Mat& certainty)
 {
-    return 1 / (1 + std::exp(-static_cast<double>(logit)));
+    certainty.create(said.height(), said.width(), CV_32FC1);
+    for (int y = 0; y < certainty.rows; ++y) {
+        float* row = certainty.ptr<float>(y);
+        for (int x = 0; x < certainty.cols; ++x)
+            row[x] = -said.at(x, y)[which];
+    }
+    cv::exp(certainty, certainty);
+    for (int y = 0; y < certainty.rows; ++y) {
+        float* row = certainty.ptr<float>(y);
+        for (int x = 0; x < certainty.cols; ++x)
+            row[x] = 1 / (1 + row[x]);
+    }
 }
 
 } // namespace
@@ -62,15 +74,8 @@ void SheetMap::build(const Planes& planes)
 {
     fillLook(planes);
     const FeaturePlane& said = net_.run();
-    const cv::Size cells(said.width(), said.height());
-    inside_.create(cells, CV_32FC1);
-    border_.create(cells, CV_32FC1);
-    for (int y = 0; y < cells.height; ++y) {
-        for (int x = 0; x < cells.width; ++x) {
-            inside_.at<float>(y, x) = static_cast<float>(certainty(said.at(x, y)[0]));
-            border_.at<float>(y, x) = static_cast<float>(certainty(said.at(x, y)[1]));
-        }
-    }
+    certaintyOf(said, 0, inside_);
+    certaintyOf(said, 1, border_);
     sumRows();
     findQuiet();
 }

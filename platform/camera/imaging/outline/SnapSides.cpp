@@ -36,24 +36,34 @@ public:
         }
     }
 
+    /// Every second line first: an edge is some pixels wide. Then those about the best.
     Straight best() const
     {
-        int bestFirst = 0, bestSecond = 0;
-        float most = sumAlong(0, 0) * 1.02F; // moving has to pay
-        for (int first = -reach_; first <= reach_; ++first) {
-            for (int second = -reach_; second <= reach_; ++second) {
-                const float sum = sumAlong(first, second);
-                if (sum > most) {
-                    most = sum;
-                    bestFirst = first;
-                    bestSecond = second;
+        Ends best;
+        float most = sumAlong(best) * 1.02F; // moving has to pay
+        const auto tryAbout = [&](const Ends& middle, int reach, int step) {
+            for (int first = -reach; first <= reach; first += step) {
+                for (int second = -reach; second <= reach; second += step) {
+                    const Ends ends{std::clamp(middle.first + first, -reach_, reach_),
+                                    std::clamp(middle.second + second, -reach_, reach_)};
+                    const float sum = sumAlong(ends);
+                    if (sum > most) {
+                        most = sum;
+                        best = ends;
+                    }
                 }
             }
-        }
-        return between(bestFirst, bestSecond);
+        };
+        tryAbout({}, reach_ / 2 * 2, 2);
+        tryAbout(Ends(best), 1, 1);
+        return between(best);
     }
 
 private:
+    struct Ends
+    {
+        int first = 0, second = 0; ///< pixels across the side
+    };
     int width() const { return 2 * reach_ + 1; }
     size_t samples() const { return changes_.size() / static_cast<size_t>(width()); }
     const float* changesAt(size_t sample) const { return &changes_[sample * static_cast<size_t>(width())]; }
@@ -62,10 +72,11 @@ private:
         return (static_cast<double>(sample) + 0.5) / static_cast<double>(samples());
     }
 
-    float sumAlong(int first, int second) const
+    float sumAlong(const Ends& ends) const
     {
-        const auto step = static_cast<float>(second - first) / static_cast<float>(samples());
-        float sum = 0, column = static_cast<float>(first + reach_) + 0.5F * step + 0.5F; // rounded by cutting
+        const auto step = static_cast<float>(ends.second - ends.first) / static_cast<float>(samples());
+        float sum = 0,
+              column = static_cast<float>(ends.first + reach_) + 0.5F * step + 0.5F; // rounded by cutting
         for (size_t i = 0; i < samples(); ++i) {
             sum += changesAt(i)[static_cast<size_t>(column)];
             column += step;
@@ -74,12 +85,13 @@ private:
     }
 
     // Weighted regression of the centre of the change in each sample over its place on the side.
-    Straight between(int first, int second) const
+    Straight between(const Ends& ends) const
     {
         double w = 0, ws = 0, wo = 0, wss = 0, wso = 0;
         for (size_t i = 0; i < samples(); ++i) {
             const double share = shareOf(i);
-            const auto middle = static_cast<int>(std::lround(first + (second - first) * share));
+            const auto middle =
+                static_cast<int>(std::lround(ends.first + (ends.second - ends.first) * share));
             for (int k = std::max(-reach_, middle - centroid); k <= std::min(reach_, middle + centroid);
                  ++k) {
                 const double change = changesAt(i)[k + reach_], weight = change * change;
@@ -91,7 +103,7 @@ private:
             }
         }
         const double spread = w * wss - ws * ws;
-        double start = first, rise = second - first;
+        double start = ends.first, rise = ends.second - ends.first;
         if (spread > 1e-6 * w * w) {
             rise = (w * wso - ws * wo) / spread;
             start = (wo - rise * ws) / w;
