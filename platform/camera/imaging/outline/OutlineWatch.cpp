@@ -9,7 +9,7 @@ namespace {
 
 constexpr int longestAge = 2;                       // frames that repeat an answer
 constexpr std::chrono::milliseconds nextFrame(150); // at most, after the frame before it
-constexpr std::chrono::milliseconds fastPause(60);  // of fast cameras' frames, between searches at least
+constexpr std::chrono::milliseconds fastPause(95);  // of fast cameras' frames, between searches at least
 constexpr int columns = 32, rows = 24;              // of the grid over the picture
 constexpr int along = 24;                           // samples of each side, on each hand
 constexpr double besideShare = 1 / 200.; // of the longer side of the picture: beside an edge, not on it

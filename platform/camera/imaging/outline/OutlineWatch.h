@@ -13,9 +13,9 @@ namespace mirvak {
 /// Finds the page in each frame of a stream. While the picture stays as it was when it was last searched, the
 /// answer of that search holds: all of the picture is looked at by samples, and the sides of the outline
 /// closely. At least each third frame is searched, so that nothing wrong is shown for longer than two. Where
-/// a camera's frames change, each second one is searched, each third where they follow faster than in 30 ms:
-/// an outline one frame late is not seen, frames that come late are. For a single capture use findOutline().
-/// Keeps its buffers; one thread at a time.
+/// a camera's frames change, each second one is searched, each third where there are more than twenty a
+/// second: an outline one frame late is not seen, frames that come late are. For a single capture use
+/// findOutline(). Keeps its buffers; one thread at a time.
 class OutlineWatch
 {
 public:
