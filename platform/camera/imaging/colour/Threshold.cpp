@@ -1,5 +1,6 @@
 #include "Threshold.h"
 
+#include "Creases.h"
 #include "PaperModel.h"
 #include "SolidAreas.h"
 #include "Specks.h"
@@ -124,6 +125,7 @@ void threshold(Image& image)
     const DarknessTable table = darknessTable();
     const cv::Mat dark = darknessOf(grey, table);
     cv::Mat black = strokesOf(dark, model.noise() * 255 / paper[1]);
+    removeCreases(black, dark);
     fillAreas(black, image.pixels, dark, table);
     const double side = largestSpeck * std::max(black.cols, black.rows);
     removeSpecks(black, std::max(3, static_cast<int>(side * side)));
