@@ -248,7 +248,7 @@ TEST_F(RecordControlTest, AFullDiskIsToldAndCostsNoLaterFilm)
 TEST_F(RecordControlTest, AnEncoderThatFailsIsTold)
 {
     const Trouble trouble;
-    Trouble::onEncode = [left = 45]() mutable { return left-- > 0; };
+    Trouble::onEncode = [left = 52]() mutable { return left-- > 0; }; // 1.6 s, which are two
     start();
     filmToTheEnd();
     expectEndedWith("The video encoder failed");
