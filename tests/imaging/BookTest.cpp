@@ -48,7 +48,7 @@ double heightAt(double across, double bulge)
 }
 
 // Both pages as a camera 2000 above the spine sees them, darker towards the gutter.
-cv::Mat spread(const cv::Mat& left, const cv::Mat& right, double bulge, double degrees = 0)
+cv::Mat spread(const cv::Mat& left, const cv::Mat& right, double bulge, double degrees = 0, double aside = 0)
 {
     constexpr double eye = 2000;
     struct Column
@@ -83,12 +83,9 @@ cv::Mat spread(const cv::Mat& left, const cv::Mat& right, double bulge, double d
         }
     }
     const cv::Point2f middle(frame.width / 2.0F, frame.height / 2.0F);
-    cv::warpAffine(photo.clone(),
-                   photo,
-                   cv::getRotationMatrix2D(middle, -degrees, 1),
-                   frame,
-                   cv::INTER_LINEAR,
-                   cv::BORDER_REPLICATE);
+    cv::Mat turned = cv::getRotationMatrix2D(middle, -degrees, 1);
+    turned.at<double>(0, 2) += aside;
+    cv::warpAffine(photo.clone(), photo, turned, frame, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
     made::shine(photo, {});
     return photo;
 }
@@ -184,9 +181,9 @@ protected:
 
 TEST_F(BookFlat, LinesBecomeStraightAndTheGutterWideAndLight)
 {
-    for (const double degrees : {0.0, 7.0, -9.0}) {
+    for (const auto& [degrees, aside] : {std::pair(0.0, -130), std::pair(7.0, 0), std::pair(-9.0, 60)}) {
         SCOPED_TRACE(degrees);
-        const cv::Mat photo = spread(textPage(1), textPage(2), 110, degrees);
+        const cv::Mat photo = spread(textPage(1), textPage(2), 110, degrees, aside);
         const cv::Mat before = photo.clone();
         ASSERT_EQ(flatten(photo, 2), MIRVAK_OK);
         EXPECT_EQ(cv::norm(photo, before, cv::NORM_INF), 0);
@@ -205,6 +202,7 @@ TEST_F(BookFlat, LinesBecomeStraightAndTheGutterWideAndLight)
             const double shade = cv::mean((*page)(strip + cv::Point(inner, 0)))[1],
                          paper = cv::mean((*page)(strip + cv::Point(outer, 0)))[1];
             EXPECT_GT(shade, 0.9 * paper); // 0.6 of it in the photograph
+            EXPECT_NEAR(paper, 246, 4) << "white, and warm as it was";
         }
     }
 }
@@ -248,6 +246,29 @@ TEST(Fingers, AreTakenOutAndTintedBoxesAtThePagesEndAreNot)
     EXPECT_LT(cv::norm(page(under), before(under), cv::NORM_L1) / (3 * under.area()), 6);
 }
 
+TEST(Fingers, ComeInOverTheOpenEndsAlone)
+{
+    const cv::Size size(601, 803); // a pixel more than the reduced page has
+    const cv::Point middle(size.width / 2, size.height / 2);
+    const cv::Point outwards[] = {{-1, 0}, {0, -1}, {1, 0}, {0, 1}};
+    for (int end = 0; end < 4; ++end) {
+        const cv::Point& out = outwards[end];
+        const cv::Point hand = middle + cv::Point(out.x * (middle.x + 60), out.y * (middle.y + 60));
+        cv::Mat page(size, CV_8UC3, cv::Scalar(240, 238, 230));
+        layFinger(page, hand - out * 160, hand);
+        const cv::Mat before = page.clone();
+        mirvak::removeFingers(page, {end != 0, end != 1, end != 2, end != 3});
+        EXPECT_EQ(cv::norm(page, before, cv::NORM_INF), 0) << "this end is closed: " << end;
+        mirvak::removeFingers(page, {end == 0, end == 1, end == 2, end == 3});
+        EXPECT_LT(cv::norm(page, cv::Mat(size, CV_8UC3, cv::Scalar(240, 238, 230)), cv::NORM_INF), 16) << end;
+    }
+    cv::Mat page(size, CV_8UC3, cv::Scalar(240, 238, 230));
+    layFinger(page, middle, middle + cv::Point(0, 60)); // printed: it touches no end
+    const cv::Mat before = page.clone();
+    mirvak::removeFingers(page, {});
+    EXPECT_EQ(cv::norm(page, before, cv::NORM_INF), 0);
+}
+
 TEST_F(BookFlat, FingersGoWhenAskedAndPrintStays)
 {
     cv::Mat photo = spread(textPage(5), textPage(6), 80);
@@ -278,18 +299,22 @@ TEST_F(BookFlat, FingersGoWhenAskedAndPrintStays)
 
 TEST_F(BookFlat, AFlatSheetStaysFlat)
 {
-    const cv::Mat sheet = ruled(made::textPage({700, 940}, 34, 7));
-    cv::Mat photo = made::desk(frame, made::Desk::dark);
-    made::lay(photo, sheet, made::placed({800, 590}, {700, 940}, 2));
-    made::shine(photo, {});
-    ASSERT_EQ(flatten(photo, 2), MIRVAK_OK);
-    EXPECT_FALSE(right_); // one page
-    EXPECT_NEAR(left().cols, 700, 4);
-    EXPECT_NEAR(left().rows, 940, 4);
-    for (int k = 0; k < rules; ++k) {
-        const std::vector<double> at = crossings(left(), left().cols / 2 + 11, false);
-        ASSERT_EQ(at.size(), static_cast<size_t>(rules));
-        EXPECT_NEAR(at[static_cast<size_t>(k)], ruleAt(k, 940), 2.5); // 3 pixels in a picture of 3264
+    for (const bool isFolded : {false, true}) {
+        cv::Mat sheet = ruled(made::textPage({700, 940}, 34, 7));
+        for (int x = 300; isFolded && x < 400; ++x) // print goes over it, as over no spine
+            sheet.col(x) *= 1 - 0.3 * std::exp(-std::abs(x - 350) / 12.0);
+        cv::Mat photo = made::desk(frame, made::Desk::dark);
+        made::lay(photo, sheet, made::placed({800, 590}, {700, 940}, 2));
+        made::shine(photo, {});
+        ASSERT_EQ(flatten(photo, 2), MIRVAK_OK);
+        EXPECT_FALSE(right_); // one page
+        EXPECT_NEAR(left().cols, 700, 4);
+        EXPECT_NEAR(left().rows, 940, 4);
+        for (int k = 0; k < rules; ++k) {
+            const std::vector<double> at = crossings(left(), left().cols / 2 + 11, false);
+            ASSERT_EQ(at.size(), static_cast<size_t>(rules));
+            EXPECT_NEAR(at[static_cast<size_t>(k)], ruleAt(k, 940), 2.5); // 3 pixels in a picture of 3264
+        }
     }
 }
 
@@ -301,8 +326,12 @@ TEST_F(BookFlat, PagesWithoutLinesOfPrintKeepTheirShape)
     cv::randu(picture(cv::Rect(80, 90, 460, 640)), 20, 200);
     for (const auto& [left, right] :
          {std::pair(blank, blank), std::pair(table, blank), std::pair(picture, table)}) {
-        ASSERT_EQ(flatten(spread(left, right, 60), 1), MIRVAK_OK);
-        const double aspect = static_cast<double>(this->left().cols) / this->left().rows;
+        ASSERT_EQ(flatten(spread(left, right, 60), 2), MIRVAK_OK);
+        ASSERT_TRUE(left_ && right_);
+        const cv::Size one = this->left().size(), other = this->right().size();
+        EXPECT_NEAR(one.width, other.width, 12) << "pages of a book are of one size";
+        const double aspect =
+            static_cast<double>(one.width + other.width) / std::max(one.height, other.height);
         EXPECT_GT(aspect, 1.2); // 1.44 for the two pages
         EXPECT_LT(aspect, 1.8);
     }
