@@ -1,5 +1,7 @@
 // Where words stand: the arithmetic alone, and what the library tells of made pages.
 #include "PlacedWords.h"
+
+#include "PagePicture.h"
 #include "TempDir.h"
 #include "TestPages.h"
 #include "mirvakocr.h"
@@ -10,6 +12,8 @@
 #include <QPainter>
 #include <QPolygonF>
 #include <QTransform>
+
+#include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -40,6 +44,24 @@ void expectCorners(const PlacedWord& word, const std::vector<double>& wanted)
 }
 
 } // namespace
+
+TEST(PagePicture, KnowsTheWayBackHoweverItWasTurnedAndScaled)
+{
+    mirvak::PagePicture page;
+    page.grey = cv::Mat(240, 400, CV_8UC1, cv::Scalar(0));
+    page.dpi = 100;
+    page.grey(cv::Rect(60, 40, 8, 8)).setTo(255); // around (64, 44)
+    for (const int turns : {1, 2, 3, -1}) {
+        mirvak::turnPage(page, turns);
+        mirvak::scalePage(page, 1.25);
+        const cv::Moments spot = cv::moments(page.grey);
+        const cv::Vec3d back =
+            page.toPicture * cv::Vec3d(spot.m10 / spot.m00 + 0.5, spot.m01 / spot.m00 + 0.5, 1);
+        EXPECT_NEAR(back[0], 64, 0.5) << turns;
+        EXPECT_NEAR(back[1], 44, 0.5) << turns;
+    }
+    EXPECT_NEAR(page.dpi, 100 * std::pow(1.25, 4), 1e-9);
+}
 
 TEST(PlacedWords, AreAsHighAsTheirLineUnlessItIsBent)
 {
