@@ -66,6 +66,11 @@ TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
     lay("b.cfg", "type = 4;");
     EXPECT_EQ(h_idcard_readInfo(), 4);
     EXPECT_EQ(field(0), "-");
+    fs::rename(folder.file("cards"), folder.file("lifted"));
+    fs::create_directory(folder.file("cards"));
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING);
+    fs::rename(folder.file("lifted/b.cfg"), folder.file("cards/b.cfg"));
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_READY) << "the same card, laid on again";
     fs::remove_all(folder.file("cards"));
     EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_NONE);
     EXPECT_EQ(h_idcard_openDevice(), HIDCARD_NO_READER);
@@ -76,6 +81,7 @@ TEST_F(DeskCards, WhatIsNoCardIsTold)
     const std::pair<const char*, const char*> wrong[] = {
         {"type = 0;\nname = 7;", "a.cfg:2: name must be a text"},
         {"type = -1;", "a.cfg:1: type must be a number"},
+        {"type = 10;", "a.cfg:1: type must be a number"},
         {"nmae = \"x\";", "a.cfg:1: nmae is not known"},
         {"type = ", "a.cfg:1: syntax error"}};
     for (const auto& [text, why] : wrong) {
