@@ -39,10 +39,13 @@ TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
     face.pixels = cv::Mat(126, 102, CV_8UC3, cv::Scalar(200, 100, 50));
     folder.write("cards/face.png", mirvak::encodeImage("png", face, 0));
     fs::create_symlink(folder.write("victim", "stays"), portrait);
-    lay("b.cfg", "type = 0; name = \"张样本\"; gender = \"2\"; picture = \"face.png\";");
+    lay("b.cfg",
+        "type = 0; name = \"张样本\"; gender = \"2\"; from = \"20200101\"; to = \"20300101\"; picture = "
+        "\"face.png\";");
     EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_READY);
     EXPECT_EQ(h_idcard_readInfo(), 0);
     EXPECT_EQ(field(0) + field(1) + field(2), "张样本2-");
+    EXPECT_EQ(field(7) + field(8), "2020010120300101");
     EXPECT_EQ(folder.content("victim"), "stays");
     struct stat entry
     {
