@@ -109,6 +109,15 @@ TEST(PageLayout, AHeadingWhoseWordsPartAboveTheGutterIsOneLine)
     EXPECT_EQ(page(20, 22).size(), 4U) << "each column has a heading as small as that";
 }
 
+TEST(PageLayout, AHeadingInLargeLettersIsReadByItself)
+{
+    Marks marks;
+    addText(marks, 100, 200, 12, 45);
+    for (int i = 0; i < 8; ++i)
+        marks.boxes.emplace_back(100 + i * 36, 150, 30, 32);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 150}, {100, 200}}));
+}
+
 TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
 {
     Marks marks;

@@ -63,6 +63,30 @@ TEST(PagePicture, KnowsTheWayBackHoweverItWasTurnedAndScaled)
     EXPECT_NEAR(page.dpi, 100 * std::pow(1.25, 4), 1e-9);
 }
 
+TEST(PagePicture, AFramePrintedOnAPageIsNoPageAndASheetOnADeskIs)
+{
+    const TempDir folder;
+    QImage picture(800, 1000, QImage::Format_RGB32);
+    const QRect inner(90, 90, 620, 820);
+    for (const bool isDesk : {false, true}) {
+        picture.fill(isDesk ? QColor(60, 60, 62) : QColor(240, 240, 238));
+        QPainter painter(&picture);
+        painter.fillRect(inner, QColor(240, 240, 238));
+        painter.setPen(QPen(Qt::black, 6));
+        if (!isDesk)
+            painter.drawRect(inner);
+        painter.end();
+        const std::string file = folder.file("page.png");
+        ASSERT_TRUE(picture.save(QString::fromStdString(file)));
+        const auto page = mirvak::openPage(file);
+        ASSERT_TRUE(page);
+        const cv::Vec3d corner = page->toPicture * cv::Vec3d(0, 0, 1);
+        EXPECT_NEAR(corner[0] / corner[2], isDesk ? 96 : 0, 3);
+        EXPECT_NEAR(corner[1] / corner[2], isDesk ? 96 : 0, 3);
+        EXPECT_NEAR(page->grey.cols, isDesk ? 608 : 800, 4);
+    }
+}
+
 TEST(PlacedWords, AreAsHighAsTheirLineUnlessItIsBent)
 {
     ReadLine line{{{"The", {10, 20, 40, 40}, 90},
