@@ -258,3 +258,42 @@ TEST(RecognisedWords, LieOverTheirPrintHoweverThePageLies)
     EXPECT_EQ(read.front().line, 0);
     EXPECT_EQ(read.back().line, 3);
 }
+
+TEST(RecognisedWords, OfALineThatRunsUpwardLieOverIt)
+{
+    QImage image = testPages::page({1300, 800},
+                                   {QStringLiteral("The harbour office is closed on Friday,"),
+                                    QStringLiteral("and the ferry does not sail before noon"),
+                                    QStringLiteral("when the wind is from the north or west."),
+                                    QStringLiteral("Parcels are kept for three weeks at most,"),
+                                    QStringLiteral("and after that they are sent back again.")});
+    QPainter painter(&image);
+    QFont font(QStringLiteral("DejaVu Serif"));
+    font.setPixelSize(30);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.translate(1200, 700);
+    painter.rotate(-90);
+    painter.drawText(0, 0, QStringLiteral("Printed by Winterbourne and daughters"));
+    painter.end();
+    const double before = QFontMetricsF(font, &image).horizontalAdvance(QStringLiteral("Printed by "));
+    const double along = QFontMetricsF(font, &image).horizontalAdvance(QStringLiteral("Winterbourne"));
+    const TempDir folder;
+    const std::string path = folder.file("page.png");
+    ASSERT_TRUE(image.save(QString::fromStdString(path)));
+    MirvakOCR ocr;
+    ASSERT_EQ(ocr.MirvakOCR_Init(OCR_MODELS), MIRVAK_OCR_OK);
+    ASSERT_EQ(ocr.MirvakOCR_Discern(path.c_str()), MIRVAK_OCR_OK);
+    std::vector<MirvakOCRWord> read;
+    int width = 0, height = 0;
+    ASSERT_EQ(ocr.MirvakOCR_GetWords(read, width, height), MIRVAK_OCR_OK);
+    const auto word = std::find_if(
+        read.begin(), read.end(), [](const MirvakOCRWord& one) { return one.text == "Winterbourne"; });
+    ASSERT_NE(word, read.end());
+    constexpr double near = 8; // pixels, of a letter 30 high
+    EXPECT_NEAR(word->corners[3].x, 1200, near) << "its feet at the right, its begin below";
+    EXPECT_NEAR(word->corners[3].y, 700 - before, near);
+    EXPECT_NEAR(word->corners[2].x, 1200, near);
+    EXPECT_NEAR(word->corners[2].y, 700 - before - along, near);
+    EXPECT_LT(word->corners[0].x, 1200 - near);
+}
