@@ -229,6 +229,7 @@ TEST_F(ScanWindowTest, TheSecondCameraIsRefusedWithDeskewAndGoesWhenItIsUnplugge
     ASSERT_TRUE(overlay());
     const auto* box = window_->findChild<QCheckBox*>(QStringLiteral("checkAssist"));
     EXPECT_TRUE(QTest::qWaitFor([=] { return !overlay() && !box->isChecked(); }, 10000));
+    EXPECT_EQ(notice(), QStringLiteral("The second camera was disconnected."));
     tick(true); // at once: the desk gives a camera back after a second
     EXPECT_FALSE(box->isChecked()) << "there is none any more";
     window_->onScanner();

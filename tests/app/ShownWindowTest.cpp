@@ -10,7 +10,6 @@
 #include "MoveVideoWidget.h"
 #include "PdfEx.h"
 #include "ToolBar.h"
-#include "ViewNotice.h"
 #include "WaitingSign.h"
 
 #include <QCheckBox>
@@ -21,7 +20,6 @@ namespace {
 class ShownWindowTest : public LumroScannerTest
 {
 protected:
-    QString notice() const { return view().findChild<ViewNotice*>()->text(); }
     QColor middleOf(const QImage& image) const { return image.pixelColor(image.rect().center()); }
     QColor saved(int number) const
     {
