@@ -188,6 +188,10 @@ TEST_F(LumroScannerTest, ClosingWhileFramesArriveEndsCleanly)
             window_->onCloseApp();
         else
             window_->close();
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(window_->GetImageSync(std::chrono::seconds(2)), nullptr);
+        const std::string errors = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(errors.find("timeout"), std::string::npos) << "nothing is waited for any more";
         window_.reset();
     }
 }
