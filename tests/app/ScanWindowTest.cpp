@@ -245,6 +245,16 @@ TEST_F(ScanWindowTest, TheMainCameraComesBackAlthoughTheSecondOneWasOpen)
     EXPECT_TRUE(QTest::qWaitFor([this] { return hasPicture(); }, 10000));
 }
 
+TEST_F(ScanWindowTest, ACameraIsTheMainOneOrTheSecondOne)
+{
+    ASSERT_TRUE(shows(camera() + ", " + second()));
+    tick(true);
+    ASSERT_TRUE(overlay());
+    window_->onDeviceChanged(1); // what is shown as the second one
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !overlay(); }, 10000));
+    EXPECT_TRUE(waitForPicture());
+}
+
 TEST_F(ScanWindowTest, TwoClicksJoinTwoSidesOfACard)
 {
     ASSERT_TRUE(shows(camera()));
