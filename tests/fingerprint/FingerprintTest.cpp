@@ -207,7 +207,7 @@ TEST_F(FingerprintTest, ADriverThatAnswersNonsenseIsASensorThatIsLost)
         std::filesystem::permissions(driver, std::filesystem::perms::owner_all);
         ASSERT_EQ(mkfifo(folder.file("go").c_str(), 0600), 0);
         mirvak::UsbSensor sensor(driver, 1);
-        EXPECT_EQ(sensor.waitWhile(State::opening, std::chrono::seconds(30)), State::noFinger);
+        ASSERT_EQ(sensor.waitWhile(State::opening, std::chrono::seconds(30)), State::noFinger);
         folder.write("go", "go\n");
         EXPECT_EQ(sensor.waitWhile(State::noFinger, std::chrono::seconds(30)), State::lost) << answer;
         std::filesystem::remove(folder.file("go"));
