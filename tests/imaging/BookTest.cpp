@@ -1,5 +1,4 @@
 // Open books made with known truth: two bent pages under a camera above the spine.
-#include "Fingers.h"
 #include "MadePages.h"
 #include "TestImage.h"
 #include "mirvakcamera.h"
@@ -218,62 +217,11 @@ TEST_F(BookFlat, OnePictureHasBothPagesSideBySide)
                 0.08);
 }
 
-// Round, so that its middle is lighter than its rim.
-void layFinger(cv::Mat& rgb, const cv::Point& tip, const cv::Point& hand)
-{
-    for (int width = 56; width > 0; width -= 4)
-        cv::line(rgb, tip, hand, cv::Scalar(205, 148, 112) * (1.1 - width / 140.0), width, cv::LINE_AA);
-}
-
-TEST(Fingers, AreTakenOutAndTintedBoxesAtThePagesEndAreNot)
-{
-    cv::Mat page(800, 600, CV_8UC3, cv::Scalar(240, 238, 230));
-    const cv::Rect flat(480, 100, 120, 90), lettered(0, 300, 160, 110), red(450, 500, 150, 80);
-    page(flat).setTo(cv::Scalar(228, 182, 150));
-    page(red).setTo(cv::Scalar(230, 90, 100));
-    page(lettered).setTo(cv::Scalar(228, 182, 150));
-    for (int x = 0; x < lettered.width; ++x) // uneven as skin is, but for the letters
-        page(cv::Rect(x, lettered.y, 1, lettered.height)) *= 0.85 + 0.15 * x / lettered.width;
-    for (int line = 0; line < 4; ++line)
-        cv::putText(
-            page, "letters in it", {6, 325 + 25 * line}, cv::FONT_HERSHEY_SIMPLEX, 0.7, {30, 30, 30}, 2);
-    const cv::Mat before = page.clone();
-    layFinger(page, {250, 720}, {250, 860});
-    mirvak::removeFingers(page, {});
-    for (const cv::Rect& box : {flat, lettered, red})
-        EXPECT_EQ(cv::norm(page(box), before(box), cv::NORM_INF), 0) << box;
-    const cv::Rect under(222, 695, 56, 105);
-    EXPECT_LT(cv::norm(page(under), before(under), cv::NORM_L1) / (3 * under.area()), 6);
-}
-
-TEST(Fingers, ComeInOverTheOpenEndsAlone)
-{
-    const cv::Size size(601, 803); // a pixel more than the reduced page has
-    const cv::Point middle(size.width / 2, size.height / 2);
-    const cv::Point outwards[] = {{-1, 0}, {0, -1}, {1, 0}, {0, 1}};
-    for (int end = 0; end < 4; ++end) {
-        const cv::Point& out = outwards[end];
-        const cv::Point hand = middle + cv::Point(out.x * (middle.x + 60), out.y * (middle.y + 60));
-        cv::Mat page(size, CV_8UC3, cv::Scalar(240, 238, 230));
-        layFinger(page, hand - out * 160, hand);
-        const cv::Mat before = page.clone();
-        mirvak::removeFingers(page, {end != 0, end != 1, end != 2, end != 3});
-        EXPECT_EQ(cv::norm(page, before, cv::NORM_INF), 0) << "this end is closed: " << end;
-        mirvak::removeFingers(page, {end == 0, end == 1, end == 2, end == 3});
-        EXPECT_LT(cv::norm(page, cv::Mat(size, CV_8UC3, cv::Scalar(240, 238, 230)), cv::NORM_INF), 16) << end;
-    }
-    cv::Mat page(size, CV_8UC3, cv::Scalar(240, 238, 230));
-    layFinger(page, middle, middle + cv::Point(0, 60)); // printed: it touches no end
-    const cv::Mat before = page.clone();
-    mirvak::removeFingers(page, {});
-    EXPECT_EQ(cv::norm(page, before, cv::NORM_INF), 0);
-}
-
 TEST_F(BookFlat, FingersGoWhenAskedAndPrintStays)
 {
     cv::Mat photo = spread(textPage(5), textPage(6), 80);
     const cv::Point tip(frame.width / 2 + 545, 640);
-    layFinger(photo, tip, tip + cv::Point(300, 20));
+    made::finger(photo, tip, tip + cv::Point(300, 20));
     const auto skinIn = [](const cv::Mat& page) {
         int count = 0;
         const cv::Mat margin = page.colRange(page.cols * 90 / 100, page.cols);
