@@ -15,43 +15,49 @@ void ImageChannel::offer(void* image)
 {
     const std::lock_guard lock(mutex_);
     ended_ = false;
-    if (!requested_ || closed_)
-        return;
-    const auto wanted = static_cast<size_t>(waiting_);
-    if (wanted > 0 && frames_.size() >= wanted)
+    if (!requested_ || closed_ || (waiting_ > 0 && unanswered_.empty()))
         return;
     FrameHandle copy = ownImage(camera_, camera_.MirvakImage_Clone(image));
     if (!copy)
         return;
-    if (wanted == 0)
-        frames_.clear(); // left over from a request that timed out: only the newest may stay
-    frames_.push_back(std::move(copy));
-    arrived_.notify_one();
+    if (unanswered_.empty()) {
+        leftOver_ = std::move(copy);
+        return;
+    }
+    *unanswered_.front() = std::move(copy);
+    unanswered_.pop_front();
+    arrived_.notify_all();
 }
 
 FrameHandle ImageChannel::take(std::chrono::milliseconds timeout, const std::function<bool()>& meanwhile)
 {
     const Time deadline = std::chrono::steady_clock::now() + timeout;
     Lock lock(mutex_);
-    if (waiting_ == 0)
-        frames_.clear(); // a frame that answered an older request shows an older page
+    leftOver_.reset(); // it shows an older page
     requested_ = true;
     ++waiting_;
-    const bool isWanted = await(lock, deadline, meanwhile);
+    FrameHandle frame = ownImage(camera_, nullptr);
+    unanswered_.push_back(&frame);
+    const bool isWanted = await(lock, frame, deadline, meanwhile);
     --waiting_;
-    if (isWanted)
-        return handOver();
-    if (waiting_ == 0)
-        frames_.clear();
-    return ownImage(camera_, nullptr);
+    unanswered_.erase(std::remove(unanswered_.begin(), unanswered_.end(), &frame), unanswered_.end());
+    if (!isWanted)
+        frame.reset();
+    else if (!isSettled(frame))
+        std::fputs("Get image timeout!\n", stderr);
+    requested_ = requested_ && (!frame || waiting_ > 0);
+    return frame;
 }
 
 /// False when the request was given up.
-bool ImageChannel::await(Lock& lock, Time deadline, const std::function<bool()>& meanwhile)
+bool ImageChannel::await(Lock& lock,
+                         const FrameHandle& frame,
+                         Time deadline,
+                         const std::function<bool()>& meanwhile)
 {
-    for (Time now; !isSettled() && (now = std::chrono::steady_clock::now()) < deadline;) {
+    for (Time now; !isSettled(frame) && (now = std::chrono::steady_clock::now()) < deadline;) {
         arrived_.wait_until(lock, meanwhile ? std::min(now + pulse, deadline) : deadline);
-        if (!meanwhile || isSettled())
+        if (!meanwhile || isSettled(frame))
             continue;
         lock.unlock();
         const bool goesOn = meanwhile();
@@ -60,22 +66,6 @@ bool ImageChannel::await(Lock& lock, Time deadline, const std::function<bool()>&
             return false;
     }
     return true;
-}
-
-FrameHandle ImageChannel::handOver()
-{
-    if (frames_.empty()) {
-        if (!isSettled())
-            std::fputs("Get image timeout!\n", stderr);
-        return ownImage(camera_, nullptr);
-    }
-    FrameHandle frame = std::move(frames_.front());
-    frames_.pop_front();
-    if (waiting_ == 0) {
-        requested_ = false;
-        frames_.clear();
-    }
-    return frame;
 }
 
 void ImageChannel::interrupt()
@@ -95,7 +85,7 @@ void ImageChannel::close()
 {
     const std::lock_guard lock(mutex_);
     closed_ = true;
-    frames_.clear();
+    leftOver_.reset();
     arrived_.notify_all();
 }
 

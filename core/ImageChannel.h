@@ -16,7 +16,7 @@
 class ImageChannel
 {
 public:
-    explicit ImageChannel(MirvakCamera& camera) : camera_(camera) {}
+    explicit ImageChannel(MirvakCamera& camera) : camera_(camera), leftOver_(ownImage(camera, nullptr)) {}
 
     /// Called with every frame on the capture thread; keeps no reference to `image`.
     void offer(void* image);
@@ -41,14 +41,14 @@ public:
 private:
     using Lock = std::unique_lock<std::mutex>;
     using Time = std::chrono::steady_clock::time_point;
-    bool isSettled() const { return !frames_.empty() || closed_ || ended_; }
-    bool await(Lock& lock, Time deadline, const std::function<bool()>& meanwhile);
-    FrameHandle handOver();
+    bool isSettled(const FrameHandle& frame) const { return frame || closed_ || ended_; }
+    bool await(Lock& lock, const FrameHandle& frame, Time deadline, const std::function<bool()>& meanwhile);
 
     MirvakCamera& camera_;
     mutable std::mutex mutex_;
     std::condition_variable arrived_;
-    std::deque<FrameHandle> frames_;
+    std::deque<FrameHandle*> unanswered_; ///< of those who wait, the first comer first
+    FrameHandle leftOver_;                ///< the newest one since a request timed out
     int waiting_ = 0;
     bool ended_ = false;
     bool requested_ = false;

@@ -134,8 +134,9 @@ TEST_F(LumroScannerTest, HardwareKeysZoomOrCapture)
     LumroScanner::hidkeydevcallback(0, window_.get());
     LumroScanner::usbhidkeydevcallback(8, window_.get());
     ASSERT_TRUE(QTest::qWaitFor([this] { return view().zoom() > 1.05; }));
-    LumroScanner::hidkeydevcallback(9, window_.get());
     LumroScanner::hidkeydevcallback(1, window_.get());
+    QCoreApplication::processEvents(); // served by now: one key at a time is taken
+    LumroScanner::hidkeydevcallback(9, window_.get());
     ASSERT_TRUE(QTest::qWaitFor([this] { return view().zoom() < 1.05; }));
     EXPECT_TRUE(files().isEmpty());
     LumroScanner::usbhidkeydevcallback(5, window_.get());
@@ -188,6 +189,10 @@ TEST_F(LumroScannerTest, ClosingWhileFramesArriveEndsCleanly)
             window_->onCloseApp();
         else
             window_->close();
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(window_->GetImageSync(std::chrono::seconds(2)), nullptr);
+        const std::string errors = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(errors.find("timeout"), std::string::npos) << "nothing is waited for any more";
         window_.reset();
     }
 }

@@ -229,6 +229,7 @@ TEST_F(ScanWindowTest, TheSecondCameraIsRefusedWithDeskewAndGoesWhenItIsUnplugge
     ASSERT_TRUE(overlay());
     const auto* box = window_->findChild<QCheckBox*>(QStringLiteral("checkAssist"));
     EXPECT_TRUE(QTest::qWaitFor([=] { return !overlay() && !box->isChecked(); }, 10000));
+    EXPECT_EQ(notice(), QStringLiteral("The second camera was disconnected."));
     tick(true); // at once: the desk gives a camera back after a second
     EXPECT_FALSE(box->isChecked()) << "there is none any more";
     window_->onScanner();
@@ -242,6 +243,16 @@ TEST_F(ScanWindowTest, TheMainCameraComesBackAlthoughTheSecondOneWasOpen)
     ASSERT_TRUE(overlay());
     ASSERT_TRUE(QTest::qWaitFor([this] { return !hasPicture(); }, 10000));
     EXPECT_TRUE(QTest::qWaitFor([this] { return hasPicture(); }, 10000));
+}
+
+TEST_F(ScanWindowTest, ACameraIsTheMainOneOrTheSecondOne)
+{
+    ASSERT_TRUE(shows(camera() + ", " + second()));
+    tick(true);
+    ASSERT_TRUE(overlay());
+    window_->onDeviceChanged(1); // what is shown as the second one
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !overlay(); }, 10000));
+    EXPECT_TRUE(waitForPicture());
 }
 
 TEST_F(ScanWindowTest, TwoClicksJoinTwoSidesOfACard)

@@ -8,6 +8,7 @@
 #include "Settings.h"
 #include "Thumbnail.h"
 #include "VideoView.h"
+#include "ViewNotice.h"
 
 #include <QDir>
 #include <QLabel>
@@ -63,6 +64,7 @@ protected:
     {
         QTest::mouseClick(window_->findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
     }
+    QString notice() const { return view().findChild<ViewNotice*>()->text(); }
     QString pictures() const { return QString::fromStdString(folder().file("out")); }
     QStringList files() const { return QDir(pictures()).entryList(QDir::Files, QDir::Name); }
 

@@ -61,6 +61,8 @@ TEST(PayloadText, IsAlwaysValidUtf8WithoutNul)
     EXPECT_EQ(payloadText("ok\xC3", true), "ok\uFFFD") << "cut in a character";
     EXPECT_EQ(payloadText("\xED\xA0\x80", true), "\uFFFD\uFFFD\uFFFD") << "half of a pair of UTF-16";
     EXPECT_EQ(payloadText("\xC0\xAF", true), "\uFFFD\uFFFD") << "longer than needed";
+    for (const char* four : {"\xF0\x80\x80\xAF", "\xF4\x90\x80\x80", "\xE4\xB8\xC1\x80"}) // ..., beyond, cut
+        EXPECT_EQ(payloadText(four, true), "\uFFFD\uFFFD\uFFFD\uFFFD");
 }
 
 TEST(FullAscii39, IsReadWhereItSurelyIsOne)
@@ -79,6 +81,7 @@ TEST(CodeRules, CheckDigitsAndLengths)
     EXPECT_FALSE(mirvak::isPlausible(Symbology::ean13, "400638133393"));
     EXPECT_TRUE(mirvak::isPlausible(Symbology::ean8, "96385074"));
     EXPECT_FALSE(mirvak::isPlausible(Symbology::ean8, "96385O74"));
+    EXPECT_FALSE(mirvak::isPlausible(Symbology::upce, "0123456"));
     EXPECT_FALSE(mirvak::isPlausible(Symbology::itf, "1234"));
     EXPECT_FALSE(mirvak::isPlausible(Symbology::codabar, "A12B"));
     EXPECT_FALSE(mirvak::isPlausible(Symbology::qr, ""));
@@ -124,6 +127,11 @@ TEST(Sightings, BarsNeedTwoViewsAndMatricesOne)
         credible({seen(Symbology::code39, "SHELF", 1, here), seen(Symbology::code39, "SHELF", 2, there)}),
         ElementsAre())
         << "two places are two codes";
+    for (const int first : {2, 20})
+        EXPECT_THAT(credible({seen(Symbology::code39, "SHELF", 1, here, first),
+                              seen(Symbology::code39, "SHELF", 2, here, 22 - first)}),
+                    ElementsAre("SHELF"))
+            << "the view that shows more lines counts";
     EXPECT_THAT(credible({seen(Symbology::aztec, "RAIL", 1, here, 0)}), ElementsAre("RAIL"));
 }
 

@@ -97,8 +97,11 @@ TEST(DecoderPool, NeitherAHelperNorMemoryOutlivesThePool)
     {
         DecoderPool pool(LUMRO_CODE_HELPER, pictureBytes);
         DecoderPool::Job large = jobFor("DOES NOT FIT", read);
-        large.size = {2000, 2000};
+        large.size = {1200, 1000};
+        bool isDrawn = false;
+        large.draw = [&](cv::Mat&) { isDrawn = true; };
         pool.run({large, jobFor("ONE", read)});
+        EXPECT_FALSE(isDrawn) << "there is no room";
         EXPECT_THAT(read, ElementsAre("ONE"));
         pids = pool.pids();
         ASSERT_EQ(pids.size(), 1U);
@@ -114,13 +117,32 @@ TEST(DecoderPool, AHelperThatHangsDiesTalksNonsenseOrIsMissingEndsTheRun)
 {
     const TempDir folder;
     std::set<std::string> read;
-    for (const char* body : {"exec sleep 1000", "exit 3", "printf nonsense >&3; exec sleep 1000", ""}) {
+    for (const char* body : {"exec sleep 1000",
+                             "exit 3",
+                             "printf nonsense >&3; exec sleep 1000",
+                             "printf %200s >&3; exec sleep 1000", // as long as an answer
+                             ""}) {
         DecoderPool pool(*body ? script(folder, body) : folder.file("missing"), pictureBytes);
         pool.setTimeLimit(50ms);
         pool.run(std::vector<DecoderPool::Job>(10, jobFor("ONE", read)));
         EXPECT_THAT(read, IsEmpty()) << body;
         EXPECT_THAT(pool.pids(), IsEmpty()) << body;
     }
+}
+
+TEST(DecoderPool, APictureIsTriedTwiceAndAHelperThatAlwaysDiesIsNotStartedForEver)
+{
+    const TempDir folder;
+    std::set<std::string> read;
+    int drawn = 0;
+    DecoderPool::Job job = jobFor("ONE", read);
+    job.draw = [&](cv::Mat&) { ++drawn; };
+    DecoderPool pool(script(folder, "exit 3"), pictureBytes);
+    pool.run({job});
+    EXPECT_EQ(drawn, 2);
+    drawn = 0;
+    pool.run(std::vector<DecoderPool::Job>(30, job));
+    EXPECT_LT(drawn, 15);
 }
 
 TEST(DecoderPool, TheHelperGetsNoDescriptorsOfOurs)

@@ -82,7 +82,7 @@ TEST(CameraTypes, OverridesComeFromTheConfigurationFile)
               (TypeOverrides{{"abcd1234", 2}, {"00010002", 3}}));
     for (const char* broken : {"cameras = (",
                                "cameras = ( { usb = \"abcd1234\"; } );",
-                               "cameras = ( { usb = \"abcd1234\"; type = 7; } );",
+                               "cameras = ( { usb = \"abcd1234\"; type = 4; } );",
                                "cameras = ( { usb = 5; type = 1; } );",
                                "others = 1;"}) {
         testing::internal::CaptureStderr();

@@ -154,6 +154,10 @@ TEST_F(Controls, WhatAnAutomaticHoldsIsRefusedAndValuesFitTheirRange)
         EXPECT_EQ(info(control).value, becomes);
     }
     EXPECT_EQ(info(MIRVAK_ANTI_FLICKER).entries, 0x7);
+    EXPECT_EQ(set(MIRVAK_EXPOSURE_AUTO, 1), MIRVAK_OK);
+    EXPECT_EQ(set(MIRVAK_EXPOSURE_AUTO, 0), MIRVAK_OK);
+    EXPECT_EQ(info(MIRVAK_EXPOSURE_TIME).value, 156) << "what the automatic has found";
+    EXPECT_EQ(set(MIRVAK_EXPOSURE_TIME, 10000), MIRVAK_OK);
     EXPECT_EQ(camera.MirvakDevice_FocusAt(device, 0.5, 0.5), MIRVAK_NOT_FOUND) << "it has no focus";
 
     camera.MirvakDevice_Release(device);
@@ -189,6 +193,20 @@ class Lens : public mirvak::CameraDevice
 public:
     int best = 0, step = 1, position = 0, moves = 0;
 
+    /// Frames until the search ends. What is moved is seen after 100 ms and two frames.
+    void follow(mirvak::FocusSearch& search, int interval) const
+    {
+        const int late = std::max(2, 100 / interval);
+        std::vector<int> positions;
+        auto time = std::chrono::steady_clock::time_point();
+        for (int frame = 0; frame < 1000 && search.state() == MIRVAK_BUSY; ++frame) {
+            positions.push_back(position);
+            mirvak::Image image = picture(positions[size_t(std::max(0, frame - late))]);
+            image.taken = time += std::chrono::milliseconds(interval);
+            search.look(image);
+        }
+    }
+
     const std::vector<mirvak::CameraMode>& modes() const override { return modes_; }
     MirvakResult start(const mirvak::CameraMode&, int) override { return MIRVAK_OK; }
     void stop() override {}
@@ -208,7 +226,7 @@ public:
         position = value;
         return MIRVAK_OK;
     }
-    /// Stripes that fade with the distance; the first frames after a move still show the old position.
+    /// Stripes that fade with the distance.
     mirvak::Image picture(int shown) const
     {
         mirvak::Image image;
@@ -227,22 +245,29 @@ private:
 
 TEST(FocusSearch, FindsTheSharpestPositionWithFewMoves)
 {
-    for (const auto& [best, step] : {std::pair(0, 1), {370, 1}, {555, 50}, {1000, 1}}) {
+    for (const auto& [best, step, interval] :
+         {std::tuple(0, 1, 60), {370, 1, 10}, {555, 50, 60}, {1000, 1, 300}}) {
         Lens lens;
         lens.best = best;
         lens.step = step;
         mirvak::FocusSearch search(lens);
         ASSERT_EQ(search.begin(0.5, 0.5), MIRVAK_OK);
-        auto time = std::chrono::steady_clock::time_point();
-        int shown = 0;
-        for (int frame = 0; frame < 1000 && search.state() == MIRVAK_BUSY; ++frame) {
-            mirvak::Image image = lens.picture(shown);
-            image.taken = time += std::chrono::milliseconds(60);
-            shown = lens.position; // shows a frame later
-            search.look(image);
-        }
+        lens.follow(search, interval);
         EXPECT_EQ(search.state(), MIRVAK_OK);
-        EXPECT_NEAR(lens.position, best, std::max(15, step));
+        EXPECT_NEAR(lens.position, best, std::max(6, step));
         EXPECT_LE(lens.moves, 21);
     }
+}
+
+TEST(FocusSearch, OneThatReplacesAnotherPutsBackWhatWasBeforeBoth)
+{
+    Lens lens;
+    lens.best = -100000; // as flat as paper
+    lens.position = 730;
+    mirvak::FocusSearch search(lens);
+    ASSERT_EQ(search.begin(0.2, 0.5), MIRVAK_OK);
+    ASSERT_EQ(search.begin(0.5, 0.5), MIRVAK_OK);
+    lens.follow(search, 60);
+    EXPECT_EQ(search.state(), MIRVAK_NOT_FOUND);
+    EXPECT_EQ(lens.position, 730);
 }

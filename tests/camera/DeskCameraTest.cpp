@@ -101,9 +101,9 @@ TEST_F(DeskCamera, FitsPicturesOnBlackGround)
 {
     folder.write("wide.jpg", pictures::solidJpeg({400, 100}, {200, 40, 90}));
     auto config = settings("wide.jpg");
-    config.resolutions = {{100, 100}, {800, 400}, {400, 100}};
+    config.resolutions = {{100, 100}, {800, 400}, {400, 100}, {500, 50}};
     OpenCamera camera(open(config), pool);
-    for (int index = 0; index < 3; ++index) {
+    for (int index = 0; index < 4; ++index) {
         const CameraMode mode = *camera.modes().find(2, index);
         cv::Mat shown;
         FrameCollector frames;
@@ -112,17 +112,14 @@ TEST_F(DeskCamera, FitsPicturesOnBlackGround)
         ASSERT_TRUE(frames.waitForFrames(1));
         camera.stop();
         ASSERT_EQ(shown.size(), cv::Size(mode.width, mode.height));
-        const int inner = mode.width / 4; // height of the picture, which keeps its proportions
-        const int top = (mode.height - inner) / 2;
-        const auto isPicture = [&](int y) {
-            return cv::norm(shown.at<cv::Vec3b>(y, mode.width / 2), cv::Vec3b(200, 40, 90), cv::NORM_INF) < 4;
-        };
-        EXPECT_TRUE(isPicture(top + 1)) << index;
-        EXPECT_TRUE(isPicture(top + inner - 2)) << index;
-        if (top > 1) {
-            EXPECT_EQ(cv::norm(shown.rowRange(0, top - 1), cv::NORM_INF), 0) << index;
-            EXPECT_EQ(cv::norm(shown.rowRange(top + inner + 1, mode.height), cv::NORM_INF), 0) << index;
-        }
+        const int high = std::min(mode.width / 4, mode.height), wide = 4 * high; // its proportions stay
+        const cv::Point corner((mode.width - wide) / 2, (mode.height - high) / 2);
+        const cv::Rect within(corner + cv::Point(1, 1), cv::Size(wide - 2, high - 2)),
+            rim(corner, cv::Size(wide, high));
+        const cv::Mat picture(within.size(), CV_8UC3, cv::Scalar(200, 40, 90));
+        EXPECT_LT(cv::norm(shown(within), picture, cv::NORM_INF), 4) << index;
+        shown(rim).setTo(0);
+        EXPECT_EQ(cv::norm(shown, cv::NORM_INF), 0) << index;
     }
 }
 
@@ -153,6 +150,10 @@ TEST_F(DeskCamera, PassesOnOnlyFilesLikeACameras)
     folder.write("turned.jpg", withOrientation(plain, 6)); // stored a quarter left
     PictureSource source(
         {folder.file("plain.jpg"), folder.file("progressive.jpg"), folder.file("turned.jpg")});
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        const std::string file = folder.write("seen.jpg", withOrientation(plain, orientation));
+        EXPECT_EQ(PictureSource({file}).firstSize(), orientation > 4 ? cv::Size(40, 80) : cv::Size(80, 40));
+    }
     RawFrame frame;
     ASSERT_TRUE(source.frame(0, picture.size(), frame));
     EXPECT_EQ(frame.format, PixelFormat::Mjpeg);
@@ -228,6 +229,40 @@ TEST_F(DeskCamera, StalledItSendsNothingAndStops)
     std::thread stopper([&] { stop.signal(); });
     EXPECT_EQ(device->read(frame, patience, stop), ReadStatus::Stopped);
     stopper.join();
+    config.unplugAfter = 0.0;
+    const auto pulled = open(config);
+    ASSERT_EQ(pulled->start(pulled->modes().at(0), 1), MIRVAK_OK);
+    EXPECT_EQ(pulled->read(frame, patience, never), ReadStatus::Gone);
+}
+
+TEST_F(DeskCamera, EachPictureIsShownAsTheControlsMakeIt)
+{
+    pictures::writeFilm(folder, 3, {32, 24});
+    auto config = settings("film");
+    config.loop = false;
+    config.framesPerSecond = 20;
+    config.controls = {MIRVAK_BRIGHTNESS};
+    const auto device = open(config);
+    ASSERT_EQ(device->setControl(MIRVAK_BRIGHTNESS, 60), MIRVAK_OK); // ten pictures brighter
+    ASSERT_EQ(device->start(device->modes().at(0), 10), MIRVAK_OK);
+    int number = -1;
+    for (RawFrame frame; number < 12;) {
+        Image shown;
+        ASSERT_EQ(device->read(frame, patience, never), ReadStatus::Frame);
+        ASSERT_TRUE(FrameDecoder().decode(frame, 1, shown));
+        ASSERT_GE(pictures::numberOf(shown.pixels), std::max(number, 10));
+        number = pictures::numberOf(shown.pixels);
+    }
+}
+
+TEST_F(DeskCamera, CamerasOfOneNameAreToldApart)
+{
+    DeskConfig desk;
+    desk.cameras = {settings(""), settings(""), settings("")};
+    std::set<std::string> identities;
+    for (const CameraInfo& info : DeskBackend(desk).enumerate())
+        identities.insert(info.identity);
+    EXPECT_EQ(identities.size(), 3U);
 }
 
 TEST_F(DeskCamera, RefusesToOpenOrStartAsAsked)

@@ -81,6 +81,16 @@ TEST(FrameDecoder, RawFormatsKeepTheirColoursAndMissNoByte)
             bytes.resize(bytes.size() - padding / std::max<size_t>(1, layout.chroma.size()));
             Image image, refused;
             ASSERT_TRUE(decode(image, stride));
+            for (const auto& [odd, isShared] :
+                 {std::pair(cv::Size(width - 1, height),
+                            !layout.chroma.empty() || layout.format == PixelFormat::Yuyv),
+                  std::pair(cv::Size(width, height - 1), !layout.chroma.empty())})
+                EXPECT_NE(FrameDecoder().decode(
+                              {layout.format, odd.width, odd.height, stride, bytes.data(), bytes.size()},
+                              1.0,
+                              refused),
+                          isShared)
+                    << "colour that pixels share needs all of them";
             EXPECT_LE(difference(image.pixels, wanted), 3); // rounding to 8 bits in YUV and back
             EXPECT_FALSE(decode(refused, 1));
             bytes.pop_back();

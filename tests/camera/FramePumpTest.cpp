@@ -48,6 +48,9 @@ TEST(FramePump, LeavesDamagedFramesOutAndCountsThem)
     EXPECT_EQ(stream.pump.delivered(), 2U);
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << "not a line for each frame: " << log;
     EXPECT_FALSE(stream.camera.running);
+    ASSERT_EQ(stream.start(), MIRVAK_OK);
+    EXPECT_EQ(stream.pump.stop(), MIRVAK_OK);
+    EXPECT_EQ(stream.pump.damaged() + stream.pump.delivered(), 0U) << "each stream is counted by itself";
 }
 
 TEST(FramePump, TellsOnceThatTheDeviceHasGone)

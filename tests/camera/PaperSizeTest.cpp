@@ -1,6 +1,7 @@
 #include "PaperSize.h"
 
 #include "FakeCamera.h"
+#include "FrameCollector.h"
 #include "OpenCamera.h"
 
 #include <gtest/gtest.h>
@@ -68,7 +69,11 @@ TEST(PaperSize, ACamerasOwnZoomIsWideAgainWhenItIsClosed)
 {
     struct ZoomCamera : FakeCamera
     {
-        explicit ZoomCamera(double& factor) : FakeCamera({}), zoom(factor) {}
+        explicit ZoomCamera(double& factor)
+            : FakeCamera({{ReadStatus::Frame, pictures::jpeg(pictures::textured({width, height}))}}),
+              zoom(factor)
+        {
+        }
         bool setZoom(double factor) override
         {
             zoom = factor;
@@ -82,6 +87,16 @@ TEST(PaperSize, ACamerasOwnZoomIsWideAgainWhenItIsClosed)
         OpenCamera camera(std::make_unique<ZoomCamera>(zoom), pool);
         EXPECT_EQ(camera.setPaperSize(paperA4), MIRVAK_OK);
         EXPECT_NEAR(zoom, 1.414, 0.001);
+        FrameCollector frames;
+        double differs = 255;
+        const cv::Mat whole = pictures::textured({FakeCamera::width, FakeCamera::height});
+        frames.onFrame = [&](Image& image) {
+            differs = cv::norm(image.pixels, whole, cv::NORM_L1) / double(whole.total());
+        };
+        ASSERT_EQ(camera.start(2, 0, 1, [&](Image* image) { frames.take(image); }), MIRVAK_OK);
+        EXPECT_TRUE(frames.waitForFrames(1));
+        camera.stop();
+        EXPECT_LT(differs, 30) << "the lens has done it: nothing more is cut off";
     }
     EXPECT_EQ(zoom, 1.0);
     {

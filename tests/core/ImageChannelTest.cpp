@@ -105,6 +105,18 @@ TEST_F(ImageChannelTest, EveryOneOfManyConsumersGetsAFrameOfItsOwn)
     ASSERT_EQ(other.wait_for(20s), std::future_status::ready);
     EXPECT_EQ(widthOf(mine) + widthOf(other.get()), 11 + 12);
 
+    int later = 0;
+    const FrameHandle first = channel_.take(20s, [&] {
+        channel_.offer(frame(11).get()); // the answer; whoever comes now waits for the next one
+        auto taken = std::async(std::launch::async, [&] { return channel_.take(60s); });
+        while (taken.wait_for(1ms) != std::future_status::ready)
+            channel_.offer(frame(12).get());
+        later = widthOf(taken.get());
+        return true;
+    });
+    EXPECT_EQ(widthOf(first), 11);
+    EXPECT_EQ(later, 12);
+
     std::atomic<bool> done{false};
     std::thread source([&] {
         for (int width = 1; !done; width = width % 60 + 1)

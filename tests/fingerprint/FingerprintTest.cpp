@@ -4,6 +4,7 @@
 
 #include "Codec.h"
 #include "TempDir.h"
+#include "UsbSensor.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -193,6 +195,23 @@ TEST_F(FingerprintTest, ARealDriverDeliversItsPicture)
     EXPECT_EQ(ZAZVfyPwd(handle, address, password), ZAZ_OK) << "the desk's, where there is no real one";
     EXPECT_EQ(ZAZGetImage(handle, address), ZAZ_NO_FINGER);
     EXPECT_EQ(ZAZCloseDeviceEx(handle), ZAZ_OK);
+}
+
+TEST_F(FingerprintTest, ADriverThatAnswersNonsenseIsASensorThatIsLost)
+{
+    using State = mirvak::FingerSensor::State;
+    for (const char* answer : {"\\2no picture", "\\3", "\\77", ""}) {
+        const std::string driver = folder.write("driver",
+                                                std::string("#!/bin/sh\nprintf '\\1' >&3\nread go < '") +
+                                                    folder.file("go") + "'\nprintf '" + answer + "' >&3\n");
+        std::filesystem::permissions(driver, std::filesystem::perms::owner_all);
+        ASSERT_EQ(mkfifo(folder.file("go").c_str(), 0600), 0);
+        mirvak::UsbSensor sensor(driver, 1);
+        ASSERT_EQ(sensor.waitWhile(State::opening, std::chrono::seconds(30)), State::noFinger);
+        folder.write("go", "go\n");
+        EXPECT_EQ(sensor.waitWhile(State::noFinger, std::chrono::seconds(30)), State::lost) << answer;
+        std::filesystem::remove(folder.file("go"));
+    }
 }
 
 } // namespace

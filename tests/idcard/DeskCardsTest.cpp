@@ -39,10 +39,13 @@ TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
     face.pixels = cv::Mat(126, 102, CV_8UC3, cv::Scalar(200, 100, 50));
     folder.write("cards/face.png", mirvak::encodeImage("png", face, 0));
     fs::create_symlink(folder.write("victim", "stays"), portrait);
-    lay("b.cfg", "type = 0; name = \"张样本\"; gender = \"2\"; picture = \"face.png\";");
+    lay("b.cfg",
+        "type = 0; name = \"张样本\"; gender = \"2\"; from = \"20200101\"; to = \"20300101\"; picture = "
+        "\"face.png\";");
     EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_READY);
     EXPECT_EQ(h_idcard_readInfo(), 0);
     EXPECT_EQ(field(0) + field(1) + field(2), "张样本2-");
+    EXPECT_EQ(field(7) + field(8), "2020010120300101");
     EXPECT_EQ(folder.content("victim"), "stays");
     struct stat entry
     {
@@ -66,6 +69,11 @@ TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
     lay("b.cfg", "type = 4;");
     EXPECT_EQ(h_idcard_readInfo(), 4);
     EXPECT_EQ(field(0), "-");
+    fs::rename(folder.file("cards"), folder.file("lifted"));
+    fs::create_directory(folder.file("cards"));
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING);
+    fs::rename(folder.file("lifted/b.cfg"), folder.file("cards/b.cfg"));
+    EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_READY) << "the same card, laid on again";
     fs::remove_all(folder.file("cards"));
     EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_NONE);
     EXPECT_EQ(h_idcard_openDevice(), HIDCARD_NO_READER);
@@ -76,6 +84,7 @@ TEST_F(DeskCards, WhatIsNoCardIsTold)
     const std::pair<const char*, const char*> wrong[] = {
         {"type = 0;\nname = 7;", "a.cfg:2: name must be a text"},
         {"type = -1;", "a.cfg:1: type must be a number"},
+        {"type = 10;", "a.cfg:1: type must be a number"},
         {"nmae = \"x\";", "a.cfg:1: nmae is not known"},
         {"type = ", "a.cfg:1: syntax error"}};
     for (const auto& [text, why] : wrong) {

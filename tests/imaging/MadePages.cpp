@@ -305,4 +305,10 @@ double farthest(const Corners& a, const Corners& b)
     return most;
 }
 
+void finger(cv::Mat& rgb, const cv::Point& tip, const cv::Point& hand)
+{
+    for (int width = 56; width > 0; width -= 4)
+        cv::line(rgb, tip, hand, cv::Scalar(205, 148, 112) * (1.1 - width / 140.0), width, cv::LINE_AA);
+}
+
 } // namespace made

@@ -47,4 +47,7 @@ Corners photographed(cv::Size frame, cv::Size2d sheet, double focal, double acro
 /// Greatest distance between corners of the same index.
 double farthest(const Corners& a, const Corners& b);
 
+/// A finger of the hand that holds a page down. Round, so that its middle is lighter than its rim.
+void finger(cv::Mat& rgb, const cv::Point& tip, const cv::Point& hand);
+
 } // namespace made

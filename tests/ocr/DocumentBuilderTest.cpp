@@ -230,3 +230,11 @@ TEST(DocumentBuilder, UnsureWordsAreKnownInTextAndTables)
     }
     EXPECT_EQ(unsure, (Texts{"Jqy", "Kqy", "Bqrass,", "48.50"}));
 }
+
+TEST(DocumentBuilder, AReceiptIsNoLongerThanPaperCanBe)
+{
+    const ReadPage receipt{6000, 60000, 300, "eng", {blockAt(100, 100, {"Bread", "Milk"})}};
+    const Document document = mirvak::buildDocument(receipt);
+    EXPECT_NEAR(document.paperHeight, 31680, 1); // 22 inches, the most that word processors know
+    EXPECT_NEAR(document.paperWidth, 3168, 1) << "in its own shape";
+}

@@ -96,6 +96,7 @@ TEST(Unicode, BrokenBytesBecomeReplacements)
     EXPECT_EQ(mirvak::fromUtf8("aÄ中😀"), U"aÄ中😀");
     EXPECT_EQ(mirvak::fromUtf8("a\xff\xc3z"), U"a\ufffd\ufffdz");
     EXPECT_EQ(mirvak::fromUtf8("\xe4\xb8"), U"\ufffd\ufffd") << "cut short";
+    EXPECT_EQ(mirvak::fromUtf8("\xe0\x80\xaf"), U"\ufffd\ufffd\ufffd") << "longer than needed";
     EXPECT_EQ(mirvak::fromUtf8("\xc0\x80\xed\xa0\x80"), std::u32string(5, U'\ufffd'))
         << "too long, half a pair";
     const std::u32string all = U"~\u0080\u07ff\u0800\uffff\U00010000\U0010ffff";

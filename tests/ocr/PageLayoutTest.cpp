@@ -109,6 +109,15 @@ TEST(PageLayout, AHeadingWhoseWordsPartAboveTheGutterIsOneLine)
     EXPECT_EQ(page(20, 22).size(), 4U) << "each column has a heading as small as that";
 }
 
+TEST(PageLayout, AHeadingInLargeLettersIsReadByItself)
+{
+    Marks marks;
+    addText(marks, 100, 200, 12, 45);
+    for (int i = 0; i < 8; ++i)
+        marks.boxes.emplace_back(100 + i * 36, 150, 30, 32);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 150}, {100, 200}}));
+}
+
 TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
 {
     Marks marks;
@@ -232,6 +241,9 @@ TEST(PageLayout, ARuleEndsTheColumnsAboveIt)
     EXPECT_EQ(placesOf(marks).at(1).x, 100) << "without a rule a column goes on";
     marks.rules.emplace_back(90, 520, 1300, 3);
     EXPECT_EQ(placesOf(marks), (Places{{100, 100}, {800, 100}, {100, 600}, {800, 600}}));
+    for (int y = 500; y < 580; y += 10)
+        marks.rules.emplace_back(90, y, 1300, 1);
+    EXPECT_EQ(placesOf(marks).at(1).x, 100) << "lined paper";
 }
 
 TEST(PageLayout, RowsOfTablesAndFormsAreReadAcross)
@@ -286,6 +298,11 @@ TEST(PageLayout, RowsRunThereWhereLettersAreNear)
     EXPECT_EQ(mirvak::bearingOf(marks), mirvak::Bearing::across);
     EXPECT_EQ(mirvak::bearingOf(turned(marks)), mirvak::Bearing::upward);
     EXPECT_EQ(mirvak::bearingOf({}), mirvak::Bearing::unclear);
+    Marks note;
+    addText(note, 100, 1200, 4, 50);
+    const std::vector<cv::Rect> upward = turned(note).boxes;
+    marks.boxes.insert(marks.boxes.end(), upward.begin(), upward.end());
+    EXPECT_EQ(mirvak::bearingOf(marks), mirvak::Bearing::across) << "as most of it";
 }
 
 TEST(PageLayout, SamplesAreCutBetweenWords)

@@ -1,5 +1,7 @@
 // Where words stand: the arithmetic alone, and what the library tells of made pages.
 #include "PlacedWords.h"
+
+#include "PagePicture.h"
 #include "TempDir.h"
 #include "TestPages.h"
 #include "mirvakocr.h"
@@ -10,6 +12,8 @@
 #include <QPainter>
 #include <QPolygonF>
 #include <QTransform>
+
+#include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -40,6 +44,48 @@ void expectCorners(const PlacedWord& word, const std::vector<double>& wanted)
 }
 
 } // namespace
+
+TEST(PagePicture, KnowsTheWayBackHoweverItWasTurnedAndScaled)
+{
+    mirvak::PagePicture page;
+    page.grey = cv::Mat(240, 400, CV_8UC1, cv::Scalar(0));
+    page.dpi = 100;
+    page.grey(cv::Rect(60, 40, 8, 8)).setTo(255); // around (64, 44)
+    for (const int turns : {1, 2, 3, -1}) {
+        mirvak::turnPage(page, turns);
+        mirvak::scalePage(page, 1.25);
+        const cv::Moments spot = cv::moments(page.grey);
+        const cv::Vec3d back =
+            page.toPicture * cv::Vec3d(spot.m10 / spot.m00 + 0.5, spot.m01 / spot.m00 + 0.5, 1);
+        EXPECT_NEAR(back[0], 64, 0.5) << turns;
+        EXPECT_NEAR(back[1], 44, 0.5) << turns;
+    }
+    EXPECT_NEAR(page.dpi, 100 * std::pow(1.25, 4), 1e-9);
+}
+
+TEST(PagePicture, AFramePrintedOnAPageIsNoPageAndASheetOnADeskIs)
+{
+    const TempDir folder;
+    QImage picture(800, 1000, QImage::Format_RGB32);
+    const QRect inner(90, 90, 620, 820);
+    for (const bool isDesk : {false, true}) {
+        picture.fill(isDesk ? QColor(60, 60, 62) : QColor(240, 240, 238));
+        QPainter painter(&picture);
+        painter.fillRect(inner, QColor(240, 240, 238));
+        painter.setPen(QPen(Qt::black, 6));
+        if (!isDesk)
+            painter.drawRect(inner);
+        painter.end();
+        const std::string file = folder.file("page.png");
+        ASSERT_TRUE(picture.save(QString::fromStdString(file)));
+        const auto page = mirvak::openPage(file);
+        ASSERT_TRUE(page);
+        const cv::Vec3d corner = page->toPicture * cv::Vec3d(0, 0, 1);
+        EXPECT_NEAR(corner[0] / corner[2], isDesk ? 96 : 0, 3);
+        EXPECT_NEAR(corner[1] / corner[2], isDesk ? 96 : 0, 3);
+        EXPECT_NEAR(page->grey.cols, isDesk ? 608 : 800, 4);
+    }
+}
 
 TEST(PlacedWords, AreAsHighAsTheirLineUnlessItIsBent)
 {
@@ -211,4 +257,43 @@ TEST(RecognisedWords, LieOverTheirPrintHoweverThePageLies)
     }
     EXPECT_EQ(read.front().line, 0);
     EXPECT_EQ(read.back().line, 3);
+}
+
+TEST(RecognisedWords, OfALineThatRunsUpwardLieOverIt)
+{
+    QImage image = testPages::page({1300, 800},
+                                   {QStringLiteral("The harbour office is closed on Friday,"),
+                                    QStringLiteral("and the ferry does not sail before noon"),
+                                    QStringLiteral("when the wind is from the north or west."),
+                                    QStringLiteral("Parcels are kept for three weeks at most,"),
+                                    QStringLiteral("and after that they are sent back again.")});
+    QPainter painter(&image);
+    QFont font(QStringLiteral("DejaVu Serif"));
+    font.setPixelSize(30);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.translate(1200, 700);
+    painter.rotate(-90);
+    painter.drawText(0, 0, QStringLiteral("Printed by Winterbourne and daughters"));
+    painter.end();
+    const double before = QFontMetricsF(font, &image).horizontalAdvance(QStringLiteral("Printed by "));
+    const double along = QFontMetricsF(font, &image).horizontalAdvance(QStringLiteral("Winterbourne"));
+    const TempDir folder;
+    const std::string path = folder.file("page.png");
+    ASSERT_TRUE(image.save(QString::fromStdString(path)));
+    MirvakOCR ocr;
+    ASSERT_EQ(ocr.MirvakOCR_Init(OCR_MODELS), MIRVAK_OCR_OK);
+    ASSERT_EQ(ocr.MirvakOCR_Discern(path.c_str()), MIRVAK_OCR_OK);
+    std::vector<MirvakOCRWord> read;
+    int width = 0, height = 0;
+    ASSERT_EQ(ocr.MirvakOCR_GetWords(read, width, height), MIRVAK_OCR_OK);
+    const auto word = std::find_if(
+        read.begin(), read.end(), [](const MirvakOCRWord& one) { return one.text == "Winterbourne"; });
+    ASSERT_NE(word, read.end());
+    constexpr double near = 8; // pixels, of a letter 30 high
+    EXPECT_NEAR(word->corners[3].x, 1200, near) << "its feet at the right, its begin below";
+    EXPECT_NEAR(word->corners[3].y, 700 - before, near);
+    EXPECT_NEAR(word->corners[2].x, 1200, near);
+    EXPECT_NEAR(word->corners[2].y, 700 - before - along, near);
+    EXPECT_LT(word->corners[0].x, 1200 - near);
 }

@@ -45,6 +45,9 @@ protected:
         MirvakOCR ocr;
         EXPECT_EQ(ocr.MirvakOCR_Init(models), MIRVAK_OCR_OK);
         EXPECT_EQ(ocr.MirvakOCR_Discern(picture.c_str()), MIRVAK_OCR_OK);
+        int percent = 0;
+        EXPECT_EQ(ocr.MirvakOCR_GetProgress(percent), MIRVAK_OCR_OK);
+        EXPECT_EQ(percent, 100);
         QFile::remove(QString::fromStdString(document)); // of the page before
         EXPECT_EQ(ocr.MirvakOCR_Save(document.c_str()), MIRVAK_OCR_OK);
         EXPECT_EQ(ocr.MirvakOCR_Deinit(), MIRVAK_OCR_OK);

@@ -10,6 +10,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QUrl>
 
@@ -248,7 +249,7 @@ TEST_F(RecordControlTest, AFullDiskIsToldAndCostsNoLaterFilm)
 TEST_F(RecordControlTest, AnEncoderThatFailsIsTold)
 {
     const Trouble trouble;
-    Trouble::onEncode = [left = 45]() mutable { return left-- > 0; };
+    Trouble::onEncode = [left = 52]() mutable { return left-- > 0; }; // 1.6 s, which are two
     start();
     filmToTheEnd();
     expectEndedWith("The video encoder failed");

@@ -98,6 +98,11 @@ TEST_F(PdfFile, JpegFilesAreKeptByteForByteInTheirOrder)
         sources.push_back(odd::jpeg(fields(), kind));
     }
     sources[2].insert(sources[2].end(), 300, 0x55); // what some cameras append
+    cv::Mat large(300, 400, CV_8UC3);               // more than is written at a time
+    cv::randu(large, 0, 256);
+    kind.dpiAcross = kind.dpiDown = 1; // which no camera means
+    sources.push_back(odd::jpeg(large, kind));
+    ASSERT_GT(sources[3].size(), 100'000U);
     for (const Bytes& source : sources)
         ASSERT_EQ(add(dir.write("页 1.png", source)), MIRVAK_OK) << "whatever its name says";
     EXPECT_EQ(save(pdf), MIRVAK_IO_ERROR) << "the file was written anew for each page";
@@ -106,8 +111,9 @@ TEST_F(PdfFile, JpegFilesAreKeptByteForByteInTheirOrder)
     ASSERT_EQ(save(pdf), MIRVAK_OK);
     EXPECT_EQ(tools::complaints(pdf), "");
     EXPECT_EQ(tools::jpegStreams(pdf), sources);
-    EXPECT_THAT(tools::pageSizes(pdf),
-                testing::ElementsAre("25.6 x 19.2", "25.3187 x 18.989", "25.0435 x 18.7826"));
+    EXPECT_THAT(
+        tools::pageSizes(pdf),
+        testing::ElementsAre("25.6 x 19.2", "25.3187 x 18.989", "25.0435 x 18.7826", "133.963 x 100.472"));
     const std::string about = tools::run("pdfinfo '" + pdf + "'");
     EXPECT_THAT(about, testing::HasSubstr("Producer:        Lumro"));
     EXPECT_THAT(about, testing::HasSubstr("CreationDate:"));
@@ -234,6 +240,7 @@ TEST_F(PdfFile, VeryLongPicturesFit)
     ASSERT_EQ(save(pdf), MIRVAK_OK);
     EXPECT_EQ(tools::complaints(pdf), "");
     EXPECT_THAT(tools::run("qpdf --show-object=4 '" + pdf + "'"), testing::HasSubstr("/UserUnit 3"));
+    EXPECT_THAT(tools::run("pdfinfo '" + pdf + "'"), testing::HasSubstr("PDF version:     1.6"));
 }
 
 TEST_F(PdfFile, WhatIsNoPictureIsRefusedAndTheOtherPagesStay)

@@ -1,3 +1,4 @@
+#include "Command.h"
 #include "ThumbnailStrip.h"
 
 #include "Settings.h"
@@ -159,6 +160,20 @@ TEST_F(ThumbnailStrip, PrintsThePictureOnAPageOfItsOrientationOrSaysWhyNot)
     strip.onPrint();
     const QSizeF page = pageSize(pdf);
     EXPECT_GT(page.width(), page.height());
+    tools::run("pdftoppm -r 20 -png -singlefile '" + pdf.toStdString() + "' '" + dir.file("seen") + "'");
+    const QImage seen(file("seen.png"));
+    const auto whiteFrom = [&](QPoint at, QPoint step) {
+        int count = 0;
+        for (; seen.valid(at) && seen.pixelColor(at).green() > 128; at += step)
+            ++count;
+        return count;
+    };
+    const int above = whiteFrom({seen.width() / 2, 0}, {0, 1});
+    EXPECT_GT(above, 10) << "twice as wide as high: the sheet has room above and below";
+    EXPECT_NEAR(above, whiteFrom({seen.width() / 2, seen.height() - 1}, {0, -1}), 2);
+    const int left = whiteFrom({0, seen.height() / 2}, {1, 0});
+    EXPECT_NEAR(left, whiteFrom({seen.width() - 1, seen.height() / 2}, {-1, 0}), 2);
+    EXPECT_LT(left, 10) << "as wide as the printer can";
 
     pdf = file("no such folder/out.pdf");
     strip.onPrint();

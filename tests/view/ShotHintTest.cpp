@@ -80,6 +80,7 @@ TEST_F(ShotHintTest, SaysWhatIsWrongForAsLongAsItIs)
     EXPECT_EQ(texts.count(QString()), 0U);
     for (const char* text : {"page leaves the picture", "too blurred", "reflection on the page"})
         EXPECT_EQ(texts.count(QLatin1String(text)), 1U) << text;
+    EXPECT_EQ(hint_->x(), 10);
     EXPECT_TRUE(view_.rect().contains(hint_->geometry()));
     const QString longest = QStringLiteral("reflection on the page");
     show(MIRVAK_SHOT_REFLECTION, false);

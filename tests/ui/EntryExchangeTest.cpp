@@ -1,0 +1,106 @@
+// Files that leave the strip for other programs, and come from them.
+#include "AfterTheCapture.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDrag>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+
+namespace {
+
+void drop(QWidget* on, const QList<QUrl>& urls)
+{
+    QMimeData data;
+    data.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(on, &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction) << "the other program keeps its file";
+    QDropEvent event({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(on, &event);
+}
+
+} // namespace
+
+TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
+{
+    QStringList dragged;
+    Qt::DropActions allowed = Qt::IgnoreAction;
+    Dialogs::instance().drag = [&](QDrag& drag, Qt::DropActions actions) {
+        for (const QUrl& url : drag.mimeData()->urls())
+            dragged.append(url.fileName());
+        allowed = actions;
+    };
+    list({QStringLiteral("a.png"), QStringLiteral("b b.png"), QStringLiteral("c.png")});
+    const auto click = [&](int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+        QTest::mouseClick(entries->viewport(), Qt::LeftButton, keys, middleOf(row));
+    };
+    const auto dragFrom = [&](int row) {
+        dragged.clear();
+        QTest::mousePress(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row));
+        const auto held = [&] { // the press arrives when it is no beginning of a scroll
+            for (const int to : {-20, -60}) {
+                const QPoint at = middleOf(row) + QPoint(to, 0);
+                QMouseEvent move(QEvent::MouseMove,
+                                 at,
+                                 entries->viewport()->mapToGlobal(at),
+                                 Qt::NoButton,
+                                 Qt::LeftButton,
+                                 Qt::NoModifier);
+                QApplication::sendEvent(entries->viewport(), &move);
+            }
+            return !dragged.isEmpty();
+        };
+        EXPECT_TRUE(QTest::qWaitFor(held));
+        QTest::mouseRelease(
+            entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row) - QPoint(60, 0));
+        return dragged.join(u'|');
+    };
+    click(0);
+    click(2, Qt::ControlModifier);
+    EXPECT_EQ(entries->selectedItems().size(), 2);
+    EXPECT_EQ(dragFrom(2), QStringLiteral("a.png|c.png"));
+    EXPECT_EQ(allowed, Qt::CopyAction);
+    click(0);
+    click(2, Qt::ShiftModifier);
+    EXPECT_EQ(dragFrom(0), QStringLiteral("a.png|b b.png|c.png"));
+    click(2);
+    EXPECT_EQ(dragFrom(1), QStringLiteral("b b.png")) << "one that is not selected goes alone";
+    EXPECT_EQ(strip.Count(), 3);
+
+    strip.becomePageList();
+    const auto spoken = [&](int row) {
+        return QAccessible::queryAccessibleInterface(entries)->child(row)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(spoken(0), QStringLiteral("Page 1: a.png"));
+    entries->setCurrentRow(2);
+    strip.onMoveUp(); // c.png
+    EXPECT_EQ(spoken(1), QStringLiteral("Page 2: c.png"));
+    const auto look = [&](int row) {
+        return entries->viewport()->grab(entries->visualItemRect(entries->item(row))).toImage();
+    };
+    entries->clearSelection();
+    entries->setCurrentRow(-1);
+    EXPECT_NE(look(0).copy(0, 0, 40, 40), look(2).copy(0, 0, 40, 40)) << "only the numbers tell them apart";
+}
+
+TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
+{
+    for (int pages = 0; pages < 2; ++pages) {
+        dir.write("notes.txt", "no picture");
+        const QList<QUrl> urls{
+            QUrl::fromLocalFile(save(QStringLiteral("ä 1.png"))),
+            QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
+            QUrl(QStringLiteral("http://localhost/x.png")),
+            QUrl::fromLocalFile(file(QStringLiteral("an offer of the printing office.txt")))};
+        drop(pages ? entries->viewport() : static_cast<QWidget*>(&strip), urls);
+        EXPECT_EQ(names(), QStringList{QStringLiteral("ä 1.png")});
+        EXPECT_TRUE(said().contains(QStringLiteral("notes.txt, x.png, an offer of…g office.txt")))
+            << qPrintable(said());
+        EXPECT_TRUE(QFile::exists(file(QStringLiteral("notes.txt"))));
+        strip.clearthumbnail(false);
+        strip.becomePageList();
+    }
+}
