@@ -20,7 +20,7 @@ constexpr double unlike = 5;         // looks like no character
 constexpr double clearly = 1.5;      // by how much another character has to be nearer
 constexpr size_t leastSample = 8;    // characters that tell what is usual
 constexpr double usually = 95;       // on pages that have fewer
-constexpr double leastUsual = 60, mostUsual = 130; // what is farther tells of cuts, not of the print
+constexpr double leastUsual = 90, mostUsual = 130; // what is farther tells of cuts, not of the print
 constexpr size_t around = 6;                       // ideographs about a doubtful one that are asked
 constexpr double margin = 0.17;                    // of a line's height, above and below
 constexpr double sideMargin = 0.5;                 // the same, left and right
@@ -30,6 +30,11 @@ constexpr char32_t notThere = 0; // in place of a character that the line has no
 bool isHan(char32_t c)
 {
     return c >= 0x4e00 && c < 0xa000;
+}
+
+bool isPunctuation(char32_t c)
+{
+    return !isHan(c) && (!isReadable(c) || isIdeographic(c)); // also that of full width
 }
 
 /// One character of a line, as it was read and as it looks.
@@ -93,9 +98,9 @@ private:
         if (best.distance > alike * usual ||
             (isOther && glyph.distance && *glyph.distance < clearly * best.distance))
             return;
-        // Its place may be that of a neighbour who has found none.
+        // Its place may be that of a neighbour, who stands in none of his own or in a wrong one.
         const bool isTaken = std::any_of(han_.begin(), han_.end(), [&](const Glyph& other) {
-            return !other.isThere && other.read == best.character &&
+            return other.read == best.character && !looksRoughlyLikeItself(other, usual) &&
                    (other.index + 1 == glyph.index || other.index == glyph.index + 1);
         });
         put(glyph, isTaken ? notThere : best.character);
@@ -107,7 +112,7 @@ private:
     bool isSign(const Glyph& glyph, double usual) const
     {
         const size_t at = glyph.index;
-        const auto isSignAt = [&](size_t i) { return i < glyphs_.size() && !isReadable(glyphs_[i].read); };
+        const auto isSignAt = [&](size_t i) { return i < glyphs_.size() && isPunctuation(glyphs_[i].read); };
         return glyph.confidence < poor && (isSignAt(at + 1) || (at > 0 && isSignAt(at - 1))) &&
                book_.nearest(glyph.place, 1).front().distance > unlike * usual;
     }
@@ -161,13 +166,18 @@ private:
         return std::any_of(from, to, [](const Glyph& glyph) { return glyph.isDoubtful(); });
     }
 
+    static bool looksRoughlyLikeItself(const Glyph& glyph, double usual)
+    {
+        return glyph.isThere && glyph.distance && *glyph.distance < roughlyAlike * usual;
+    }
+
     bool isConfirmedAround(size_t i, double usual) const
     {
         const size_t count = std::min(around + 1, han_.size());
         const size_t from = std::min(i - std::min(i, around / 2), han_.size() - count);
         size_t confirmed = 0;
         for (size_t j = from; j < from + count; ++j)
-            confirmed += j != i && han_[j].distance && *han_[j].distance < roughlyAlike * usual ? 1 : 0;
+            confirmed += j != i && looksRoughlyLikeItself(han_[j], usual) ? 1 : 0;
         return confirmed >= 2 && confirmed * 3 >= (count - 1) * 2; // two thirds of them
     }
 
