@@ -80,11 +80,10 @@ public:
         for (size_t i = 0; i < han_.size(); ++i) {
             if (!han_[i].isDoubtful() || !isConfirmedAround(i, usual))
                 continue;
-            if (!han_[i].isThere)
+            const bool isSeen = !han_[i].place.empty();
+            if (!han_[i].isThere || (isSeen && isSign(han_[i], usual)))
                 put(han_[i], notThere);
-            else if (!han_[i].place.empty() && isSign(han_[i], usual))
-                put(han_[i], notThere);
-            else if (!han_[i].place.empty())
+            else if (isSeen)
                 compare(han_[i], usual);
         }
         settle();
