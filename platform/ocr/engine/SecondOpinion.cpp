@@ -12,7 +12,8 @@ namespace {
 
 // Percent. Lines of another script are read with 10 to 70, and worn ones of the model's own seldom with less.
 constexpr double weakLine = 72;
-constexpr float weakWord = 65; // percent; the same for a word
+constexpr double goodLine = 88; // the same: a line of few characters that is worth no second look
+constexpr float weakWord = 65;  // percent; the same for a word
 // Percent: ideographs look like no letters at all, and to load their model takes as long as to read ten
 // lines.
 constexpr double noLetters = 50;
@@ -72,7 +73,8 @@ public:
     void review(ReadLine& line)
     {
         TextModel* model = &own_;
-        if (own_.isUnspaced() && line.box.width() < shortLine * line.box.height())
+        if (own_.isUnspaced() && line.box.width() < shortLine * line.box.height() &&
+            confidenceOf(line.words) < goodLine)
             rereadShort(line);
         if (confidenceOf(line.words) < weakLine)
             model = rereadLine(line);
