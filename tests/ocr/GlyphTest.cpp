@@ -387,3 +387,20 @@ TEST_F(GlyphFiles, ACharacterThatIsNotThereGoes)
     checkGlyphs(page, print.picture, book, never);
     EXPECT_EQ(toUtf8(textOf(page)), toUtf8(text));
 }
+
+TEST_F(GlyphFiles, ASignThatWasReadTwiceStaysASign)
+{
+    const GlyphBook book = bookOf(path());
+    const std::u32string text = textOf({3, 1, 4, 12, 5, -1, 9, 2, 6, 15, 35});
+    const Print print(text);
+    for (const size_t at : {size_t(5), size_t(6)}) { // before and behind it
+        ReadPage page = pageOf(print, text, std::vector<float>(text.size(), 95));
+        std::vector<ReadWord>& words = page.blocks[0][0].words;
+        ReadWord extra = words[5];
+        extra.text = toUtf8({firstCharacter + 30});
+        extra.confidence = 20;
+        words.insert(words.begin() + static_cast<std::ptrdiff_t>(at), extra);
+        checkGlyphs(page, print.picture, book, never);
+        EXPECT_EQ(toUtf8(textOf(page)), toUtf8(text));
+    }
+}
