@@ -31,7 +31,7 @@ struct Page
 };
 
 constexpr Page pages[] = {{"03-english-text", "english", "eng", 1.0},
-                          {"04-chinese-text", "chinese", "chi_sim", 3.0},
+                          {"04-chinese-text", "chinese", "chi_sim", 1.0},
                           {"05-russian-text", "russian", "rus", 1.5}};
 
 std::string contentOf(const QString& path)

@@ -1,8 +1,8 @@
 // Reading order and marks over text: made pages of many layouts in three languages, as a camera and as
 // scanners see them, read by the library and by the plain `tesseract` command in the page's own language.
-//   bench_layout [PAGES [SEED [FOLDER]]]
+//   bench_layout [PAGES [SEED [FOLDER [WORD]]]]
 // FOLDER keeps the pictures, what stands on them and what was read; the command is not asked again for what
-// it has read there already.
+// it has read there already. With a WORD only those of the pages are read whose title has it.
 #include "Layouts.h"
 #include "Looks.h"
 #include "Readers.h"
@@ -133,6 +133,7 @@ int main(int argc, char** argv)
     const int pages = argc > 1 ? std::atoi(argv[1]) : usualPages;
     const unsigned seed = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1;
     QTemporaryDir scratch;
+    const std::string word = argc > 4 ? argv[4] : "";
     const QString folder = argc > 3 ? QString::fromLocal8Bit(argv[3]) : scratch.path();
     QDir().mkpath(folder);
 
@@ -152,13 +153,14 @@ int main(int argc, char** argv)
         const Tongue tongue = static_cast<Tongue>((n % count + n / count) % 3);
         const unsigned pageSeed = any.generate();
         const Look& look = looks()[any.generate() % looks().size()];
+        const std::string title =
+            std::to_string(i) + " " + layout.name + ", " + modelOf(tongue) + ", " + look.name;
+        if (title.find(word) == std::string::npos)
+            continue;
         const MadePage made = makePage(layout, tongue, pageSeed);
         const Result result = comparison.of(
             made, look, pageSeed, QStringLiteral("%1-%2").arg(seed).arg(i, 3, 10, QLatin1Char('0')));
-        print(std::to_string(i) + " " + layout.name + ", " + modelOf(tongue) + ", " + look.name +
-                  (result.own.characters > result.cleaned.characters ? " WORSE" : ""),
-              result,
-              1);
+        print(title + (result.own.characters > result.cleaned.characters ? " WORSE" : ""), result, 1);
         all.add(result);
         for (const std::string& key : {std::string(layout.name),
                                        std::string(modelOf(tongue)),

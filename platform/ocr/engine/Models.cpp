@@ -42,6 +42,17 @@ TextModel* Models::get(const std::string& language)
     return loaded_.back().model.get();
 }
 
+const GlyphBook* Models::glyphs(const std::string& language)
+{
+    const auto known = books_.find(language);
+    const std::optional<GlyphBook>& book =
+        known != books_.end()
+            ? known->second
+            : books_.emplace(language, GlyphBook::load(directory_ + '/' + language + ".glyphs"))
+                  .first->second;
+    return book ? &*book : nullptr;
+}
+
 bool Models::know(const std::string& word) const
 {
     return std::any_of(loaded_.begin(), loaded_.end(), [&](const Entry& entry) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "GlyphBook.h"
 #include "TextModel.h"
 
+#include <map>
 #include <vector>
 
 namespace mirvak {
@@ -17,6 +19,9 @@ public:
     const std::vector<std::string>& languages() const { return languages_; }
     /// Null when the file is broken; told once on standard error.
     TextModel* get(const std::string& language);
+    /// What the characters of a language look like, from LANGUAGE.glyphs; null where there is no such file,
+    /// or a broken one.
+    const GlyphBook* glyphs(const std::string& language);
     /// Whether the dictionary of a model that was loaded has the word; UTF-8.
     bool know(const std::string& word) const;
 
@@ -29,6 +34,7 @@ private:
     std::string directory_;
     std::vector<std::string> languages_;
     std::vector<Entry> loaded_;
+    std::map<std::string, std::optional<GlyphBook>> books_;
 };
 
 } // namespace mirvak

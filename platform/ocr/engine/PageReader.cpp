@@ -3,6 +3,7 @@
 #include "Bearing.h"
 #include "Columns.h"
 #include "Confidence.h"
+#include "GlyphCheck.h"
 #include "LanguageChoice.h"
 #include "OtherOrder.h"
 #include "PageMap.h"
@@ -23,7 +24,8 @@ namespace {
 using std::chrono::seconds;
 
 // A dense page takes two seconds on a desktop and perhaps eight on a small board.
-constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6), otherOrderTime(12), opinionTime(12);
+constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6), otherOrderTime(12), opinionTime(12),
+    glyphTime(6);
 
 // Heights of a small letter, px: below, strokes run together; above, there is only more to compute.
 constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
@@ -220,6 +222,10 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
               models_,
               limit.within(opinionTime),
               {watch_, opinionsFrom, wholePage});
+    if (const GlyphBook* book = models_.glyphs(page.language))
+        checkGlyphs(page, sheet.picture.grey, *book, [checking = limit.within(glyphTime)] {
+            return checking.isOver();
+        });
     dropScraps(page, sheet.marks.height);
     if (page.blocks.empty() || watch_.stopped)
         return reading.isOver() ? Reading::late : Reading::noText;

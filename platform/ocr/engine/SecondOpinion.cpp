@@ -12,7 +12,8 @@ namespace {
 
 // Percent. Lines of another script are read with 10 to 70, and worn ones of the model's own seldom with less.
 constexpr double weakLine = 72;
-constexpr float weakWord = 65; // percent; the same for a word
+constexpr double goodLine = 88; // the same: a line of few characters that is worth no second look
+constexpr float weakWord = 65;  // percent; the same for a word
 // Percent: ideographs look like no letters at all, and to load their model takes as long as to read ten
 // lines.
 constexpr double noLetters = 50;
@@ -22,6 +23,7 @@ constexpr double gain = 8; // percent that another reading must be better by
 constexpr double trusted = 80;
 constexpr int leastWidth = 2; // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
+constexpr int shortLine = 4; // heights of the line
 
 // How much is read again at most, in squares of a line's height: what a page holds counts, not how busy the
 // machine is, so that the same picture always gives the same text.
@@ -71,6 +73,9 @@ public:
     void review(ReadLine& line)
     {
         TextModel* model = &own_;
+        if (own_.isUnspaced() && line.box.width() < shortLine * line.box.height() &&
+            confidenceOf(line.words) < goodLine)
+            rereadShort(line);
         if (confidenceOf(line.words) < weakLine)
             model = rereadLine(line);
         std::vector<ReadWord> words;
@@ -106,6 +111,14 @@ private:
                 runs.push_back({i, i + 1});
         }
         return runs;
+    }
+
+    // The last characters of a paragraph: within a block the recogniser takes its measures from them alone.
+    void rereadShort(ReadLine& line)
+    {
+        const std::vector<ReadWord> words = readRow(own_, rectOf(line.box));
+        if (!words.empty() && confidenceOf(words) > confidenceOf(line.words))
+            line.words = words;
     }
 
     TextModel* rereadLine(ReadLine& line)
@@ -154,19 +167,22 @@ private:
     // Nothing when the language is the one that has spoken, or the work is done or the time is over.
     std::vector<ReadWord> readWith(const std::string& language, const TextModel& first, const cv::Rect& part)
     {
-        std::vector<ReadWord> words;
-        const double work = squaresOf(part);
-        if (language == first.language() || work > work_ || limit_.isOver())
-            return words;
-        work_ -= work;
+        if (language == first.language() || squaresOf(part) > work_ || limit_.isOver())
+            return {};
         TextModel* model = models_.get(language);
-        if (!model)
+        return model ? readRow(*model, part) : std::vector<ReadWord>();
+    }
+
+    std::vector<ReadWord> readRow(TextModel& model, const cv::Rect& part)
+    {
+        std::vector<ReadWord> words;
+        if (squaresOf(part) > work_)
             return words;
+        work_ -= squaresOf(part);
         bool late = false;
         const int margin = part.height / 3;
         const cv::Point origin(part.x - margin, part.y - margin);
-        for (const ReadLine& line :
-             model->read(cutOut(grey_, part, margin), origin, Shape::row, limit_, late))
+        for (const ReadLine& line : model.read(cutOut(grey_, part, margin), origin, Shape::row, limit_, late))
             words.insert(words.end(), line.words.begin(), line.words.end());
         return words;
     }
