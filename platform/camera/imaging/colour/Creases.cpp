@@ -73,8 +73,9 @@ private:
             ++known;
             ridge += here[x] - around;
         }
-        isKnown_.ptr(strip)[y] = 2 * known >= stripWidth ? 1 : 0;
-        isRidge_.ptr(strip)[y] = ridge >= leastRidge * known ? 1 : 0;
+        const bool isKnown = 2 * known >= stripWidth;
+        isKnown_.ptr(strip)[y] = isKnown ? 1 : 0;
+        isRidge_.ptr(strip)[y] = isKnown && ridge >= leastRidge * known ? 1 : 0;
         ridge_.ptr(strip)[y] = cv::saturate_cast<unsigned char>(ridge / std::max(1, known));
     }
 
