@@ -55,7 +55,7 @@ std::optional<GlyphBook> GlyphBook::load(const std::string& path)
     std::vector<std::uint32_t> characters(head.characters);
     if (!readInto(file, book.projection_.data, book.projection_.total() * sizeof(float)) ||
         !readInto(file, characters.data(), characters.size() * sizeof characters[0]) ||
-        !readInto(file, book.means_.data, book.means_.total()))
+        !readInto(file, book.means_.data, book.means_.total()) || !cv::checkRange(book.projection_))
         return std::nullopt;
     for (const std::uint32_t character : characters) {
         book.indexes_.emplace(character, book.characters_.size());
