@@ -86,7 +86,7 @@ TEST_F(V4l2Test, FramesAreThePicturesThatTheCameraSent)
     ASSERT_GT(meanDifference(a, b), 10);
     for (const int format : {compressed, raw}) {
         SCOPED_TRACE(format);
-        const int count = format == raw ? 3 : 8;
+        const int count = format == raw ? 3 : 40; // a busy computer gets only some, perhaps of one kind
         FrameCollector collector(camera_, count);
         const std::vector<std::string> all = sizes(device, format);
         const int index = int(std::find(all.begin(), all.end(), "640x480") - all.begin());
