@@ -7,6 +7,8 @@
 #include "PictureBytes.h"
 #include "PictureCoding.h"
 
+#include <QCoreApplication>
+#include <QDate>
 #include <QFileDialog>
 #include <QPainter>
 #include <QRandomGenerator>
