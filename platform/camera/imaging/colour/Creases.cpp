@@ -1,5 +1,7 @@
 #include "Creases.h"
 
+#include "LineFit.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -126,32 +128,26 @@ private:
         }
         for (Crease& one : kept)
             for (int i = 0; i < fits; ++i)
-                fit(one);
+                settle(one);
         return kept;
     }
 
     /// Weighted regression of where the ridge is strongest near the line, over its strips.
-    void fit(Crease& crease) const
+    void settle(Crease& crease) const
     {
-        double w = 0, wx = 0, wy = 0, wxx = 0, wxy = 0;
+        LineFit fit;
         for (int i = 0; i < count_; ++i) {
             const double x = static_cast<double>(i) / std::max(1, count_ - 1);
             const int middle = cvRound(crease.start + crease.rise * x);
             for (int y = std::max(0, middle - bend); y <= std::min(rows_ - 1, middle + bend); ++y) {
                 // What is much darker than a crease is print.
-                const double weight = isKnown_.ptr(i)[y] ? std::min<int>(ridge_.ptr(i)[y], mostRidge) : 0;
-                w += weight;
-                wx += weight * x;
-                wy += weight * y;
-                wxx += weight * x * x;
-                wxy += weight * x * y;
+                fit.add(x, y, isKnown_.ptr(i)[y] ? std::min<int>(ridge_.ptr(i)[y], mostRidge) : 0);
             }
         }
-        const double spread = w * wxx - wx * wx;
-        if (spread <= 0)
-            return;
-        crease.rise = (w * wxy - wx * wy) / spread;
-        crease.start = (wy - crease.rise * wx) / w;
+        if (const auto line = fit.line()) {
+            crease.rise = line->rise;
+            crease.start = line->start;
+        }
     }
 
     int rows_, count_;

@@ -1,3 +1,4 @@
+#include "LineFit.h"
 #include "QuadFinder.h"
 
 #include <algorithm>
@@ -87,27 +88,20 @@ private:
     // Weighted regression of the centre of the change in each sample over its place on the side.
     Straight between(const Ends& ends) const
     {
-        double w = 0, ws = 0, wo = 0, wss = 0, wso = 0;
+        LineFit fit;
         for (size_t i = 0; i < samples(); ++i) {
             const double share = shareOf(i);
             const auto middle =
                 static_cast<int>(std::lround(ends.first + (ends.second - ends.first) * share));
             for (int k = std::max(-reach_, middle - centroid); k <= std::min(reach_, middle + centroid);
                  ++k) {
-                const double change = changesAt(i)[k + reach_], weight = change * change;
-                w += weight;
-                ws += weight * share;
-                wo += weight * k;
-                wss += weight * share * share;
-                wso += weight * share * k;
+                const double change = changesAt(i)[k + reach_];
+                fit.add(share, k, change * change);
             }
         }
-        const double spread = w * wss - ws * ws;
-        double start = ends.first, rise = ends.second - ends.first;
-        if (spread > 1e-6 * w * w) {
-            rise = (w * wso - ws * wo) / spread;
-            start = (wo - rise * ws) / w;
-        }
+        const LineFit::Line tried{static_cast<double>(ends.first),
+                                  static_cast<double>(ends.second - ends.first)};
+        const auto [start, rise] = fit.line().value_or(tried);
         return {from_ + across_ * start, way_ + across_ * rise};
     }
 
