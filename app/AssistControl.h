@@ -40,7 +40,7 @@ public:
 
     bool isShown() const;
     /// Capture thread.
-    void onFrame(void* image, int width, int height) { second_.onFrame(image, width, height); }
+    void onFrame(void* image) { second_.onFrame(image); }
     ImageChannel& channel() { return second_.channel(); }
 
 private:

@@ -2,8 +2,8 @@
 
 #include "CaptureDesk.h"
 #include "ImageChannel.h"
-#include "PreviewBuffers.h"
 #include "Settings.h"
+#include "SharedPicture.h"
 #include "VideoView.h"
 #include "mirvakcamera.h"
 
@@ -30,11 +30,9 @@ void FrozenPage::onFrozen(bool frozen)
     page_ = channel_.take(frameTimeout);
     if (!page_)
         return;
-    const int width = camera_.MirvakImage_GetWidth(page_.get());
-    const int height = camera_.MirvakImage_GetHeight(page_.get());
-    auto pixels = PreviewBuffers().take(static_cast<size_t>(width) * height * 3);
-    if (camera_.MirvakImage_GetImageRGBData(page_.get(), pixels->pixels.data()) == MIRVAK_OK)
-        view_.ShowStill(PreviewBuffers::wrap(std::move(pixels), width, height));
+    const QImage still = sharedPicture(camera_, page_.get());
+    if (!still.isNull())
+        view_.ShowStill(still);
 }
 
 void FrozenPage::save()

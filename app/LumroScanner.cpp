@@ -224,11 +224,11 @@ void LumroScanner::startKeys()
 
 // --- threads of the camera library ------------------------------------------------------------------------
 
-void LumroScanner::GetCameraData(void* image, void*, int, int width, int height, void* context)
+void LumroScanner::GetCameraData(void* image, void*, int, int, int, void* context)
 {
     auto* self = static_cast<LumroScanner*>(context);
     if (image) {
-        self->delivery_.onFrame(image, width, height);
+        self->delivery_.onFrame(image);
         return;
     }
     self->delivery_.channel().interrupt(); // a capture that waits would only time out
@@ -250,9 +250,9 @@ void LumroScanner::showMark(const PageMark& mark)
     outputs_->showMark(mark);
 }
 
-void LumroScanner::GetAssCameraData(void* image, void*, int, int width, int height, void* context)
+void LumroScanner::GetAssCameraData(void* image, void*, int, int, int, void* context)
 {
-    static_cast<LumroScanner*>(context)->assist_->onFrame(image, width, height);
+    static_cast<LumroScanner*>(context)->assist_->onFrame(image);
 }
 
 void LumroScanner::hidkeydevcallback(int key, void* self)

@@ -48,8 +48,8 @@ void framePath(benchmark::State& state, int croppingMode)
         if (!decoder.decode(raw, 1.0, *image))
             state.SkipWithError("a frame was not decoded");
         image->taken = std::chrono::steady_clock::now();
-        delivery.onFrame(image.get(), frameWidth, frameHeight);
-        pool.giveBack(std::move(image));
+        delivery.onFrame(image.get());
+        pool.giveBackShown(std::move(image));
     };
     for (int i = 0; i < 4; ++i)
         deliverOne(); // buffers are made

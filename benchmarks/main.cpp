@@ -16,9 +16,9 @@ int main(int argc, char** argv)
 
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
-    reporter.compare("frame path / bare JPEG decoding", "FramePath", {"BareJpegDecode"}, 1.4);
+    reporter.compare("frame path / bare JPEG decoding", "FramePath", {"BareJpegDecode"}, 1.15);
     reporter.compare(
-        "frame path with outline / bare JPEG decoding", "FramePathWithOutline", {"BareJpegDecode"}, 1.8);
+        "frame path with outline / bare JPEG decoding", "FramePathWithOutline", {"BareJpegDecode"}, 1.4);
     reporter.compare("page check / bare JPEG decoding (or 4 ms)", "PageCheckAtRest", {"BareJpegDecode"}, 0.1);
     reporter.compare(
         "page check, another page each second (or 4 ms)", "PageCheckTurning", {"BareJpegDecode"}, 0.1);

@@ -1,6 +1,7 @@
 #include "FrameDelivery.h"
 
 #include "CaptureProcessor.h"
+#include "SharedPicture.h"
 
 namespace {
 
@@ -22,62 +23,61 @@ PageMark markOf(const MirvakVerdict& verdict)
 
 } // namespace
 
-void FrameDelivery::onFrame(void* image, int width, int height)
+void FrameDelivery::onFrame(void* image)
 {
     if (!image)
         return;
     if (frameCount_ == 1 && secondFrame_)
         secondFrame_();
-    rotate(image, width, height);
+    rotate(image);
     if (pageCheck_ && frameCount_ % pageInterval == 0)
         pageCheck_(image);
     if (recorder_)
         recorder_(image);
-    PageMark mark;
-    const QImage picture = toPicture(image, width, height, mark);
-    channel_.offer(image);
-    if (mark_)
-        mark_(mark);
-    show_(picture);
     if (paperSizeCheck_ && frameCount_ % paperSizeInterval == 0)
         paperSizeCheck_(image);
+    const PageMark mark = findPages(image);
+    channel_.offer(image);
+    // Whatever needs the camera's own picture has seen it: the view may have this one, with the outline in
+    // it.
+    drawPages(image);
+    if (mark_)
+        mark_(mark);
+    show_(sharedPicture(camera_, image));
     ++frameCount_;
 }
 
-void FrameDelivery::rotate(void* image, int& width, int& height) const
+void FrameDelivery::rotate(void* image) const
 {
     const int quarterTurns = rotation_;
-    if (quarterTurns == 0 || camera_.MirvakImage_Rotate(image, 90.0 * quarterTurns) != MIRVAK_OK)
-        return;
-    if (quarterTurns % 2 == 1)
-        std::swap(width, height);
+    if (quarterTurns != 0)
+        camera_.MirvakImage_Rotate(image, 90.0 * quarterTurns);
 }
 
-QImage FrameDelivery::toPicture(void* image, int width, int height, PageMark& mark)
-{
-    std::unique_ptr<PreviewBuffers::Buffer> buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
-    findPages(image, mark);
-    const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
-    camera_.MirvakImage_GetOutlinedRGBData(image, buffer->pixels.data(), pages_, red, outlineWidth);
-    return PreviewBuffers::wrap(std::move(buffer), width, height);
-}
-
-void FrameDelivery::findPages(void* image, PageMark& mark)
+PageMark FrameDelivery::findPages(void* image)
 {
     const int mode = croppingMode_;
     if (mode == cropping::second) {
         // What lies there seldom moves: the outlines of a search hold for the next frames too.
         if (pagesAge_++ % pagesInterval == 0)
             camera_.MirvakImage_FindPages(image, pages_);
-        return;
+        return {};
     }
     pages_.clear();
     pagesAge_ = 0;
     if (mode != cropping::deskew)
-        return;
+        return {};
     MirvakVerdict verdict{};
     camera_.MirvakImage_JudgePage(image, verdict);
-    mark = markOf(verdict);
     if (verdict.found)
         pages_.push_back(verdict.page);
+    return markOf(verdict);
+}
+
+void FrameDelivery::drawPages(void* image) const
+{
+    if (pages_.empty())
+        return;
+    const int red = camera_.MirvakColor_SetRgbaToInt(255, 0, 0, 0);
+    camera_.MirvakImage_DrawOutlines(image, pages_, red, outlineWidth);
 }

@@ -2,7 +2,6 @@
 
 #include "ImageChannel.h"
 #include "PageMark.h"
-#include "PreviewBuffers.h"
 #include "mirvakcamera.h"
 
 #include <QImage>
@@ -34,8 +33,9 @@ public:
     /// Gets every frame, turned as it is shown.
     void setRecorder(Inspect record) { recorder_ = std::move(record); }
 
-    /// Capture thread. `image` is turned in place; a null image is ignored.
-    void onFrame(void* image, int width, int height);
+    /// Capture thread. `image` is turned in place, and last the outlines are drawn into it; the shown picture
+    /// shares its pixels. A null image is ignored.
+    void onFrame(void* image);
 
     /// Quarter turns clockwise, 0 to 3; others count as 0.
     void setRotation(int quarterTurns)
@@ -54,9 +54,9 @@ public:
     ImageChannel& channel() { return channel_; }
 
 private:
-    void rotate(void* image, int& width, int& height) const;
-    void findPages(void* image, PageMark& mark);
-    QImage toPicture(void* image, int width, int height, PageMark& mark);
+    void rotate(void* image) const;
+    PageMark findPages(void* image);
+    void drawPages(void* image) const;
 
     MirvakCamera& camera_;
     ImageChannel channel_;
@@ -66,7 +66,6 @@ private:
     Inspect pageCheck_;
     Inspect recorder_;
     std::function<void(const PageMark&)> mark_;
-    PreviewBuffers buffers_;
     std::vector<MirvakOutline> pages_; ///< shown in the newest frame; capture thread
     unsigned pagesAge_ = 0;            ///< frames since a page was last searched for; capture thread
     std::atomic<int> rotation_{0};

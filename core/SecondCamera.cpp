@@ -1,6 +1,7 @@
 #include "SecondCamera.h"
 
 #include "ControlStore.h"
+#include "SharedPicture.h"
 
 namespace {
 
@@ -72,15 +73,13 @@ void SecondCamera::stop()
     channel_.interrupt(); // after the last frame, which would say that the stream runs
 }
 
-void SecondCamera::onFrame(void* image, int width, int height)
+void SecondCamera::onFrame(void* image)
 {
     if (!image) {
         noteStreamEnded();
         return;
     }
-    auto buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
-    camera_.MirvakImage_GetImageRGBData(image, buffer->pixels.data());
-    show_(PreviewBuffers::wrap(std::move(buffer), width, height));
+    show_(sharedPicture(camera_, image));
     channel_.offer(image);
 }
 

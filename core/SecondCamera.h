@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ImageChannel.h"
-#include "PreviewBuffers.h"
 #include "mirvakcamera.h"
 
 #include <QImage>
@@ -39,7 +38,7 @@ public:
     const QString& identity() const { return identity_; } ///< of the open one
 
     /// Capture thread. A null image says that the stream has ended by itself.
-    void onFrame(void* image, int width, int height);
+    void onFrame(void* image);
 
     ImageChannel& channel() { return channel_; }
 
@@ -56,7 +55,6 @@ private:
     void* context_;
     Show show_;
     ImageChannel channel_;
-    PreviewBuffers buffers_;
     void* device_ = nullptr;
     QString identity_;
     std::atomic<unsigned> streamNumber_{0}; // tells a late message of an old stream from one of this stream

@@ -67,10 +67,10 @@ void FaceCameras::close()
     frames_.channel().interrupt(); // after the last frame, which would say that a stream runs
 }
 
-void FaceCameras::onFrame(FaceRole role, void* image, int width, int height)
+void FaceCameras::onFrame(FaceRole role, void* image)
 {
     if (image)
-        frames_.onFrame(role, image, width, height);
+        frames_.onFrame(role, image);
     else
         noteEnd(role);
 }

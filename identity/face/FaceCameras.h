@@ -33,7 +33,7 @@ public:
     bool isOpen(FaceRole role) const { return lenses_[size_t(role)].device != nullptr; }
 
     /// Camera thread. A null image says that the stream has ended by itself.
-    void onFrame(FaceRole role, void* image, int width, int height);
+    void onFrame(FaceRole role, void* image);
     FaceFrames& frames() { return frames_; }
 
 Q_SIGNALS:

@@ -1,6 +1,6 @@
 #include "FaceFrames.h"
 
-#include "mirvakcamera.h"
+#include "SharedPicture.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ bool FaceFrames::serves(FaceRole role, FaceRole wanted)
     return role == wanted || Clock::now() - last_[size_t(wanted)] > silence;
 }
 
-void FaceFrames::onFrame(FaceRole role, void* image, int width, int height)
+void FaceFrames::onFrame(FaceRole role, void* image)
 {
     bool isShown = false, isOffered = false;
     {
@@ -44,7 +44,5 @@ void FaceFrames::onFrame(FaceRole role, void* image, int width, int height)
         channel_.offer(image);
     if (!isShown)
         return;
-    auto buffer = buffers_.take(static_cast<size_t>(width) * height * 3);
-    camera_.MirvakImage_GetImageRGBData(image, buffer->pixels.data());
-    show_(PreviewBuffers::wrap(std::move(buffer), width, height));
+    show_(sharedPicture(camera_, image));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ImageChannel.h"
-#include "PreviewBuffers.h"
 
 #include <QImage>
 
@@ -23,7 +22,7 @@ public:
 
     /// The camera of this role begins to stream: it is not silent yet.
     void begin(FaceRole role);
-    void onFrame(FaceRole role, void* image, int width, int height);
+    void onFrame(FaceRole role, void* image);
     /// The next frame for this role is the next one that the channel gets.
     void want(FaceRole role);
     ImageChannel& channel() { return channel_; }
@@ -35,7 +34,6 @@ private:
     MirvakCamera& camera_;
     Show show_;
     ImageChannel channel_;
-    PreviewBuffers buffers_;
     std::mutex mutex_; ///< of what follows
     Clock::time_point last_[2];
     FaceRole wanted_ = FaceRole::colour;

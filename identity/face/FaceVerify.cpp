@@ -132,14 +132,14 @@ void FaceVerify::paintEvent(QPaintEvent*)
 
 // --- threads of the cameras -------------------------------------------------------------------------------
 
-void FaceVerify::GetFaceCameraData(void* image, void*, int, int width, int height, void* context)
+void FaceVerify::GetFaceCameraData(void* image, void*, int, int, int, void* context)
 {
-    static_cast<FaceVerify*>(context)->cameras_.onFrame(FaceRole::colour, image, width, height);
+    static_cast<FaceVerify*>(context)->cameras_.onFrame(FaceRole::colour, image);
 }
 
-void FaceVerify::GetFaceCameraDataIR(void* image, void*, int, int width, int height, void* context)
+void FaceVerify::GetFaceCameraDataIR(void* image, void*, int, int, int, void* context)
 {
-    static_cast<FaceVerify*>(context)->cameras_.onFrame(FaceRole::infrared, image, width, height);
+    static_cast<FaceVerify*>(context)->cameras_.onFrame(FaceRole::infrared, image);
 }
 
 void FaceVerify::showFrame(const QImage& frame)

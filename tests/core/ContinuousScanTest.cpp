@@ -48,11 +48,11 @@ protected:
             scan_.onAutoScanTiemr();
         ASSERT_TRUE(QTest::qWaitFor([&] { return delivery_.channel().isRequested(); }));
     }
-    static void onFrame(void* image, void*, int, int width, int height, void* context)
+    static void onFrame(void* image, void*, int, int, int, void* context)
     {
         auto* self = static_cast<ContinuousScanTest*>(context);
         if (image)
-            self->delivery_.onFrame(image, width, height);
+            self->delivery_.onFrame(image);
         else
             self->session_.noteStreamEnded();
     }
@@ -108,7 +108,7 @@ TEST_F(ContinuousScanTest, AfterAStallTheWaitingTicksTakeOnePictureTogether)
     waitForAFrame();
     const FrameHandle frame = ownImage(camera_, makeImageHandle(640, 480));
     ASSERT_TRUE(QTest::qWaitFor([&] {
-        delivery_.onFrame(frame.get(), 640, 480);
+        delivery_.onFrame(frame.get());
         return !delivery_.channel().isRequested();
     }));
     finish();

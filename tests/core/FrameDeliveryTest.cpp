@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <set>
 #include <thread>
 #include <vector>
 
@@ -19,7 +18,7 @@ protected:
     void deliver(int width, int height)
     {
         const FrameHandle image = ownImage(camera_, makeImageHandle(width, height, {10, 20, 30}));
-        delivery_.onFrame(image.get(), width, height);
+        delivery_.onFrame(image.get());
     }
 
     MirvakCamera camera_;
@@ -58,7 +57,7 @@ TEST_F(FrameDeliveryTest, EverybodyGetsThePictureTurnedClockwise)
             std::this_thread::yield();
         const FrameHandle image = ownImage(camera_, makeImageHandle(12, 8, {10, 20, 30}));
         static_cast<mirvak::Image*>(image.get())->pixels.at<cv::Vec3b>(0, 0) = cv::Vec3b(255, 0, 0);
-        delivery.onFrame(image.get(), 12, 8);
+        delivery.onFrame(image.get());
         look(capture.get().get());
         EXPECT_EQ(seen.size(), 4U);
         ASSERT_EQ(shown_.back().size(), turn.size) << turn.asked;
@@ -72,31 +71,58 @@ TEST_F(FrameDeliveryTest, EverybodyGetsThePictureTurnedClockwise)
     }
 }
 
-TEST_F(FrameDeliveryTest, PixelsStayUntilTheLastPictureIsDroppedAndAreThenUsedAgain)
+TEST_F(FrameDeliveryTest, AShownPictureIsTheFrameItselfAndNeverChanges)
 {
-    const auto places = [this](int frames, size_t heldByTheView) {
-        std::set<const uchar*> seen;
-        for (int i = 0; i < frames; ++i) {
-            deliver(64, 48);
-            seen.insert(shown_.back().constBits());
-            while (shown_.size() > heldByTheView)
-                shown_.erase(shown_.begin());
-        }
-        return seen;
+    auto camera = std::make_unique<MirvakCamera>();
+    QImage shown;
+    {
+        FrameDelivery delivery(*camera, [&](const QImage& picture) { shown = picture; });
+        const FrameHandle image = ownImage(*camera, makeImageHandle(64, 48, {10, 20, 30}));
+        cv::Mat& pixels = static_cast<mirvak::Image*>(image.get())->pixels;
+        delivery.onFrame(image.get());
+        EXPECT_EQ(shown.constBits(), pixels.data) << "no copy";
+        EXPECT_EQ(camera->MirvakImage_Threshold(image.get()), MIRVAK_OK);
+        EXPECT_NE(pixels.at<cv::Vec3b>(0, 0), cv::Vec3b(10, 20, 30));
+    }
+    camera.reset();
+    EXPECT_EQ(shown.pixelColor(0, 0), QColor(10, 20, 30));
+    EXPECT_EQ(shown.pixelColor(63, 47), QColor(10, 20, 30));
+}
+
+// Who waits for a picture, records it or looks for a page in it gets it as the camera saw it.
+TEST_F(FrameDeliveryTest, TheOutlineIsInTheShownPictureOnly)
+{
+    cv::Mat page(480, 640, CV_8UC3, cv::Scalar(40, 45, 50));
+    page(cv::Rect(120, 80, 400, 320)).setTo(cv::Scalar(250, 250, 250));
+    std::vector<cv::Mat> seen;
+    const auto look = [&](void* image) {
+        seen.push_back(static_cast<mirvak::Image*>(image)->pixels.clone());
     };
-    // A view that is late for the first time after many frames costs no more memory than one that never is.
-    const std::set<const uchar*> inTime = places(50, 0);
-    const std::set<const uchar*> late = places(50, 2);
-    EXPECT_EQ(inTime.size(), 3U);
-    EXPECT_EQ(late, inTime);
-    EXPECT_NE(shown_[0].constBits(), shown_[1].constBits());
+    delivery_.setRecorder(look);
+    delivery_.setPageCheck(look);
+    delivery_.setPaperSizeCheck(look);
+    delivery_.setCroppingMode(cropping::deskew);
+    auto capture =
+        std::async(std::launch::async, [&] { return delivery_.channel().take(std::chrono::minutes(1)); });
+    while (!delivery_.channel().isRequested())
+        std::this_thread::yield();
+    const FrameHandle image = ownImage(camera_, makeImageHandle(640, 480));
+    page.copyTo(static_cast<mirvak::Image*>(image.get())->pixels);
+    delivery_.onFrame(image.get());
+    const FrameHandle taken = capture.get();
+    ASSERT_TRUE(taken);
+    look(taken.get());
+    ASSERT_EQ(seen.size(), 4U);
+    for (const cv::Mat& rgb : seen)
+        EXPECT_EQ(cv::norm(rgb, page, cv::NORM_INF), 0);
+    EXPECT_EQ(shown_.back().pixelColor(320, 80), QColor(255, 0, 0));
 }
 
 TEST_F(FrameDeliveryTest, ANullFrameIsIgnoredAndTheSecondFrameIsToldOnce)
 {
     int told = 0;
     delivery_.onSecondFrame([&] { ++told; });
-    delivery_.onFrame(nullptr, 8, 8);
+    delivery_.onFrame(nullptr);
     deliver(8, 8);
     EXPECT_EQ(told, 0);
     deliver(8, 8);
@@ -129,7 +155,7 @@ TEST_F(FrameDeliveryTest, OutlinesAreDrawnOnlyWithAutomaticCropping)
         page.copyTo(static_cast<mirvak::Image*>(handle)->pixels);
         const FrameHandle image = ownImage(camera_, handle);
         delivery_.setCroppingMode(mode);
-        delivery_.onFrame(image.get(), 640, 480);
+        delivery_.onFrame(image.get());
         int red = 0;
         for (int y = 0; y < 480; ++y) {
             for (int x = 0; x < 640; ++x)

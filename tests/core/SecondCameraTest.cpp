@@ -16,9 +16,9 @@ namespace {
 class SecondCameraTest : public DeskTest
 {
 protected:
-    static void onFrame(void* image, void*, int, int width, int height, void* context)
+    static void onFrame(void* image, void*, int, int, int, void* context)
     {
-        static_cast<SecondCameraTest*>(context)->second_.onFrame(image, width, height);
+        static_cast<SecondCameraTest*>(context)->second_.onFrame(image);
     }
     void show(const QImage& frame)
     {

@@ -105,7 +105,7 @@ void FramePump::deliver(const RawFrame& frame, FrameDecoder& decoder)
         callSink(image.get());
         ++delivered_;
     }
-    pool_.giveBack(std::move(image));
+    pool_.giveBackShown(std::move(image));
 }
 
 void FramePump::noteDamage()

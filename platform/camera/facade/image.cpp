@@ -84,6 +84,18 @@ int MirvakCamera::MirvakImage_GetImageRGBData(void* image, unsigned char* rgb)
     });
 }
 
+std::shared_ptr<const unsigned char> MirvakCamera::MirvakImage_SharePixels(void* image)
+{
+    std::shared_ptr<const unsigned char> shared;
+    mirvak::onImage("MirvakImage_SharePixels", image, [&](const Image& source) {
+        const bool canShare = source.pixels.u && source.pixels.isContinuous();
+        const auto held = std::make_shared<const cv::Mat>(canShare ? source.pixels : source.pixels.clone());
+        shared = {held, held->data};
+        return MIRVAK_OK;
+    });
+    return shared;
+}
+
 int MirvakCamera::MirvakImage_GetImageData(void* image,
                                            unsigned char* buffer,
                                            int& width,

@@ -149,15 +149,13 @@ int MirvakCamera::MirvakImage_JudgePage(void* image, MirvakVerdict& verdict)
     });
 }
 
-int MirvakCamera::MirvakImage_GetOutlinedRGBData(
-    void* image, unsigned char* rgb, const std::vector<MirvakOutline>& outlines, int colour, int width)
+int MirvakCamera::MirvakImage_DrawOutlines(void* image,
+                                           const std::vector<MirvakOutline>& outlines,
+                                           int colour,
+                                           int width)
 {
-    return mirvak::onImage("MirvakImage_GetOutlinedRGBData", image, [&](const Image& source) {
-        if (!rgb)
-            return MIRVAK_BAD_ARGUMENT;
-        cv::Mat copy(source.pixels.size(), CV_8UC3, rgb);
-        source.pixels.copyTo(copy);
-        drawOutlines(copy, outlines, colour, width);
+    return mirvak::onOwnImage("MirvakImage_DrawOutlines", image, [&](Image& marked) {
+        drawOutlines(marked.pixels, outlines, colour, width);
         return MIRVAK_OK;
     });
 }

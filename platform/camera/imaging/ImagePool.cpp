@@ -6,6 +6,16 @@
 
 namespace mirvak {
 
+namespace {
+
+// A picture whose pixels somebody else still shows must not be written again.
+bool isFree(const Image& image)
+{
+    return !isShared(image.pixels) && !isShared(image.spare);
+}
+
+} // namespace
+
 std::unique_ptr<Image> ImagePool::take(int width, int height)
 {
     const cv::Size size(width, height);
@@ -13,7 +23,7 @@ std::unique_ptr<Image> ImagePool::take(int width, int height)
     {
         const std::lock_guard lock(mutex_);
         const auto fits = std::find_if(kept_.begin(), kept_.end(), [&](const auto& kept) {
-            return kept->pixels.size() == size || kept->spare.size() == size;
+            return (kept->pixels.size() == size || kept->spare.size() == size) && isFree(*kept);
         });
         if (fits != kept_.end()) {
             image = std::move(*fits);
@@ -33,8 +43,13 @@ std::unique_ptr<Image> ImagePool::take(int width, int height)
 
 void ImagePool::giveBack(std::unique_ptr<Image> image)
 {
-    // A picture whose pixels somebody else still shows must not be written again.
-    if (isShared(image->pixels) || isShared(image->spare) || image->pixels.empty())
+    if (isFree(*image))
+        giveBackShown(std::move(image));
+}
+
+void ImagePool::giveBackShown(std::unique_ptr<Image> image)
+{
+    if (image->pixels.empty())
         return;
     const std::lock_guard lock(mutex_);
     if (kept_.size() == keptAtMost)

@@ -255,6 +255,10 @@ public:
     int MirvakImage_GetHeight(void* image); ///< pixels; 0 for null
     /// Copies width * height * 3 bytes, rows without padding, into `rgb`, which the caller owns.
     int MirvakImage_GetImageRGBData(void* image, unsigned char* rgb);
+    /// The same bytes without a copy, for as long as any copy of the pointer lives, which may be longer than
+    /// the image and this object; they never change, whatever is done to the image. Null for a null handle or
+    /// without memory. Any thread may let go.
+    std::shared_ptr<const unsigned char> MirvakImage_SharePixels(void* image);
     /// The same bytes with their description: channels 3, bitsPerChannel 8, stride in bytes, format 0 (RGB).
     /// `byteCount` carries the size of `buffer` in and the bytes written out.
     int MirvakImage_GetImageData(void* image,
@@ -318,10 +322,9 @@ public:
     /// size of frame begin anew. Costs about a millisecond beside the search. `verdict` is
     /// MIRVAK_SHOT_NO_PAGE with every error.
     int MirvakImage_JudgePage(void* image, MirvakVerdict& verdict);
-    /// What MirvakImage_GetImageRGBData gives, with these outlines drawn as MirvakImage_DrawLine does; the
-    /// image itself stays as it is.
-    int MirvakImage_GetOutlinedRGBData(
-        void* image, unsigned char* rgb, const std::vector<MirvakOutline>& outlines, int colour, int width);
+    /// Draws these outlines into the image itself, as MirvakImage_DrawLine does into a copy.
+    int
+    MirvakImage_DrawOutlines(void* image, const std::vector<MirvakOutline>& outlines, int colour, int width);
     /// Watches a stream for a new page; three to ten pictures a second are enough. `flag` comes back false
     /// exactly once for each new page, when it has lain still for 0.3 s with no hand in sight, true
     /// otherwise. Changing light, focus and exposure, a nudge of a centimetre, the bare desk and the last

@@ -1,0 +1,91 @@
+#include "ImagePool.h"
+
+#include "SharedPixels.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using mirvak::Image;
+using mirvak::ImagePool;
+
+namespace {
+
+TEST(ImagePool, WhatIsGivenBackIsUsedAgainAtItsSizeWithNothingOfTheOldPicture)
+{
+    ImagePool pool;
+    auto image = pool.take(64, 48);
+    ASSERT_EQ(image->pixels.size(), cv::Size(64, 48));
+    ASSERT_EQ(image->pixels.type(), CV_8UC3);
+    image->dpi = 300;
+    image->taken = std::chrono::steady_clock::now();
+    const uchar* const place = image->pixels.data;
+    pool.giveBack(std::move(image));
+    EXPECT_NE(pool.take(48, 64)->pixels.data, place);
+    const auto again = pool.take(64, 48);
+    EXPECT_EQ(again->pixels.data, place);
+    EXPECT_EQ(again->dpi, mirvak::cameraDpi);
+    EXPECT_FALSE(again->taken);
+    EXPECT_NE(pool.take(64, 48)->pixels.data, place) << "it is lent to one at a time";
+}
+
+TEST(ImagePool, ATurnedPictureComesBackUpright)
+{
+    ImagePool pool;
+    auto image = pool.take(64, 48);
+    const uchar* const place = image->pixels.data;
+    image->spare = image->pixels;
+    image->pixels = cv::Mat(64, 48, CV_8UC3);
+    pool.giveBack(std::move(image));
+    const auto again = pool.take(64, 48);
+    EXPECT_EQ(again->pixels.size(), cv::Size(64, 48));
+    EXPECT_EQ(again->pixels.data, place);
+}
+
+TEST(ImagePool, WhatSomebodyStillShowsWaitsUntilItIsLetGo)
+{
+    ImagePool pool;
+    auto image = pool.take(64, 48);
+    const uchar* const place = image->pixels.data;
+    Image shown = mirvak::share(*image);
+    pool.giveBackShown(std::move(image));
+    pool.giveBack(std::make_unique<Image>(mirvak::share(shown)));
+    auto other = pool.take(64, 48);
+    EXPECT_NE(other->pixels.data, place);
+    other.reset();
+    shown = Image();
+    EXPECT_EQ(pool.take(64, 48)->pixels.data, place);
+}
+
+// A view that holds pictures back costs the memory of these, and the pool never keeps more than six.
+TEST(ImagePool, KeepsTheNewestSixAndForgetsThemWhenItIsCleared)
+{
+    ImagePool pool;
+    std::vector<std::unique_ptr<Image>> images;
+    std::vector<const uchar*> places;
+    for (int i = 0; i < 8; ++i) {
+        images.push_back(pool.take(64, 48));
+        places.push_back(images.back()->pixels.data);
+    }
+    std::vector<Image> held; // so that no freed memory is got again
+    for (auto& image : images) {
+        held.push_back(mirvak::share(*image));
+        pool.giveBackShown(std::move(image));
+    }
+    held.erase(held.begin() + 2, held.end());
+    std::vector<std::unique_ptr<Image>> taken;
+    size_t known = 0;
+    for (int i = 0; i < 8; ++i) {
+        taken.push_back(pool.take(64, 48));
+        known += std::count(places.begin() + 2, places.end(), taken.back()->pixels.data);
+        EXPECT_TRUE(taken.back()->pixels.data != places[0] && taken.back()->pixels.data != places[1]);
+    }
+    EXPECT_EQ(known, 6U);
+    Image watched = mirvak::share(*taken.front());
+    pool.giveBackShown(std::move(taken.front()));
+    EXPECT_TRUE(mirvak::isShared(watched.pixels));
+    pool.clear();
+    EXPECT_FALSE(mirvak::isShared(watched.pixels));
+}
+
+} // namespace
