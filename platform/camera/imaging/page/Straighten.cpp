@@ -18,6 +18,24 @@ std::array<cv::Point2f, 4> edgesOf(const cv::Point2d& corner, const cv::Size2d& 
             cv::Point2d(from.x, to.y)};
 }
 
+// Fills a frame of `edge` pixels from the pixels beside it; what lies within stays untouched, which spares a
+// copy of the page.
+void continueOutwards(cv::Mat& rgb, int edge)
+{
+    if (edge == 0)
+        return;
+    const int width = rgb.cols, bottom = rgb.rows - edge;
+    for (int y = edge; y < bottom; ++y) {
+        auto* row = rgb.ptr<cv::Vec3b>(y);
+        std::fill(row, row + edge, row[edge]);
+        std::fill(row + width - edge, row + width, row[width - edge - 1]);
+    }
+    for (int i = 0; i < edge; ++i) {
+        rgb.row(edge).copyTo(rgb.row(i));
+        rgb.row(bottom - 1).copyTo(rgb.row(bottom + i));
+    }
+}
+
 } // namespace
 
 cv::Matx33d
@@ -36,8 +54,7 @@ straighten(const Image& picture, const Outline& outline, const PageShape& page, 
     cv::Mat inside = straight.pixels(cv::Rect({edge, edge}, kept));
     cv::warpPerspective(
         picture.pixels, inside, back, kept, cv::INTER_LINEAR | cv::WARP_INVERSE_MAP, cv::BORDER_REPLICATE);
-    cv::copyMakeBorder(
-        inside, straight.pixels, edge, edge, edge, edge, cv::BORDER_REPLICATE | cv::BORDER_ISOLATED);
+    continueOutwards(straight.pixels, edge);
     straight.dpi = page.format ? page.dpi() : picture.dpi;
     return cv::Matx33d(back) * cv::Matx33d(1, 0, -edge, 0, 1, -edge, 0, 0, 1);
 }
