@@ -3,6 +3,7 @@
 // the outlines agree with the truth (shared area over joined area), and what the search took.
 #include "MadeDesks.h"
 #include "Outline.h"
+#include "QuadOverlap.h"
 #include "SheetFinder.h"
 
 #include <algorithm>
@@ -26,7 +27,7 @@ void judge(const made::ManySheets& scene, const std::vector<mirvak::Outline>& an
     for (const made::Corners& sheet : scene.truth) {
         double best = 0;
         for (const mirvak::Outline& outline : answer)
-            best = std::max(best, made::overlapOf(outline.corners, sheet));
+            best = std::max(best, mirvak::overlapOf(outline.corners, sheet));
         if (best < 0.8)
             continue;
         ++right;

@@ -9,6 +9,7 @@
 #include "OutlineScenes.h"
 #include "PlainScenes.h"
 #include "QuadFinder.h"
+#include "QuadOverlap.h"
 #include "SheetEvidence.h"
 #include "SmallLook.h"
 
@@ -42,14 +43,6 @@ struct Example
     std::vector<bool> isGood;
     bool hasGood() const { return std::find(isGood.begin(), isGood.end(), true) != isGood.end(); }
 };
-
-double overlap(const Corners& a, const Corners& b)
-{
-    const std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end());
-    std::vector<cv::Point2f> both;
-    const double shared = cv::intersectConvexConvex(first, second, both);
-    return shared / (cv::contourArea(first) + cv::contourArea(second) - shared);
-}
 
 template <class Rows> void keep(const Rows& rows, std::vector<Evidence>& evidence)
 {
@@ -93,7 +86,7 @@ exampleOf(const cv::Mat& picture, const std::optional<Corners>& sheet, bool with
         Corners corners = mirvak::snapSides(edges, quad.corners);
         for (cv::Point2d& corner : corners)
             corner = look.reduction().toFull(corner);
-        example.isGood.push_back(sheet && overlap(corners, *sheet) > goodOverlap);
+        example.isGood.push_back(sheet && mirvak::overlapOf(corners, *sheet) > goodOverlap);
     }
     return example;
 }

@@ -6,6 +6,7 @@
 #include "JpegCodec.h"
 #include "Outline.h"
 #include "OutlineScenes.h"
+#include "QuadOverlap.h"
 
 #include <QGuiApplication>
 
@@ -19,38 +20,18 @@
 
 namespace {
 
+using mirvak::areaOf;
 using mirvak::Outline;
+using mirvak::overlapOf;
+using mirvak::sharedArea;
 
 constexpr double goodOverlap = 0.95, sureConfidence = 0.8;
 const cv::Size frame(1920, 1440), timedFrame(3264, 2448);
 
-double area(const std::vector<cv::Point2f>& polygon)
-{
-    return polygon.size() < 3 ? 0 : cv::contourArea(polygon);
-}
-
-double shared(const Corners& a, const Corners& b)
-{
-    const std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end());
-    std::vector<cv::Point2f> both;
-    return cv::intersectConvexConvex(first, second, both);
-}
-
-double areaOf(const Corners& a)
-{
-    return area({a.begin(), a.end()});
-}
-
-double overlap(const Corners& a, const Corners& b)
-{
-    const double both = shared(a, b);
-    return both / std::max(1.0, areaOf(a) + areaOf(b) - both);
-}
-
 /// Most of the answer lies on the sheet, and it is far smaller.
 bool isInside(const Corners& answer, const Corners& sheet)
 {
-    return shared(answer, sheet) > 0.9 * areaOf(answer) && areaOf(answer) < 0.9 * areaOf(sheet);
+    return sharedArea(answer, sheet) > 0.9 * areaOf(answer) && areaOf(answer) < 0.9 * areaOf(sheet);
 }
 
 struct Tally
@@ -157,7 +138,7 @@ void judgeSheet(size_t desk, unsigned seed, const std::string& folder, Tally& ta
     std::optional<Outline> answer = mirvak::findOutline(scene.picture);
     if (answer)
         answer = mirvak::refineOutline(scene.picture, *answer);
-    const double good = answer ? overlap(answer->corners, scene.sheet) : 0;
+    const double good = answer ? overlapOf(answer->corners, scene.sheet) : 0;
     const bool sure = answer && answer->confidence > sureConfidence;
     const bool inner = answer && isInside(answer->corners, scene.sheet);
     ++tally.scenes;
@@ -168,7 +149,7 @@ void judgeSheet(size_t desk, unsigned seed, const std::string& folder, Tally& ta
     tally.sure += sure ? 1 : 0;
     tally.sureAndGood += sure && good >= goodOverlap ? 1 : 0;
     if (const auto other = contourQuad(scene.picture))
-        tally.contour += overlap(*other, scene.sheet);
+        tally.contour += overlapOf(*other, scene.sheet);
     if (times)
         times->measure(scene.picture);
     if (good >= goodOverlap || folder.empty())

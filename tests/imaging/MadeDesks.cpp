@@ -115,11 +115,4 @@ ManySheets manySheets(int kind, Desk ground, unsigned seed)
     return scene;
 }
 
-double overlapOf(const Corners& a, const Corners& b)
-{
-    std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end()), shared;
-    const double both = cv::intersectConvexConvex(first, second, shared);
-    return both / (cv::contourArea(first) + cv::contourArea(second) - both);
-}
-
 } // namespace made

@@ -19,7 +19,4 @@ constexpr int sheetSceneKinds = 12;
 /// One of the scenes: two to nine cards, turned anyhow or in rows, receipts, A5 sheets, a mixture.
 ManySheets manySheets(int kind, Desk ground, unsigned seed = 1);
 
-/// Shared area over joined area: 1 for the same outline.
-double overlapOf(const Corners& a, const Corners& b);
-
 } // namespace made

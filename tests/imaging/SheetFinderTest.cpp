@@ -1,5 +1,6 @@
 #include "SheetFinder.h"
 #include "MadeDesks.h"
+#include "QuadOverlap.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +21,7 @@ void expectSheets(const cv::Mat& picture,
     const std::vector<mirvak::Outline> found = mirvak::findSheets(picture);
     ASSERT_EQ(found.size(), truth.size()) << name;
     for (size_t i = 0; i < truth.size(); ++i)
-        EXPECT_GE(made::overlapOf(mirvak::refineOutline(picture, found[i]).corners, truth[i]), least)
+        EXPECT_GE(mirvak::overlapOf(mirvak::refineOutline(picture, found[i]).corners, truth[i]), least)
             << name << ", in reading order the " << i;
 }
 
@@ -99,7 +100,8 @@ TEST(Sheets, NoHalfOfABookIsLost)
             made::shine(book, {0.8, 1, 2});
             double seen = 0;
             for (const mirvak::Outline& part : mirvak::findSheets(book))
-                seen += made::overlapOf(part.corners, {{{260, 160}, {1370, 160}, {1370, 1060}, {260, 1060}}});
+                seen +=
+                    mirvak::overlapOf(part.corners, {{{260, 160}, {1370, 160}, {1370, 1060}, {260, 1060}}});
             EXPECT_TRUE(seen == 0 || seen > 0.9) << static_cast<int>(kind) << " " << sink << ": " << seen;
         }
     }

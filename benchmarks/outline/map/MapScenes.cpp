@@ -1,6 +1,7 @@
 #include "MapScenes.h"
 
 #include "Grounds.h"
+#include "QuadOverlap.h"
 #include "Sheets.h"
 #include "Shot.h"
 
@@ -42,17 +43,6 @@ Corners cornersOf(const cv::Matx33d& way, const cv::Size& size)
             mapped(way, {size.width - 0.5, -0.5}),
             mapped(way, {size.width - 0.5, size.height - 0.5}),
             mapped(way, {-0.5, size.height - 0.5})};
-}
-
-std::vector<cv::Point2f> polygonOf(const Corners& corners)
-{
-    return {corners.begin(), corners.end()};
-}
-
-double sharedArea(const Corners& a, const Corners& b)
-{
-    std::vector<cv::Point2f> both;
-    return cv::intersectConvexConvex(polygonOf(a), polygonOf(b), both);
 }
 
 class Table
@@ -234,11 +224,11 @@ bool leavesTooFar(const Corners& corners)
 {
     const double w = frame.width - 1, h = frame.height - 1;
     const Corners whole{{{0, 0}, {w, 0}, {w, h}, {0, h}}};
-    const double area = cv::contourArea(polygonOf(corners));
+    const double area = mirvak::areaOf(corners);
     int out = 0; // corners
     for (const cv::Point2d& corner : corners)
         out += corner.x < -2 || corner.y < -2 || corner.x > w + 2 || corner.y > h + 2 ? 1 : 0;
-    return out > 2 || sharedArea(corners, whole) < 0.6 * area || area > 0.97 * w * h;
+    return out > 2 || mirvak::sharedArea(corners, whole) < 0.6 * area || area > 0.97 * w * h;
 }
 
 void coverBy(Table& table, const Corners& sheet, Chance& chance)
@@ -302,7 +292,7 @@ MapScene makeMapScene(unsigned seed, bool withPatterns)
         const Corners corners = table.lay(paper, place);
         for (const Corners& other : below) {
             const std::vector<cv::Point> outline(other.begin(), other.end());
-            if (sharedArea(corners, other) < 30)
+            if (mirvak::sharedArea(corners, other) < 30)
                 cv::fillConvexPoly(scene.unclear, outline, 255);
         }
         if (leavesTooFar(corners))

@@ -2,8 +2,7 @@
 
 #include "OutlineWeights.h"
 #include "PageWeights.h"
-
-#include <opencv2/imgproc.hpp>
+#include "QuadOverlap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,23 +18,6 @@ constexpr size_t mostAnswers = 6;
 // hold against it.
 constexpr double edgeShare = 0.3;
 constexpr double atBorder = 1.5; // pixels
-
-double areaOf(const std::array<cv::Point2d, 4>& p)
-{
-    const cv::Point2d a = p[2] - p[0], b = p[3] - p[1];
-    return 0.5 * std::abs(a.x * b.y - a.y * b.x);
-}
-
-bool isSameSheet(const std::array<cv::Point2d, 4>& a, const std::array<cv::Point2d, 4>& b)
-{
-    const double areaA = areaOf(a), areaB = areaOf(b);
-    if (std::min(areaA, areaB) < sameSheet * std::max(areaA, areaB))
-        return false;
-    const std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end());
-    std::vector<cv::Point2f> both;
-    const double shared = cv::intersectConvexConvex(first, second, both);
-    return shared >= sameSheet * (areaA + areaB - shared);
-}
 
 // The map has learnt from whole sheets only.
 bool leavesPicture(const std::array<cv::Point2d, 4>& corners, const cv::Size& size)
@@ -96,7 +78,7 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
             break;
         Outline outline{quads[static_cast<size_t>(best - shares_.begin())].corners};
         for (size_t i = 0; i < quads.size(); ++i) {
-            if (shares_[i] > 0 && isSameSheet(quads[i].corners, outline.corners)) {
+            if (shares_[i] > 0 && overlapOf(quads[i].corners, outline.corners) >= sameSheet) {
                 outline.confidence += shares_[i] / all;
                 shares_[i] = 0;
             }

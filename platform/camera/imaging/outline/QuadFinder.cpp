@@ -1,5 +1,6 @@
 #include "QuadFinder.h"
 
+#include "QuadOverlap.h"
 #include "QuadRating.h"
 #include "SheetMap.h"
 
@@ -67,11 +68,6 @@ bool isRotationOf(const std::array<cv::Point2d, 4>& a, const std::array<cv::Poin
             return true;
     }
     return false;
-}
-
-double areaOf(const std::array<cv::Point2d, 4>& p)
-{
-    return 0.5 * std::abs(cross(p[2] - p[0], p[3] - p[1]));
 }
 
 } // namespace

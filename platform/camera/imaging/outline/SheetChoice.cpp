@@ -2,9 +2,8 @@
 
 #include "OutlineJudge.h"
 #include "QuadCheck.h"
+#include "QuadOverlap.h"
 #include "SmallLook.h"
-
-#include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -61,16 +60,9 @@ cv::Point2d outwards(const Corners& corners, size_t i)
     return cv::Point2d(way.y, -way.x) / std::max(1.0, cv::norm(way));
 }
 
-double areaOf(const Corners& p)
-{
-    return 0.5 * std::abs(cross(p[2] - p[0], p[3] - p[1]));
-}
-
 bool overlap(const Corners& a, const Corners& b)
 {
-    std::vector<cv::Point2f> first(a.begin(), a.end()), second(b.begin(), b.end()), shared;
-    const double area = cv::intersectConvexConvex(first, second, shared);
-    return area > mostOverlap * std::min(areaOf(a), areaOf(b));
+    return sharedArea(a, b) > mostOverlap * std::min(areaOf(a), areaOf(b));
 }
 
 bool isPartOf(const Quad& part, const Quad& whole)
