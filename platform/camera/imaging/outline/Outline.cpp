@@ -16,6 +16,7 @@ namespace mirvak {
 namespace {
 
 constexpr size_t mostLines = 72;
+constexpr double answered = 0.5; // more likely than anything else, and than no sheet
 constexpr double sureOutline = 0.9;
 
 } // namespace
@@ -56,7 +57,7 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     work_->quads.find(lines, work_->look.reduction().size(), QuadFinder::Search::page, &work_->map);
     addFromMap(work_->map, work_->edges, planes, work_->quads);
     const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions, work_->map);
-    if (outlines.empty() || outlines.front().confidence < confidentOutline)
+    if (outlines.empty() || outlines.front().confidence < answered)
         return std::nullopt;
     const Outline& page = outlines.front();
     // A page may run out of the picture, but an even desk beyond its edge may look as if it did.

@@ -16,7 +16,7 @@ struct Outline
     double confidence = 0; ///< 0 to 1: how certain it is that a sheet lies just there
 };
 
-/// From here on an outline is believed.
+/// From here on one outline among those of several sheets is believed.
 constexpr double confidentOutline = 0.6;
 
 /// Whether the side between two corners follows the border of a picture of that size within `tolerance`
@@ -34,8 +34,8 @@ public:
     OutlineFinder& operator=(const OutlineFinder&) = delete;
 
     /// Of a sheet upon another one the upper one, never a part of what is printed on it.
-    /// @return nothing when it is more likely that no sheet was found. From a confidence of 0.8 on it is
-    /// nearly always right.
+    /// @return nothing when it is less likely that it is right than that it is not. From a confidence of 0.8
+    /// on it is nearly always right.
     std::optional<Outline> find(const cv::Mat& rgb);
 
 private:

@@ -16,10 +16,11 @@ constexpr double sameSheet = 0.93; // shared area over joined area
 constexpr size_t mostAnswers = 6;
 // Of the score by edges and colours alone: where the map is blind, as to half of a page in a shadow, they
 // hold against it.
-constexpr double edgeShare = 0.3;
-constexpr double atBorder = 1.5; // pixels
+constexpr double edgeShare = 0.3; // learn_judge.py learns with it
+constexpr double atBorder = 1.5;  // pixels
 
-// The map has learnt from whole sheets only.
+} // namespace
+
 bool leavesPicture(const std::array<cv::Point2d, 4>& corners, const cv::Size& size)
 {
     return std::any_of(corners.begin(), corners.end(), [&](const cv::Point2d& corner) {
@@ -27,6 +28,8 @@ bool leavesPicture(const std::array<cv::Point2d, 4>& corners, const cv::Size& si
                corner.y > size.height - 1 - atBorder;
     });
 }
+
+namespace {
 
 template <size_t units, size_t count>
 double weigh(const std::array<std::array<float, count>, units>& hidden,
@@ -66,6 +69,7 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
     shares_.clear();
     double all = 1; // no sheet
     for (size_t i = 0; i < evidence_.size(); ++i) {
+        // The map has learnt from whole sheets only.
         const double byEdges = leavesPicture(quads[i].corners, planes[0].size()) ? 1 : edgeShare;
         const double score = byEdges * scoreOf(evidence_[i]) + (1 - byEdges) * scoreOf(pageEvidence_[i]);
         shares_.push_back(std::exp(score));

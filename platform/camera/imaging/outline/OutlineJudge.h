@@ -7,10 +7,13 @@
 
 namespace mirvak {
 
+/// Whether a corner lies on the border of a picture of that size, or beyond it.
+bool leavesPicture(const std::array<cv::Point2d, 4>& corners, const cv::Size& size);
+
 /// Weighs the evidence of possible outlines of one picture against each other and against there being no
 /// sheet. Each outline has a score, "no sheet" the score 0; their exponentials are shares of certainty (a
 /// conditional logit: McFadden 1974). The score comes from a small neural network with one hidden layer,
-/// learnt from made scenes (`learn_outline`). Keeps its buffers; one thread at a time.
+/// learnt from made scenes (`learn_judge.py`). Keeps its buffers; one thread at a time.
 class OutlineJudge
 {
 public:

@@ -1,0 +1,137 @@
+// What learn_judge.py learns from: the evidence of all that may be an outline, in scenes of which the corners
+// are known.
+//   judge_examples FILE [SCENES [SEED [sheets]]]   SCENES of each kind of desk; with `sheets` the outlines
+//   are found without the map.
+// FILE: for each scene the number of outlines (int32), then for each of them floats: 1 when it is right else
+// 0, 1 when it leaves the picture, the Evidence, the PageEvidence.
+#include "EdgeField.h"
+#include "LineFinder.h"
+#include "OutlineJudge.h"
+#include "OutlineScenes.h"
+#include "PlainScenes.h"
+#include "QuadFinder.h"
+#include "QuadOverlap.h"
+#include "SheetEvidence.h"
+#include "SmallLook.h"
+
+#include <QGuiApplication>
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace {
+
+constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
+constexpr size_t mostLines = 72;
+constexpr int plainDesks = 6, misledEach = 12;
+const cv::Size frame(1280, 960);
+
+/// Finds all outlines of one scene after the other and writes down what speaks for each.
+class Examples
+{
+public:
+    Examples(std::FILE* file, bool withMap) : file_(file), withMap_(withMap) {}
+
+    /// There are sheets and desks of which the map has learnt nothing. Now and then it is that of the scene
+    /// before, so that it is not believed blindly (modality dropout: Neverova and others 2016).
+    void add(const cv::Mat& picture, const std::optional<Corners>& sheet)
+    {
+        const bool isMisled = count_++ % misledEach == misledEach - 1;
+        find(picture, isMisled ? before_ : picture);
+        write(sheet);
+        before_ = picture;
+    }
+    bool isWritten() const { return std::ferror(file_) == 0; }
+
+private:
+    /// @param mapped  what the map sees
+    void find(const cv::Mat& picture, const cv::Mat& mapped)
+    {
+        map_.build(look_.build(mapped));
+        const auto& planes = look_.build(picture);
+        const mirvak::SheetMap* shown = withMap_ ? &map_ : nullptr;
+        edges_.build(planes, withMap_ ? map_.quiet() : cv::Mat(), map_.cell());
+        regions_.build(planes, edges_.change());
+        quads_.find(lines_.find(edges_, planes, regions_, mostLines, shown),
+                    look_.reduction().size(),
+                    mirvak::QuadFinder::Search::page,
+                    shown);
+        if (withMap_)
+            mirvak::addFromMap(map_, edges_, planes, quads_);
+        desk_.learn(planes);
+        mirvak::gatherEvidence(quads_.quads(), planes, regions_, desk_, evidence_);
+        mirvak::gatherPageEvidence(quads_.quads(), map_, evidence_, pageEvidence_);
+    }
+
+    void write(const std::optional<Corners>& sheet)
+    {
+        const auto& quads = quads_.quads();
+        const auto count = static_cast<std::int32_t>(quads.size());
+        std::fwrite(&count, sizeof count, 1, file_);
+        for (size_t i = 0; i < quads.size(); ++i) {
+            const Corners found = look_.inPicture(mirvak::snapSides(edges_, quads[i].corners));
+            const bool isGood = sheet && mirvak::overlapOf(found, *sheet) > goodOverlap;
+            const bool leaves = mirvak::leavesPicture(quads[i].corners, look_.reduction().size());
+            const float facts[] = {isGood ? 1.0F : 0.0F, leaves ? 1.0F : 0.0F};
+            std::fwrite(facts, sizeof facts, 1, file_);
+            std::fwrite(evidence_[i].data(), sizeof evidence_[i], 1, file_);
+            std::fwrite(pageEvidence_[i].data(), sizeof pageEvidence_[i], 1, file_);
+        }
+    }
+
+    std::FILE* file_;
+    bool withMap_;
+    int count_ = 0;
+    cv::Mat before_;
+    mirvak::SmallLook look_;
+    mirvak::EdgeField edges_;
+    mirvak::RegionField regions_;
+    mirvak::LineFinder lines_;
+    mirvak::QuadFinder quads_;
+    mirvak::SheetMap map_;
+    mirvak::DeskColours desk_;
+    std::vector<mirvak::Evidence> evidence_;
+    std::vector<mirvak::PageEvidence> pageEvidence_;
+};
+
+void addScenes(Examples& examples, unsigned seed)
+{
+    for (size_t desk = 0; desk < desktops::names.size(); ++desk) {
+        const auto kind = static_cast<desktops::Kind>(desk);
+        const OutlineScene scene = makeOutlineScene(kind, frame, seed);
+        examples.add(scene.picture, scene.sheet);
+        if (seed % 2 == 0)
+            examples.add(makeEmptyDesk(kind, frame, seed), {});
+    }
+    for (int desk = 0; desk < plainDesks; ++desk) {
+        const PlainScene scene = makePlainScene(static_cast<made::Desk>(desk), frame, seed);
+        examples.add(scene.picture, scene.sheet);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2) {
+        std::fputs("judge_examples FILE [SCENES [SEED [sheets]]]\n", stderr);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    cv::setNumThreads(1);
+    const unsigned scenes = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 100;
+    const unsigned seed = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1000;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(argv[1], "wb"), std::fclose);
+    if (!file) {
+        std::perror(argv[1]);
+        return 1;
+    }
+    Examples examples(file.get(), argc < 5);
+    for (unsigned i = seed; i < seed + scenes; ++i)
+        addScenes(examples, i);
+    return examples.isWritten() && std::fflush(file.get()) == 0 ? 0 : 1;
+}
