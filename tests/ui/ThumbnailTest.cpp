@@ -150,6 +150,10 @@ TEST_F(ThumbnailStrip, OpensFilesAndFoldersAndAddsChosenOnes)
 
 TEST_F(ThumbnailStrip, PrintsThePictureOnAPageOfItsOrientationOrSaysWhyNot)
 {
+    strip.AddImage(save("wide.png", Qt::red, QSize(400, 200)), -1);
+    strip.onPrint(); // and the dialog cancelled
+    EXPECT_EQ(said(), QString());
+    strip.RemoveItem(0, false);
     QString pdf = file("out.pdf");
     Dialogs::instance().choosePrinter = [&](QPrinter& printer, QWidget*) {
         printer.setOutputFileName(pdf);
