@@ -261,6 +261,10 @@ TEST_F(MoreWindow, StartsWithTheDefaultTicksChinesePicturesAndTheLanguageOfTheSt
         EXPECT_EQ(picture(*boxes[i]), expected);
     }
     EXPECT_EQ(more.size(), QSize(800, 600));
+    more.setFixedSize(430, 600); // as on a small screen
+    QCoreApplication::processEvents();
+    for (const QCheckBox* box : boxes)
+        EXPECT_LE(box->mapTo(&more, box->rect().bottomRight()).x(), 430);
 
     for (const auto& [running, chosen] : {std::pair(1, 0), std::pair(0, 1)}) {
         settings::appLanguage.write(settings, running);

@@ -31,6 +31,14 @@ TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
     key(Qt::Key_R);
     EXPECT_TRUE(becomes(QStringLiteral("a.JPG"), 't') && becomes(QStringLiteral("b.png"), 't'));
     EXPECT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
+    save(QStringLiteral("d.png"));
+    strip.AddImage(file(QStringLiteral("d.png")), 0);
+    strip.RemoveItem(0, true);
+    undo();
+    EXPECT_EQ(strip.Count(), 4) << "the deletion came last";
+    EXPECT_EQ(redOf(file(QStringLiteral("c.bmp"))), 'r');
+    strip.RemoveItem(0, false);
+    entries->selectAll();
     for (int i = 0; i < 6; ++i) // more than there is to be taken back
         undo();
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
@@ -225,6 +233,7 @@ TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
                       .toStdString());
     dir.write("turned.jpg", turned);
     strip.AddImage(file(QStringLiteral("turned.jpg")), -1);
+    EXPECT_EQ(entries->item(0)->icon().actualSize(QSize(500, 500)), QSize(75, 100)) << "before it is read";
     const auto icon = [&] { return entries->item(0)->icon().pixmap(QSize(500, 500)).toImage(); };
     EXPECT_TRUE(QTest::qWaitFor([&] { // its room comes first, in the same shape
         const QImage shown = icon();
