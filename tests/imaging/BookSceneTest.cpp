@@ -146,6 +146,48 @@ TEST(BookScenes, WavesThatNoBendExplainsAreTakenOutOfEitherPage)
     }
 }
 
+TEST(BookScenes, LeavesBelowAPageAndADeskOfItsColourAreNotPartOfIt)
+{
+    for (const made::Desk desk : {made::Desk::dark, made::Desk::light, made::Desk::wood}) {
+        SCOPED_TRACE(static_cast<int>(desk));
+        cv::Mat pages[2];
+        for (unsigned side = 0; side < 2; ++side) {
+            cv::Mat leaves(pageHeight, 16, CV_8UC3, cv::Scalar(212, 210, 203));
+            for (int x = 1; x < leaves.cols; x += 5) // their ends, one below the other
+                leaves.colRange(x, x + 2).setTo(cv::Scalar(150, 148, 142));
+            const cv::Mat text = made::textPage({pageWidth, pageHeight}, 30, 20 + side);
+            cv::hconcat(side ? text : leaves, side ? leaves : text, pages[side]);
+        }
+        const auto book = flat(made::spread(pages[0], pages[1], 90, 3, {}, desk), true);
+        ASSERT_TRUE(book && book->right);
+        for (const cv::Mat& page : {book->left.pixels, book->right->pixels}) {
+            EXPECT_NEAR(static_cast<double>(page.cols) / page.rows, 1.0 * pageWidth / pageHeight, 0.04);
+            const bool isLeft = page.data == book->left.pixels.data;
+            const int strip = page.cols / 60;
+            const cv::Mat end =
+                isLeft ? page.colRange(0, strip) : page.colRange(page.cols - strip, page.cols);
+            EXPECT_GT(cv::mean(end.rowRange(page.rows / 8, page.rows * 7 / 8))[1], 225);
+        }
+    }
+}
+
+TEST(BookScenes, AStrokeAndAShadowAtTheSideAreNoSpine)
+{
+    cv::Mat stroke = made::textPage({900, 700}, 30, 22), shaded = stroke.clone();
+    cv::line(stroke, {450, 200}, {450, 520}, {40, 40, 40}, 9); // of a drawing
+    for (int x = 0; x < shaded.cols; ++x)
+        shaded.col(x) *= 1 - 0.3 * std::exp(-std::abs(x - 60) / 12.0);
+    for (const cv::Mat& sheet : {stroke, shaded}) {
+        cv::Mat photo = made::desk(made::bookFrame, made::Desk::dark);
+        made::lay(photo, sheet, made::placed({800, 590}, {900, 700}, 1));
+        made::shine(photo, {});
+        const auto page = flat(photo, true);
+        ASSERT_TRUE(page);
+        EXPECT_FALSE(page->right);
+        EXPECT_NEAR(static_cast<double>(page->left.pixels.cols) / page->left.pixels.rows, 900.0 / 700, 0.1);
+    }
+}
+
 TEST(BookScenes, HandsAtEveryOpenEndGoAndWhatIsPrintedAtTheSpineStays)
 {
     cv::Mat left = made::ruledText(14), right = made::ruledText(15);

@@ -1,7 +1,5 @@
 #include "MadeBooks.h"
 
-#include "MadePages.h"
-
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -82,9 +80,10 @@ cv::Mat ruledText(unsigned seed)
     return ruled(textPage({pageWidth, pageHeight}, 30, seed));
 }
 
-cv::Mat photograph(const std::vector<BentSheet>& sheets, double shade, double degrees, cv::Point2d aside)
+cv::Mat
+photograph(const std::vector<BentSheet>& sheets, double shade, double degrees, cv::Point2d aside, Desk ground)
 {
-    cv::Mat photo = desk(bookFrame, Desk::dark);
+    cv::Mat photo = desk(bookFrame, ground);
     for (const BentSheet& sheet : sheets)
         lay(photo, sheet, shade);
     const cv::Point2f middle(bookFrame.width / 2.0F, bookFrame.height / 2.0F);
@@ -96,12 +95,13 @@ cv::Mat photograph(const std::vector<BentSheet>& sheets, double shade, double de
     return photo;
 }
 
-cv::Mat spread(const cv::Mat& left, const cv::Mat& right, double bulge, double degrees, cv::Point2d aside)
+cv::Mat spread(
+    const cv::Mat& left, const cv::Mat& right, double bulge, double degrees, cv::Point2d aside, Desk ground)
 {
     const auto height = [=](double across) {
         return bulge * (1 - std::exp(-across / 60)) * (1 - 0.25 * across / pageWidth);
     };
-    return photograph({{left, height, false, -1}, {right, height}}, 0.45, degrees, aside);
+    return photograph({{left, height, false, -1}, {right, height}}, 0.45, degrees, aside, ground);
 }
 
 std::vector<double> crossings(const cv::Mat& rgb, int at, bool alongRow)

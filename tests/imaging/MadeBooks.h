@@ -1,6 +1,8 @@
 // Bent paper made with known truth: sheets under a camera that looks straight down.
 #pragma once
 
+#include "MadePages.h"
+
 #include <opencv2/core.hpp>
 
 #include <functional>
@@ -28,11 +30,18 @@ struct BentSheet
 };
 
 /// As a camera 2000 above the desk sees them; `shade` is the light that gets lost at an inner end.
-cv::Mat
-photograph(const std::vector<BentSheet>& sheets, double shade, double degrees = 0, cv::Point2d aside = {});
+cv::Mat photograph(const std::vector<BentSheet>& sheets,
+                   double shade,
+                   double degrees = 0,
+                   cv::Point2d aside = {},
+                   Desk ground = Desk::dark);
 /// Both pages of an open book, darker towards the gutter.
-cv::Mat
-spread(const cv::Mat& left, const cv::Mat& right, double bulge, double degrees = 0, cv::Point2d aside = {});
+cv::Mat spread(const cv::Mat& left,
+               const cv::Mat& right,
+               double bulge,
+               double degrees = 0,
+               cv::Point2d aside = {},
+               Desk ground = Desk::dark);
 
 /// Places of the red rules that cross one row (or column) of a picture.
 std::vector<double> crossings(const cv::Mat& rgb, int at, bool alongRow);
