@@ -142,7 +142,7 @@ TEST(BookScenes, WavesThatNoBendExplainsAreTakenOutOfEitherPage)
     for (const cv::Mat& page : {book->left.pixels, book->right->pixels}) {
         const made::Shape shape = made::shapeOf(page);
         EXPECT_GT(shape.looks, 120);
-        EXPECT_LT(shape.bend, 5);
+        EXPECT_LT(shape.bend, 2.5) << "the photograph waves by 12 pixels more than the paper bends";
     }
 }
 
