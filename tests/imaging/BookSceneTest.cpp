@@ -236,14 +236,14 @@ TEST(BookScenes, HandsAtEveryOpenEndGoAndWhatIsPrintedAtTheSpineStays)
 TEST(BookScenes, TheResultIsAPictureOfItsOwnAsTheCameraTookIt)
 {
     cv::Mat text = made::ruledText(16);
-    text = text.mul(cv::Scalar(1, 0.93, 0.78), 1); // yellowed paper
-    for (const bool isBook : {true, false}) {
-        SCOPED_TRACE(isBook);
-        cv::Mat photo = made::desk(made::bookFrame, made::Desk::dark);
-        if (isBook)
-            photo = made::spread(text, text, 90);
-        else // flat, and straight already
-            made::lay(photo, text, made::placed({800, 590}, {pageWidth, pageHeight}, 0));
+    text = text.mul(cv::Scalar(1, 0.93, 0.78), 1);                 // yellowed paper
+    cv::Mat sheet = made::desk(made::bookFrame, made::Desk::dark); // flat
+    made::lay(sheet, text, made::placed({800, 590}, {pageWidth, pageHeight}, 0));
+    cv::Mat whole = made::textPage(made::bookFrame, 40, 24); // flat, straight, and larger than the frame
+    whole = whole.mul(cv::Scalar(1, 0.93, 0.78), 1);
+    const cv::Mat photos[] = {made::spread(text, text, 90), sheet, whole};
+    for (const cv::Mat& photo : photos) {
+        SCOPED_TRACE(&photo - photos);
         const mirvak::Image image = imageOf(photo);
         const cv::Mat before = photo.clone();
         const auto pages = mirvak::flattenBook(image, true, false);
