@@ -28,6 +28,8 @@ protected:
         settings::setSavePath(settings, videos());
         Dialogs::instance().ask = [this](QMessageBox& box) {
             asked << box.windowTitle() << box.text() << box.informativeText();
+            EXPECT_TRUE(!box.button(QMessageBox::Open) ||
+                        box.defaultButton() == box.button(QMessageBox::Ok)); // Enter opens nothing
             return answer;
         };
         Dialogs::instance().openUrl = [this](const QUrl& url) {
