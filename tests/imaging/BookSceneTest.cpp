@@ -175,9 +175,12 @@ TEST(BookScenes, AStrokeAndAShadowAtTheSideAreNoSpine)
 {
     cv::Mat stroke = made::textPage({900, 700}, 30, 22), shaded = stroke.clone();
     cv::line(stroke, {450, 200}, {450, 520}, {40, 40, 40}, 9); // of a drawing
+    cv::Mat beside = made::blankPage({900, 700}); // print on one side of it only
+    made::textPage({400, 700}, 30, 25).copyTo(beside.colRange(0, 400));
+    cv::line(beside, {450, 200}, {450, 520}, {40, 40, 40}, 9);
     for (int x = 0; x < shaded.cols; ++x)
         shaded.col(x) *= 1 - 0.3 * std::exp(-std::abs(x - 60) / 12.0);
-    for (const cv::Mat& sheet : {stroke, shaded}) {
+    for (const cv::Mat& sheet : {stroke, beside, shaded}) {
         cv::Mat photo = made::desk(made::bookFrame, made::Desk::dark);
         made::lay(photo, sheet, made::placed({800, 590}, {900, 700}, 1));
         made::shine(photo, {});

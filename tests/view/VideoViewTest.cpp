@@ -301,8 +301,12 @@ TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
         [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); }, // whoever has the keys
         [&] { view_->close(); },
     };
+    QPushButton elsewhere(&window_);
+    elsewhere.show();
     for (const std::function<void()>& goBack : waysBack) {
+        elsewhere.setFocus();
         view_->toggleFullscreen();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return view_->hasFocus(); })) << "for the Escape key";
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return view_->isFullScreen() && view_->size() == QSize(800, 600); }));
         EXPECT_EQ(view_->GetImageCurrentSize(), QSize(800, 800)) << "the picture covers the screen";
