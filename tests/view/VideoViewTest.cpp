@@ -251,6 +251,7 @@ TEST_F(VideoViewTest, ShowsTheToolBarToTheMouseAndToTheTabKey)
     window_.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
     elsewhere.setFocus();
+    QTest::keyClick(&elsewhere, Qt::Key_A);
     QTest::mouseClick(&elsewhere, Qt::LeftButton);
     view_->setFocus(Qt::TabFocusReason); // as after the focused control was disabled
     EXPECT_FALSE(bar_->isVisible());
