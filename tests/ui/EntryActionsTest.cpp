@@ -65,6 +65,8 @@ TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
     QTest::keyClick(name(), Qt::Key_Escape);
     EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     EXPECT_TRUE(strip.hasFocus());
+    hover(1);
+    EXPECT_TRUE(strip.findChild<EntryBar*>()->isVisible());
     key(Qt::Key_F2);
     EXPECT_FALSE(strip.findChild<EntryBar*>()->isVisible()) << "it would lie over the entry that is named";
     EXPECT_EQ(name()->text(), QStringLiteral("a")) << "what it is stays";

@@ -105,11 +105,10 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
         EXPECT_TRUE(QFile::exists(file(QStringLiteral("notes.txt"))));
         QMimeData data;
         data.setUrls(urls);
-        QDropEvent moved({5, 5}, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent moved({5, 5}, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
         strip.clearthumbnail(false);
         QCoreApplication::sendEvent(&strip, &moved);
         EXPECT_FALSE(moved.isAccepted()) << "the other program would delete what it believes moved";
-        EXPECT_EQ(strip.Count(), 0);
         strip.becomePageList();
     }
 }
