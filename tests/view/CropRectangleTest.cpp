@@ -74,6 +74,11 @@ TEST_F(VideoViewTest, DrawsARectangleThatBeginsUnderTheToolBar)
     QTest::mouseMove(host, to);
     QTest::mouseRelease(host, Qt::LeftButton, {}, to);
     EXPECT_EQ(selected.count(), 2) << "not outside the mode";
+    view_->onDeskewChanged(2, true);
+    mouse(*view_, QEvent::MouseButtonPress, {20, 60});
+    EXPECT_LT(bar_->geometry().bottom(), 0);
+    view_->onDeskewChanged(2, false); // while the mouse still draws
+    EXPECT_EQ(bar_->y(), 0);
 }
 
 TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)
