@@ -113,6 +113,7 @@ protected:
         EXPECT_GT(milliseconds, 0);
         const QString shown = QStringLiteral("Recorded: %1s").arg(qRound(milliseconds / 1000.0));
         EXPECT_EQ(shownTime(), shown);
+        EXPECT_FALSE(box()->findChild<QTimer*>()->isActive()) << "it counts no further";
         pressStop();
         EXPECT_FALSE(box()->isVisible());
         EXPECT_TRUE(asked.isEmpty()) << "it is no finished recording";
