@@ -60,12 +60,12 @@ void BarCode::paintEvent(QPaintEvent*)
 
 void BarCode::keyPressEvent(QKeyEvent* event)
 {
-    const auto* button = qobject_cast<QPushButton*>(focusWidget());
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape)
         close();
     else if (isEnter && button)
-        focusWidget() == ui_->buttonClose ? void(close()) : copy();
+        button->click();
     else
         QWidget::keyPressEvent(event);
 }

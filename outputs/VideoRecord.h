@@ -53,7 +53,7 @@ private:
     std::unique_ptr<Ui_VideoRecord> ui_;
     QString prefix_;
     QString filePath_;
-    QTimer timer_;
+    QTimer timer_{this};
     std::function<int()> filmTime_;
     int seconds_ = 0;
     bool recording_ = false;

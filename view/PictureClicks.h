@@ -32,5 +32,5 @@ private:
     bool isClick_ = false; // what the pressed button would make
     QPoint pressedAt_;
     QPointF place_;
-    QTimer secondClick_; // may still come
+    QTimer secondClick_{this}; // may still come
 };

@@ -157,6 +157,7 @@ TEST_F(ShownWindowTest, ACaptureThatWaitsSaysSoPaintsTakesNoCommandAndEndsWithEs
         EXPECT_TRUE(isPainted) << i;
         QCoreApplication::processEvents();
         EXPECT_FALSE(window_->findChild<WaitingSign*>()) << i;
+        EXPECT_FALSE(QApplication::overrideCursor()) << i;
         EXPECT_FALSE(window_->findChild<More*>()->isVisible()) << i;
     }
     EXPECT_TRUE(files().isEmpty());

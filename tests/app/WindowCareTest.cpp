@@ -128,7 +128,11 @@ INSTANTIATE_TEST_SUITE_P(Sizes,
 TEST_F(WindowCareTest, EveryWindowBelongsToTheMainWindowAndKeepsItsKind)
 {
     ASSERT_TRUE(shows(camera()));
-    haveFree({0, 0, 1280, 720});
+    haveFree({0, 16, 640, 344});
+    click("btnMore");
+    EXPECT_LT(shown("More")->width(), 800);
+    shown("More")->close();
+    haveFree({0, 0, 1280, 720}); // a larger screen was plugged in
     click("btnMore");
     QWidget* more = shown("More");
     ASSERT_TRUE(more);
@@ -160,6 +164,9 @@ TEST_F(WindowCareTest, EscapeClosesAndAsksOnceWhenWorkWouldBeLost)
     Dialogs::instance().runMessage = [&](MsgBox&) { return ++asked, answer; };
     ASSERT_TRUE(shows(camera()));
     click("btnMore");
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+    qApp->notify(shown("More"), &held);
+    EXPECT_TRUE(shown("More")) << "a key that closed something else is still held down";
     escape(*shown("More"));
     EXPECT_FALSE(shown("More"));
     click("btnPdfEx");

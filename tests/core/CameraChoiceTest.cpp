@@ -118,6 +118,12 @@ TEST_F(CameraChoiceTest, ACameraWithTwoHeadsEndsWithItsDocumentHead)
     pass(6s);
     listed({face_, desk_});
     EXPECT_EQ(better(), QString()) << "another device";
+    choice_ = {};
+    listed({desk_}); // which another program uses
+    pass(1min);
+    listed({desk_, face_});
+    open("face");
+    EXPECT_EQ(better(), QString()) << "nor is one that was there before it";
 
     // The first head was the largest camera for as long as it was alone.
     choice_ = {};

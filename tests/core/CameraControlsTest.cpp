@@ -130,6 +130,10 @@ TEST_F(CameraControlsTest, AnAutomaticIsSwitchedOffWithWhatItHadFound)
     EXPECT_TRUE(levelBecomes(128));
     EXPECT_TRUE(waitFor([this] { return isHeld(MIRVAK_EXPOSURE_TIME); }));
     EXPECT_TRUE(kept().isEmpty());
+    controls_.set(MIRVAK_BRIGHTNESS, 30);
+    controls_.resetAll(); // before the camera has answered
+    EXPECT_TRUE(waitFor([this] { return valueOf(MIRVAK_BRIGHTNESS) == 0; }));
+    EXPECT_TRUE(kept().isEmpty());
 }
 
 TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)

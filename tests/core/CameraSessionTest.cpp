@@ -80,6 +80,12 @@ TEST_F(CameraSessionTest, StreamsAndChangesTheResolution)
     ASSERT_EQ(session_.start(1, QString()), Ok);   // opens the closed device again
     EXPECT_EQ(session_.size(), QSize(1920, 1080)); // no text to tell the size
     EXPECT_TRUE(QTest::qWaitFor([&] { return frames > after; }, 10000));
+    for (const auto& [text, size] :
+         {std::pair("wide * high", QSize(1920, 1080)), {" 320 * 240 ", {320, 240}}}) {
+        session_.closeCamera();
+        ASSERT_EQ(session_.start(1, QLatin1String(text)), Ok);
+        EXPECT_EQ(session_.size(), size) << text;
+    }
 }
 
 TEST_F(CameraSessionTest, FailuresOfTheDeviceAreToldApart)

@@ -111,7 +111,14 @@ TEST_F(FileNamingTest, TheRuleAndTheFormatAreThoseOfTheSettingsOrTheFirst)
 
 TEST_F(FileNamingTest, ForbiddenCharactersOfThePrefixNeverReachAPath)
 {
-    for (const char* prefix : {"a/b", "../a\\b", "a:*?\"<>|b", ".ab", "/.ab"}) {
+    for (const char* prefix : {"a/b",
+                               "../a\\b",
+                               "a:*?\"<>|b",
+                               ".ab",
+                               "/.ab",
+                               "a\nb",
+                               "\x1f\x01"
+                               "ab"}) {
         settings::namingPrefix.write(settings, QString::fromLatin1(prefix));
         const QFileInfo next(naming_.getImagePath());
         EXPECT_EQ(next.absolutePath(), directory()) << prefix;

@@ -11,7 +11,7 @@ TEST(LeftOverFiles, AreRemovedFromTheFolderAndThoseOfItsDays)
 {
     const TempDir folder;
     const QDir root(QString::fromStdString(folder.path()));
-    for (const char* name : {"20240131", "20240201", "letters"}) {
+    for (const char* name : {"20240131", "20240201", "letters", "2024013101", "2024013a"}) {
         root.mkdir(QLatin1String(name));
         folder.write(std::string(name) + "/.lumro-99-1.tmp", "half a page");
     }
@@ -26,6 +26,7 @@ TEST(LeftOverFiles, AreRemovedFromTheFolderAndThoseOfItsDays)
     leftOverFiles::removeInBackground(root.path());
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return filesIn(".") + filesIn("20240131") + filesIn("20240201") == 1; }));
-    EXPECT_EQ(filesIn("letters"), 1) << "the user's own folder";
+    for (const char* own : {"letters", "2024013101", "2024013a"})
+        EXPECT_EQ(filesIn(own), 1) << "the user's own folder " << own;
     leftOverFiles::remove(root.filePath(QStringLiteral("missing")));
 }

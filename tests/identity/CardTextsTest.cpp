@@ -1,7 +1,14 @@
 // What stands on a card in codes or in pieces.
 #include "IdCardReader.h"
 
+#include "TempDir.h"
+#include "TemporaryPortrait.h"
+
 #include <gtest/gtest.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
 
 namespace {
 
@@ -56,4 +63,27 @@ TEST(CardTexts, Base64HasItsLinesAndItsQuirk)
     EXPECT_EQ(IdCardReader::DecodeBase64(lines.data(), int(lines.size()), length), std::string(57, 'a'));
     EXPECT_EQ(length, 57 + 6) << "the rest counts, but is not decoded";
     EXPECT_EQ(IdCardReader::DecodeBase64("TWF", 3, length), "Ma") << "cut short";
+}
+
+TEST(TemporaryPortrait, GoesWithItsWindowAndALinkInItsPlaceIsNone)
+{
+    const TempDir folder;
+    const QString path = QString::fromStdString(folder.file("elphoto.bmp")),
+                  other = QString::fromStdString(folder.file("other.bmp"));
+    QImage face(8, 8, QImage::Format_RGB32);
+    face.fill(Qt::red);
+    ASSERT_TRUE(face.save(path) && face.save(other));
+    {
+        TemporaryPortrait portrait;
+        EXPECT_FALSE(portrait.load(path).isNull());
+    }
+    EXPECT_FALSE(QFile::exists(path));
+    ASSERT_TRUE(QFile::link(other, path));
+    {
+        TemporaryPortrait portrait;
+        EXPECT_TRUE(portrait.load(path).isNull());
+        EXPECT_TRUE(portrait.load(QString::fromStdString(folder.path())).isNull());
+    }
+    EXPECT_TRUE(QFile::exists(other)) << "somebody else's file";
+    EXPECT_TRUE(QFileInfo(path).isSymLink());
 }

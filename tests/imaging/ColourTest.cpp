@@ -4,6 +4,7 @@
 #include "PaperModel.h"
 #include "Seal.h"
 #include "Threshold.h"
+#include "Watermark.h"
 
 #include <gtest/gtest.h>
 
@@ -172,6 +173,21 @@ TEST(Colour, documentsAreDarkAndCrisp)
     EXPECT_GT(depth(crisp(fine)), 1.2 * depth(plain(fine)));
 }
 
+TEST(Watermark, brokenTextShowsTheReplacementAndGoesOn)
+{
+    const auto written = [](const std::string& text) {
+        mirvak::Image image;
+        image.pixels = made::blankPage({160, 40});
+        EXPECT_TRUE(mirvak::drawText(image, text, {4, 4}, {20, 0xff0000, 0}));
+        return image.pixels;
+    };
+    const std::string sign = "\xef\xbf\xbd";
+    for (const char* broken : {"\xc3", "\xe4\xb8", "\x80", "\xff"})
+        EXPECT_EQ(cv::norm(written(broken + std::string("A b")), written(sign + "A b"), cv::NORM_INF), 0)
+            << ::testing::PrintToString(broken);
+    EXPECT_GT(cv::norm(written(sign + "A b"), written("A b"), cv::NORM_INF), 0);
+}
+
 TEST(Colour, thresholdKeepsFaintPrintAndTheDotsOfSmallLetters)
 {
     Page faint({200, 30, 40}, 0.45);
@@ -211,11 +227,13 @@ TEST(Colour, thresholdGivesTwoLevelsCleanPaperAndWholeStrokes)
     EXPECT_GT(share(white, page.paper), 0.999);
     EXPECT_GT(share(black, page.text), 0.9);
 
-    mirvak::Image blank;
-    blank.pixels = made::blankPage(size);
-    made::shine(blank.pixels, {0.5, 0.6, 4});
-    mirvak::threshold(blank);
-    EXPECT_LT(size.area() - cv::countNonZero(grey(blank.pixels)), 20); // specks of noise
+    for (const made::Light& light : {made::Light{0.5, 0.6, 4}, {0.9, 1, 10}}) { // the second is dusk
+        mirvak::Image blank;
+        blank.pixels = made::blankPage(size);
+        made::shine(blank.pixels, light);
+        mirvak::threshold(blank);
+        EXPECT_LT(size.area() - cv::countNonZero(grey(blank.pixels)), 20) << light.noise; // specks of noise
+    }
 }
 
 TEST(Colour, thresholdLeavesStrokesAsWideAsTheyAre)

@@ -245,23 +245,30 @@ TEST(PageFilm, TheHandThatHoldsANewPageAndTheLensThatSearchesAreWaitedFor)
 {
     const cv::Mat text = textSheet(1), other = textSheet(2);
     const Moment::Lying first{&text, {205, 157}, 0.5}, second{&other, {205, 157}, 0.5};
-    const Visit lays{2, 4, {262, 210}, 20};
-    const auto held = [&](double t) {
-        Moment moment;
-        moment.sheets = {first};
-        if (t > 2)
-            moment.sheets.push_back(carried(second, lays, (2.5 - t) / 0.5));
-        lays.show(t, moment);
-        return moment;
+    const auto heldUntil = [&](double end) {
+        const Visit lays{2, end, {262, 210}, 20};
+        return [&, lays](double t) {
+            Moment moment;
+            moment.sheets = {first};
+            if (t > 2)
+                moment.sheets.push_back(carried(second, lays, (2.5 - t) / 0.5));
+            lays.show(t, moment);
+            return moment;
+        };
     };
-    expectReports("held", held, 6, {0, 4}, {});
-    const auto unsharp = [&](double t) {
-        Moment moment;
-        moment.sheets = {t < 2 ? first : second};
-        moment.blur = t > 2 && t < 3.2 ? 4 : 0;
-        return moment;
+    expectReports("held", heldUntil(4), 6, {0, 4}, {});
+    expectReports("held on", heldUntil(60), 7, {0, 4}, {}); // but not for ever: it may belong to the page
+    const auto unsharpUntil = [&](double end, const Moment::Lying& next) {
+        return [&, end, next](double t) {
+            Moment moment;
+            moment.sheets = {t < 2 ? first : next};
+            moment.blur = t > 2 && t < end ? 2.6 : 0;
+            return moment;
+        };
     };
-    expectReports("unsharp", unsharp, 6, {0, 3.2}, {});
+    expectReports("unsharp", unsharpUntil(3.2, second), 6, {0, 3.2}, {});
+    const cv::Mat table = made::tablePage({840, 1188}); // can be told from a text even then
+    expectReports("stays unsharp", unsharpUntil(60, {&table, {205, 157}, 0.5}), 7, {0, 4}, {});
 }
 
 TEST(PageFilm, TheBareDeskIsNoPageAndThePagePutBackNoNewOne)

@@ -165,6 +165,14 @@ TEST(ShotVerdict, APageThatRunsOutOfThePictureIsToldFromAWrongOutline)
     expectFlaw(judged(frameWith(sheet, made::Desk::dark, outside)), Flaw::leavesPicture, "cut off");
     const made::Corners inside = made::placed({640, 285}, {560, 520}, 0); // its head is 25 px from the border
     expectFlaw(judged(frameWith(sheet, made::Desk::dark, inside)), Flaw::notSure, "an outline on the desk");
+
+    const cv::Mat frame = frameWith(sheet);
+    made::Corners other = whole;
+    for (cv::Point2d& corner : other)
+        corner.x += 40;
+    const auto jumping = [&](int i) { return Outline{i / 5 % 2 ? other : whole, 1}; };
+    const auto same = [&](int) { return frame; };
+    expectFlaw(verdictOf(same, jumping), Flaw::notSure, "an outline that jumps, but no page that moves");
 }
 
 TEST(ShotVerdict, NothingIsSaidWithoutAPageAndNoPictureEndsTheProgram)

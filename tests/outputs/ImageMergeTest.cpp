@@ -128,6 +128,14 @@ TEST_F(ImageMergeTest, StacksKeepsThePixelsOfWhatNeedsNoScalingAndReadsFiles)
     click("radioLeftRight");
     click("buttonSave");
     EXPECT_EQ(QImage(path("both.jpg")).size(), QSize(100, 20));
+
+    dialog.setMergeImage(solid(80, 40, Qt::transparent), solid(40, 20, back), path("clear.jpg"));
+    dialog.show();
+    click("buttonSave");
+    const QImage clear(path("clear.jpg"));
+    ASSERT_EQ(clear.size(), QSize(80, 20));
+    EXPECT_TRUE(isNear(clear.pixelColor(10, 10), Qt::white)) << "what shines through is paper";
+    EXPECT_TRUE(isNear(clear.pixelColor(70, 10), back));
 }
 
 TEST_F(ImageMergeTest, ThePreviewFollowsTheControls)

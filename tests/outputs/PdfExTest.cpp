@@ -68,10 +68,17 @@ TEST_F(PdfExTest, OpensUnderTheGuardAndGivesTheToolsBack)
     open();
     EXPECT_TRUE(dialog.isVisible() && dialog.takesFrames());
     EXPECT_FALSE(desk.toolsEnabled);
+    QHideEvent minimised;
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    qApp->notify(&dialog, &minimised);
+    EXPECT_TRUE(dialog.takesFrames()) << "it comes back as it was";
     click("buttonClose");
     EXPECT_FALSE(dialog.isVisible() || dialog.takesFrames());
     EXPECT_TRUE(desk.toolsEnabled);
     EXPECT_EQ(quit.count(), 1);
+    const QSignalSpy scanned(&dialog, &PdfEx::pdfexscannered);
+    dialog.onScannerImg();
+    EXPECT_EQ(scanned.count(), 0) << "its device may have gone since";
 }
 
 TEST_F(PdfExTest, ScansAndChosenFilesBecomeOnePdf)
@@ -118,9 +125,11 @@ TEST_F(PdfExTest, TheListGivesTheOrderOfThePagesAndTakesMany)
         answers.chosenFiles << save(QStringLiteral("page%1.png").arg(i).toLatin1().constData());
     click("AddImages");
     EXPECT_EQ(dialog.pages().mid(2), answers.chosenFiles);
+    dialog.SetScannerImage(save("scan.png")); // while the chosen ones are being listed
+    EXPECT_EQ(dialog.pages().mid(2), answers.chosenFiles + QStringList{path("scan.png")});
     click("Pdf");
     ASSERT_TRUE(closes());
-    EXPECT_EQ(pagesOfThePdf(), 152U);
+    EXPECT_EQ(pagesOfThePdf(), 153U);
     open();
     click("AddImages");
     dialog.close();
@@ -189,7 +198,9 @@ TEST_F(PdfExTest, StaysOpenWhileThePdfIsWrittenAndCanGo)
 {
     open();
     dialog.SetScannerImage(save("a.png"));
+    EXPECT_FALSE(dialog.questionBeforeClosing().isEmpty());
     click("Pdf");
+    EXPECT_TRUE(dialog.questionBeforeClosing().isEmpty()) << "nothing can be lost meanwhile";
     dialog.close(); // before the event loop has brought the result
     EXPECT_TRUE(dialog.isVisible());
     click("Pdf"); // no second one

@@ -28,6 +28,8 @@ protected:
         settings::setSavePath(settings, videos());
         Dialogs::instance().ask = [this](QMessageBox& box) {
             asked << box.windowTitle() << box.text() << box.informativeText();
+            EXPECT_TRUE(!box.button(QMessageBox::Open) ||
+                        box.defaultButton() == box.button(QMessageBox::Ok)); // Enter opens nothing
             return answer;
         };
         Dialogs::instance().openUrl = [this](const QUrl& url) {
@@ -111,6 +113,7 @@ protected:
         EXPECT_GT(milliseconds, 0);
         const QString shown = QStringLiteral("Recorded: %1s").arg(qRound(milliseconds / 1000.0));
         EXPECT_EQ(shownTime(), shown);
+        EXPECT_FALSE(box()->findChild<QTimer*>()->isActive()) << "it counts no further";
         pressStop();
         EXPECT_FALSE(box()->isVisible());
         EXPECT_TRUE(asked.isEmpty()) << "it is no finished recording";

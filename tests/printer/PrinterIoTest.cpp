@@ -1,15 +1,20 @@
 // Bytes to and from a printer: the rules on a scripted stream, the system's part on a pseudo-terminal.
+#include "Command.h"
 #include "NZDirectoryList_linux.h"
 #include "NZPosPrinter.h"
-#include "NZUsbIO_linux.h"
 #include "PrinterNode.h"
+#include "PrinterStream.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <numeric>
+#include <sys/resource.h>
+#include <sys/select.h>
 #include <thread>
 
 namespace {
@@ -21,12 +26,12 @@ using Bytes = std::vector<std::uint8_t>;
 class ScriptedIO : public NZBufferedIO
 {
 public:
-    explicit ScriptedIO(int secondsOfAttempt = 0) : NZBufferedIO(4, 64)
+    explicit ScriptedIO(int secondsOfAttempt = 0, std::size_t capacity = 4) : NZBufferedIO(capacity, 64)
     {
         SetClock([this] { return now_; });
         pace_ = std::chrono::seconds(secondsOfAttempt);
     }
-    bool IsOpened() override { return isOpen; }
+    bool IsOpened() override { return attempts < closesAfter; }
     int BaseWrite(const std::uint8_t* buf, std::size_t len, std::size_t) override
     {
         const int count = next(writes, len);
@@ -42,7 +47,7 @@ public:
         return count;
     }
 
-    bool isOpen = true;
+    int closesAfter = 1000;         ///< attempts
     std::vector<int> writes, reads; ///< as if repeated for ever
     Bytes written;
     std::vector<std::size_t> waits;
@@ -94,6 +99,13 @@ TEST(PrinterIo, WhatComesInIsHandedOutWholeInOrderAndUpToTheTerminator)
     EXPECT_EQ(stream.ReadUntilByte(buf, 9, 5000, 22), 3);
     EXPECT_EQ(buf[2], 22);
     EXPECT_EQ(stream.ReadUntilByte(buf, 2, 5000, 99), 2);
+    for (const std::size_t capacity : {0, 64}) {
+        ScriptedIO brief(0, capacity);
+        brief.reads = {1};
+        brief.closesAfter = 3;
+        EXPECT_EQ(brief.ReadUntilLength(buf, 9, 5000), 3) << "what came before it was closed";
+        EXPECT_EQ(brief.Read(buf, 9, 5000), nzio::notOpen);
+    }
     stream.reads = {-1};
     stream.SkipAvailable();
     EXPECT_EQ(stream.ReadUntilLength(buf, 9, 5000), nzio::notRead);
@@ -104,14 +116,18 @@ TEST(PrinterIo, QueriesSendTheirCommandWholeAndAgainUntilAStatusComes)
 {
     std::uint8_t answer[4] = {};
     ScriptedIO stream(1);
+    stream.nextByte = 0xf0;
+    stream.reads = {3};
+    EXPECT_EQ(stream.Read(answer, 1, 0), 1); // two more have come, which are no answer
+    stream.waits.clear();
     stream.reads = {0, 0, 1};
     stream.writes = {2, 1};
-    EXPECT_EQ(stream.QueryOneByteStatus(command, 3, 60000), 10);
+    EXPECT_EQ(stream.QueryOneByteStatus(command, 3, 60000), 0xf3);
     EXPECT_THAT(stream.written, ElementsAre(0x10, 0x04, 0x01, 0x10, 0x04, 0x01));
     EXPECT_THAT(stream.waits, ::testing::Each(1000U));
     stream.reads = {2, 0, 0, 0, 0, 0, 0};
     EXPECT_EQ(stream.QueryResponse(command, 3, answer, 4, 1000), 2) << "fewer than asked for";
-    EXPECT_EQ(answer[1], 12);
+    EXPECT_EQ(answer[1], 0xf5);
     for (const auto& [writes, result] : {std::pair(std::vector{2, 0}, nzio::notWritten), {{-1}, -1}}) {
         stream.writes = writes;
         EXPECT_EQ(stream.QueryOneByteStatus(command, 3, 1000), result);
@@ -128,7 +144,7 @@ TEST(PrinterIo, AClosedStreamAnEmptyHolderAndAStreamWithoutADeviceSayWhatTheyAre
     } bare;
     std::uint8_t buf[3] = {};
     ScriptedIO closed;
-    closed.isOpen = false;
+    closed.closesAfter = 0;
     NZPosPrinter printer;
     const auto results = [&](NZIO* io) {
         printer.SetIO(io);
@@ -148,6 +164,7 @@ TEST(PrinterIo, AClosedStreamAnEmptyHolderAndAStreamWithoutADeviceSayWhatTheyAre
 
     Bytes told;
     const auto note = [](const std::uint8_t* bytes, std::size_t len, void* user) {
+        EXPECT_GT(len, 0U) << "nothing is no news";
         static_cast<Bytes*>(user)->insert(static_cast<Bytes*>(user)->end(), bytes, bytes + len);
     };
     ScriptedIO stream;
@@ -159,6 +176,10 @@ TEST(PrinterIo, AClosedStreamAnEmptyHolderAndAStreamWithoutADeviceSayWhatTheyAre
     EXPECT_EQ(printer.WriteUntilLength(command, 3, 0), 2);
     EXPECT_EQ(printer.Read(buf, 1, 0), 1);
     EXPECT_THAT(told, ElementsAre(0x10, 0x04, 10));
+    stream.writes = {1};
+    stream.closesAfter = stream.attempts + 2;
+    EXPECT_EQ(printer.WriteUntilLength(command, 3, 0), 2) << "as many as had gone out when it was closed";
+    printer.SetIO(&closed);
 }
 
 std::size_t openDescriptors()
@@ -172,7 +193,7 @@ struct PrinterDevice : ::testing::Test
     const TempDir folder_;
     const std::string path_ = folder_.file("lp0");
     std::optional<PrinterNode> node_{QString::fromStdString(path_)};
-    NZUsbIO_linux stream_{4096, 64};
+    PrinterStream stream_{4096, 64};
 };
 
 TEST_F(PrinterDevice, ASlowOneGetsEverythingThoughSignalsComeAndNeverHoldsAWriteForLonger)
@@ -182,7 +203,8 @@ TEST_F(PrinterDevice, ASlowOneGetsEverythingThoughSignalsComeAndNeverHoldsAWrite
     for (std::size_t i = 0; i < sent.size(); ++i)
         sent[i] = std::uint8_t(i * 7919 >> 5); // no period of the buffers
     int count = 0, room = 0;
-    while ((count = stream_.BaseWrite(sent.data() + room, sent.size() - std::size_t(room), 0)) > 0)
+    // Each time what takes longer than a look at a cancel does, but not for ever.
+    while ((count = stream_.BaseWrite(sent.data() + room, sent.size() - std::size_t(room), 450)) > 0)
         room += count;
     EXPECT_EQ(count, 0) << "it is full";
     EXPECT_LT(room, 100000);
@@ -211,8 +233,17 @@ TEST_F(PrinterDevice, TellsItsStatusAndIsGoneForGoodWhenItIsPulledOut)
     for (int i = 0; i < 3; ++i)
         ASSERT_TRUE(stream_.Open(path_.c_str())) << "also while it is open";
     EXPECT_EQ(openDescriptors(), before + 1);
-    ASSERT_EQ(write(node_->descriptor(), "\x16...", 4), 4);
+    const std::string device = std::filesystem::canonical(path_).string();
+    EXPECT_EQ(tools::run("ls -l /proc/self/fd | grep -c '" + device + "$' || true"), "0\n")
+        << "no child has it";
     std::uint8_t answer[4] = {};
+    ASSERT_EQ(write(node_->descriptor(), "ab", 2), 2);
+    ASSERT_EQ(stream_.Read(answer, 1, 60000), 1);
+    ASSERT_TRUE(stream_.Open(path_.c_str()));
+    ASSERT_EQ(write(node_->descriptor(), "c", 1), 1);
+    ASSERT_EQ(stream_.Read(answer, 1, 60000), 1);
+    EXPECT_EQ(answer[0], 'c') << "the rest is of the time before";
+    ASSERT_EQ(write(node_->descriptor(), "\x16...", 4), 4);
     EXPECT_EQ(stream_.QueryOneByteStatus(command, 3, 60000), 0x16);
     EXPECT_EQ(stream_.QueryResponse(command, 3, answer, 4, 0), 0) << "the rest of an old answer is none";
     node_.reset();
@@ -225,6 +256,26 @@ TEST_F(PrinterDevice, TellsItsStatusAndIsGoneForGoodWhenItIsPulledOut)
     EXPECT_FALSE(stream_.IsOpened());
     EXPECT_EQ(stream_.Write(command, 3, 0), -1);
     EXPECT_EQ(openDescriptors() + 1, before) << "and the node's own";
+}
+
+TEST_F(PrinterDevice, ADescriptorThatCannotBeWaitedForIsRefused)
+{
+    rlimit usual{};
+    getrlimit(RLIMIT_NOFILE, &usual);
+    rlimit more = usual;
+    more.rlim_cur = std::min<rlim_t>(usual.rlim_max, FD_SETSIZE + 100);
+    if (more.rlim_cur <= FD_SETSIZE)
+        GTEST_SKIP() << "there are no such descriptors here";
+    setrlimit(RLIMIT_NOFILE, &more);
+    std::vector<mirvak::UniqueFd> all;
+    do
+        all.emplace_back(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    while (all.back().get() >= 0 && all.back().get() < FD_SETSIZE - 1);
+    EXPECT_FALSE(stream_.Open(path_.c_str()));
+    all.pop_back();
+    EXPECT_TRUE(stream_.Open(path_.c_str())) << "the last one that can be";
+    EXPECT_EQ(stream_.Write(command, 3, 60000), 3);
+    setrlimit(RLIMIT_NOFILE, &usual);
 }
 
 TEST(PrinterList, HoldsWhatBeginsRightAndIsNoDirectoryAsFarAsThereIsRoom)
@@ -247,6 +298,11 @@ TEST(PrinterList, HoldsWhatBeginsRightAndIsNoDirectoryAsFarAsThereIsRoom)
     EXPECT_EQ(list(folder.path(), prefixes, lp0.size()).first, 0);
     EXPECT_EQ(list(folder.path(), nullptr, buf.size()), std::pair(2, lp0.size() + other.size() + 4));
     EXPECT_EQ(list(folder.file("nothing"), nullptr, buf.size()), std::pair(0, std::size_t(0)));
+    const std::string deep = folder.file(std::string(120, 'd') + '/' + std::string(200, 'd'));
+    std::filesystem::create_directories(deep);
+    std::ofstream(deep + "/lp0").put('x');
+    EXPECT_EQ(list(deep, prefixes, buf.size()).first, 1);
+    EXPECT_EQ(std::string(buf.c_str()), deep.substr(0, 299));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "../ui/AnsweredDialogs.h"
 #include "Command.h"
+#include "Job.h"
 #include "PictureBytes.h"
 #include "PrinterNode.h"
 #include "ReceiptPaper.h"
@@ -10,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QSignalSpy>
 #include <QTest>
 #include <QtWidgets>
 
@@ -32,8 +34,13 @@ protected:
         };
         Dialogs::instance().askText = [this](QInputDialog& dialog) {
             EXPECT_EQ(dialog.labelText(), QStringLiteral("Text: "));
-            asked_ = dialog.windowTitle();
+            asked_ = dialog.windowTitle() + QLatin1Char(' ') + dialog.textValue();
             return typed_;
+        };
+        Dialogs::instance().chooseFiles = [this](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+            EXPECT_THAT(dialog.nameFilters().join(u' ').toStdString(), ::testing::HasSubstr("*.bmp"));
+            return answers_.chosenFiles;
         };
     }
     template <class Control> Control& find(const char* name)
@@ -113,18 +120,41 @@ TEST_F(PrinterWindow, FindsOpensAndClosesADevice)
     click("buttonOpenDevice"); // nothing in the list
     EXPECT_EQ(status(), QStringLiteral("设备链接失败，请检查设备接口..."));
     EXPECT_EQ(canOpen(), 2);
-    node_ = std::make_unique<PrinterNode>(file("lp0"));
+    const PrinterNode other(file("lp1"));
+    QObject::connect(window_.get(), &PrinterWidget::aboutToScan, [this] { // one that gets ready for it
+        if (!node_)
+            node_ = std::make_unique<PrinterNode>(file("lp0"));
+    });
     click("buttonScanDevices");
+    auto& devices = find<QComboBox>("comboDevices");
+    QStringList found{devices.itemText(0), devices.itemText(1)};
+    found.sort();
+    EXPECT_EQ(found, (QStringList{file("lp0"), file("lp1")}));
+    devices.setCurrentText(file("lp0"));
     connectPrinter(); // scans again
-    EXPECT_EQ(find<QComboBox>("comboDevices").count(), 2);
-    EXPECT_EQ(find<QComboBox>("comboDevices").itemText(1), file("lp0"));
+    EXPECT_EQ(devices.count(), 4);
     EXPECT_EQ(canOpen(), 0);
     click("buttonCloseDevice");
     EXPECT_EQ(status(), QStringLiteral("设备未连接..."));
     EXPECT_EQ(canOpen(), 2);
+    click("checkBold");
+    printed();
+    EXPECT_TRUE(answers_.messages.isEmpty()) << "nothing was to be printed yet";
     click("buttonText");
     printed();
     EXPECT_EQ(answers_.messages, QStringList(QStringLiteral("Warning|Write failed")));
+
+    window_->show();
+    for (const char* part : {"buttonSkin", "buttonMinimize", "buttonMaximize"})
+        EXPECT_FALSE(find<QWidget>(part).isVisible()) << part;
+    const QSignalSpy ends(qApp, &QGuiApplication::lastWindowClosed);
+    QTimer::singleShot(0, qApp, [this] { // told while the program runs only
+        click("buttonClose");
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    });
+    QCoreApplication::exec();
+    EXPECT_EQ(ends.count(), 0) << "the program does not end with it";
+    EXPECT_FALSE(window_->isVisible());
 }
 
 TEST_F(PrinterWindow, EveryControlSendsItsBytes)
@@ -147,15 +177,21 @@ TEST_F(PrinterWindow, EveryControlSendsItsBytes)
     click("buttonText");
     EXPECT_EQ(printedHex(), "1c261b390161e7a5a80af09f98801b6402");
 
+    QString barcode = QStringLiteral("{B12345678"), qrCode = QStringLiteral("12345678"); // are proposed
     for (const int length : {5, 300}) {
         typed_ = QString(length - 3, QLatin1Char('x')) + QStringLiteral("é1");
         const QByteArray low = QByteArray::number(length + 256, 16).right(2), hex = typed_.toUtf8().toHex();
         click("buttonBarcode");
-        EXPECT_EQ(asked_, QStringLiteral("PrintBarcode"));
+        EXPECT_EQ(asked_, QStringLiteral("PrintBarcode ") + barcode);
         EXPECT_EQ(printedHex(), "1d77021d683c1d66001d48021d6b49" + low + hex + feed3);
+        barcode = typed_;
+        typed_.prepend(QLatin1Char('q'));
+        const QByteArray qrHex = typed_.toUtf8().toHex(),
+                         qrLow = QByteArray::number(length + 257, 16).right(2);
         click("buttonQrCode");
-        EXPECT_EQ(asked_, QStringLiteral("PrintQRCode"));
-        EXPECT_EQ(printedHex(), "1d77081d6b610001" + low + (length > 255 ? "01" : "00") + hex + feed3);
+        EXPECT_EQ(asked_, QStringLiteral("PrintQRCode ") + qrCode);
+        qrCode = typed_;
+        EXPECT_EQ(printedHex(), "1d77081d6b610001" + qrLow + (length > 254 ? "01" : "00") + qrHex + feed3);
     }
     typed_.clear(); // cancelled
     for (const char* name : {"buttonBarcode", "buttonQrCode", "buttonPicture"})
@@ -249,6 +285,26 @@ TEST_F(PrinterWindow, APrinterThatTakesNothingIsGivenUpAtOnceAndOnePulledOutIsTo
     EXPECT_EQ(rows(printed()).size(), 2000) << "plugged in again";
     click("buttonPicture");
     window_.reset(); // while it waits for the printer
+}
+
+TEST_F(PrinterWindow, AnOrderTellsHowMuchOfAllItsPartsHasGoneOut)
+{
+    connectPrinter();
+    PrinterLink link;
+    ASSERT_TRUE(link.open(QFile::encodeName(file("lp0"))));
+    std::shared_ptr<Job> job;
+    QObject::connect(&link, &PrinterLink::began, [&](const std::shared_ptr<Job>& begun) { job = begun; });
+    link.send([] { return PrintOrder().command("one").data(QByteArray(50000, '2')); });
+    ASSERT_TRUE(job);
+    QByteArray taken;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            taken += printed();
+            return !link.isBusy();
+        },
+        60000));
+    EXPECT_EQ(job->progress(), 1);
+    EXPECT_EQ(taken + printed(), "one" + QByteArray(50000, '2'));
 }
 
 TEST_F(PrinterWindow, ThePaperShowsWhatWasPrintedAndReadersReadIt)

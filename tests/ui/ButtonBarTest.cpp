@@ -149,7 +149,27 @@ TEST_F(ButtonBar, FlowsIntoRowsWithoutOverlap)
         bar.resize(width, bar.heightForWidth(width));
         QCoreApplication::processEvents();
         EXPECT_TRUE(placedApart(bar, buttons)) << width;
+        QRect used;
+        for (const QPushButton* button : buttons)
+            used |= button->geometry();
+        EXPECT_LE(qAbs(used.center().x() - bar.rect().center().x()), 1) << width;
+        EXPECT_LE(qAbs(used.center().y() - bar.rect().center().y()), 1) << width;
+        EXPECT_GE(used.top(), 4) << "the margin of the layout";
     }
+    const auto inFirstRow = [&] {
+        bar.resize(800, bar.heightForWidth(800));
+        QCoreApplication::processEvents();
+        QVector<int> places;
+        for (const QPushButton* button : buttons)
+            if (button->isVisible() && button->y() == buttons[0]->y())
+                places << button->x();
+        return places;
+    };
+    EXPECT_EQ(inFirstRow().size(), 9) << "half of 18, though 13 would find room";
+    bar.onDisplayMoreCheck(3, Qt::Unchecked);
+    const QVector<int> places = inFirstRow();
+    for (int i = 2; i < places.size(); ++i)
+        EXPECT_EQ(places[i] - places[i - 1], places[1] - places[0]) << "no hole where one is hidden";
 }
 
 TEST_F(ButtonBar, ThePdfButtonHasAMenuByRightClickKeyAndHold)
@@ -241,6 +261,10 @@ TEST_F(MoreWindow, StartsWithTheDefaultTicksChinesePicturesAndTheLanguageOfTheSt
         EXPECT_EQ(picture(*boxes[i]), expected);
     }
     EXPECT_EQ(more.size(), QSize(800, 600));
+    more.setFixedSize(430, 600); // as on a small screen
+    QCoreApplication::processEvents();
+    for (const QCheckBox* box : boxes)
+        EXPECT_LE(box->mapTo(&more, box->rect().bottomRight()).x(), 430);
 
     for (const auto& [running, chosen] : {std::pair(1, 0), std::pair(0, 1)}) {
         settings::appLanguage.write(settings, running);

@@ -3,14 +3,22 @@
 #include "CropDialog.h"
 #include "EntryBar.h"
 #include "LeftOverFiles.h"
+#include "ThumbnailList.h"
 
 TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 {
     list({QStringLiteral("a.JPG"), QStringLiteral("b.png"), QStringLiteral("c.bmp")});
     const std::string original = bytes("c.bmp");
+    const auto isVeiled = [this] { return entries->item(2)->data(ThumbnailList::busyRole).toBool(); };
+    key(Qt::Key_R, Qt::ControlModifier); // is another command
+    EXPECT_FALSE(isVeiled());
     key(Qt::Key_R);
+    EXPECT_TRUE(isVeiled());
     key(Qt::Key_R); // no waiting for the first
+    key(Qt::Key_F2);
+    EXPECT_FALSE(name()->isVisible()) << "not while it is being worked on";
     ASSERT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isVeiled(); }));
     key(Qt::Key_R, Qt::ShiftModifier);
     ASSERT_TRUE(becomes(QStringLiteral("c.bmp"), 't'));
     EXPECT_EQ(QImage(file(QStringLiteral("c.bmp"))).size(), QSize(48, 64));
@@ -23,6 +31,14 @@ TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
     key(Qt::Key_R);
     EXPECT_TRUE(becomes(QStringLiteral("a.JPG"), 't') && becomes(QStringLiteral("b.png"), 't'));
     EXPECT_TRUE(becomes(QStringLiteral("c.bmp"), 'r'));
+    save(QStringLiteral("d.png"));
+    strip.AddImage(file(QStringLiteral("d.png")), 0);
+    strip.RemoveItem(0, true);
+    undo();
+    EXPECT_EQ(strip.Count(), 4) << "the deletion came last";
+    EXPECT_EQ(redOf(file(QStringLiteral("c.bmp"))), 'r');
+    strip.RemoveItem(0, false);
+    entries->selectAll();
     for (int i = 0; i < 6; ++i) // more than there is to be taken back
         undo();
     EXPECT_TRUE(QTest::qWaitFor([&] { return hidden().isEmpty(); }));
@@ -49,8 +65,25 @@ TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
     QTest::keyClick(name(), Qt::Key_Escape);
     EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     EXPECT_TRUE(strip.hasFocus());
+    hover(1);
+    EXPECT_TRUE(strip.findChild<EntryBar*>()->isVisible());
     key(Qt::Key_F2);
+    EXPECT_FALSE(strip.findChild<EntryBar*>()->isVisible()) << "it would lie over the entry that is named";
     EXPECT_EQ(name()->text(), QStringLiteral("a")) << "what it is stays";
+    QTest::keyClicks(name(), QStringLiteral("x"));
+    QFocusEvent otherWindow(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(name(), &otherWindow);
+    EXPECT_TRUE(name()->isVisible()) << "one who looks something up comes back";
+    EXPECT_EQ(names().last(), QStringLiteral("a.png"));
+    QTest::keyClick(name(), Qt::Key_Escape);
+    rename("a.b");
+    key(Qt::Key_F2);
+    EXPECT_EQ(name()->text(), QStringLiteral("a.b"));
+    QTest::keyClick(name(), Qt::Key_Escape);
+    rename("a");
+    undo();
+    undo();
+    EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     rename("Invoice 7.PNG");
     EXPECT_EQ(names().last(), QStringLiteral("Invoice 7.png"));
     EXPECT_EQ(entries->item(1)->text(), QStringLiteral("Invoice 7.png"));
@@ -93,6 +126,21 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     EXPECT_EQ(bytes("a.png"), "damaged");
     save(QStringLiteral("a.png"));
     key(Qt::Key_R);
+    ASSERT_TRUE(becomes(QStringLiteral("a.png"), 't'));
+    std::string same = bytes("a.png"); // written in place at once, as many bytes of other content
+    same.back() = char(same.back() ^ 1);
+    dir.write("a.png", same);
+    undo();
+    EXPECT_TRUE(says("a.png was changed"));
+    EXPECT_EQ(bytes("a.png"), same);
+    key(Qt::Key_F2);
+    strip.AddImage(save(QStringLiteral("short.png")), -1);
+    QFile::remove(file(QStringLiteral("a.png")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return strip.Count() == 1; }));
+    EXPECT_FALSE(name()->isVisible()) << "there is nothing left to be named";
+    strip.AddImage(save(QStringLiteral("a.png")), -1);
+    strip.setFocus();
+    key(Qt::Key_R);
     const QString written = save(QStringLiteral("part.png"), QSize(50, 40));
     ASSERT_EQ(std::rename(written.toLocal8Bit().constData(), other.toLocal8Bit().constData()), 0);
     EXPECT_TRUE(says("was changed by another program")) << "while it was being turned";
@@ -125,6 +173,11 @@ TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
     };
     key(Qt::Key_Home);
     EXPECT_TRUE(QTest::qWaitFor([&] { return isOver(0); }));
+    hover(1);
+    EXPECT_TRUE(isOver(1));
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(entries->viewport(), &leave);
+    EXPECT_TRUE(isOver(0)) << "the one with the keys";
     hover(1);
     EXPECT_TRUE(isOver(1));
     EXPECT_FALSE(isOffered("entryUndo"));
@@ -182,6 +235,7 @@ TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
                       .toStdString());
     dir.write("turned.jpg", turned);
     strip.AddImage(file(QStringLiteral("turned.jpg")), -1);
+    EXPECT_EQ(entries->item(0)->icon().actualSize(QSize(500, 500)), QSize(75, 100)) << "before it is read";
     const auto icon = [&] { return entries->item(0)->icon().pixmap(QSize(500, 500)).toImage(); };
     EXPECT_TRUE(QTest::qWaitFor([&] { // its room comes first, in the same shape
         const QImage shown = icon();
@@ -208,6 +262,14 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
         ASSERT_NE(dialog(), nullptr);
         auto* accept = dialog()->findChild<QPushButton*>(QStringLiteral("cropAccept"));
         ASSERT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); })) << "the picture has been read";
+        const QSize usual = dialog()->size();
+        const auto lastAt = [&] { return dialog()->findChild<QWidget*>(QStringLiteral("corner2"))->pos(); };
+        const QPoint usualPlace = lastAt();
+        dialog()->resize(usual - QSize(150, 120));
+        QCoreApplication::processEvents();
+        EXPECT_NE(lastAt(), usualPlace) << "the corners stay on the picture";
+        dialog()->resize(usual);
+        QCoreApplication::processEvents();
         auto* view = dialog()->findChild<CropView*>();
         const auto corner = [&](int i) {
             return view->findChild<QWidget*>(QStringLiteral("corner%1").arg(i));
@@ -220,7 +282,7 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
             for (int step = 0; step < (right - left) / 20; ++step)
                 QTest::keyClick(corner(i), Qt::Key_Right, Qt::ShiftModifier);
         }
-        const QPoint grip = corner(0)->rect().center();
+        const QPoint grip = corner(0)->rect().center() + QPoint(6, -5); // wherever it is held
         QTest::mousePress(corner(0), Qt::LeftButton, Qt::NoModifier, grip);
         QMouseEvent beyond(
             QEvent::MouseMove, grip + QPoint(right, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);

@@ -1,5 +1,6 @@
 // Files that leave the strip for other programs, and come from them.
 #include "AfterTheCapture.h"
+#include "ThumbnailList.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -32,6 +33,7 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
         for (const QUrl& url : drag.mimeData()->urls())
             dragged.append(url.fileName());
         allowed = actions;
+        EXPECT_TRUE(dynamic_cast<ThumbnailList&>(*entries).isDragging());
     };
     list({QStringLiteral("a.png"), QStringLiteral("b b.png"), QStringLiteral("c.png")});
     const auto click = [&](int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
@@ -56,6 +58,7 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
         EXPECT_TRUE(QTest::qWaitFor(held));
         QTest::mouseRelease(
             entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row) - QPoint(60, 0));
+        EXPECT_FALSE(dynamic_cast<ThumbnailList&>(*entries).isDragging());
         return dragged.join(u'|');
     };
     click(0);
@@ -100,7 +103,12 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
         EXPECT_TRUE(said().contains(QStringLiteral("notes.txt, x.png, an offer of…g office.txt")))
             << qPrintable(said());
         EXPECT_TRUE(QFile::exists(file(QStringLiteral("notes.txt"))));
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent moved({5, 5}, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
         strip.clearthumbnail(false);
+        QCoreApplication::sendEvent(&strip, &moved);
+        EXPECT_FALSE(moved.isAccepted()) << "the other program would delete what it believes moved";
         strip.becomePageList();
     }
 }

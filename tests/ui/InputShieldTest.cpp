@@ -57,4 +57,14 @@ TEST(InputShield, WhatIsPressedMeanwhileNeverHappens)
     EXPECT_EQ(commands, 3) << "a button that was held does not click";
     pressAll();
     EXPECT_EQ(commands, 6);
+
+    shield.emplace();
+    QCloseEvent byUser;
+    QSpontaneKeyEvent::setSpontaneous(&byUser); // of the window manager
+    qApp->notify(&window, &byUser);
+    EXPECT_TRUE(!byUser.isAccepted() && shield->isEscapeSeen()) << "as good as Escape";
+    QWidget other;
+    other.show();
+    other.close();
+    EXPECT_FALSE(other.isVisible()) << "the program closes what it likes";
 }

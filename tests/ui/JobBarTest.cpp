@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -77,8 +78,11 @@ TEST_F(JobBarTest, EscapeCancelsWhereTheKeyboardIsAndNowhereElse)
     for (int i = 0; i < 3 && !cancel->hasFocus(); ++i)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_TRUE(cancel->hasFocus());
+    QShortcut leaves(Qt::Key_Escape, &window);
+    QSignalSpy left(&leaves, &QShortcut::activated);
     QTest::keyClick(cancel, Qt::Key_Escape);
     EXPECT_TRUE(job->isStopped());
+    EXPECT_EQ(left.count(), 0) << "the job is meant, not the window";
     EXPECT_FALSE(cancel->isEnabled()) << "once is enough";
     EXPECT_TRUE(bar.isVisible()) << "until it has really ended";
     bar.follow(QStringLiteral("again"), job = std::make_shared<Job>());

@@ -96,6 +96,10 @@ TEST(MsgBox, GrowsAndShrinksWithItsText)
             const auto* label = box.findChild<QLabel*>(QStringLiteral("labelMessage"));
             EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "text cut off";
             EXPECT_LE(label->width(), box.width());
+            if (text.contains(path)) {
+                EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(path))
+                    << "it cannot be broken";
+            }
             sizes[next++] = box.size();
             box.accept();
         });

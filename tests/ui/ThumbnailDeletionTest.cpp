@@ -85,6 +85,7 @@ TEST_F(ThumbnailStrip, ADeletionCanBeTakenBack)
     EXPECT_EQ(QImage(taken).pixelColor(0, 0), QColor(Qt::green)) << "never replaced";
     EXPECT_TRUE(said().startsWith(QStringLiteral("Brought back as c (2).png:"))) << qPrintable(said());
     EXPECT_TRUE(hidden().isEmpty() && offer().isEmpty());
+    EXPECT_FALSE(strip.findChild<QWidget*>(QStringLiteral("undoBar"))->findChild<QTimer*>()->isActive());
     EXPECT_EQ(list->selectedItems().size(), 3);
     save("a.png", Qt::yellow);
     EXPECT_TRUE(turns(0, Qt::yellow)) << "it is followed again";
@@ -172,6 +173,13 @@ TEST_F(ThumbnailStrip, APageListKeepsTheFiles)
     QTest::keyClick(&strip, Qt::Key_Delete);
     EXPECT_EQ(names(strip), words("b.png c.png"));
     EXPECT_TRUE(list->item(0)->isSelected()) << "the key can be pressed again";
+    QFile::remove(file("c.png"));
+    QFile::remove(file("a.png")); // which is no page any more
+    ASSERT_TRUE(QTest::qWaitFor([&] { return strip.Count() == 1; }));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(said().startsWith(QStringLiteral("c.png"))) << qPrintable(said());
+    save("a.png");
+    add("c.png");
     list->setCurrentRow(1);
     choose("Move up");
     EXPECT_EQ(names(strip), words("c.png b.png"));

@@ -80,6 +80,12 @@ TEST_F(ThumbnailStrip, RefusesWhatIsNoPicture)
     strip.AddImage(file("cut.png"), -1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return strip.Count() == 0; })) << "broken behind its header";
     EXPECT_TRUE(said().endsWith(QStringLiteral("missing.bmp and 1 more")));
+    QPixmap stock(20, 20);
+    dir.write("notes.rtf", "{\\rtf1}");
+    strip.AddImage(stock, file("notes.rtf"), -1);
+    strip.onPrint(); // something else is said
+    strip.AddImage(file("empty.png"), -1);
+    EXPECT_TRUE(said().endsWith(QStringLiteral(": empty.png"))) << qPrintable(said());
 }
 
 TEST_F(ThumbnailStrip, TheMenuFollowsTheState)
@@ -150,6 +156,10 @@ TEST_F(ThumbnailStrip, OpensFilesAndFoldersAndAddsChosenOnes)
 
 TEST_F(ThumbnailStrip, PrintsThePictureOnAPageOfItsOrientationOrSaysWhyNot)
 {
+    strip.AddImage(save("wide.png", Qt::red, QSize(400, 200)), -1);
+    strip.onPrint(); // and the dialog cancelled
+    EXPECT_EQ(said(), QString());
+    strip.RemoveItem(0, false);
     QString pdf = file("out.pdf");
     Dialogs::instance().choosePrinter = [&](QPrinter& printer, QWidget*) {
         printer.setOutputFileName(pdf);

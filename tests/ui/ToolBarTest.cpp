@@ -91,12 +91,25 @@ TEST_F(ToolStrip, TheSecondCameraLocksTheViewButNotItself)
     QObject::connect(&bar, &ToolBar::checkAssistSign, &bar, [&] { zoomAtSignal.append(zoom->isEnabled()); });
     assist->click();
     bar.SetAssistChecked(true); // no change, no signal
-    EXPECT_FALSE(part<QComboBox>(bar, "comboDevice")->isEnabled());
-    EXPECT_TRUE(assist->isEnabled());
+    for (const char* name : {"comboDevice",
+                             "comboModel",
+                             "comboResolution",
+                             "buttonAdapt",
+                             "buttonFullScreen",
+                             "buttonZoomIn",
+                             "buttonZoomOut",
+                             "buttonRotateLeft",
+                             "buttonRotateRight",
+                             "buttonFreeze"})
+        EXPECT_FALSE(part<QWidget>(bar, name)->isEnabled()) << name;
+    bar.SetAssistEnable(false);
+    EXPECT_TRUE(assist->isEnabled()) << "one that is on can be switched off";
     EXPECT_TRUE(part<QPushButton>(bar, "buttonDeskew")->isEnabled());
     bar.SetAssistChecked(false);
     EXPECT_TRUE(part<QComboBox>(bar, "comboDevice")->isEnabled());
     EXPECT_EQ(assistSign, (QList<QVariantList>{{true}, {false}}));
+    bar.SetAssistEnable(false);
+    EXPECT_FALSE(assist->isEnabled());
     EXPECT_EQ(zoomAtSignal, (QList<bool>{false, true})) << "locked before it is reported";
 }
 

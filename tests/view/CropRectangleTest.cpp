@@ -58,6 +58,12 @@ TEST_F(VideoViewTest, DrawsARectangleThatBeginsUnderTheToolBar)
     EXPECT_TRUE(view_->isSelectionMode()) << "a drag is not a click";
     EXPECT_EQ(bar_->y(), 0) << "back, so that the mode can be ended";
 
+    QTest::mousePress(host, Qt::RightButton, {}, from);
+    QTest::mouseMove(host, to);
+    QTest::mouseRelease(host, Qt::RightButton, {}, to);
+    EXPECT_EQ(selected.count(), 1) << "by the left button only";
+    EXPECT_EQ(bar_->y(), 0);
+
     mouse(*view_, QEvent::MouseButtonPress, {20, 60});
     EXPECT_LT(bar_->geometry().bottom(), 0);
     mouse(*view_, QEvent::MouseButtonRelease, {20, 60});
@@ -68,6 +74,11 @@ TEST_F(VideoViewTest, DrawsARectangleThatBeginsUnderTheToolBar)
     QTest::mouseMove(host, to);
     QTest::mouseRelease(host, Qt::LeftButton, {}, to);
     EXPECT_EQ(selected.count(), 2) << "not outside the mode";
+    view_->onDeskewChanged(2, true);
+    mouse(*view_, QEvent::MouseButtonPress, {20, 60});
+    EXPECT_LT(bar_->geometry().bottom(), 0);
+    view_->onDeskewChanged(2, false); // while the mouse still draws
+    EXPECT_EQ(bar_->y(), 0);
 }
 
 TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)

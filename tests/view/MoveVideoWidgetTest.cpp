@@ -1,6 +1,7 @@
 #include "MoveVideoWidget.h"
 
 #include "MouseAndFrames.h"
+#include "MoveVideoView.h"
 #include "ToolBar.h"
 #include "VideoView.h"
 
@@ -118,18 +119,21 @@ TEST_F(MoveVideoWidgetTest, IsDraggedOnThePictureAndCarriedAlong)
     QMouseEvent move(QEvent::MouseMove, {50, 50}, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(inset, &move);
     EXPECT_EQ(inset->GetOffsetPos(), QPoint(600, 450)) << "no button is down";
+    const QRect place = inset->geometry();
     view->ClearFrame();
-    EXPECT_EQ(inset->size(), QSize(400, 300)) << "the main camera is gone, not this one";
+    EXPECT_EQ(inset->geometry(), place) << "the main camera is gone, not this one";
 }
 
 TEST_F(MoveVideoWidgetTest, ObeysTheGivenPlaceBelowTheToolBarAndKeepsThePreviewFromTheMouse)
 {
     EXPECT_FALSE(inset->isVisible());
+    inset->showAt(3);
     inset->ShowMvVideoWgt(30, 40, 160, 120);
     EXPECT_TRUE(inset->isVisible());
     EXPECT_EQ(inset->geometry(), QRect(30, 40, 160, 120));
     inset->SetMvDataFrame(plain({320, 160}, Qt::blue)); // of another shape
     QCoreApplication::processEvents();
+    EXPECT_EQ(inset->pos(), QPoint(30, 40)) << "no corner holds it any more";
     inset->ShowMvVideoWgt(30, 40, 160, 120);
     EXPECT_EQ(shownAt({110, 50}), QColor(32, 32, 32)) << "not stretched";
     EXPECT_EQ(shownAt({110, 100}), QColor(Qt::blue));
@@ -143,6 +147,17 @@ TEST_F(MoveVideoWidgetTest, ObeysTheGivenPlaceBelowTheToolBarAndKeepsThePreviewF
     EXPECT_EQ(inset->GetOffsetPos(), QPoint(5, 6));
     inset->SetMainPos({120, 110});
     EXPECT_EQ(inset->pos(), QPoint(125, 116));
+
+    MoveVideoWidget early(view);
+    early.ShowMvVideoWgt(5, 6, 70, 50);
+    early.followMain(main()); // the first picture of the main camera
+    EXPECT_EQ(early.geometry(), QRect(5, 6, 70, 50));
+    MoveVideoView plainView;
+    plainView.SetFrame(plain({32, 16}, Qt::blue));
+    plainView.ClearFrame(); // before it was painted
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(plainView.frameSize().isEmpty());
+    early.hide();
 
     inset->ShowMvVideoWgt(200, 0, 200, 150);
     auto* bar = view->findChild<ToolBar*>();

@@ -1,6 +1,7 @@
 #include "ShownView.h"
 #include "TimerEnd.h"
 
+#include <QComboBox>
 #include <QPushButton>
 #include <QSignalSpy>
 
@@ -84,11 +85,18 @@ TEST_F(VideoViewTest, ZoomsByWheelAndKeysWithinItsLimitsAndPansByDragging)
     mouse(*view_, QEvent::MouseMove, {203, 152});
     mouse(*view_, QEvent::MouseButtonRelease, {200, 150});
     EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-7, -5));
+    mouse(*view_, QEvent::MouseButtonPress, {200, 150});
     view_->SetMouseStatue(false);
+    mouse(*view_, QEvent::MouseMove, {230, 180}); // what it held is let go
     drag(*view_, {200, 150}, {220, 170});
     wheel(*view_, {0, 120});
     EXPECT_EQ(view_->GetImageCurrentPoint() - before, QPoint(-7, -5));
     EXPECT_EQ(view_->zoom(), 1.1);
+    QSignalSpy moved(view_, &VideoView::pictureMoved);
+    for (int i = 0; i < 2; ++i)
+        view_->SetViewAdap();
+    ASSERT_EQ(moved.count(), 1) << "the second time it lies there already";
+    EXPECT_EQ(moved[0][0].toRect(), QRect(0, 0, 400, 300));
 }
 
 TEST_F(VideoViewTest, DrawsTheBookLineThroughTheMiddleOfThePictureAndFollowsItsSize)
@@ -130,6 +138,26 @@ TEST_F(VideoViewTest, KeepsAFrozenPictureUntilItIsToggledAgain)
     show(plain({400, 300}, Qt::blue));
     EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::green));
     EXPECT_NE(picture(), live) << "a sign says that it is a still";
+    auto* save = view_->findChild<QPushButton*>(QStringLiteral("buttonSaveFrozen"));
+    EXPECT_FALSE(save->isVisible()) << "the still of the camera has not come yet";
+    view_->ShowStill(plain({400, 300}, Qt::red));
+    EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::red));
+    EXPECT_TRUE(save->isVisible());
+    QWidget* bar = save->parentWidget();
+    const QPoint from = bar->mapTo(&window_, QPoint(3, bar->height() / 2)); // beside the button
+    QTest::mousePress(window_.windowHandle(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(window_.windowHandle(), from + QPoint(60, 40));
+    QTest::mouseRelease(window_.windowHandle(), Qt::LeftButton, {}, from + QPoint(60, 40));
+    EXPECT_EQ(view_->GetImageCurrentPoint(), QPoint(0, 0)) << "no hold on the picture";
+    window_.resize(330, 300);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view_->rect().contains(bar->geometry()));
+    EXPECT_TRUE(bar->rect().contains(save->geometry()));
+    window_.resize(400, 300);
+    for (int i = 0; i < 2; ++i)
+        Q_EMIT bar_->clickFreezSign();
+    EXPECT_TRUE(view_->isFrozen());
+    EXPECT_FALSE(save->isVisible()) << "nor has that of this one";
     Q_EMIT bar_->clickFreezSign();
     show(plain({400, 300}, Qt::blue));
     EXPECT_EQ(picture().pixelColor(200, 150), QColor(Qt::blue));
@@ -149,6 +177,10 @@ TEST_F(VideoViewTest, ShowsANoticeForAWhile)
     auto* timer = view_->findChild<QTimer*>(QStringLiteral("noticeTimer"));
     ASSERT_TRUE(timer && timer->isActive());
     EXPECT_GE(timer->interval(), 3000) << "long enough to be read";
+    const int usual = timer->interval();
+    timer->start(100 * usual);
+    view_->ShowNotice(QStringLiteral("another one"));
+    EXPECT_EQ(timer->interval(), usual) << "each has its own time";
     endNow(*timer);
     EXPECT_EQ(picture(), before);
 }
@@ -219,6 +251,7 @@ TEST_F(VideoViewTest, ShowsTheToolBarToTheMouseAndToTheTabKey)
     window_.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
     elsewhere.setFocus();
+    QTest::keyClick(&elsewhere, Qt::Key_A);
     QTest::mouseClick(&elsewhere, Qt::LeftButton);
     view_->setFocus(Qt::TabFocusReason); // as after the focused control was disabled
     EXPECT_FALSE(bar_->isVisible());
@@ -237,6 +270,18 @@ TEST_F(VideoViewTest, ShowsTheToolBarToTheMouseAndToTheTabKey)
     EXPECT_TRUE(bar_->isVisible()) << "the keyboard is in it";
     elsewhere.setFocus(Qt::TabFocusReason);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !bar_->isVisible(); }));
+
+    view_->SetDeviceNames({QStringLiteral("one"), QStringLiteral("two")});
+    auto* devices = bar_->findChild<QComboBox*>(QStringLiteral("comboDevice"));
+    send(QEvent::Enter);
+    QTest::mouseClick(devices, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activePopupWidget() != nullptr; }));
+    send(QEvent::Leave);
+    EXPECT_TRUE(bar_->isVisible()) << "its list is open";
+    devices->hidePopup();
+    send(QEvent::Leave);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bar_->isVisible(); }));
+    EXPECT_TRUE(view_->hasFocus()) << "and no other control of the window gets the keys";
 }
 
 TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
@@ -254,11 +299,15 @@ TEST_F(VideoViewTest, GoesToTheFullScreenAndBackToItsPlace)
     };
     const std::vector<std::function<void()>> waysBack{
         [&] { view_->toggleFullscreen(); },
-        [&] { QTest::keyClick(view_, Qt::Key_Escape); },
+        [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); }, // whoever has the keys
         [&] { view_->close(); },
     };
+    QPushButton elsewhere(&window_);
+    elsewhere.show();
     for (const std::function<void()>& goBack : waysBack) {
+        elsewhere.setFocus();
         view_->toggleFullscreen();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return view_->hasFocus(); })) << "for the Escape key";
         ASSERT_TRUE(
             QTest::qWaitFor([&] { return view_->isFullScreen() && view_->size() == QSize(800, 600); }));
         EXPECT_EQ(view_->GetImageCurrentSize(), QSize(800, 800)) << "the picture covers the screen";
