@@ -124,6 +124,7 @@ std::vector<ReadBlock> partWords(const ReadBlock& lines, const std::vector<TextA
         }
     }
     std::vector<ReadBlock> blocks;
+    blocks.reserve(rows.size());
     for (Rows& own : rows)
         blocks.push_back(own.take());
     return blocks;
