@@ -89,6 +89,9 @@ TEST(SecondOpinion, WornWordsStayInTheirLanguage)
     EXPECT_TRUE(mirvak::losesWords(worn, isWord, strange, never));
     EXPECT_FALSE(mirvak::losesWords(garbage, isWord, russian, isWord));
     EXPECT_FALSE(mirvak::losesWords(garbage, isWord, strange, never)) << "nothing is lost";
+    const std::vector<ReadWord> name{word("Обрезки", 60)}, figures{word("O6pe3Ku", 90)};
+    EXPECT_TRUE(mirvak::losesWords(name, never, figures, isWord)) << "digits for letters";
+    EXPECT_FALSE(mirvak::losesWords({word("КТХ60З3", 60)}, never, {word("RTX6033", 90)}, isWord));
     const std::vector<ReadWord> half{word("to", 50), word("tbo", 40)};
     EXPECT_FALSE(mirvak::losesWords(half, isWord, russian, isWord)) << "less than half is known";
     EXPECT_TRUE(mirvak::losesWords(worn, isWord, worn, isWord)) << "no better";

@@ -69,6 +69,14 @@ double knownShare(const std::vector<ReadWord>& words, const IsWord& isWord)
     return all > 0 ? known / all : 0;
 }
 
+// In a word they stand for letters that the model does not know.
+bool hasDigits(const std::vector<ReadWord>& words)
+{
+    return std::any_of(words.begin(), words.end(), [](const ReadWord& word) {
+        return word.text.find_first_of("0123456789") != std::string::npos;
+    });
+}
+
 IsWord wordsOf(const TextModel& model)
 {
     return [&model](const std::string& word) { return model.knows(word); };
@@ -233,8 +241,8 @@ bool losesWords(const std::vector<ReadWord>& old,
                 const std::vector<ReadWord>& other,
                 const IsWord& isOthersWord)
 {
-    const double known = knownShare(old, isWord);
-    return known > mostKnown && known >= knownShare(other, isOthersWord);
+    const double known = knownShare(old, isWord), others = knownShare(other, isOthersWord);
+    return (known > mostKnown && known >= others) || (others == 0 && !hasDigits(old) && hasDigits(other));
 }
 
 void askOthers(ReadPage& page,
