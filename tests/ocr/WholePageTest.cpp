@@ -78,7 +78,7 @@ TEST(WholePage, WordsOfALineGoToTheAreasInWhichTheyStand)
     const std::vector<TextArea> areas{{{90, 90, 200, 200}, {}, false}, {{400, 90, 300, 200}, {}, false}};
     const ReadBlock lines{line({word("left", 100, 100), word("right", 410, 100), word("end", 520, 100)}),
                           line({word("below", 410, 140)}),
-                          line({word("torn", 250, 180), word("nowhere", 800, 180)}),
+                          line({word("torn", 240, 180), word("nowhere", 800, 180)}),
                           line({word("lower", 100, 140)})};
     const std::vector<ReadBlock> blocks = mirvak::partWords(lines, areas, height);
     ASSERT_EQ(blocks.size(), 2U);
@@ -103,6 +103,10 @@ TEST(WholePage, WhatStandsOnOneLevelIsOneLineFromTheTop)
                           line({word("thread", 100, 180)})};
     EXPECT_EQ(textOf(mirvak::partWords(lines, page, height)[0]),
               "jug price 12.50|paper of [|thread price 7.90|");
+    // Words between others: the recogniser takes wide spaces of a line for the edge of a column.
+    const ReadBlock wide{line({word("large", 100, 100), word("dial", 300, 100), word("black", 500, 100)}),
+                         line({word("white", 200, 102), word("and", 400, 102)})};
+    EXPECT_EQ(textOf(mirvak::partWords(wide, page, height)[0]), "large white dial and black|");
     // A line below another one is none of it, nor is one over it that begins further right.
     EXPECT_EQ(textOf(mirvak::partWords(
                   {line({word("b", 300, 115)}), line({word("a", 100, 100)})}, page, height)[0]),

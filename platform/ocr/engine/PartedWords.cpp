@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 #include <optional>
 
 namespace mirvak {
@@ -43,22 +44,24 @@ public:
     }
 
 private:
-    // Beside the row's words, on the level of the nearest one: a row may bend.
+    // Beside the row's words or between them, on the level of the nearest one: a row may bend.
     bool goesOn(const ReadLine& row, const ReadLine& piece) const
     {
-        const ReadWord* nearest = &row.words.front();
-        int most = 0;
-        for (const ReadWord& word : row.words) {
-            const int over = shared(word.box.left, word.box.right, piece.box.left, piece.box.right);
-            if (over > mostBeside * std::min(word.box.width(), piece.box.width()))
-                return false;
-            if (&word == nearest || over > most) {
-                nearest = &word;
-                most = over;
+        const Box* nearest[] = {&row.words.front().box, &piece.words.front().box};
+        int most = std::numeric_limits<int>::min();
+        for (const ReadWord& own : row.words) {
+            for (const ReadWord& other : piece.words) {
+                const int over = shared(own.box.left, own.box.right, other.box.left, other.box.right);
+                if (over > mostBeside * std::min(own.box.width(), other.box.width()))
+                    return false;
+                if (over > most) {
+                    most = over;
+                    nearest[0] = &own.box;
+                    nearest[1] = &other.box;
+                }
             }
         }
-        const Box& a = nearest->box;
-        const Box& b = (a.left < piece.box.left ? piece.words.front() : piece.words.back()).box;
+        const Box &a = *nearest[0], &b = *nearest[1];
         const int down = std::abs(a.top + a.bottom - b.top - b.bottom) / 2;
         return down < sameLevel * std::max(height_, std::min(a.height(), b.height()));
     }
