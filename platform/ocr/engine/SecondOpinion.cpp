@@ -25,8 +25,9 @@ constexpr double gain = 8; // percent that another reading must be better by
 // others, most of all Latin letters and Cyrillic ones.
 constexpr double trusted = 80;
 constexpr double mostKnown =
-    0.5;                      // of the letters in words of the page's own language, when it is another one
-constexpr int leastWidth = 2; // heights of the line: shorter scraps are read well by any model
+    0.5;                        // of the letters in words of the page's own language, when it is another one
+constexpr double sureName = 92; // percent; a name that no dictionary has is read as surely as a word
+constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
 constexpr int shortLine = 4; // heights of the line
 
@@ -242,7 +243,8 @@ bool losesWords(const std::vector<ReadWord>& old,
                 const IsWord& isOthersWord)
 {
     const double known = knownShare(old, isWord), others = knownShare(other, isOthersWord);
-    return (known > mostKnown && known >= others) || (others == 0 && !hasDigits(old) && hasDigits(other));
+    return (known > mostKnown && known >= others) ||
+           (others == 0 && (confidenceOf(other) < sureName || (!hasDigits(old) && hasDigits(other))));
 }
 
 void askOthers(ReadPage& page,

@@ -16,7 +16,7 @@ constexpr float leastOfSigns = 60;      // for what is neither letter nor digit
 // In heights of a mark. A full stop stands at its word; what is as small and stands off is dust, which is
 // also read as strokes and rings.
 constexpr double speck = 0.28, standsOff = 0.4;
-constexpr double dash = 1.2; // the least width, in heights of a mark
+constexpr double dash = 0.95; // the least width, in heights of a mark
 
 long lettersOf(const ReadWord& word)
 {
