@@ -405,6 +405,21 @@ TEST(PageMarks, PalePicturesGoAsAWholeAndFaintPrintStays)
     EXPECT_EQ(marks.boxes.size(), text.boxes.size() + faint.boxes.size());
 }
 
+// Its strokes stand below each other like lines of print.
+TEST(PageMarks, HatchedPicturesGoAsAWhole)
+{
+    Marks text;
+    addText(text, 120, 60, 8, 40);
+    cv::Mat page = drawn(text, {900, 1000});
+    const cv::Rect place(200, 420, 420, 260);
+    cv::rectangle(page, place, 190, cv::FILLED);
+    for (int i = 0; i < 150; ++i)
+        cv::rectangle(page, {place.x + 12 + i % 5 * 80, place.y + 10 + i / 5 * 8, 66, 3}, 60, cv::FILLED);
+    const Marks marks = mirvak::cleanMarks(page);
+    EXPECT_EQ(marks.boxes.size(), text.boxes.size());
+    EXPECT_EQ(inkIn(page, place), 0U);
+}
+
 TEST(PageMarks, DotsOverLettersStayWhereThereIsDirt)
 {
     Marks text;

@@ -142,6 +142,12 @@ TEST_F(Recognition, LanguagesMayBeMixed)
         english.join(QLatin1Char(' '));
     EXPECT_LE(errorShare(all.toStdU32String(), text), 0.04);
     EXPECT_EQ(text.find(U"支 持"), std::u32string::npos) << "no spaces between ideographs";
+    const QStringList russian{QStringLiteral("Часы на старой станции отстали на четыре минуты,"),
+                              QStringLiteral("и каждый вечер смотритель записывал это в тетрадь."),
+                              QStringLiteral("Потом он закрывал дверь и шёл домой по берегу.")};
+    page = testPages::page({1300, 500}, russian + english.mid(0, 1));
+    EXPECT_LE(errorShare((russian + english.mid(0, 1)).join(QLatin1Char(' ')).toStdU32String(), read(page)),
+              0.02);
 }
 
 TEST_F(Recognition, CharactersThatTheModelHardlyKnowsAreReadByTheirShapes)

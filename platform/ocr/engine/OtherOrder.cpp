@@ -52,7 +52,7 @@ void tryOtherOrder(ReadPage& page, const cv::Mat& grey, TextModel& model, const 
     if (ours.letters == 0 || ours.confidence > badly * ours.letters)
         return;
     bool late = false;
-    ReadBlock lines = model.read(grey, {}, Shape::page, limit, late);
+    ReadBlock lines = model.readPage(grey, nominalDpi, limit, late);
     theirs.add(lines);
     if (!late && theirs.good > clearly * ours.good)
         page.blocks = blocksOf(std::move(lines));

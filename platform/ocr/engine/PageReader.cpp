@@ -1,16 +1,15 @@
 #include "PageReader.h"
 
+#include "AreaReader.h"
 #include "Bearing.h"
-#include "Columns.h"
-#include "Confidence.h"
 #include "GlyphCheck.h"
 #include "LanguageChoice.h"
 #include "OtherOrder.h"
-#include "PageMap.h"
 #include "PagePicture.h"
 #include "Scraps.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
+#include "WordCheck.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +24,7 @@ using std::chrono::seconds;
 
 // A dense page takes two seconds on a desktop and perhaps eight on a small board.
 constexpr seconds glanceTime(6), readingTime(45), doubtfulTime(6), otherOrderTime(12), opinionTime(12),
-    glyphTime(6);
+    glyphTime(6), wordTime(6);
 
 // Heights of a small letter, px: below, strokes run together; above, there is only more to compute.
 constexpr int smallest = 11, wanted = 13, largest = 70, enough = 40;
@@ -44,6 +43,7 @@ constexpr double leastConfidence = 40, doubtfully = 60;
 struct Sheet
 {
     PagePicture picture;
+    PlainPicture plain;
     Marks marks;
     Glance glance;
 };
@@ -75,6 +75,7 @@ Sheet turned(const Sheet& sheet, int quarterTurns)
     Sheet other = sheet;
     if (quarterTurns != 0) {
         turnPage(other.picture, quarterTurns);
+        cv::rotate(sheet.plain.grey, other.plain.grey, quarterTurns - 1);
         other.marks = cleanMarks(other.picture.grey);
     }
     return other;
@@ -100,88 +101,31 @@ void setUpright(Sheet& sheet, Models& models, const Limit& limit)
     }
 }
 
-// Paper where other areas reach into this one.
-cv::Mat pictureOf(const TextArea& area, const cv::Mat& grey, int margin)
+bool isDoubtful(const Sheet& sheet)
 {
-    cv::Mat cut = cutOut(grey, area.box, margin);
-    const cv::Point origin = area.box.tl() - cv::Point(margin, margin);
-    for (const cv::Rect& mark : area.foreign)
-        cut((mark - origin) & cv::Rect({0, 0}, cut.size())).setTo(255);
-    return cut;
+    return sheet.glance.confidence < doubtfully;
 }
 
-Homography homographyOf(const cv::Matx33d& matrix)
+// Of what may be no page at all the first areas are enough, and small print is read best when it was scaled
+// up.
+bool isReadAsWhole(const Sheet& sheet)
 {
-    Homography values{};
-    std::copy(matrix.val, matrix.val + values.size(), values.begin());
-    return values;
+    return !sheet.glance.model->isUnspaced() && !isDoubtful(sheet) &&
+           sheet.picture.grey.cols <= sheet.plain.grey.cols;
 }
 
-// Lines that run upward or downward are read in the way in which they are read best. For the running text
-// their words have the place of the whole; `frame` receives the way from their own places to `picture`.
-ReadBlock readSideways(
-    TextModel& model, const cv::Mat& picture, const TextArea& area, const Limit& limit, cv::Matx33d& frame)
-{
-    ReadBlock best;
-    double most = 0;
-    for (const int turn : {cv::ROTATE_90_COUNTERCLOCKWISE, cv::ROTATE_90_CLOCKWISE}) {
-        cv::Mat turned;
-        cv::rotate(picture, turned, turn);
-        bool late = false;
-        ReadBlock block = model.read(turned, {}, Shape::block, limit, late);
-        double sum = 0;
-        for (ReadLine& line : block)
-            sum += confidenceOf(line.words) / static_cast<double>(block.size());
-        if (sum > most) {
-            most = sum;
-            best = std::move(block);
-            const double degrees = turn == cv::ROTATE_90_CLOCKWISE ? 90 : -90;
-            frame = pageMap::turnedBack(degrees, picture.size(), turned.size());
-        }
-    }
-    const Box place{area.box.x, area.box.y, area.box.br().x, area.box.br().y};
-    for (ReadLine& line : best) {
-        line.box = place;
-        for (ReadWord& word : line.words)
-            word.lying = std::exchange(word.box, place);
-    }
-    return best;
-}
-
-/// Adds a block whose words lie in a frame of their own.
-void addInFrame(ReadPage& page, ReadBlock block, const cv::Matx33d& toPage)
-{
-    for (ReadLine& line : block) {
-        for (ReadWord& word : line.words)
-            word.frame = static_cast<int>(page.frames.size());
-    }
-    page.frames.push_back(homographyOf(toPage));
-    page.blocks.push_back(std::move(block));
-}
-
-void readBlocks(Sheet& sheet, ReadPage& page, const Limit& limit, const Stretch& stretch)
+void readText(const Sheet& sheet, ReadPage& page, const Limit& limit, const Stretch& stretch)
 {
     TextModel& model = *sheet.glance.model;
-    const int margin = std::max(4, sheet.marks.height / 2);
-    const std::vector<TextArea> areas = areasOf(sheet.marks);
-    double whole = 0, done = 0; // pixels
-    for (const TextArea& area : areas)
-        whole += area.box.area();
-    for (const TextArea& area : areas) {
-        bool late = false;
-        const double from = std::exchange(done, done + area.box.area());
-        const cv::Mat picture = pictureOf(area, sheet.picture.grey, margin);
-        const cv::Point origin = area.box.tl() - cv::Point(margin, margin);
-        if (area.isSideways) {
-            cv::Matx33d frame = cv::Matx33d::eye();
-            ReadBlock block = readSideways(model, picture, area, limit, frame);
-            addInFrame(page, std::move(block), cv::Matx33d(1, 0, origin.x, 0, 1, origin.y, 0, 0, 1) * frame);
-        } else
-            page.blocks.push_back(model.read(
-                picture, origin, Shape::block, limit, late, stretch.part(from / whole, done / whole)));
-        if (late)
-            break;
+    AreaReader reader(model, sheet.picture.grey, sheet.plain, sheet.marks);
+    if (isReadAsWhole(sheet)) {
+        reader.readAsWhole(page, limit, stretch);
+    } else {
+        reader.readByAreas(page, limit, stretch);
+        tryOtherOrder(page, sheet.picture.grey, model, limit.within(otherOrderTime));
     }
+    if (!model.isUnspaced())
+        checkWords(page, sheet.picture.grey, model, limit.within(wordTime));
 }
 
 } // namespace
@@ -192,7 +136,8 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
     std::optional<PagePicture> picture = openPage(picturePath);
     if (!picture)
         return Reading::noPicture;
-    Sheet sheet{std::move(*picture), {}, {}};
+    Sheet sheet{std::move(*picture), {}, {}, {}};
+    sheet.plain = {sheet.picture.grey.clone(), sheet.picture.dpi};
     sheet.marks = fitScale(sheet.picture);
     if (sheet.marks.boxes.empty())
         return Reading::noText;
@@ -212,10 +157,8 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
     page.toPicture = homographyOf(sheet.picture.toPicture);
     page.pictureWidth = sheet.picture.picture.width;
     page.pictureHeight = sheet.picture.picture.height;
-    const bool doubtful = sheet.glance.confidence < doubtfully;
-    const Limit reading = limit.within(doubtful ? doubtfulTime : readingTime);
-    readBlocks(sheet, page, reading, {watch_, blocksFrom, opinionsFrom});
-    tryOtherOrder(page, sheet.picture.grey, *sheet.glance.model, limit.within(otherOrderTime));
+    const Limit reading = limit.within(isDoubtful(sheet) ? doubtfulTime : readingTime);
+    readText(sheet, page, reading, {watch_, blocksFrom, opinionsFrom});
     askOthers(page,
               sheet.picture.grey,
               *sheet.glance.model,

@@ -1,7 +1,10 @@
 #include "SecondOpinion.h"
 
+#include "Boxes.h"
 #include "Confidence.h"
 #include "LanguageChoice.h"
+#include "Type.h"
+#include "Unicode.h"
 
 #include <algorithm>
 #include <cctype>
@@ -21,7 +24,10 @@ constexpr double gain = 8; // percent that another reading must be better by
 // Percent that it needs by itself: what is too faint for its own model looks a little like anything to the
 // others, most of all Latin letters and Cyrillic ones.
 constexpr double trusted = 80;
-constexpr int leastWidth = 2; // heights of the line: shorter scraps are read well by any model
+constexpr double mostKnown =
+    0.5;                        // of the letters in words of the page's own language, when it is another one
+constexpr double sureName = 92; // percent; a name that no dictionary has is read as surely as a word
+constexpr int leastWidth = 2;   // heights of the line: shorter scraps are read well by any model
 constexpr int leastLetters = 3;
 constexpr int shortLine = 4; // heights of the line
 
@@ -41,11 +47,6 @@ double squaresOf(const cv::Rect& part)
     return static_cast<double>(part.width) / std::max(1, part.height);
 }
 
-cv::Rect rectOf(const Box& box)
-{
-    return {box.left, box.top, box.width(), box.height()};
-}
-
 double workFor(const ReadPage& page)
 {
     double squares = 0;
@@ -54,6 +55,32 @@ double workFor(const ReadPage& page)
             squares += squaresOf(rectOf(line.box));
     }
     return leastWork + squares * workShare;
+}
+
+// Of one letter there are always words.
+double knownShare(const std::vector<ReadWord>& words, const IsWord& isWord)
+{
+    double known = 0, all = 0;
+    for (const ReadWord& word : words) {
+        const std::u32string text = fromUtf8(word.text);
+        const auto letters = static_cast<double>(std::count_if(text.begin(), text.end(), isReadable));
+        all += letters;
+        known += letters > 1 && isWord(word.text) ? letters : 0;
+    }
+    return all > 0 ? known / all : 0;
+}
+
+// In a word they stand for letters that the model does not know.
+bool hasDigits(const std::vector<ReadWord>& words)
+{
+    return std::any_of(words.begin(), words.end(), [](const ReadWord& word) {
+        return word.text.find_first_of("0123456789") != std::string::npos;
+    });
+}
+
+IsWord wordsOf(const TextModel& model)
+{
+    return [&model](const std::string& word) { return model.knows(word); };
 }
 
 struct Run
@@ -128,7 +155,8 @@ private:
         double least = std::max(trusted, confidenceOf(line.words) + gain);
         for (const std::string& language : models_.languages()) {
             const std::vector<ReadWord> words = readWith(language, own_, part);
-            if (!words.empty() && confidenceOf(words) > least) {
+            if (!words.empty() && confidenceOf(words) > least &&
+                isBelieved(language, words, own_, line.words)) {
                 least = confidenceOf(words);
                 line.words = words;
                 best = models_.get(language);
@@ -156,12 +184,25 @@ private:
             if (confidenceOf(old) > noLetters && isUnspaced(language))
                 continue;
             const std::vector<ReadWord> words = readWith(language, model, part);
-            if (!words.empty() && confidenceOf(words) > least) {
+            if (!words.empty() && confidenceOf(words) > least && isBelieved(language, words, model, old)) {
                 least = confidenceOf(words);
                 best = words;
             }
         }
         return best;
+    }
+
+    // A model of ideographs reads Latin letters too, only worse.
+    bool isBelieved(const std::string& language,
+                    const std::vector<ReadWord>& words,
+                    const TextModel& first,
+                    const std::vector<ReadWord>& old)
+    {
+        if (first.isUnspaced())
+            return true;
+        return isUnspaced(language)
+                   ? isIdeographicLine({words, {}})
+                   : !losesWords(old, wordsOf(first), words, wordsOf(*models_.get(language)));
     }
 
     // Nothing when the language is the one that has spoken, or the work is done or the time is over.
@@ -195,6 +236,16 @@ private:
 };
 
 } // namespace
+
+bool losesWords(const std::vector<ReadWord>& old,
+                const IsWord& isWord,
+                const std::vector<ReadWord>& other,
+                const IsWord& isOthersWord)
+{
+    const double known = knownShare(old, isWord), others = knownShare(other, isOthersWord);
+    return (known > mostKnown && known >= others) ||
+           (others == 0 && (confidenceOf(other) < sureName || (!hasDigits(old) && hasDigits(other))));
+}
 
 void askOthers(ReadPage& page,
                const cv::Mat& grey,

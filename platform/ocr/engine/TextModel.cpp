@@ -6,6 +6,8 @@
 #include <tesseract/resultiterator.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 
 namespace mirvak {
 
@@ -13,8 +15,6 @@ namespace {
 
 using tesseract::RIL_TEXTLINE;
 using tesseract::RIL_WORD;
-
-constexpr int nominalDpi = 300; // the letters are scaled to what they measure at that resolution
 
 constexpr double fullProgress = 70; // percent: what the first pass over the words counts; there is no other
 
@@ -40,11 +40,9 @@ PixHandle pixOf(const cv::Mat& grey)
         return pix;
     l_uint32* row = pixGetData(pix.get());
     const int words = pixGetWpl(pix.get());
-    for (int y = 0; y < grey.rows; ++y, row += words) {
-        const unsigned char* from = grey.ptr(y);
-        for (int x = 0; x < grey.cols; ++x)
-            SET_DATA_BYTE(row, x, from[x]);
-    }
+    for (int y = 0; y < grey.rows; ++y, row += words)
+        std::memcpy(row, grey.ptr(y), static_cast<size_t>(grey.cols));
+    pixEndianByteSwap(pix.get()); // changes nothing where bytes lie in that order already
     return pix;
 }
 
@@ -107,6 +105,15 @@ std::unique_ptr<TextModel> TextModel::load(const std::string& directory, const s
     return std::unique_ptr<TextModel>(new TextModel(std::move(engine), language));
 }
 
+struct TextModel::Call
+{
+    tesseract::PageSegMode division;
+    double dpi;
+    cv::Point origin;
+    const Limit& limit;
+    const Stretch& stretch;
+};
+
 ReadBlock TextModel::read(const cv::Mat& part,
                           const cv::Point& origin,
                           Shape shape,
@@ -114,17 +121,27 @@ ReadBlock TextModel::read(const cv::Mat& part,
                           bool& late,
                           const Stretch& stretch)
 {
+    const auto division = shape == Shape::row ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_SINGLE_BLOCK;
+    return recognise(part, {division, nominalDpi, origin, limit, stretch}, late);
+}
+
+ReadBlock
+TextModel::readPage(const cv::Mat& grey, double dpi, const Limit& limit, bool& late, const Stretch& stretch)
+{
+    return recognise(grey, {tesseract::PSM_AUTO, dpi, {}, limit, stretch}, late);
+}
+
+ReadBlock TextModel::recognise(const cv::Mat& part, const Call& call, bool& late)
+{
     const PixHandle pix = pixOf(part);
-    late = limit.isOver() || !pix;
+    late = call.limit.isOver() || !pix;
     if (late)
         return {};
     auto& api = engine_->api;
-    api.SetPageSegMode(shape == Shape::row    ? tesseract::PSM_SINGLE_LINE
-                       : shape == Shape::page ? tesseract::PSM_AUTO
-                                              : tesseract::PSM_SINGLE_BLOCK);
+    api.SetPageSegMode(call.division);
     api.SetImage(pix.get());
-    api.SetSourceResolution(nominalDpi);
-    Watched watched{limit, stretch, {}};
+    api.SetSourceResolution(static_cast<int>(std::lround(call.dpi)));
+    Watched watched{call.limit, call.stretch, {}};
     watched.monitor.cancel_this = &watched;
     watched.monitor.cancel = [](void* data, int) {
         const auto& asked = *static_cast<Watched*>(data);
@@ -132,11 +149,11 @@ ReadBlock TextModel::read(const cv::Mat& part,
         return asked.limit.isOver();
     };
     late = api.Recognize(&watched.monitor) != 0;
-    stretch.reach(1);
+    call.stretch.reach(1);
     if (late)
         return {};
     const std::unique_ptr<tesseract::ResultIterator> at(api.GetIterator());
-    return at ? collect(*at, origin) : ReadBlock();
+    return at ? collect(*at, call.origin) : ReadBlock();
 }
 
 bool TextModel::knows(const std::string& word) const

@@ -11,11 +11,9 @@
 
 namespace mirvak {
 
-enum class Shape {
-    page, ///< the recogniser divides it by itself
-    block,
-    row
-};
+constexpr double nominalDpi = 300; ///< letters are scaled to what they measure at that resolution
+
+enum class Shape { block, row };
 
 /// Whether the language is written without spaces between its words; by its model's name.
 bool isUnspaced(const std::string& language);
@@ -37,6 +35,9 @@ public:
                    const Limit& limit,
                    bool& late,
                    const Stretch& stretch = {});
+    /// Reads a page that the recogniser divides by itself.
+    ReadBlock
+    readPage(const cv::Mat& grey, double dpi, const Limit& limit, bool& late, const Stretch& stretch = {});
     /// Whether the model's dictionary has the word.
     bool knows(const std::string& word) const;
     bool isUnspaced() const { return mirvak::isUnspaced(language_); }
@@ -44,6 +45,9 @@ public:
 private:
     struct Engine;
     TextModel(std::unique_ptr<Engine> engine, std::string language);
+
+    struct Call;
+    ReadBlock recognise(const cv::Mat& part, const Call& call, bool& late);
 
     std::unique_ptr<Engine> engine_;
     std::string language_;

@@ -200,12 +200,23 @@ Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
     return marks;
 }
 
+// Of a screen or hatching; longer than a dash.
+bool isStroke(const cv::Rect& mark, int height)
+{
+    return mark.width > 3 * height && mark.height * 4 < height;
+}
+
 // Most of it are lines: print on a tinted ground. Edges and blots of a photograph make none.
 bool holdsText(const std::vector<cv::Rect>& boxes, int height)
 {
     size_t inLines = 0;
-    for (const Piece& piece : piecesOf({boxes, {}, height}).all)
-        inLines += piece.marks.size() >= lineMarks ? piece.marks.size() : 0;
+    for (const Piece& piece : piecesOf({boxes, {}, height}).all) {
+        const auto strokes = std::count_if(piece.marks.begin(), piece.marks.end(), [&](const cv::Rect& mark) {
+            return isStroke(mark, height);
+        });
+        const size_t letters = piece.marks.size() - static_cast<size_t>(strokes);
+        inLines += letters >= lineMarks ? letters : 0;
+    }
     return inLines > 0 && inLines * 10 >= boxes.size() * 6;
 }
 

@@ -16,6 +16,7 @@ constexpr float leastOfSigns = 60;      // for what is neither letter nor digit
 // In heights of a mark. A full stop stands at its word; what is as small and stands off is dust, which is
 // also read as strokes and rings.
 constexpr double speck = 0.28, standsOff = 0.4;
+constexpr double dash = 0.95; // the least width, in heights of a mark
 
 long lettersOf(const ReadWord& word)
 {
@@ -28,6 +29,16 @@ bool isMiddleDot(const ReadWord& word)
 {
     const std::u32string text = fromUtf8(word.text);
     return text == U"\u00b7" || text == U"\u2022" || text == U"\u30fb";
+}
+
+// Between words it is a sign of the text, whatever the recogniser takes it for.
+bool isDash(const std::vector<ReadWord>& words, size_t at, int markHeight)
+{
+    const std::u32string text = fromUtf8(words[at].text);
+    return at > 0 && at + 1 < words.size() && words[at].box.width() > dash * markHeight &&
+           std::all_of(text.begin(), text.end(), [](char32_t c) {
+               return c == U'-' || c == U'\u2013' || c == U'\u2014';
+           });
 }
 
 // Nothing beside it, to which it might belong.
@@ -45,7 +56,8 @@ void dropSigns(ReadLine& line, int markHeight)
     std::vector<ReadWord> kept;
     for (size_t i = 0; i < line.words.size(); ++i) {
         const ReadWord& word = line.words[i];
-        if (lettersOf(word) > 0 || (word.confidence >= leastOfSigns && !isSpeck(line.words, i, markHeight)))
+        if (lettersOf(word) > 0 || isDash(line.words, i, markHeight) ||
+            (word.confidence >= leastOfSigns && !isSpeck(line.words, i, markHeight)))
             kept.push_back(word);
     }
     line.words = std::move(kept);

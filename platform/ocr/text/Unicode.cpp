@@ -105,6 +105,15 @@ bool isLowercase(char32_t c)
            within(c, 0x430, 0x45f);
 }
 
+char32_t lowercase(char32_t c)
+{
+    if (!isLetter(c) || isLowercase(c))
+        return c;
+    if (within(c, 0x100, 0x24f))
+        return c + 1;
+    return within(c, 0x400, 0x40f) ? c + 0x50 : c < 0x430 ? c + 0x20 : c;
+}
+
 bool isReadable(char32_t c)
 {
     return isLetter(c) || isIdeographic(c) || within(c, U'0', U'9');

@@ -15,6 +15,8 @@ bool isIdeographic(char32_t c);
 bool isLetter(char32_t c);
 bool isCyrillic(char32_t c);
 bool isLowercase(char32_t c);
+/// The small letter of a capital one; anything else as it is.
+char32_t lowercase(char32_t c);
 /// A letter, an ideograph or a digit: no mere sign.
 bool isReadable(char32_t c);
 
