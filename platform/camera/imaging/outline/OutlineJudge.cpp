@@ -18,6 +18,7 @@ constexpr size_t mostAnswers = 6;
 // hold against it.
 constexpr double edgeShare = 0.3; // learn_judge.py learns with it
 constexpr double atBorder = 1.5;  // pixels
+constexpr double mayPlace = 0.1;  // of the share of the likeliest
 
 } // namespace
 
@@ -67,11 +68,13 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
     gatherEvidence(quads, planes, regions, desk_, evidence_);
     gatherPageEvidence(quads, map, evidence_, pageEvidence_);
     shares_.clear();
+    edgeScores_.clear();
     double all = 1; // no sheet
     for (size_t i = 0; i < evidence_.size(); ++i) {
         // The map has learnt from whole sheets only.
         const double byEdges = leavesPicture(quads[i].corners, planes[0].size()) ? 1 : edgeShare;
-        const double score = byEdges * scoreOf(evidence_[i]) + (1 - byEdges) * scoreOf(pageEvidence_[i]);
+        edgeScores_.push_back(scoreOf(evidence_[i]));
+        const double score = byEdges * edgeScores_.back() + (1 - byEdges) * scoreOf(pageEvidence_[i]);
         shares_.push_back(std::exp(score));
         all += shares_.back();
     }
@@ -80,16 +83,26 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
         const auto best = std::max_element(shares_.begin(), shares_.end());
         if (*best <= 0)
             break;
-        Outline outline{quads[static_cast<size_t>(best - shares_.begin())].corners};
-        for (size_t i = 0; i < quads.size(); ++i) {
-            if (shares_[i] > 0 && overlapOf(quads[i].corners, outline.corners) >= sameSheet) {
-                outline.confidence += shares_[i] / all;
-                shares_[i] = 0;
-            }
-        }
-        outlines_.push_back(outline);
+        outlines_.push_back(takeSheet(quads, static_cast<size_t>(best - shares_.begin()), all));
     }
     return outlines_;
+}
+
+Outline OutlineJudge::takeSheet(const std::vector<QuadFinder::Quad>& quads, size_t likeliest, double all)
+{
+    const double least = mayPlace * shares_[likeliest];
+    size_t place = likeliest;
+    Outline outline;
+    for (size_t i = 0; i < quads.size(); ++i) {
+        if (shares_[i] <= 0 || overlapOf(quads[i].corners, quads[likeliest].corners) < sameSheet)
+            continue;
+        if (shares_[i] >= least && edgeScores_[i] > edgeScores_[place])
+            place = i;
+        outline.confidence += shares_[i] / all;
+        shares_[i] = 0;
+    }
+    outline.corners = quads[place].corners;
+    return outline;
 }
 
 } // namespace mirvak

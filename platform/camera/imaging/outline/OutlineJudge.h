@@ -18,7 +18,7 @@ class OutlineJudge
 {
 public:
     /// The possible outlines, most likely first, each with its certainty as confidence. Those that nearly
-    /// agree with a better one share theirs with it and stay out.
+    /// agree with a better one share theirs with it and stay out; of all of these the edges choose one.
     const std::vector<Outline>& judge(const std::vector<QuadFinder::Quad>& quads,
                                       const SmallLook::Planes& planes,
                                       const RegionField& regions,
@@ -30,10 +30,13 @@ public:
     static double scoreOf(const PageEvidence& evidence);
 
 private:
+    /// Takes the likeliest one and all that nearly agree with it out of what is left. `all`: of the shares.
+    Outline takeSheet(const std::vector<QuadFinder::Quad>& quads, size_t likeliest, double all);
+
     DeskColours desk_;
     std::vector<Evidence> evidence_;
     std::vector<PageEvidence> pageEvidence_;
-    std::vector<double> shares_;
+    std::vector<double> shares_, edgeScores_;
     std::vector<Outline> outlines_;
 };
 
