@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+#include <thread>
 #include <vector>
 
 using mirvak::Image;
@@ -55,6 +58,35 @@ TEST(ImagePool, WhatSomebodyStillShowsWaitsUntilItIsLetGo)
     other.reset();
     shown = Image();
     EXPECT_EQ(pool.take(64, 48)->pixels.data, place);
+}
+
+// Nothing but the loan orders what the two threads do with the pixels; eight bytes at a time, for the thread
+// sanitizer remembers few accesses of a place.
+TEST(ImagePool, APictureThatAnotherThreadReadsIsWrittenOnlyWhenItHasBeenRead)
+{
+    constexpr int words = 64 * 48 * 3 / 8;
+    ImagePool pool;
+    auto image = pool.take(64, 48);
+    const uchar* const place = image->pixels.data;
+    std::fill_n(reinterpret_cast<std::int64_t*>(image->pixels.data), words, 7);
+    auto loan = mirvak::lend(*image);
+    pool.giveBackShown(std::move(image));
+    std::int64_t sum = 0;
+    std::thread reader([&sum, loan = std::move(loan)]() mutable {
+        const auto* first = reinterpret_cast<const std::int64_t*>(loan.get());
+        sum = std::accumulate(first, first + words, std::int64_t(0));
+        loan.reset();
+    });
+    auto next = pool.take(64, 48);
+    for (int i = 0; i < 20'000 && next->pixels.data != place; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        next = pool.take(64, 48);
+    }
+    auto* const first = reinterpret_cast<std::int64_t*>(next->pixels.data);
+    std::iota(first, first + words, 0);
+    reader.join();
+    EXPECT_EQ(next->pixels.data, place);
+    EXPECT_EQ(sum, words * 7);
 }
 
 // A view that holds pictures back costs the memory of these, and the pool never keeps more than six.

@@ -88,9 +88,7 @@ std::shared_ptr<const unsigned char> MirvakCamera::MirvakImage_SharePixels(void*
 {
     std::shared_ptr<const unsigned char> shared;
     mirvak::onImage("MirvakImage_SharePixels", image, [&](const Image& source) {
-        const bool canShare = source.pixels.u && source.pixels.isContinuous();
-        const auto held = std::make_shared<const cv::Mat>(canShare ? source.pixels : source.pixels.clone());
-        shared = {held, held->data};
+        shared = mirvak::lend(source);
         return MIRVAK_OK;
     });
     return shared;

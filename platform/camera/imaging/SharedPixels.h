@@ -2,6 +2,8 @@
 
 #include "Image.h"
 
+#include <memory>
+
 namespace mirvak {
 
 // Copies of an image share its pixels until one of them is written, so that handing a frame from the camera's
@@ -13,6 +15,9 @@ namespace mirvak {
 bool isShared(const cv::Mat& pixels);
 /// A copy that shares the pixels.
 Image share(const Image& image);
+/// The bytes of the pixels, for readers that know no matrices; they stay as they are for as long as it lives.
+/// May be let go of on any thread.
+std::shared_ptr<const unsigned char> lend(const Image& image);
 /// Call it before writing into image.pixels: copies them when they are shared.
 void makeOwn(Image& image);
 /// Call it after an operation that wrote into image.spare and swapped: what was shared is no spare buffer.
