@@ -38,6 +38,29 @@ void expectFlat(const cv::Mat& page, double aspect = 1.0 * pageWidth / pageHeigh
     EXPECT_NEAR(static_cast<double>(page.cols) / page.rows, aspect, 0.04);
 }
 
+/// Soft colours, as photographs have them, and none that could be paper in a shadow.
+cv::Mat photo(const cv::Size& size, unsigned seed)
+{
+    cv::RNG random(seed);
+    cv::Mat coarse(5, 5, CV_8UC3), fine;
+    random.fill(coarse, cv::RNG::UNIFORM, 60, 200);
+    for (int i = 0; i < 25; ++i)
+        coarse.at<cv::Vec3b>(i / 5, i % 5)[i % 3] = 25;
+    cv::resize(coarse, fine, size, 0, 0, cv::INTER_CUBIC);
+    return fine;
+}
+
+/// As large as the page, and the same colours in that part of it.
+void expectLike(const cv::Mat& flat, const cv::Mat& page, const cv::Rect& part)
+{
+    EXPECT_NEAR(static_cast<double>(flat.cols) / flat.rows, 1.0 * page.cols / page.rows, 0.04);
+    cv::Mat same, difference;
+    cv::resize(flat, same, page.size(), 0, 0, cv::INTER_AREA);
+    cv::absdiff(same(part), page(part), difference);
+    const cv::Scalar off = cv::mean(difference);
+    EXPECT_LT((off[0] + off[1] + off[2]) / 3, 35); // the gutter is darker
+}
+
 cv::Scalar colourOf(const cv::Mat& page, double x, double y)
 {
     const int side = page.cols / 40;
@@ -100,6 +123,51 @@ TEST(BookScenes, TintedAreasAndPicturesAcrossAPageBelongToIt)
         EXPECT_FALSE(one->right);
         EXPECT_NEAR(one->left.pixels.cols, pages->left.pixels.cols + pages->right->pixels.cols, 80);
     }
+}
+
+TEST(BookScenes, WhatIsPrintedToThePagesEndsIsNotCutOff)
+{
+    const cv::Rect below(0, 600, pageWidth, pageHeight - 600), above(0, 0, pageWidth, 200),
+        right(400, 0, pageWidth - 400, pageHeight), left(0, 0, 200, pageHeight);
+    const struct
+    {
+        made::Desk desk;
+        cv::Rect onLeft, onRight;
+    } spreads[] = {{made::Desk::light, below, below},
+                   {made::Desk::dark, left, right},
+                   {made::Desk::dark, above, above},
+                   {made::Desk::wood, above, below}};
+    double degrees = -3;
+    for (const auto& [desk, onLeft, onRight] : spreads) {
+        SCOPED_TRACE(degrees);
+        cv::Mat pages[] = {made::textPage({pageWidth, pageHeight}, 30, 31),
+                           made::textPage({pageWidth, pageHeight}, 30, 32)};
+        photo(onLeft.size(), 33).copyTo(pages[0](onLeft));
+        photo(onRight.size(), 34).copyTo(pages[1](onRight));
+        const auto book = flat(made::spread(pages[0], pages[1], 90, degrees += 2, {}, desk), true);
+        ASSERT_TRUE(book && book->right);
+        expectLike(book->left.pixels, pages[0], onLeft);
+        expectLike(book->right->pixels, pages[1], onRight);
+    }
+}
+
+TEST(BookScenes, APageThatIsAllPictureIsAPageInItsOwnColours)
+{
+    for (const bool isRight : {false, true}) {
+        SCOPED_TRACE(isRight);
+        cv::Mat pages[] = {made::textPage({pageWidth, pageHeight}, 30, 35),
+                           made::textPage({pageWidth, pageHeight}, 30, 36)};
+        pages[isRight] = photo({pageWidth, pageHeight}, 37);
+        const auto book = flat(made::spread(pages[0], pages[1], 90, 3), true);
+        ASSERT_TRUE(book && book->right);
+        expectLike(book->left.pixels, pages[0], {40, 40, pageWidth - 80, pageHeight - 80});
+        expectLike(book->right->pixels, pages[1], {40, 40, pageWidth - 80, pageHeight - 80});
+    }
+    const auto alone = made::textPage({pageWidth, pageHeight}, 30, 38);
+    const auto rising = [](double x) { return 90 * std::exp(-x / 60); };
+    const auto book = flat(made::photograph({{alone, rising}}, 0.45), true);
+    ASSERT_TRUE(book);
+    EXPECT_FALSE(book->right) << "a desk beside a page is none";
 }
 
 TEST(BookScenes, PrintThatRunsDownIsNotTakenForLinesAcross)
@@ -168,6 +236,22 @@ TEST(BookScenes, LeavesBelowAPageAndADeskOfItsColourAreNotPartOfIt)
             EXPECT_GT(cv::mean(end.rowRange(page.rows / 8, page.rows * 7 / 8))[1], 225);
         }
     }
+}
+
+TEST(BookScenes, TheGrainOfADeskIsNoSideThatRunsOn)
+{
+    const cv::Mat page = made::textPage({pageWidth, pageHeight}, 30, 39);
+    cv::Mat photo = made::spread(page, page, 90);
+    for (const int y : {146, 1034}) // in line with the upper and the lower end of the pages
+        for (const cv::Scalar& grain : {cv::Scalar(20, 20, 20), cv::Scalar(90, 90, 90)}) {
+            const int at = y + (grain[0] > 50 ? 3 : 0);
+            cv::line(photo, {0, at}, {200, at}, grain, 3);
+            cv::line(photo, {1400, at}, {1600, at}, grain, 3);
+        }
+    const auto book = flat(photo, true);
+    ASSERT_TRUE(book && book->right);
+    for (const cv::Mat& found : {book->left.pixels, book->right->pixels})
+        EXPECT_NEAR(static_cast<double>(found.cols) / found.rows, 1.0 * pageWidth / pageHeight, 0.04);
 }
 
 TEST(BookScenes, AStrokeAndAShadowAtTheSideAreNoSpine)

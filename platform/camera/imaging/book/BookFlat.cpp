@@ -7,6 +7,7 @@
 #include "PaperModel.h"
 
 #include <algorithm>
+#include <array>
 
 namespace mirvak {
 
@@ -14,6 +15,11 @@ namespace {
 
 constexpr double paperLevel = 248; // of the brightest colour of good paper
 constexpr int leastSide = 64;      // pixels: less is no page that anybody could read
+
+double brightestOf(const cv::Scalar& colour)
+{
+    return std::max({1.0, colour[0], colour[1], colour[2]});
+}
 
 // Paper gets everywhere the tint that it has at large, and the brightness of paper in good light.
 void evenLight(cv::Mat& rgb)
@@ -24,26 +30,36 @@ void evenLight(cv::Mat& rgb)
     light.noiseMargin = 1;
     flatten(rgb, model, light);
     const cv::Scalar paper = cv::mean(model.paper());
-    const double brightest = std::max({1.0, paper[0], paper[1], paper[2]});
     cv::Mat tints(1, 256, CV_8UC3);
     for (int level = 0; level < 256; ++level) {
         for (int c = 0; c < 3; ++c)
             tints.at<cv::Vec3b>(level)[c] =
-                cv::saturate_cast<unsigned char>(level * (paperLevel / 255) * paper[c] / brightest);
+                cv::saturate_cast<unsigned char>(level * (paperLevel / 255) * paper[c] / brightestOf(paper));
     }
     cv::LUT(rgb, tints, rgb);
 }
 
-Image finished(cv::Mat pixels, const Image& from, bool takeFingers, const OpenEnds& ends)
+// A picture to the ends of its page has no paper to go by: it gets the light of the page beside it.
+void brighten(cv::Mat& rgb, const cv::Mat& beside)
+{
+    rgb *= paperLevel / brightestOf(cv::mean(PaperModel(beside).paper()));
+}
+
+Image pageOf(cv::Mat pixels, const Image& from)
 {
     Image page;
     page.pixels = std::move(pixels);
     page.dpi = from.dpi;
     page.taken = from.taken;
-    if (takeFingers)
-        removeFingers(page.pixels, ends);
-    evenLight(page.pixels);
     return page;
+}
+
+Image finished(cv::Mat pixels, const Image& from, bool takeFingers, const OpenEnds& ends)
+{
+    if (takeFingers)
+        removeFingers(pixels, ends);
+    evenLight(pixels);
+    return pageOf(std::move(pixels), from);
 }
 
 // Where no bend is told.
@@ -59,6 +75,25 @@ BookPages straightened(const Image& image, bool takeFingers)
     return pages;
 }
 
+BookPages partedBook(const BookGeometry& book, const Image& image, bool takeFingers)
+{
+    const std::array<OpenEnds, 2> ends{OpenEnds{true, true, false, true}, {false, true, true, true}};
+    std::array<cv::Mat, 2> seen;
+    for (const bool isRight : {false, true})
+        seen[isRight] = book.picture(image.pixels, book.area(isRight));
+    for (const bool isRight : {false, true}) {
+        if (book.isPicture(isRight))
+            brighten(seen[isRight], seen[!isRight]);
+    }
+    std::array<Image, 2> pages;
+    for (const bool isRight : {false, true}) {
+        pages[isRight] = book.isPicture(isRight)
+                             ? pageOf(std::move(seen[isRight]), image)
+                             : finished(std::move(seen[isRight]), image, takeFingers, ends[isRight]);
+    }
+    return {std::move(pages[0]), std::move(pages[1])};
+}
+
 } // namespace
 
 std::optional<BookPages> flattenBook(const Image& image, bool takeFingers, bool parted)
@@ -71,18 +106,11 @@ std::optional<BookPages> flattenBook(const Image& image, bool takeFingers, bool 
         return {};
     if ((!hasLeft && !hasRight) || book.isFlat() || !book.holds())
         return straightened(image, takeFingers);
-    const auto page = [&](const cv::Rect2d& area, const OpenEnds& ends) {
-        return finished(book.picture(image.pixels, area), image, takeFingers, ends);
-    };
-    BookPages pages;
     const bool isSpread = hasLeft && hasRight;
-    if (isSpread && parted) {
-        pages.left = page(book.area(false), {true, true, false, true});
-        pages.right = page(book.area(true), {false, true, true, true});
-    } else {
-        pages.left = page(isSpread ? book.area(false) | book.area(true) : book.area(hasRight), {});
-    }
-    return pages;
+    if (isSpread && parted)
+        return partedBook(book, image, takeFingers);
+    const cv::Rect2d area = isSpread ? book.area(false) | book.area(true) : book.area(hasRight);
+    return BookPages{finished(book.picture(image.pixels, area), image, takeFingers, {}), std::nullopt};
 }
 
 } // namespace mirvak

@@ -21,6 +21,7 @@ constexpr double mostCrossing = 0.12;                  // of the lines of print
 constexpr double flatError = 1.5;                      // of what is left by a bend, and of a letter's noise
 constexpr double mostTilt = 0.5;                       // radians: a camera stands above the book
 constexpr double leastAspect = 0.4, mostAspect = 4;    // height of a page by its width
+constexpr double mostDifference = 0.03;                // of two pages of a book, by their height
 constexpr size_t leastLines = 3;
 constexpr size_t leastText = 40; // letters that tell where print is
 
@@ -108,21 +109,50 @@ void BookGeometry::fit()
 
 void BookGeometry::lookForBorders(int reach)
 {
+    const std::array<PageBorder, 2> before = borders_;
     for (size_t page = firstPage(); page < 2; ++page)
         borders_[page] = border(page == 1, reach);
+    for (const bool isRight : {false, true}) {
+        const bool mayBePicture = isSpread() && borders_[isRight].paper < leastPaper &&
+                                  textArea(isRight).empty() && !textArea(!isRight).empty();
+        if (mayBePicture)
+            lookForPicture(isRight, before[isRight].isPicture, reach);
+    }
 }
 
-// Pages of a book are of one size: one of which little is known, as a picture's, is as large as the other.
+void BookGeometry::lookForPicture(bool isRight, bool isKnown, int reach)
+{
+    if (!isKnown) { // nothing has told yet how it is bent
+        model_.pages[isRight] = model_.pages[!isRight];
+        model_.prepare();
+    }
+    const FlatView view = viewPage(look_, model_, isRight);
+    const auto picture = findPicture(view, model_, isRight, borders_[!isRight].area, reach);
+    if (picture)
+        borders_[isRight] = *picture;
+}
+
+// Pages of a book are of one size. One of which little is known, as a picture's, is as large as the other;
+// one whose end may be that of its print reaches as far as the other's.
 void BookGeometry::matchSizes()
 {
+    if (!isSpread() || borders_[0].area.empty() || borders_[1].area.empty())
+        return;
+    const std::array<PageBorder, 2> seen = borders_;
     for (const bool isRight : {false, true}) {
-        cv::Rect2d& page = borders_[isRight].area;
-        const cv::Rect2d& other = borders_[!isRight].area;
-        if (!isSpread() || page.empty() || other.empty() || !textArea(isRight).empty())
+        const PageBorder &own = seen[isRight], &other = seen[!isRight];
+        if (own.isPicture)
             continue;
-        const double width = std::max(page.width, other.width);
-        const double top = std::min(page.y, other.y), bottom = std::max(page.br().y, other.br().y);
-        page = {isRight ? page.x : page.br().x - width, top, width, bottom - top};
+        const bool isKnown = !textArea(isRight).empty();
+        const auto reach = [&](double mine, double others, bool wasSeen) {
+            return !isKnown || (wasSeen && others - mine > mostDifference * own.area.height)
+                       ? std::max(mine, others)
+                       : mine;
+        };
+        const double width = reach(own.area.width, other.area.width, own.hasOuter && other.hasOuter);
+        const double top = -reach(-own.area.y, -other.area.y, own.hasTop && other.hasTop);
+        const double bottom = reach(own.area.br().y, other.area.br().y, own.hasBottom && other.hasBottom);
+        borders_[isRight].area = {isRight ? own.area.x : own.area.br().x - width, top, width, bottom - top};
     }
 }
 
@@ -163,6 +193,8 @@ PageBorder BookGeometry::border(bool isRight, int reach) const
 bool BookGeometry::hasPage(bool isRight) const
 {
     const PageBorder& border = borders_[isRight];
+    if (border.isPicture)
+        return true;
     if (border.area.empty() || border.paper < leastPaper)
         return false;
     const int seen = border.hasTop + border.hasBottom + border.hasOuter;

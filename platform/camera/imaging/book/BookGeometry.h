@@ -26,6 +26,8 @@ public:
     bool isSpread() const { return spine_.has_value(); }
     /// Whether there is paper on that side.
     bool hasPage(bool isRight) const;
+    /// Whether that page is a picture to all its ends.
+    bool isPicture(bool isRight) const { return borders_[isRight].isPicture; }
     /// Whether there are some lines of print, wherever the paper ends.
     bool hasPrint() const;
     /// Whether the lines of print lie where the model has them.
@@ -49,6 +51,7 @@ private:
     cv::Rect2d textArea(bool isRight) const;
     PageBorder border(bool isRight, int reach) const;
     void lookForBorders(int reach);
+    void lookForPicture(bool isRight, bool isKnown, int reach);
     void matchSizes();
     size_t firstPage() const { return spine_ ? 0 : 1; }
     double noise() const;

@@ -1,77 +1,12 @@
 #include "PageBorder.h"
 
-#include "PaperEnd.h"
+#include "BorderSearch.h"
 
 #include <algorithm>
 
 namespace mirvak {
 
 namespace {
-
-constexpr float darkestPaper = 40; // levels
-
-cv::Mat mirrored(const cv::Mat& picture, bool isRight)
-{
-    cv::Mat turned = picture;
-    if (!isRight)
-        cv::flip(picture, turned, 1);
-    return turned;
-}
-
-// The view with the spine at the left: where its page ends below, above and outward.
-class BorderSearch
-{
-public:
-    BorderSearch(const FlatView& view, bool isRight, const cv::Rect& text, bool hasSpine)
-        : BorderSearch(mirrored(view.seen, isRight),
-                       lookOfPaper(mirrored(view.colours, isRight), text, hasSpine),
-                       text)
-    {
-    }
-
-    cv::Rect run()
-    {
-        const int width = rows_.columns(), height = rows_.rows();
-        const int textRight = text_.x + text_.width, textBottom = text_.y + text_.height;
-        PaperEnd::Found outer = columns_.find({text_.y, textBottom}, textRight, 1, width);
-        PaperEnd::Found top{0, false}, bottom{height, false};
-        for (int pass = 0; pass < 2; ++pass) {
-            const int from = outer.row * 8 / 100;
-            const PaperEnd::Span across{from, std::max(from + 4, outer.row * 96 / 100)};
-            top = rows_.find(across, text_.y, -1, -1);
-            bottom = rows_.find(across, textBottom, 1, height);
-            const int inset = (bottom.row - top.row) * 4 / 100;
-            outer = columns_.find({top.row + inset, bottom.row - inset}, textRight, 1, width);
-        }
-        topSeen = top.wasSeen;
-        bottomSeen = bottom.wasSeen;
-        outerSeen = outer.wasSeen;
-        return {0, top.row + 1, std::max(1, outer.row), std::max(1, bottom.row - top.row - 1)};
-    }
-
-    const PaperEnd& rows() const { return rows_; }
-    const PaperEnd& columns() const { return columns_; } ///< its points have x down and y across the view
-
-    double paperIn(const cv::Rect& area) const
-    {
-        return cv::mean(look_.paper(area & cv::Rect({}, look_.paper.size())))[0] / 255;
-    }
-
-    bool isBright() const { return look_.paperLevel > darkestPaper; }
-
-    bool topSeen = false, bottomSeen = false, outerSeen = false;
-
-private:
-    BorderSearch(const cv::Mat& seen, PaperLook look, const cv::Rect& text)
-        : text_(text), look_(std::move(look)), rows_(seen, look_.paper, look_.level),
-          columns_(seen.t(), look_.paper.t(), look_.level.t())
-    {
-    }
-
-    cv::Rect text_;
-    PaperLook look_;
-    PaperEnd rows_, columns_;
-};
 
 // From pixels of the view with the spine at the left to the frame.
 class BorderTracks
@@ -129,31 +64,17 @@ cv::Rect certainlyPage(const FlatView& view, bool isRight, bool hasSpine, const 
     return inside & cv::Rect({}, size);
 }
 
-} // namespace
-
-PageBorder findBorder(const FlatView& view,
-                      const CylinderModel& model,
-                      bool isRight,
-                      bool hasSpine,
-                      const cv::Rect2d& text,
-                      int reach)
+PageBorder describe(const BorderSearch& search,
+                    const cv::Rect& found,
+                    const FlatView& view,
+                    const CylinderModel& model,
+                    bool isRight,
+                    int reach)
 {
-    const cv::Size size = view.colours.size();
-    const cv::Rect inside = certainlyPage(view, isRight, hasSpine, text);
-    if (inside.width < 2 || inside.height < 2)
-        return {};
-    BorderSearch search(view, isRight, inside, hasSpine);
-    cv::Rect found = search.run();
-    if (!hasSpine) { // the other end of the only page
-        const cv::Rect turned(size.width - inside.x - inside.width, inside.y, inside.width, inside.height);
-        const int reached = BorderSearch(view, false, turned, false).run().width;
-        found.x = std::min(size.width - reached, inside.x);
-        found.width -= found.x;
-    }
     PageBorder border;
-    border.hasTop = search.topSeen;
-    border.hasBottom = search.bottomSeen;
-    border.hasOuter = search.outerSeen;
+    border.hasTop = search.top().wasSeen;
+    border.hasBottom = search.bottom().wasSeen;
+    border.hasOuter = search.outer().wasSeen;
     border.isBright = search.isBright();
     border.paper = search.paperIn(found);
     const double left = found.x / view.scale, width = found.width / view.scale;
@@ -171,6 +92,50 @@ PageBorder findBorder(const FlatView& view,
         const PaperEnd::Span down{found.y + found.height / 20, found.y + found.height * 19 / 20};
         border.edges.push_back(tracks.alongColumn(search.columns().edge(down, found.width, reach)));
     }
+    return border;
+}
+
+} // namespace
+
+PageBorder findBorder(const FlatView& view,
+                      const CylinderModel& model,
+                      bool isRight,
+                      bool hasSpine,
+                      const cv::Rect2d& text,
+                      int reach)
+{
+    const cv::Size size = view.colours.size();
+    const cv::Rect inside = certainlyPage(view, isRight, hasSpine, text);
+    if (inside.width < 2 || inside.height < 2)
+        return {};
+    BorderSearch search(view, isRight, inside, hasSpine);
+    search.run();
+    cv::Rect found = search.found();
+    if (!hasSpine) { // the other end of the only page
+        const cv::Rect turned(size.width - inside.x - inside.width, inside.y, inside.width, inside.height);
+        BorderSearch other(view, false, turned, false);
+        other.run();
+        found.x = std::min(size.width - other.found().width, inside.x);
+        found.width -= found.x;
+    }
+    return describe(search, found, view, model, isRight, reach);
+}
+
+std::optional<PageBorder> findPicture(
+    const FlatView& view, const CylinderModel& model, bool isRight, const cv::Rect2d& other, int reach)
+{
+    const cv::Rect inside = certainlyPage(view, isRight, true, {});
+    const cv::Rect page(0,
+                        cvRound((other.y - view.area.y) * view.scale),
+                        cvRound(other.width * view.scale),
+                        cvRound(other.height * view.scale));
+    if (inside.width < 2 || inside.height < 2 || (page & cv::Rect({}, view.colours.size())) != page)
+        return std::nullopt;
+    BorderSearch search(view, isRight, inside, true);
+    if (!search.runPicture(page))
+        return std::nullopt;
+    PageBorder border = describe(search, search.found(), view, model, isRight, reach);
+    border.isPicture = true;
     return border;
 }
 

@@ -3,6 +3,7 @@
 #include "FlatView.h"
 #include "TextTracks.h"
 
+#include <optional>
 #include <vector>
 
 namespace mirvak {
@@ -14,6 +15,7 @@ struct PageBorder
     bool hasTop = false, hasBottom = false, hasOuter = false; ///< an end that was seen, not the frame's
     std::vector<Track> edges;                                 ///< points of the ends that were seen
     bool isBright = false;                                    ///< paper, not the night
+    bool isPicture = false;                                   ///< to all its ends
     double paper = 0; ///< share of the area that looks like paper or print on it, 0 to 1
 };
 
@@ -28,5 +30,10 @@ PageBorder findBorder(const FlatView& view,
                       bool hasSpine,
                       const cv::Rect2d& text,
                       int reach);
+
+/// The page of that side if it is a picture to its ends: with most sides where the other page has them.
+/// @param other  flat: the page on the other side
+std::optional<PageBorder> findPicture(
+    const FlatView& view, const CylinderModel& model, bool isRight, const cv::Rect2d& other, int reach);
 
 } // namespace mirvak

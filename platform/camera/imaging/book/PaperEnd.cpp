@@ -16,6 +16,10 @@ constexpr double wholeLine = 0.7;    // of the places across a page
 constexpr double leastChange = 0.85; // of the light, between the page and a desk
 constexpr double noPaper = 0.4, somePaper = 0.6, allPaper = 0.75; // of a row, on the average of several
 constexpr int aroundLine = 6;                                     // rows
+constexpr double wholePart = 0.55;                                // of the places of a part of a side
+constexpr double grainFactor = 3;                                 // of the mean step of a desk
+constexpr double leastContrast = 0.04;                            // of the paper's level
+constexpr int longestGap = 2;                                     // parts of a side
 
 double shareOf(const cv::Mat& mask, const PaperEnd::Span& span, int row)
 {
@@ -77,6 +81,57 @@ PaperEnd::Found PaperEnd::find(const Span& span, int start, int step, int stop) 
     if (!lines.empty())
         return {strongest(span, lines.back()), true};
     return {at < 0 || at >= rows() ? stop : at, false};
+}
+
+bool PaperEnd::hasSide(int row, int outward, const Span& span) const
+{
+    int parts = 0, found = 0;
+    for (int at = span.from; at + part() <= span.to; at += part(), ++parts)
+        found += hasPart(row, outward, {at, at + part()});
+    return found > wholeLine * parts;
+}
+
+int PaperEnd::runsOn(int row, int outward, int from, int step) const
+{
+    int last = from, gap = 0;
+    for (int at = from; gap <= longestGap; at += step * part()) {
+        const int first = step > 0 ? at : at - part();
+        if (first < 0 || first + part() > columns())
+            break;
+        const bool isThere = hasPart(row, outward, {first, first + part()});
+        gap = isThere ? 0 : gap + 1;
+        if (isThere)
+            last = at + step * part();
+    }
+    return last;
+}
+
+// Most places have a step there that the grain of the desk outside has not, and it parts two areas.
+bool PaperEnd::hasPart(int row, int outward, const Span& part) const
+{
+    const int outside = row + 3 * aroundLine * outward;
+    const auto from = [&](const cv::Mat& values, int first, int last) {
+        const int a = clamped(std::min(first, last)), b = clamped(std::max(first, last)) + 1;
+        return values(cv::Range(a, b), cv::Range(part.from, part.to));
+    };
+    const cv::Mat grain = from(steps_, outside - aroundLine, outside + aroundLine);
+    const auto band = [&](int distance) {
+        const int first = row + distance * outward;
+        return cv::mean(from(level_, first, first + aroundLine * outward))[0];
+    };
+    const double beyond = band(aroundLine / 2), beside = std::abs(beyond - band(2 * aroundLine));
+    if (std::abs(beyond - band(-aroundLine * 3 / 2)) < leastContrast + beside)
+        return false;
+    const double least = std::max<double>(leastStep, grainFactor * cv::mean(cv::abs(grain))[0]);
+    int most = 0;
+    for (int j = std::max(1, row - aroundLine); j <= std::min(rows() - 2, row + aroundLine); ++j) {
+        int count = 0;
+        for (int i = part.from; i < part.to; ++i)
+            count += std::abs(steps_.at<float>(j - 1, i)) > least ||
+                     std::abs(steps_.at<float>(j, i)) > least || std::abs(steps_.at<float>(j + 1, i)) > least;
+        most = std::max(most, count);
+    }
+    return most > wholePart * (part.to - part.from);
 }
 
 std::vector<cv::Point2d> PaperEnd::edge(const Span& span, int row, int reach) const
