@@ -20,6 +20,8 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <thread>
 
@@ -28,12 +30,16 @@ namespace {
 struct Libraries
 {
     int opens = HIDCARD_OK, cardType = 0;
+    int readers = 0;           ///< that are open
+    std::string portraitPath;  ///< as it was told
+    QColor portrait = Qt::red; ///< of the card; none when it is not valid
     std::atomic<int> starts{ID_FACE_OK};
+    std::atomic<bool> isFaceSeen{true}; ///< in the live picture
     int faces = 1, features = 0, score = 0, status = 1;
     std::map<std::string, int> reads; ///< what a picture's reading says; 0 where none is named
     std::vector<int> lives;           ///< scores, one a question
     std::vector<std::string> asked;   ///< the pictures that were read, in full
-    std::atomic<int> running{0};
+    std::atomic<bool> isRunning{false};
 };
 Libraries* libraries = nullptr;
 const std::thread::id gui = std::this_thread::get_id();
@@ -48,15 +54,24 @@ std::string fileName(const char* path)
 
 int h_idcard_openDevice(void)
 {
+    libraries->readers += libraries->opens == HIDCARD_OK ? 1 : 0;
     return libraries->opens;
 }
 int h_idcard_closeDevice(void)
 {
+    --libraries->readers;
     return HIDCARD_OK;
 }
-void h_idcard_setPhotoPath(const char*) {}
+void h_idcard_setPhotoPath(const char* path)
+{
+    libraries->portraitPath = path;
+}
 int h_idcard_readInfo(void)
 {
+    QImage portrait(102, 126, QImage::Format_RGB888);
+    portrait.fill(libraries->portrait);
+    if (libraries->portrait.isValid() && !portrait.save(QString::fromStdString(libraries->portraitPath)))
+        ADD_FAILURE() << libraries->portraitPath;
     return libraries->cardType;
 }
 int h_idcard_readData(int, int index, char* text)
@@ -76,23 +91,26 @@ int h_idcard_readData(int, int index, char* text)
 int IdFaceSdkInit(const char* folder, const char*)
 {
     EXPECT_EQ(fileName(folder), "lib");
-    ++libraries->running;
+    EXPECT_FALSE(libraries->isRunning) << "what it remembers would count";
+    libraries->isRunning = libraries->starts == ID_FACE_OK;
     return libraries->starts;
 }
 int IdFaceSdkUninit(void)
 {
-    --libraries->running;
+    libraries->isRunning = false;
     return 0;
 }
 int IdFaceSdkFeatureSize(void)
 {
     return 4;
 }
-int IdFaceSdkDetectFace(const unsigned char*, int width, int, IdFaceInfo* face)
+int IdFaceSdkDetectFace(const unsigned char*, int width, int height, IdFaceInfo* face)
 {
     if (std::this_thread::get_id() == gui)
         return libraries->faces;
-    EXPECT_EQ(width, 640);
+    EXPECT_EQ(width * 3, height * 4);
+    if (!libraries->isFaceSeen)
+        return 0;
     face->left = face->top = 160;
     face->width = face->height = 240;
     return 1;
@@ -142,17 +160,21 @@ protected:
         libraries = &libraries_;
         store_.GetSettings()->clear();
         settings::setSavePath(store_, pictures());
+        std::filesystem::create_directory(folder().file("tmp"));
+        setenv("TMPDIR", folder().file("tmp").c_str(), 1);
     }
     ~FaceVerifyTest() override
     {
         window_.reset();
-        EXPECT_EQ(libraries_.running, 0) << "each start of the face library has its end";
+        EXPECT_FALSE(libraries_.isRunning) << "each start of the face library has its end";
+        EXPECT_EQ(libraries_.readers, 0) << "and each opened reader";
+        unsetenv("TMPDIR");
         camera_.MirvakDevs_Deinit();
         store_.GetSettings()->clear();
     }
 
     std::string colour(const std::string& more = "") { return camera("colour", Qt::red, 2, more); }
-    std::string infrared() { return camera("infrared", Qt::gray, 3); }
+    std::string infrared(const std::string& more = "") { return camera("infrared", Qt::gray, 3, more); }
     void open(const std::string& cameras)
     {
         useDesk(camera("main", Qt::yellow, 1) + (cameras.empty() ? "" : ", " + cameras));
@@ -172,6 +194,28 @@ protected:
     QString box(const char* name) const { return part<QLineEdit>(*window_, name)->text(); }
     QString pictures() const { return QString::fromStdString(folder().file("out")); }
     QStringList files() const { return QDir(pictures()).entryList(QDir::Files, QDir::Name); }
+    /// Pulled out; these stay.
+    void keepOnly(const std::string& cameras)
+    {
+        changeDesk(camera("main", Qt::yellow, 1) + ", " + cameras);
+        camera_.MirvakDevs_Refresh(); // finds the file changed,
+        camera_.MirvakDevs_Refresh(); // and at rest
+        EXPECT_TRUE(
+            QTest::qWaitFor([this] { return note().contains(QStringLiteral("disconnected")); }, 60'000));
+    }
+    bool isShown(const QColor& colour) const
+    {
+        const auto* video = part<FaceVideo>(*window_, "video");
+        const QColor shown =
+            const_cast<FaceVideo*>(video)->grab().toImage().pixelColor(video->rect().center());
+        return std::abs(shown.red() - colour.red()) + std::abs(shown.green() - colour.green()) < 40;
+    }
+    QString placeholder() const { return part<FaceVideo>(*window_, "video")->accessibleDescription(); }
+    QColor portrait() const
+    {
+        const QPixmap picture = part<QLabel>(*window_, "labelPortrait")->pixmap(Qt::ReturnByValue);
+        return picture.isNull() ? QColor() : picture.toImage().pixelColor(picture.rect().center());
+    }
     QColor colourOf(int file) const
     {
         return QImage(pictures() + QLatin1Char('/') + files().at(file)).pixelColor(320, 240);
@@ -216,7 +260,12 @@ TEST_F(FaceVerifyTest, OneClickReadsTheCardTakesTheFaceAndComparesThem)
             video->grab().toImage().pixelColor((corner + QPointF(160, 280) * scale).toPoint());
         return line.green() > 150;
     };
+    EXPECT_EQ(portrait(), QColor(Qt::red)) << "of the card";
     EXPECT_TRUE(QTest::qWaitFor(frame, 10'000)) << "the found face is framed";
+    click("buttonVerify"); // while the live picture is looked at
+    EXPECT_EQ(result(), QStringLiteral("Face comparison success, score:50"));
+    libraries_.isFaceSeen = false;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !frame(); }, 60'000)) << "it has gone";
 
     click("buttonScanner"); // both roles
     ASSERT_EQ(files().size(), 3);
@@ -258,7 +307,62 @@ TEST_F(FaceVerifyTest, ScoresAndFailedStepsBecomeTexts)
     click("buttonReadCard");
     EXPECT_EQ(dialogs_.messages.last(), QStringLiteral("Read idcard failed!"));
     EXPECT_EQ(box("editName"), QString());
+    EXPECT_EQ(portrait(), QColor());
     says("Face comparison failed, score:-2");
+    libraries_.cardType = 0;
+    libraries_.portrait = QColor();
+    click("buttonReadCard");
+    EXPECT_EQ(box("editName"), QStringLiteral("张样本"));
+    EXPECT_EQ(portrait(), QColor()) << "that of the card before";
+}
+
+TEST_F(FaceVerifyTest, InfraredIsShownOnlyWhenTheColourCameraHasGone)
+{
+    std::string slow = colour();
+    slow.replace(slow.find("fps = 30"), 8, "fps = 2");
+    open(slow + ", " + infrared());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::red); }, 60'000));
+    window_->scannerimgIR(); // so infrared frames have come since the last one in colour
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isShown(Qt::red));
+    keepOnly(infrared());
+    EXPECT_TRUE(isShown(Qt::red)) << "the last picture stays until the other camera's are shown";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::gray); }, 60'000));
+    click("buttonOneClick");
+    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-2"))
+        << "infrared is no face to compare";
+    keepOnly(slow);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::black); }, 60'000)) << "the last one has gone";
+    EXPECT_EQ(placeholder(), QStringLiteral("The face camera was disconnected."));
+}
+
+TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
+{
+    open(colour() + ", " + infrared());
+    click("buttonScanner");
+    ASSERT_EQ(files().size(), 2);
+    keepOnly(colour());
+    libraries_.lives = {95};
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QString());
+    EXPECT_EQ(libraries_.lives.size(), 1U) << "looked at";
+}
+
+TEST_F(FaceVerifyTest, WhatKeepsTheVideoEmptyIsSaidAndPicturesHaveOneSize)
+{
+    open("");
+    EXPECT_EQ(placeholder(), QStringLiteral("There is no face camera."));
+    window_.reset();
+    open(colour("fail_create = true;"));
+    EXPECT_EQ(placeholder(), QStringLiteral("The face camera cannot be opened. It may be in use."));
+    window_.reset();
+    std::string small = colour();
+    small.erase(small.find("\"640x480\", "), 11);
+    open(small);
+    EXPECT_EQ(placeholder(), QString());
+    window_->scannerimg();
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(QImage(pictures() + QLatin1Char('/') + files().first()).size(), QSize(640, 480));
 }
 
 TEST_F(FaceVerifyTest, TheInfraredPictureHasTheFirstWordOnLiveness)
@@ -324,6 +428,7 @@ TEST_F(FaceVerifyTest, WithoutDevicesItSaysSoAndHangsNowhere)
         part<QWidget>(*window_, "titleBar")->findChild<QPushButton*>(QStringLiteral("buttonClose")),
         Qt::LeftButton);
     EXPECT_EQ(closed.count(), 1);
+    EXPECT_EQ(libraries_.readers, 0) << "others may use the reader";
     window_.reset();
     open("");
     click("buttonScanner");

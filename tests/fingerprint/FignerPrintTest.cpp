@@ -141,8 +141,18 @@ TEST_F(FignerPrintTest, AFingerBecomesAFileThatIsShownAndHandedOn)
     EXPECT_EQ(qGray(shown.pixel(9, 9)), ink);
 
     isThere = false;
-    capture(); // beside nothing: the next one begins anew
+    EXPECT_TRUE(QDir(path()).removeRecursively()); // taken away meanwhile
+    capture();                                     // beside nothing: the next one begins anew
     EXPECT_TRUE(part<QLabel>(*dialog_, "labelPicture")->pixmap(Qt::ReturnByValue).isNull());
+    QHideEvent minimised; // by the window system
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    qApp->notify(dialog_.get(), &minimised);
+    isThere = true;
+    EXPECT_TRUE(closes());
+    EXPECT_TRUE(says("Get FP data Success")) << "a minimised window captures on";
+    EXPECT_EQ(QDir(path()).entryList({QStringLiteral("*.bmp")}).size(), 1);
+    isThere = false;
+    capture();
     dialog_->close(); // which ends it
     EXPECT_TRUE(closes());
     dialog_->show();
