@@ -155,6 +155,22 @@ TEST_F(DevicesFacade, TwoCamerasStreamAtOnceAndDeinitEndsThem)
     EXPECT_EQ(collector.frames() + second.frames(), frames);
 }
 
+TEST_F(DevicesFacade, ACallbackCannotReleaseItsOwnCamera)
+{
+    begin({"name = \"A\""});
+    void* const device = camera.MirvakDevice_Create(0);
+    std::atomic<int> released{MIRVAK_OK}, stopped{MIRVAK_OK};
+    collector.onFrame = [&](mirvak::Image&) {
+        released = camera.MirvakDevice_Release(device);
+        stopped = camera.MirvakDevice_StopPreview(device);
+    };
+    ASSERT_EQ(start(device, collector), MIRVAK_OK);
+    EXPECT_TRUE(collector.waitForFrames(3)) << "the stream goes on";
+    EXPECT_EQ(camera.MirvakDevice_Release(device), MIRVAK_OK);
+    EXPECT_EQ(released, MIRVAK_BUSY);
+    EXPECT_EQ(stopped, MIRVAK_BUSY);
+}
+
 TEST_F(DevicesFacade, AnUnpluggedCameraIsBackAfterTheNextSearch)
 {
     begin({"name = \"A\"; unplug_after = 0.05"});
