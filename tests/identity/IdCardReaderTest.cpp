@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -139,6 +140,10 @@ TEST_F(IdCard, SavingAddsARowAndThePortrait)
     expectPrivate(folder.file("tmp/elphoto.bmp"));
     EXPECT_EQ(folder.content("new/deep/NUMBER.jpg").substr(0, 2), "\xFF\xD8");
 
+    const std::string longText(400, 'a');
+    read(0, "name = \"N\"; address = \"" + longText + "\";", Qt::blue);
+    EXPECT_EQ(part<QLabel>(*window, "labelNote")->text(), QString()) << "that the last card was saved";
+    EXPECT_EQ(part<QLineEdit>(*window, "editAddress")->cursorPosition(), 0) << "a long text shows its begin";
     read(0, texts, Qt::blue);
     folder.write("empty", "");
     folder.write("NUMBER.jpg", "an earlier one");
@@ -226,6 +231,8 @@ TEST_F(IdCard, ItFollowsTheReaderWhileItIsOpen)
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_EQ(closed.size(), 1);
     EXPECT_FALSE(window->isVisible());
+    for (const auto* timer : window->findChildren<QTimer*>())
+        EXPECT_FALSE(timer->isActive()) << "cards are still read";
     window.reset();
     expectRoomForWords([] { return std::make_unique<IdCardReader>(nullptr, nullptr); });
 }
