@@ -207,9 +207,15 @@ TEST_F(DeskCamera, BrokenFramesAreLeftOut)
         config.resolutions = {scaled ? DeskConfig::Size{32, 24} : DeskConfig::Size{0, 0}};
         OpenCamera camera(open(config), pool);
         FrameCollector frames;
+        std::atomic<int> before{0}; // the third one
+        frames.onFrame = [&, number = 0](Image&) mutable {
+            if (++number == 3)
+                before = static_cast<int>(camera.pump().damaged());
+        };
         ASSERT_EQ(camera.start(2, 0, 1, [&](Image* image) { frames.take(image); }), MIRVAK_OK);
         ASSERT_TRUE(frames.waitForFrames(12));
         camera.stop();
+        EXPECT_EQ(before, 0) << "the fourth is the first broken one";
         // Each fourth of all frames: one broken for three whole ones, give or take the one at the end.
         EXPECT_NEAR(static_cast<double>(camera.pump().damaged()), frames.frames() / 3.0, 1.0) << scaled;
     }
