@@ -71,9 +71,11 @@ TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
     EXPECT_FALSE(strip.findChild<EntryBar*>()->isVisible()) << "it would lie over the entry that is named";
     EXPECT_EQ(name()->text(), QStringLiteral("a")) << "what it is stays";
     QTest::keyClicks(name(), QStringLiteral("x"));
-    QFocusEvent otherWindow(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-    QCoreApplication::sendEvent(name(), &otherWindow);
-    EXPECT_TRUE(name()->isVisible()) << "one who looks something up comes back";
+    for (const auto reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+        QFocusEvent left(QEvent::FocusOut, reason);
+        QCoreApplication::sendEvent(name(), &left);
+    }
+    EXPECT_TRUE(name()->isVisible()) << "one who looks something up, or opens its menu, comes back";
     EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     QTest::keyClick(name(), Qt::Key_Escape);
     rename("a.b");
@@ -155,6 +157,17 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     strip.clearthumbnail(false);
     QCoreApplication::processEvents();
     EXPECT_EQ(hidden().size(), 1) << "b.png can still be taken back";
+}
+
+TEST_F(AfterTheCapture, TheBarStaysInTheStripWhereEntriesAreNarrow)
+{
+    strip.SetIconSize(60, 100);
+    list({QStringLiteral("a.png")});
+    hover(0);
+    const auto* bar = strip.findChild<EntryBar*>();
+    ASSERT_TRUE(bar->isVisible());
+    ASSERT_GT(bar->width(), entries->visualItemRect(entries->item(0)).width());
+    EXPECT_TRUE(entries->viewport()->rect().contains(bar->geometry()));
 }
 
 TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
