@@ -146,6 +146,22 @@ TEST_F(PdfText, ColumnsAndSlantingLinesStayInOrder)
     }
 }
 
+TEST_F(PdfText, NoWordLeavesItsPrintForALineThatIsFarFromLevel)
+{
+    std::vector<MirvakPdfWord> words;
+    for (int i = 0; i < 9; ++i) { // at five degrees: from end to end three times as high as its letters
+        const float x = 20 + 40.F * static_cast<float>(i), y = 100 + 3.5F * static_cast<float>(i);
+        words.push_back(word("ledger", {{{x, y}, {x + 34, y + 3}, {x + 34, y + 13}, {x, y + 10}}}));
+    }
+    make(words);
+    const std::vector<tools::SeenWord> seen = tools::wordsOf(pdf);
+    ASSERT_EQ(seen.size(), words.size());
+    for (const tools::SeenWord& one : seen) {
+        const double i = std::floor(one.box.x / 40);
+        EXPECT_NEAR(one.box.y + one.box.height / 2, 106.5 + 3.5 * i, 1) << i;
+    }
+}
+
 TEST_F(PdfText, WordsOfSteepLinesStayWholeWhereTheyLie)
 {
     // At nine degrees; the last one is so long that its ends would leave its print.
