@@ -41,6 +41,7 @@ TEST(PayloadText, GuessesTheCharacterSet)
                           "e",
                           false),
               "Crème brûlée");
+    EXPECT_EQ(payloadText("T\xE9l\xE9phone", false), "Téléphone") << "though each pair is a rare sign";
     EXPECT_EQ(payloadText("\x83\x65\x83\x58\x83\x67\x82\xC5\x82\xB7", false), "テストです") << "Shift-JIS";
     EXPECT_EQ(payloadText("\xD6\xD0\xCE\xC4\xA3\xBA\xC4\xE3\xBA\xC3", false), "中文：你好");
     EXPECT_EQ(payloadText("\xE8\x91\x97\xE8", false).find('\xEF'), std::string::npos) << "always something";
