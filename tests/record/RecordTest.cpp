@@ -170,7 +170,7 @@ TEST_F(RecordTest, TheCopyOfALongFilmCanBeWatchedAndStopped)
     EXPECT_GE(percent, 0);
     EXPECT_EQ(record.MirvakRecord_StopCopying(), MIRVAK_RECORD_OK);
     answer.set_value();
-    while (record.MirvakRecord_GetCopying(percent) == MIRVAK_RECORD_OK)
+    while (record.MirvakRecord_GetCopying(percent) == MIRVAK_RECORD_OK && percent >= 0)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     EXPECT_EQ(percent, -1);
     EXPECT_THAT(tools::boxesOf(path), ::testing::Contains("moof")) << "copied all the same";

@@ -159,6 +159,19 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     EXPECT_EQ(hidden().size(), 1) << "b.png can still be taken back";
 }
 
+TEST_F(AfterTheCapture, TheKeysComeBackToTheStripFromTheOfferToUndo)
+{
+    list({QStringLiteral("a.png")});
+    QPushButton next(&strip); // which the toolkit would give them to
+    next.show();
+    strip.RemoveItem(0, true);
+    auto* offer = strip.findChild<QWidget*>(QStringLiteral("undoBar"))->findChild<QPushButton*>();
+    offer->setFocus();
+    QTest::keyClick(offer, Qt::Key_Space);
+    EXPECT_EQ(names(), QStringList{QStringLiteral("a.png")});
+    EXPECT_TRUE(strip.hasFocus());
+}
+
 TEST_F(AfterTheCapture, TheBarStaysInTheStripWhereEntriesAreNarrow)
 {
     strip.SetIconSize(60, 100);
@@ -312,6 +325,12 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
         QMouseEvent middle(QEvent::MouseMove, grip + back, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(corner(0), &middle);
         QTest::mouseRelease(corner(0), Qt::LeftButton);
+        if (QLatin1String(button) == QLatin1String("cropCancel")) {
+            EXPECT_NE(corner(0)->pos(), first);
+            QTest::mouseClick(dialog()->findChild<QPushButton*>(QStringLiteral("cropWhole")), Qt::LeftButton);
+            EXPECT_EQ(corner(0)->pos(), first) << "the whole picture again";
+            EXPECT_EQ(corner(3)->x(), left);
+        }
         EXPECT_EQ(QImage(file(QStringLiteral("a.png"))).width(), 64);
         QTest::mouseClick(dialog()->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog(); }));

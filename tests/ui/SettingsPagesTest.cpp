@@ -8,6 +8,7 @@
 #include "SetImage.h"
 #include "SetShortcut.h"
 #include "Settings.h"
+#include "ShortcutText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -366,4 +367,8 @@ TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
     scanner->setText(QStringLiteral("Ctrl+D, Ctrl+E"));
     EXPECT_EQ(marks(), QStringList{QStringLiteral("editDocument")}) << "its key is the first of two";
     EXPECT_EQ(changed.count(), 2);
+    using ShortcutText::Use; // of three the second alone collides with each of the others
+    EXPECT_EQ(ShortcutText::uses(
+                  {QStringLiteral("Ctrl+K, A"), QStringLiteral("Ctrl+K"), QStringLiteral("Ctrl+K, B")}),
+              (QVector<Use>{Use::Bound, Use::Taken, Use::Bound}));
 }
