@@ -4,6 +4,8 @@
 #include "ConfigSet.h"
 #include "More.h"
 
+#include <QComboBox>
+
 namespace {
 
 TEST_F(LumroScannerTest, ClicksAndShortcutsBecomeFilesAndThumbnails)
@@ -59,6 +61,9 @@ TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
     window_->onMore();
     window_->onScanner();
     window_->onDeskewChanged(1, true);
+    window_->findChild<QComboBox*>(QStringLiteral("comboResolution"))->setCurrentIndex(1);
+    window_->onResolutionChanged(1);
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 0) << "what runs is shown";
     EXPECT_TRUE(files().isEmpty());
     EXPECT_EQ(settings::deskew.read(store_), 0);
     window_->findChild<More*>()->close();
