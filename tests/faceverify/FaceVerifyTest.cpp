@@ -36,6 +36,7 @@ struct Libraries
     std::atomic<int> starts{ID_FACE_OK};
     std::atomic<bool> isFaceSeen{true}; ///< in the live picture
     int faces = 1, features = 0, score = 0, status = 1;
+    int width = 2;                    ///< px of the pictures that are read, half as high
     std::map<std::string, int> reads; ///< what a picture's reading says; 0 where none is named
     std::vector<int> lives;           ///< scores, one a question
     std::vector<std::string> asked;   ///< the pictures that were read, in full
@@ -140,8 +141,8 @@ int ReadImageFile(const char* path, unsigned char* rgb, int size, int* width, in
 {
     EXPECT_EQ(bits, 24);
     const std::string name = fileName(path);
-    *width = 2;
-    *height = 1;
+    *width = libraries->width;
+    *height = libraries->width / 2;
     if (!rgb)
         return name.empty() ? ID_FACE_BAD_ARGUMENT : libraries->reads[name];
     EXPECT_EQ(size, 6);
@@ -334,6 +335,23 @@ TEST_F(FaceVerifyTest, InfraredIsShownOnlyWhenTheColourCameraHasGone)
     keepOnly(slow);
     EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::black); }, 60'000)) << "the last one has gone";
     EXPECT_EQ(placeholder(), QStringLiteral("The face camera was disconnected."));
+}
+
+TEST_F(FaceVerifyTest, WhatTheLibraryCannotReadIsNoLivingFaceWhateverItsNumber)
+{
+    open(colour() + ", " + infrared("fail_start = true;"));
+    EXPECT_EQ(placeholder(), QString()) << "the colour camera is enough";
+    window_.reset();
+    open(colour() + ", " + infrared());
+    for (const char* name : {"IMAGE_000.jpg", "IMAGE_001.jpg"})
+        libraries_.reads[name] = 90;
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QStringLiteral("This is not a living face."));
+    libraries_.reads.clear();
+    libraries_.width = 20'002; // more pixels than any camera has
+    window_->readidcard();
+    click("buttonVerify");
+    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-3"));
 }
 
 TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
