@@ -2,9 +2,11 @@
 
 #include "BtnControl.h"
 #include "ConfigSet.h"
+#include "DiskFullAt.h"
 #include "More.h"
 
 #include <QComboBox>
+#include <QPainter>
 
 namespace {
 
@@ -155,6 +157,29 @@ TEST_F(LumroScannerTest, CroppingOptionsAndTheResolutionAreStored)
     settings::cameraResolution.write(store_, 99); // a list entry that this device does not have
     window_->onDeviceChanged(0);
     EXPECT_EQ(view().GetResolutionCurrentIndex(), 0);
+}
+
+TEST_F(LumroScannerTest, OfTwoPagesTheOneThatFitsOnTheDiskIsSavedAndTheOtherTold)
+{
+    QImage desk = solid(640, 480, Qt::darkGray);
+    QPainter painter(&desk);
+    for (const int left : {40, 350})
+        painter.fillRect(left, 60, 250, 360, qRgb(245, 245, 245));
+    for (int i = 0; i < 9000; ++i) // the right one takes many bytes
+        painter.fillRect(370 + i * 7 % 210, 80 + i * 13 % 320, 2, 1, qRgb(i * 37 % 256, 90, i % 256));
+    painter.end();
+    settings::deskew.write(store_, 2);
+    ASSERT_TRUE(shows(camera(), desk));
+    {
+        const DiskFullAt limit(20'000);
+        window_->onScanner();
+    }
+    EXPECT_EQ(files().size(), 1);
+    EXPECT_TRUE(notice().startsWith(QStringLiteral("1 of 2 pages could not be saved.")))
+        << qPrintable(notice());
+    window_->onScanner();
+    EXPECT_EQ(files().size(), 3);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 3; }));
 }
 
 TEST_F(LumroScannerTest, HardwareKeysZoomOrCapture)
