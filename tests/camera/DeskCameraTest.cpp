@@ -129,7 +129,7 @@ TEST_F(DeskCamera, PrefersPicturesTakenAtTheChosenSize)
     std::filesystem::create_directories(folder.file("8x6"));
     std::filesystem::create_directories(folder.file("99x99 drafts"));
     folder.write("40x30/a.jpg", pictures::solidJpeg({40, 30}, {200, 0, 0}));
-    folder.write("8x6/a.jpg", pictures::solidJpeg({8, 6}, {0, 0, 200}));
+    folder.write("8x6/a.JPG", pictures::solidJpeg({8, 6}, {0, 0, 200}));
     const auto chosen = [&](cv::Size size) {
         const auto files = PictureSource::filesOf(folder.path(), size);
         return files.size() == 1 ? files[0].parent_path().filename().string() : "";

@@ -221,6 +221,25 @@ TEST_F(RecordTest, EveryCallTellsThatTheRecordingHasFailed)
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
+TEST_F(RecordTest, AFilmThatTheDiskBrokeOffPlaysAndIsNotRewritten)
+{
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    {
+        const DiskFullAt limit(300'000); // of film, about a second and a half
+        unsigned seed = 0;
+        do
+            frame = noiseFrame(format, ++seed);
+        while (write() == MIRVAK_RECORD_OK);
+        EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_IO_ERROR);
+    }
+    int percent = 0;
+    while (record.MirvakRecord_GetCopying(percent) == MIRVAK_RECORD_OK)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_EQ(tools::filmComplaints(path), "");
+    EXPECT_GE(tools::filmSlots(path).size(), 10U);
+    EXPECT_THAT(tools::boxesOf(path), ::testing::Contains("moof"));
+}
+
 TEST_F(RecordTest, StopAndWriteMayMeet)
 {
     std::atomic<bool> done{false};
