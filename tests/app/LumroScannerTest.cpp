@@ -121,7 +121,7 @@ TEST_F(LumroScannerTest, ADeviceThatCannotBeOpenedIsNamed)
 
 TEST_F(LumroScannerTest, ACameraThatFallsSilentIsToldOf)
 {
-    ASSERT_TRUE(shows(camera("stall_after = 0.3;")));
+    ASSERT_TRUE(shows(camera("stall_after = 1.0;")));
     const auto isTold = [this] { return notice() == QStringLiteral("The camera delivers no picture."); };
     EXPECT_TRUE(QTest::qWaitFor(isTold, 60'000));
     EXPECT_TRUE(hasPicture()) << "the last one stays";

@@ -198,7 +198,7 @@ protected:
     /// Pulled out; these stay.
     void keepOnly(const std::string& cameras)
     {
-        changeDesk(camera("main", Qt::yellow, 1) + ", " + cameras);
+        changeDesk(camera("main", Qt::yellow, 1) + (cameras.empty() ? "" : ", " + cameras));
         camera_.MirvakDevs_Refresh(); // finds the file changed,
         camera_.MirvakDevs_Refresh(); // and at rest
         EXPECT_TRUE(
@@ -432,10 +432,10 @@ TEST_F(FaceVerifyTest, WithoutDevicesItSaysSoAndHangsNowhere)
               QStringList{QStringLiteral("Init IDCard failed,this device may not support this feature!")});
     libraries_.opens = HIDCARD_OK;
 
-    open(colour("unplug_after = 0.5;")); // and no infrared one
+    open(colour()); // and no infrared one
     window_->scannerimg();
     ASSERT_EQ(files().size(), 1);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return note().contains(QStringLiteral("disconnected")); }, 20'000));
+    keepOnly("");
     click("buttonLiveFace");
     EXPECT_EQ(result(), QString());
     click("buttonOneClick"); // the last picture is not this person's
