@@ -133,6 +133,11 @@ TEST(Sightings, BarsNeedTwoViewsAndMatricesOne)
                               seen(Symbology::code39, "SHELF", 2, here, 22 - first)}),
                     ElementsAre("SHELF"))
             << "the view that shows more lines counts";
+    EXPECT_THAT(credible({seen(Symbology::code39, "SHELF", 1, here, 2),
+                          seen(Symbology::code39, "SHELF", 3, there, 20),
+                          seen(Symbology::code39, "SHELF", 5, here | there, 2)}),
+                ElementsAre("SHELF"))
+        << "the two are one, and its lines those of the better view";
     EXPECT_THAT(credible({seen(Symbology::aztec, "RAIL", 1, here, 0)}), ElementsAre("RAIL"));
 }
 
@@ -149,6 +154,11 @@ TEST(Sightings, OfTwoTextsAtOnePlaceTheBetterFoundedStays)
     EXPECT_THAT(credible(all), ElementsAre("TRUTH"));
     all.push_back(seen(Symbology::pdf417, "RIGHT", 1, here, 0));
     EXPECT_THAT(credible(all), ElementsAre("RIGHT"));
+    all.clear();
+    for (const char* text : {"HALF", "HALF MILL"})
+        for (const int pass : {1, 2})
+            all.push_back(seen(Symbology::code128, text, pass, here));
+    EXPECT_THAT(credible(all), ElementsAre("HALF MILL")) << "of equals the longer one";
 }
 
 // Readings with even and odd passes are made by different decoders.
