@@ -225,9 +225,11 @@ TEST_F(PdfText, WordsThatMakeNoSenseAreLeftOutAndTheOthersStay)
           word("\xff\xfe", upright(1, 1, 20, 10)),
           word("\x01\x1b", upright(1, 1, 20, 10)),
           word("a\x01\xc3z", upright(20, 100, 60, 115), 1),
+          word("b\xEF\xBB\xBF\xC2\x85\xEF\xBF\xBEy", upright(20, 140, 60, 155), 2), // signs that are none
           word("good", upright(70, 100, 110, 115), 1)});
     const std::string text = tools::textOf(pdf);
     EXPECT_THAT(text, HasSubstr("good"));
+    EXPECT_THAT(text, HasSubstr("by"));
     EXPECT_THAT(text, HasSubstr("a"));
     for (const char* missing : {"point", "none", "far", "huge", "flat", "thin"})
         EXPECT_THAT(text, Not(HasSubstr(missing)));
