@@ -194,6 +194,7 @@ TEST_F(WindowCareTest, EscapeClosesAndAsksOnceWhenWorkWouldBeLost)
 
 TEST_F(WindowCareTest, WhatStaysOnTopGoesAndComesWithTheMainWindow)
 {
+    Dialogs::instance().ask = [](QMessageBox&) { return QMessageBox::Ok; }; // about the film
     ASSERT_TRUE(shows(camera()));
     click("btnRecord");
     auto* film = window_->findChild<VideoRecord*>();
