@@ -2,7 +2,11 @@
 
 #include "BtnControl.h"
 #include "ConfigSet.h"
+#include "DiskFullAt.h"
 #include "More.h"
+
+#include <QComboBox>
+#include <QPainter>
 
 namespace {
 
@@ -30,16 +34,27 @@ TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
     }));
     view().onDeskewChanged(2, true);
     Q_EMIT view().clickDeskewSign(2, true);
-    const QPoint topLeft = view().GetImageCurrentPoint();
-    const QSize shown = view().GetImageCurrentSize();
-    const QPoint middle = topLeft + QPoint(shown.width() / 2, shown.height() / 2);
-    QTest::mousePress(&view(), Qt::LeftButton, Qt::NoModifier, topLeft);
-    QTest::mouseRelease(&view(), Qt::LeftButton, Qt::NoModifier, middle);
-    window_->onScanner();
+    const auto captureQuarter = [this] {
+        const QPoint topLeft = view().GetImageCurrentPoint();
+        const QSize shown = view().GetImageCurrentSize();
+        const QPoint middle = topLeft + QPoint(shown.width() / 2, shown.height() / 2);
+        QTest::mousePress(&view(), Qt::LeftButton, Qt::NoModifier, topLeft);
+        QTest::mouseRelease(&view(), Qt::LeftButton, Qt::NoModifier, middle);
+        window_->onScanner();
+    };
+    captureQuarter();
     const QImage saved(pictures() + QStringLiteral("/IMAGE_000.jpg"));
     EXPECT_NEAR(saved.width(), 240, 4); // half of 480 x 640, one view pixel is less than two of the picture
     EXPECT_NEAR(saved.height(), 320, 4);
     EXPECT_EQ(settings::deskew.read(store_), 0); // the drawn rectangle is not remembered
+    window_->onResolutionChanged(1);
+    for (int i = 0; i < 2; ++i) // when the second one comes the first is shown, and the rectangle gone
+        ASSERT_TRUE(window_->GetImageSync(std::chrono::seconds(20)));
+    QCoreApplication::processEvents();
+    captureQuarter();
+    const QImage smaller(pictures() + QStringLiteral("/IMAGE_001.jpg"));
+    EXPECT_NEAR(smaller.width(), 120, 4) << "the choice outlives another resolution";
+    EXPECT_NEAR(smaller.height(), 160, 4);
 }
 
 TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
@@ -48,6 +63,9 @@ TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
     window_->onMore();
     window_->onScanner();
     window_->onDeskewChanged(1, true);
+    window_->findChild<QComboBox*>(QStringLiteral("comboResolution"))->setCurrentIndex(1);
+    window_->onResolutionChanged(1);
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 0) << "what runs is shown";
     EXPECT_TRUE(files().isEmpty());
     EXPECT_EQ(settings::deskew.read(store_), 0);
     window_->findChild<More*>()->close();
@@ -87,13 +105,26 @@ TEST_F(LumroScannerTest, ADeviceThatCannotBeOpenedIsNamed)
 {
     useDesk(camera() + ", " + camera("fail_create = true;") + ", " + camera("fail_start = true;"));
     show();
-    window_->onDeviceChanged(1);
-    EXPECT_EQ(messages_, (QStringList{QStringLiteral("Waring"), QStringLiteral("Device create failed!")}));
-    messages_.clear();
-    window_->onDeviceChanged(2);
-    EXPECT_EQ(messages_, (QStringList{QStringLiteral("Error"), QStringLiteral("video create failed!")}));
+    for (const auto& [row, told] :
+         {std::pair(1, QStringList{QStringLiteral("Waring"), QStringLiteral("Device create failed!")}),
+          std::pair(2, QStringList{QStringLiteral("Error"), QStringLiteral("video create failed!")})}) {
+        window_->onDeviceChanged(0);
+        ASSERT_TRUE(waitForPicture());
+        messages_.clear();
+        window_->onDeviceChanged(row);
+        EXPECT_EQ(messages_, told);
+        EXPECT_FALSE(hasPicture()) << "that of the camera before";
+    }
     window_->onDeviceChanged(0);
     EXPECT_TRUE(waitForPicture());
+}
+
+TEST_F(LumroScannerTest, ACameraThatFallsSilentIsToldOf)
+{
+    ASSERT_TRUE(shows(camera("stall_after = 1.0;")));
+    const auto isTold = [this] { return notice() == QStringLiteral("The camera delivers no picture."); };
+    EXPECT_TRUE(QTest::qWaitFor(isTold, 60'000));
+    EXPECT_TRUE(hasPicture()) << "the last one stays";
 }
 
 TEST_F(LumroScannerTest, ADeviceThatVanishesDuringACaptureDoesNotHoldTheWindowUp)
@@ -126,6 +157,29 @@ TEST_F(LumroScannerTest, CroppingOptionsAndTheResolutionAreStored)
     settings::cameraResolution.write(store_, 99); // a list entry that this device does not have
     window_->onDeviceChanged(0);
     EXPECT_EQ(view().GetResolutionCurrentIndex(), 0);
+}
+
+TEST_F(LumroScannerTest, OfTwoPagesTheOneThatFitsOnTheDiskIsSavedAndTheOtherTold)
+{
+    QImage desk = solid(640, 480, Qt::darkGray);
+    QPainter painter(&desk);
+    for (const int left : {40, 350})
+        painter.fillRect(left, 60, 250, 360, qRgb(245, 245, 245));
+    for (int i = 0; i < 9000; ++i) // the right one takes many bytes
+        painter.fillRect(370 + i * 7 % 210, 80 + i * 13 % 320, 2, 1, qRgb(i * 37 % 256, 90, i % 256));
+    painter.end();
+    settings::deskew.write(store_, 2);
+    ASSERT_TRUE(shows(camera(), desk));
+    {
+        const DiskFullAt limit(20'000);
+        window_->onScanner();
+    }
+    EXPECT_EQ(files().size(), 1);
+    EXPECT_TRUE(notice().startsWith(QStringLiteral("1 of 2 pages could not be saved.")))
+        << qPrintable(notice());
+    window_->onScanner();
+    EXPECT_EQ(files().size(), 3);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 3; }));
 }
 
 TEST_F(LumroScannerTest, HardwareKeysZoomOrCapture)

@@ -191,3 +191,19 @@ TEST_F(WindowCareTest, EscapeClosesAndAsksOnceWhenWorkWouldBeLost)
     escape(*window_);
     EXPECT_TRUE(window_->isVisible()) << "the main window is no dialog";
 }
+
+TEST_F(WindowCareTest, WhatStaysOnTopGoesAndComesWithTheMainWindow)
+{
+    Dialogs::instance().ask = [](QMessageBox&) { return QMessageBox::Ok; }; // about the film
+    ASSERT_TRUE(shows(camera()));
+    click("btnRecord");
+    auto* film = window_->findChild<VideoRecord*>();
+    ASSERT_TRUE(film && film->isVisible());
+    for (int round = 0; round < 2; ++round) {
+        window_->showMinimized();
+        EXPECT_TRUE(QTest::qWaitFor([=] { return film->isMinimized(); }));
+        window_->showNormal();
+        EXPECT_TRUE(QTest::qWaitFor([=] { return !film->isMinimized(); }));
+    }
+    film->findChild<QPushButton*>(QStringLiteral("ButtonStop"))->click();
+}

@@ -41,6 +41,7 @@ TEST(PayloadText, GuessesTheCharacterSet)
                           "e",
                           false),
               "Crème brûlée");
+    EXPECT_EQ(payloadText("T\xE9l\xE9phone", false), "Téléphone") << "though each pair is a rare sign";
     EXPECT_EQ(payloadText("\x83\x65\x83\x58\x83\x67\x82\xC5\x82\xB7", false), "テストです") << "Shift-JIS";
     EXPECT_EQ(payloadText("\xD6\xD0\xCE\xC4\xA3\xBA\xC4\xE3\xBA\xC3", false), "中文：你好");
     EXPECT_EQ(payloadText("\xE8\x91\x97\xE8", false).find('\xEF'), std::string::npos) << "always something";
@@ -132,6 +133,11 @@ TEST(Sightings, BarsNeedTwoViewsAndMatricesOne)
                               seen(Symbology::code39, "SHELF", 2, here, 22 - first)}),
                     ElementsAre("SHELF"))
             << "the view that shows more lines counts";
+    EXPECT_THAT(credible({seen(Symbology::code39, "SHELF", 1, here, 2),
+                          seen(Symbology::code39, "SHELF", 3, there, 20),
+                          seen(Symbology::code39, "SHELF", 5, here | there, 2)}),
+                ElementsAre("SHELF"))
+        << "the two are one, and its lines those of the better view";
     EXPECT_THAT(credible({seen(Symbology::aztec, "RAIL", 1, here, 0)}), ElementsAre("RAIL"));
 }
 
@@ -148,6 +154,11 @@ TEST(Sightings, OfTwoTextsAtOnePlaceTheBetterFoundedStays)
     EXPECT_THAT(credible(all), ElementsAre("TRUTH"));
     all.push_back(seen(Symbology::pdf417, "RIGHT", 1, here, 0));
     EXPECT_THAT(credible(all), ElementsAre("RIGHT"));
+    all.clear();
+    for (const char* text : {"HALF", "HALF MILL"})
+        for (const int pass : {1, 2})
+            all.push_back(seen(Symbology::code128, text, pass, here));
+    EXPECT_THAT(credible(all), ElementsAre("HALF MILL")) << "of equals the longer one";
 }
 
 // Readings with even and odd passes are made by different decoders.

@@ -117,12 +117,16 @@ TEST(DecoderPool, AHelperThatHangsDiesTalksNonsenseOrIsMissingEndsTheRun)
 {
     const TempDir folder;
     std::set<std::string> read;
-    for (const char* body : {"exec sleep 1000",
-                             "exit 3",
-                             "printf nonsense >&3; exec sleep 1000",
-                             "printf %200s >&3; exec sleep 1000", // as long as an answer
-                             ""}) {
-        DecoderPool pool(*body ? script(folder, body) : folder.file("missing"), pictureBytes);
+    std::string ones; // a head of an answer that promises millions of bytes
+    for (size_t i = 0; i < sizeof(mirvak::helper::Reading); ++i)
+        ones += "\\001";
+    for (const std::string& body : {std::string("exec sleep 1000"),
+                                    std::string("exit 3"),
+                                    std::string("printf nonsense >&3; exec sleep 1000"),
+                                    std::string("printf %200s >&3; exec sleep 1000"), // as long as an answer
+                                    "printf '" + ones + "LIES' >&3; exec sleep 1000",
+                                    std::string()}) {
+        DecoderPool pool(body.empty() ? folder.file("missing") : script(folder, body), pictureBytes);
         pool.setTimeLimit(50ms);
         pool.run(std::vector<DecoderPool::Job>(10, jobFor("ONE", read)));
         EXPECT_THAT(read, IsEmpty()) << body;

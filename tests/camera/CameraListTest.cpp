@@ -80,11 +80,12 @@ TEST(CameraTypes, OverridesComeFromTheConfigurationFile)
     };
     EXPECT_EQ(readText(R"(cameras = ( { usb = "abcd1234"; type = 2; }, { usb = "00010002"; type = 3; } );)"),
               (TypeOverrides{{"abcd1234", 2}, {"00010002", 3}}));
-    for (const char* broken : {"cameras = (",
-                               "cameras = ( { usb = \"abcd1234\"; } );",
-                               "cameras = ( { usb = \"abcd1234\"; type = 4; } );",
-                               "cameras = ( { usb = 5; type = 1; } );",
-                               "others = 1;"}) {
+    for (const char* broken :
+         {"cameras = (",
+          "cameras = ( { usb = \"abcd1234\"; } );",
+          "cameras = ( { usb = \"00010002\"; type = 3; }, { usb = \"abcd1234\"; type = 4; } );",
+          "cameras = ( { usb = 5; type = 1; } );",
+          "others = 1;"}) {
         testing::internal::CaptureStderr();
         EXPECT_THAT(readText(broken), IsEmpty()) << broken;
         const std::string line = testing::internal::GetCapturedStderr();

@@ -192,6 +192,8 @@ class Lens : public mirvak::CameraDevice
 {
 public:
     int best = 0, step = 1, position = 0, moves = 0;
+    int stuckAfter = 1000; ///< moves
+    int automatic = -1;    ///< no automatic
 
     /// Frames until the search ends. What is moved is seen after 100 ms and two frames.
     void follow(mirvak::FocusSearch& search, int interval) const
@@ -216,13 +218,19 @@ public:
     }
     MirvakResult readControl(MirvakControl control, MirvakControlInfo& info) override
     {
-        info = {MIRVAK_FOCUS, MIRVAK_RANGE, 0, 1000, step, 0, position, 0, false};
-        return control == MIRVAK_FOCUS ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
+        const bool isFocus = control == MIRVAK_FOCUS;
+        info = {control, MIRVAK_RANGE, 0, 1000, step, 0, isFocus ? position : automatic, 0, false};
+        return isFocus || automatic >= 0 ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
     }
-    MirvakResult setControl(MirvakControl, int value) override
+    MirvakResult setControl(MirvakControl control, int value) override
     {
+        if (control == MIRVAK_FOCUS_AUTO) {
+            automatic = value;
+            return MIRVAK_OK;
+        }
         EXPECT_EQ(value % step, 0);
-        ++moves;
+        if (++moves == stuckAfter)
+            return MIRVAK_IO_ERROR;
         position = value;
         return MIRVAK_OK;
     }
@@ -270,4 +278,22 @@ TEST(FocusSearch, OneThatReplacesAnotherPutsBackWhatWasBeforeBoth)
     lens.follow(search, 60);
     EXPECT_EQ(search.state(), MIRVAK_NOT_FOUND);
     EXPECT_EQ(lens.position, 730);
+}
+
+TEST(FocusSearch, ALensThatSticksIsLeftToItsAutomaticAgain)
+{
+    for (const int stuckAfter : {1, 5, 15}) {
+        Lens lens;
+        lens.best = 370;
+        lens.position = 730;
+        lens.automatic = 1;
+        lens.stuckAfter = stuckAfter;
+        mirvak::FocusSearch search(lens);
+        const MirvakResult begun = search.begin(0.5, 0.5);
+        EXPECT_EQ(begun, stuckAfter == 1 ? MIRVAK_NOT_FOUND : MIRVAK_OK);
+        lens.follow(search, 60);
+        EXPECT_EQ(search.state(), MIRVAK_NOT_FOUND);
+        EXPECT_EQ(lens.position, 730);
+        EXPECT_EQ(lens.automatic, 1);
+    }
 }

@@ -129,7 +129,7 @@ TEST_F(DeskCamera, PrefersPicturesTakenAtTheChosenSize)
     std::filesystem::create_directories(folder.file("8x6"));
     std::filesystem::create_directories(folder.file("99x99 drafts"));
     folder.write("40x30/a.jpg", pictures::solidJpeg({40, 30}, {200, 0, 0}));
-    folder.write("8x6/a.jpg", pictures::solidJpeg({8, 6}, {0, 0, 200}));
+    folder.write("8x6/a.JPG", pictures::solidJpeg({8, 6}, {0, 0, 200}));
     const auto chosen = [&](cv::Size size) {
         const auto files = PictureSource::filesOf(folder.path(), size);
         return files.size() == 1 ? files[0].parent_path().filename().string() : "";
@@ -207,9 +207,15 @@ TEST_F(DeskCamera, BrokenFramesAreLeftOut)
         config.resolutions = {scaled ? DeskConfig::Size{32, 24} : DeskConfig::Size{0, 0}};
         OpenCamera camera(open(config), pool);
         FrameCollector frames;
+        std::atomic<int> before{0}; // the third one
+        frames.onFrame = [&, number = 0](Image&) mutable {
+            if (++number == 3)
+                before = static_cast<int>(camera.pump().damaged());
+        };
         ASSERT_EQ(camera.start(2, 0, 1, [&](Image* image) { frames.take(image); }), MIRVAK_OK);
         ASSERT_TRUE(frames.waitForFrames(12));
         camera.stop();
+        EXPECT_EQ(before, 0) << "the fourth is the first broken one";
         // Each fourth of all frames: one broken for three whole ones, give or take the one at the end.
         EXPECT_NEAR(static_cast<double>(camera.pump().damaged()), frames.frames() / 3.0, 1.0) << scaled;
     }

@@ -46,6 +46,8 @@ TEST(PaperSize, ASheetAsksForTheSizeThatItNeeds)
                                 {"0.64 of the area", 0.8, 0, paperA4, {}},
                                 {"too large for all", 0.97, 0, paperA3, {}},
                                 {"one that fits the middle", 0.6, 0, paperA3, paperA4},
+                                {"one that nearly fills A4", 0.665, 0, paperA3, {}},
+                                {"larger than A3", 1.2, 0, paperA3, {}},
                                 {"one that A4 would cut off", 0.6, 150, paperA3, {}},
                                 {"too large for the middle", 0.8, 0, paperA3, {}},
                                 {"smaller than what counts as a page", 0.6, 0, paperA3, {}, 0.5},

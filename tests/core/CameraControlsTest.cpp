@@ -167,10 +167,10 @@ TEST_F(CameraControlsTest, WhatACameraAnsweredIsNotTakenForTheAnswerOfTheNextOne
     lay();
     ASSERT_TRUE(listed());
     controls_.watch(false);
-    controls_.set(MIRVAK_BRIGHTNESS, 7);
     QCoreApplication::processEvents();
-    for (int i = 0; i < 200 && !QAbstractEventDispatcher::instance()->hasPendingEvents(); ++i)
-        QThread::msleep(5); // the answer is on its way to this thread
+    controls_.set(MIRVAK_BRIGHTNESS, 7);
+    for (int i = 0; i < 6000 && !QAbstractEventDispatcher::instance()->hasPendingEvents(); ++i)
+        QThread::msleep(5); // until the answer is on its way to this thread
     open();
     EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
     EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";

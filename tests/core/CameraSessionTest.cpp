@@ -163,6 +163,22 @@ TEST_F(CameraSessionTest, FollowsTheListAndKeepsTheOpenCamera)
     EXPECT_GE(changed.count(), 1);
 }
 
+TEST_F(CameraSessionTest, WhatTheOpenCameraIsFollowsTheListToo)
+{
+    const auto sized = [](const char* name, const char* size) { // its picture decides what it is
+        return std::string("{ name = \"") + name + "\"; source = \"page.jpg\"; resolutions = [ \"" + size +
+               "\" ]; }";
+    };
+    useDesk(sized("Alpha", "320x240"));
+    ASSERT_EQ(session_.discover(), 1);
+    ASSERT_TRUE(streams(0));
+    EXPECT_TRUE(session_.current().isMain());
+    changeDesk(sized("Alpha", "320x240") + ", " + sized("Beta", "640x480"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session_.cameras().size() == 2; }, 20000));
+    EXPECT_FALSE(session_.current().isMain()) << "the larger one is";
+    EXPECT_TRUE(session_.isOpen());
+}
+
 TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
 {
     QImage picture = solid(640, 480, Qt::black);

@@ -146,6 +146,8 @@ TEST_F(CapturePixels, EveryPageOfTheSecondModeIsAFileAndAFailureLosesNoOther)
         EXPECT_EQ(some.paths.size(), 2);
         for (const QString& path : some.paths)
             EXPECT_FALSE(QImage(path).isNull());
+        const DiskFullAt fuller(100);
+        EXPECT_EQ(processor_.savePages(&frame, cropping::second, 0).failed, 3) << "each is counted";
     }
     frame.pixels = cv::Mat(480, 640, CV_8UC3, cv::Scalar(120, 110, 100));
     const SavedPages none = processor_.savePages(&frame, cropping::second, 0);

@@ -15,7 +15,27 @@ TEST_F(SettingsTest, MissingValuesHaveTheirDefaults)
     EXPECT_EQ(settings::cameraResolution.read(settings), 1);
     EXPECT_EQ(settings::buttonId.read(settings), 52719);
     EXPECT_EQ(settings::namingPrefix.read(settings), QStringLiteral("IMAGE"));
-    EXPECT_FALSE(settings::createDirByDate.read(settings));
+    QString ofPictures; // plain JPEG files by number, without cropping, watermark or inset
+    for (const Setting<int>& setting : {settings::namingRules,
+                                        settings::imageFormat,
+                                        settings::scanType,
+                                        settings::deskew,
+                                        settings::scanSize,
+                                        settings::watermarkPos,
+                                        settings::mergePos})
+        ofPictures += QString::number(setting.read(settings));
+    EXPECT_EQ(ofPictures, QStringLiteral("0000000"));
+    for (const Setting<bool>& off : {settings::createDirByDate,
+                                     settings::bookLine,
+                                     settings::cameraSynthesis,
+                                     settings::watermarkTime,
+                                     settings::scannerSound,
+                                     settings::pdfText,
+                                     settings::pdfArchive})
+        EXPECT_FALSE(off.read(settings)) << off.key;
+    EXPECT_TRUE(settings::markUnsure.read(settings)) << "nobody takes a guess for what was read";
+    EXPECT_EQ(settings::autoScanType.read(settings), 1);
+    EXPECT_EQ(settings::autoScanDelay.read(settings), 5);
     EXPECT_TRUE(settings::savePath(settings).endsWith(QStringLiteral("/ScannerImage")));
 }
 

@@ -1,188 +1,7 @@
-// The face window over cameras of the virtual desk, with card and face calls of its own, which answer as each
-// test wants.
-#include "FaceVerify.h"
-
-#include "../ui/AnsweredDialogs.h"
-#include "DeskFixture.h"
-#include "FaceMatch.h"
-#include "FaceVideo.h"
-#include "Part.h"
-#include "Settings.h"
-#include "hidcard.h"
-#include "idfacesdk.h"
-
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-
-#include <atomic>
-#include <cstdio>
-#include <map>
-#include <thread>
+// What the face window makes of cards, faces and their scores.
+#include "FaceVerifyFixture.h"
 
 namespace {
-
-struct Libraries
-{
-    int opens = HIDCARD_OK, cardType = 0;
-    std::atomic<int> starts{ID_FACE_OK};
-    int faces = 1, features = 0, score = 0, status = 1;
-    std::map<std::string, int> reads; ///< what a picture's reading says; 0 where none is named
-    std::vector<int> lives;           ///< scores, one a question
-    std::vector<std::string> asked;   ///< the pictures that were read, in full
-    std::atomic<int> running{0};
-};
-Libraries* libraries = nullptr;
-const std::thread::id gui = std::this_thread::get_id();
-
-std::string fileName(const char* path)
-{
-    const std::string text = path;
-    return text.substr(text.rfind('/') + 1);
-}
-
-} // namespace
-
-int h_idcard_openDevice(void)
-{
-    return libraries->opens;
-}
-int h_idcard_closeDevice(void)
-{
-    return HIDCARD_OK;
-}
-void h_idcard_setPhotoPath(const char*) {}
-int h_idcard_readInfo(void)
-{
-    return libraries->cardType;
-}
-int h_idcard_readData(int, int index, char* text)
-{
-    const char* const texts[] = {"张样本",
-                                 "2",
-                                 "01",
-                                 "19900203",
-                                 "街1号",
-                                 "000000199002030028",
-                                 "样本市公安局",
-                                 "20200101",
-                                 "20400101"};
-    std::snprintf(text, HIDCARD_TEXT_BYTES, "%s", index < 9 ? texts[index] : "");
-    return HIDCARD_OK;
-}
-int IdFaceSdkInit(const char* folder, const char*)
-{
-    EXPECT_EQ(fileName(folder), "lib");
-    ++libraries->running;
-    return libraries->starts;
-}
-int IdFaceSdkUninit(void)
-{
-    --libraries->running;
-    return 0;
-}
-int IdFaceSdkFeatureSize(void)
-{
-    return 4;
-}
-int IdFaceSdkDetectFace(const unsigned char*, int width, int, IdFaceInfo* face)
-{
-    if (std::this_thread::get_id() == gui)
-        return libraries->faces;
-    EXPECT_EQ(width, 640);
-    face->left = face->top = 160;
-    face->width = face->height = 240;
-    return 1;
-}
-int IdFaceSdkFeatureGet(const unsigned char* rgb, int, int, const IdFaceInfo*, unsigned char* feature)
-{
-    feature[0] = rgb[0];
-    return libraries->features;
-}
-int IdFaceSdkFeatureCompare(const unsigned char* a, const unsigned char* b)
-{
-    return a[0] == 'e' && b[0] == 'I' ? libraries->score : 0; // elphoto.bmp with IMAGE_...
-}
-int IdFaceSdkGetLiveFaceStatus(void)
-{
-    return libraries->status;
-}
-int IdFaceSdkLiveFaceDetect(
-    int, int, const unsigned char*, const IdFaceInfo*, void* first, void* second, int* score)
-{
-    EXPECT_TRUE(!first && !second);
-    *score = libraries->lives.front();
-    libraries->lives.erase(libraries->lives.begin());
-    return *score >= 90 ? 1 : 0;
-}
-int ReadImageFile(const char* path, unsigned char* rgb, int size, int* width, int* height, int bits)
-{
-    EXPECT_EQ(bits, 24);
-    const std::string name = fileName(path);
-    *width = 2;
-    *height = 1;
-    if (!rgb)
-        return name.empty() ? ID_FACE_BAD_ARGUMENT : libraries->reads[name];
-    EXPECT_EQ(size, 6);
-    rgb[0] = static_cast<unsigned char>(name.front());
-    libraries->asked.push_back(name);
-    return ID_FACE_OK;
-}
-
-namespace {
-
-class FaceVerifyTest : public DeskTest
-{
-protected:
-    FaceVerifyTest()
-    {
-        libraries = &libraries_;
-        store_.GetSettings()->clear();
-        settings::setSavePath(store_, pictures());
-    }
-    ~FaceVerifyTest() override
-    {
-        window_.reset();
-        EXPECT_EQ(libraries_.running, 0) << "each start of the face library has its end";
-        camera_.MirvakDevs_Deinit();
-        store_.GetSettings()->clear();
-    }
-
-    std::string colour(const std::string& more = "") { return camera("colour", Qt::red, 2, more); }
-    std::string infrared() { return camera("infrared", Qt::gray, 3); }
-    void open(const std::string& cameras)
-    {
-        useDesk(camera("main", Qt::yellow, 1) + (cameras.empty() ? "" : ", " + cameras));
-        camera_.MirvakDevs_Init();
-        window_ = std::make_unique<FaceVerify>(nullptr, &camera_);
-        window_->SetMainIdx(0);
-        window_->resize(1000, 640);
-        window_->show();
-        window_->SetOpenCamera(2, 0);
-    }
-    void click(const char* name) const
-    {
-        QTest::mouseClick(part<QPushButton>(*window_, name), Qt::LeftButton);
-    }
-    QString result() const { return part<QLabel>(*window_, "labelResult")->text(); }
-    QString note() const { return part<QLabel>(*window_, "labelNote")->text(); }
-    QString box(const char* name) const { return part<QLineEdit>(*window_, name)->text(); }
-    QString pictures() const { return QString::fromStdString(folder().file("out")); }
-    QStringList files() const { return QDir(pictures()).entryList(QDir::Files, QDir::Name); }
-    QColor colourOf(int file) const
-    {
-        return QImage(pictures() + QLatin1Char('/') + files().at(file)).pixelColor(320, 240);
-    }
-
-    AnsweredDialogs dialogs_;
-    ConfigSettings store_;
-    Libraries libraries_;
-    MirvakCamera camera_;
-    std::unique_ptr<FaceVerify> window_;
-};
 
 TEST_F(FaceVerifyTest, OneClickReadsTheCardTakesTheFaceAndComparesThem)
 {
@@ -216,7 +35,12 @@ TEST_F(FaceVerifyTest, OneClickReadsTheCardTakesTheFaceAndComparesThem)
             video->grab().toImage().pixelColor((corner + QPointF(160, 280) * scale).toPoint());
         return line.green() > 150;
     };
+    EXPECT_EQ(portrait(), QColor(Qt::red)) << "of the card";
     EXPECT_TRUE(QTest::qWaitFor(frame, 10'000)) << "the found face is framed";
+    click("buttonVerify"); // while the live picture is looked at
+    EXPECT_EQ(result(), QStringLiteral("Face comparison success, score:50"));
+    libraries_.isFaceSeen = false;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !frame(); }, 60'000)) << "it has gone";
 
     click("buttonScanner"); // both roles
     ASSERT_EQ(files().size(), 3);
@@ -258,7 +82,30 @@ TEST_F(FaceVerifyTest, ScoresAndFailedStepsBecomeTexts)
     click("buttonReadCard");
     EXPECT_EQ(dialogs_.messages.last(), QStringLiteral("Read idcard failed!"));
     EXPECT_EQ(box("editName"), QString());
+    EXPECT_EQ(portrait(), QColor());
     says("Face comparison failed, score:-2");
+    libraries_.cardType = 0;
+    libraries_.portrait = QColor();
+    click("buttonReadCard");
+    EXPECT_EQ(box("editName"), QStringLiteral("张样本"));
+    EXPECT_EQ(portrait(), QColor()) << "that of the card before";
+}
+
+TEST_F(FaceVerifyTest, WhatTheLibraryCannotReadIsNoLivingFaceWhateverItsNumber)
+{
+    open(colour() + ", " + infrared("fail_start = true;"));
+    EXPECT_EQ(placeholder(), QString()) << "the colour camera is enough";
+    window_.reset();
+    open(colour() + ", " + infrared());
+    for (const char* name : {"IMAGE_000.jpg", "IMAGE_001.jpg"})
+        libraries_.reads[name] = 90;
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QStringLiteral("This is not a living face."));
+    libraries_.reads.clear();
+    libraries_.width = 20'002; // more pixels than any camera has
+    window_->readidcard();
+    click("buttonVerify");
+    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-3"));
 }
 
 TEST_F(FaceVerifyTest, TheInfraredPictureHasTheFirstWordOnLiveness)
@@ -295,39 +142,6 @@ TEST_F(FaceVerifyTest, TheInfraredPictureHasTheFirstWordOnLiveness)
         EXPECT_TRUE(life.asked == 0 || libraries_.asked.front() == infraredName);
         EXPECT_TRUE(libraries_.lives.empty());
     }
-}
-
-TEST_F(FaceVerifyTest, WithoutDevicesItSaysSoAndHangsNowhere)
-{
-    libraries_.opens = HIDCARD_NO_READER;
-    {
-        FaceVerify window(nullptr, &camera_);
-        const QSignalSpy closed(&window, &FaceVerify::closefacesign);
-        window.SetMainIdx(0);
-        EXPECT_EQ(closed.count(), 1);
-    }
-    EXPECT_EQ(dialogs_.messages,
-              QStringList{QStringLiteral("Init IDCard failed,this device may not support this feature!")});
-    libraries_.opens = HIDCARD_OK;
-
-    open(colour("unplug_after = 0.5;")); // and no infrared one
-    window_->scannerimg();
-    ASSERT_EQ(files().size(), 1);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return note().contains(QStringLiteral("disconnected")); }, 20'000));
-    click("buttonLiveFace");
-    EXPECT_EQ(result(), QString());
-    click("buttonOneClick"); // the last picture is not this person's
-    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-2"));
-    EXPECT_EQ(files().size(), 1);
-    const QSignalSpy closed(window_.get(), &FaceVerify::closefacesign);
-    QTest::mouseClick(
-        part<QWidget>(*window_, "titleBar")->findChild<QPushButton*>(QStringLiteral("buttonClose")),
-        Qt::LeftButton);
-    EXPECT_EQ(closed.count(), 1);
-    window_.reset();
-    open("");
-    click("buttonScanner");
-    EXPECT_EQ(files().size(), 1);
 }
 
 } // namespace

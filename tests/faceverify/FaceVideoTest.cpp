@@ -32,6 +32,9 @@ TEST(FaceVideo, ShowsThePictureInItsProportionsWithTheFaceFramed)
     for (const QPoint onFrame : {QPoint(150, 110), QPoint(250, 110), QPoint(200, 50), QPoint(200, 170)})
         EXPECT_GT(at(onFrame.x(), onFrame.y()).green(), 150) << onFrame.x() << ' ' << onFrame.y();
     EXPECT_EQ(at(200, 100), QColor(Qt::red));
+    video.setFaceFinder([] { return QRectF(30, 10, 20, 24); }); // found half beyond the edge
+    EXPECT_GT(at(200, 50).red() + at(275, 50).green(), 255 + 150);
+    EXPECT_EQ(at(330, 50), QColor(Qt::black)) << "beyond the picture";
     video.clear();
     EXPECT_EQ(at(200, 100), QColor(Qt::black));
 }

@@ -3,6 +3,7 @@
 
 #include "FreshSettings.h"
 #include "Part.h"
+#include "SensorMode.h"
 #include "Settings.h"
 #include "TempDir.h"
 #include "zaz.h"
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
@@ -141,8 +143,18 @@ TEST_F(FignerPrintTest, AFingerBecomesAFileThatIsShownAndHandedOn)
     EXPECT_EQ(qGray(shown.pixel(9, 9)), ink);
 
     isThere = false;
-    capture(); // beside nothing: the next one begins anew
+    EXPECT_TRUE(QDir(path()).removeRecursively()); // taken away meanwhile
+    capture();                                     // beside nothing: the next one begins anew
     EXPECT_TRUE(part<QLabel>(*dialog_, "labelPicture")->pixmap(Qt::ReturnByValue).isNull());
+    QHideEvent minimised; // by the window system
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    qApp->notify(dialog_.get(), &minimised);
+    isThere = true;
+    EXPECT_TRUE(closes());
+    EXPECT_TRUE(says("Get FP data Success")) << "a minimised window captures on";
+    EXPECT_EQ(QDir(path()).entryList({QStringLiteral("*.bmp")}).size(), 1);
+    isThere = false;
+    capture();
     dialog_->close(); // which ends it
     EXPECT_TRUE(closes());
     dialog_->show();
@@ -156,6 +168,25 @@ TEST_F(FignerPrintTest, AFingerBecomesAFileThatIsShownAndHandedOn)
     EXPECT_TRUE(says("Get FP data Success"));
     EXPECT_TRUE(QFile::exists(path() + QStringLiteral("/fp1.bmp")));
     QDir::setCurrent(folderBefore);
+}
+
+TEST_F(FignerPrintTest, PicturesKeepTheirProportionsAndTheModeThatIsToldIsTheOneToCome)
+{
+    dialog_->setimage(QImage(100, 100, QImage::Format_Grayscale8));
+    EXPECT_EQ(part<QLabel>(*dialog_, "labelPicture")->pixmap(Qt::ReturnByValue).size(), QSize(256, 256));
+
+    const auto press = [this] {
+        QTest::mouseClick(part<QPushButton>(*dialog_, "buttonMode"), Qt::LeftButton);
+        return text("labelNote");
+    };
+    EXPECT_EQ(press(), QStringLiteral("The mode stays as it is.")) << "without its file";
+    QFile file(SensorMode::usualFile());
+    ASSERT_TRUE(!file.exists() && file.open(QIODevice::WriteOnly));
+    file.write("fpmode = 1;\n");
+    file.close();
+    for (const char* next : {"Mode 2 holds from the next start on.", "Mode 1 holds from the next start on."})
+        EXPECT_EQ(press(), QLatin1String(next));
+    EXPECT_TRUE(file.remove());
 }
 
 TEST_F(FignerPrintTest, ThePollsAreCounted)

@@ -2,6 +2,7 @@
 #include "IdCardReader.h"
 
 #include "CardDesk.h"
+#include "CardWatch.h"
 #include "Dialogs.h"
 #include "DiskFullAt.h"
 #include "Part.h"
@@ -139,6 +140,10 @@ TEST_F(IdCard, SavingAddsARowAndThePortrait)
     expectPrivate(folder.file("tmp/elphoto.bmp"));
     EXPECT_EQ(folder.content("new/deep/NUMBER.jpg").substr(0, 2), "\xFF\xD8");
 
+    const std::string longText(400, 'a');
+    read(0, "name = \"N\"; address = \"" + longText + "\";", Qt::blue);
+    EXPECT_EQ(part<QLabel>(*window, "labelNote")->text(), QString()) << "that the last card was saved";
+    EXPECT_EQ(part<QLineEdit>(*window, "editAddress")->cursorPosition(), 0) << "a long text shows its begin";
     read(0, texts, Qt::blue);
     folder.write("empty", "");
     folder.write("NUMBER.jpg", "an earlier one");
@@ -226,6 +231,13 @@ TEST_F(IdCard, ItFollowsTheReaderWhileItIsOpen)
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_EQ(closed.size(), 1);
     EXPECT_FALSE(window->isVisible());
+    CardWatch other(nullptr); // ticks as the window's own does, and reads nothing
+    const QSignalSpy ready(&other, &CardWatch::cardReady);
+    lay(0);
+    other.start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ready.size() >= 3; }, 60000)) << "a closed window has read it";
+    EXPECT_EQ(boxes().substr(0, 10), "corrected|");
+    other.stop();
     window.reset();
     expectRoomForWords([] { return std::make_unique<IdCardReader>(nullptr, nullptr); });
 }

@@ -82,6 +82,18 @@ TEST_F(PictureFile, IsTurnedWithoutLossWhereItsBlocksAreWhole)
     }
 }
 
+TEST_F(PictureFile, TurnedItsPixelsAreNotSaidToBeHighWhereTheyWereWide)
+{
+    mirvak::Bytes fax = mirvak::readFile(save("a.jpg", {64, 48}, 100)).value_or(mirvak::Bytes());
+    ASSERT_GT(fax.size(), 18U);
+    fax[17] = 200; // dots per inch, down
+    ASSERT_EQ(turn(dir.write("fax.jpg", fax), to, 1), MIRVAK_OK);
+    const mirvak::Bytes turned = mirvak::readFile(to).value_or(mirvak::Bytes());
+    ASSERT_GT(turned.size(), 18U);
+    EXPECT_FALSE(turned[15] == 100 && turned[17] == 200) << "across and down as before the turn";
+    EXPECT_EQ(read(to).pixels.size(), cv::Size(48, 64));
+}
+
 TEST_F(PictureFile, IsCutByItsCornersAndStraightened)
 {
     const std::string path = save("a.png", {80, 60}, 150);

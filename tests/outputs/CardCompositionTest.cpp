@@ -46,6 +46,7 @@ TEST_F(CardCompositionTest, TwoClicksMakeAPair)
     EXPECT_EQ(colourOf(first), QColor(Qt::red));
     EXPECT_EQ(colourOf(second), QColor(Qt::blue));
     EXPECT_EQ(savePath, desk.freeImagePath());
+    EXPECT_EQ(desk.notices.last(), QString()) << "no further click is due";
     EXPECT_EQ(desk.thumbnails.size(), 2) << "both sides are captures of their own";
     EXPECT_EQ(desk.cropModes, (QList<int>{1, 1}));
     EXPECT_EQ(desk.colourModes, (QList<int>{3, 3}));

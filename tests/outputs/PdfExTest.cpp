@@ -221,7 +221,13 @@ TEST_F(PdfExTest, StaysOpenWhileThePdfIsWrittenAndCanGo)
 TEST_F(PdfExTest, CancelledItLeavesNoFileAndTheListAndCanBeginAgain)
 {
     open();
-    for (int i = 0; i < 60; ++i)
+    QImage large(2400, 1800, QImage::Format_ARGB32); // which is coded anew: longer than this thread may rest
+    for (int y = 0; y < large.height(); ++y)
+        for (int x = 0; x < large.width(); ++x)
+            large.setPixel(x, y, qRgba(x * y, x + y, x ^ y, 200));
+    ASSERT_TRUE(large.save(path() + QStringLiteral("/page.png"), nullptr, 100));
+    dialog.SetScannerImage(path() + QStringLiteral("/page.png"));
+    for (int i = 1; i < 60; ++i)
         dialog.SetScannerImage(save(QStringLiteral("page%1.png").arg(i).toLatin1().constData()));
     auto* cancel = part<QPushButton>(dialog, "buttonCancelJob");
     part<QPushButton>(dialog, "Pdf")->click(); // at once, before a quick machine has written it

@@ -137,7 +137,7 @@ TEST_F(PdfTextsTest, WhatFailsIsToldAndThePdfStays)
     EXPECT_EQ(bytes(other), "another program's");
     EXPECT_EQ(files("*.tmp").size(), 0);
 
-    const QString pdf = scan({page});
+    const QString pdf = scan({page, blank});
     QFile picture(page); // written in place, while it is read: as long as it was, only later
     ASSERT_TRUE(picture.open(QIODevice::ReadWrite));
     picture.write(picture.peek(1));

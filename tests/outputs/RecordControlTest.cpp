@@ -256,9 +256,12 @@ TEST_F(RecordControlTest, AnEncoderThatFailsIsTold)
     start();
     filmToTheEnd();
     expectEndedWith("The video encoder failed");
+    const auto* button = part<QPushButton>(*box(), "ButtonStop");
+    EXPECT_EQ(button->text(), QStringLiteral("Close")) << "there is nothing to stop";
     EXPECT_EQ(desk.notices.size(), 1) << "taken for a silent camera at first";
     Trouble::onEncode = [] { return false; };
     start();
+    EXPECT_EQ(button->text(), QStringLiteral("Stop"));
     deliver();
     pressStop();
     EXPECT_TRUE(asked.isEmpty()) << "nothing is finished";

@@ -191,6 +191,22 @@ TEST_F(PdfFile, APixelMayBeHigherThanWide)
         pageOf(dir.write("fax.jpg", withOrientation(jpeg, orientation)));
         EXPECT_THAT(tools::pageSizes(pdf), testing::ElementsAre(size)) << orientation;
     }
+    // Inks, which an archive gets as light: 72 dots an inch across and 144 down, by Exif alone.
+    odd::JpegKind inks{JCS_CMYK, JCS_CMYK};
+    inks.jfif = false;
+    const Bytes plain = odd::jpeg(cv::Mat(32, 48, CV_8UC4, cv::Scalar::all(200)), inks);
+    Bytes exif = hexBytes("ffe1 004a 457869660000 4d4d002a00000008 0003 0112 0003 00000001 00000000"
+                          "011a 0005 00000001 00000032 011b 0005 00000001 0000003a 00000000"
+                          "00000048 00000001 00000090 00000001");
+    MirvakPdfOptions archival;
+    archival.isArchival = true;
+    for (const auto& [orientation, size] : {std::pair(1, "48 x 16"), {5, "16 x 48"}, {6, "16 x 48"}}) {
+        exif[29] = static_cast<std::uint8_t>(orientation);
+        std::filesystem::remove(pdf);
+        ASSERT_EQ(add(dir.write("inks.jpg", withSegment(plain, exif))), MIRVAK_OK);
+        ASSERT_EQ(camera.MirvakPDF_SaveAs(pdf.c_str(), archival, nullptr, nullptr), MIRVAK_OK);
+        EXPECT_THAT(tools::pageSizes(pdf), testing::ElementsAre(size)) << orientation;
+    }
 }
 
 TEST_F(PdfFile, EveryKindOfPngAndABmpKeepTheirPixels)
@@ -253,6 +269,12 @@ TEST_F(PdfFile, WhatIsNoPictureIsRefusedAndTheOtherPagesStay)
     const Bytes frame = hexBytes("ffc0");
     std::fill_n(std::search(forged.begin(), forged.end(), frame.begin(), frame.end()) + 5, 4, 0xff);
     ASSERT_EQ(mkfifo(dir.file("pipe").c_str(), 0600), 0);
+    Bytes unpainted = odd::png(fields(), {3, 8}); // without the colours that its pixels name
+    const Bytes palette{'P', 'L', 'T', 'E'};
+    const auto chunk = std::search(unpainted.begin(), unpainted.end(), palette.begin(), palette.end()) - 4;
+    unpainted.erase(chunk, chunk + 12 + chunk[2] * 256 + chunk[3]);
+    const std::string huge = dir.write("huge.jpg", jpeg); // nearly all of it a hole
+    std::filesystem::resize_file(huge, 4 * std::uintmax_t(mirvak::maxPixels) + 1);
     const std::pair<std::string, int> cases[] = {
         {dir.file("missing.jpg"), MIRVAK_IO_ERROR},
         {dir.path(), MIRVAK_IO_ERROR},
@@ -263,6 +285,8 @@ TEST_F(PdfFile, WhatIsNoPictureIsRefusedAndTheOtherPagesStay)
         {dir.write("forged.jpg", forged), MIRVAK_BAD_ARGUMENT},
         {dir.write("cut.png", Bytes(png.begin(), png.end() - 20)), MIRVAK_BAD_ARGUMENT},
         {dir.write("broken.png", broken), MIRVAK_BAD_ARGUMENT},
+        {dir.write("unpainted.png", unpainted), MIRVAK_BAD_ARGUMENT},
+        {huge, MIRVAK_IO_ERROR},
         {dir.write("cut.bmp", "BM" + std::string(60, '\1')), MIRVAK_BAD_ARGUMENT}};
     ASSERT_EQ(add(jpegFile("first.jpg")), MIRVAK_OK);
     for (const auto& [path, result] : cases)

@@ -89,6 +89,9 @@ TEST_F(PdfText, WordsLieWhereTheyWereReadAndNothingOfThemIsSeen)
     expectBox(seen[1], {130, 50, 50, 20});
     expectBox(seen[2], {40, 90, 12, 14});
     EXPECT_EQ(seen[0].text, "Harbour");
+    make({word("Har", upright(40, 50, 90, 70), 0, false), // boxes of one word that overlap
+          word("bour", upright(50, 50, 120, 70))});
+    expectBox(tools::wordsOf(pdf).at(0), {40, 50, 50, 20});
     MirvakPdfOptions lying;
     lying.sheet = MIRVAK_PDF_LYING_A4;
     make({word("Harbour", upright(40, 60, 120, 90))}, lying);
@@ -140,6 +143,22 @@ TEST_F(PdfText, ColumnsAndSlantingLinesStayInOrder)
         const double middle = std::fmod(seen.box.y + seen.box.height / 2 - 40, 30);
         EXPECT_NEAR(middle, 5.75 + 1.8 * i, 4.5) << "moved by less than half a line's height: " << seen.text;
         EXPECT_NEAR(seen.box.height, 10, 0.5);
+    }
+}
+
+TEST_F(PdfText, NoWordLeavesItsPrintForALineThatIsFarFromLevel)
+{
+    std::vector<MirvakPdfWord> words;
+    for (int i = 0; i < 9; ++i) { // at five degrees: from end to end three times as high as its letters
+        const float x = 20 + 40.F * static_cast<float>(i), y = 100 + 3.5F * static_cast<float>(i);
+        words.push_back(word("ledger", {{{x, y}, {x + 34, y + 3}, {x + 34, y + 13}, {x, y + 10}}}));
+    }
+    make(words);
+    const std::vector<tools::SeenWord> seen = tools::wordsOf(pdf);
+    ASSERT_EQ(seen.size(), words.size());
+    for (const tools::SeenWord& one : seen) {
+        const double i = std::floor(one.box.x / 40);
+        EXPECT_NEAR(one.box.y + one.box.height / 2, 106.5 + 3.5 * i, 1) << i;
     }
 }
 
@@ -200,15 +219,19 @@ TEST_F(PdfText, WordsThatMakeNoSenseAreLeftOutAndTheOthersStay)
           word("none", upright(none, 0, 10, 10)),
           word("far", upright(0, 0, far, 10)),
           word("huge", upright(-1e30F, 0, 1e30F, 10)),
+          word("flat", upright(10, 50, 60, 50)),
+          word("thin", upright(10, 50, 10, 70)),
           word("", upright(1, 1, 20, 10)),
           word("\xff\xfe", upright(1, 1, 20, 10)),
           word("\x01\x1b", upright(1, 1, 20, 10)),
           word("a\x01\xc3z", upright(20, 100, 60, 115), 1),
+          word("b\xEF\xBB\xBF\xC2\x85\xEF\xBF\xBEy", upright(20, 140, 60, 155), 2), // signs that are none
           word("good", upright(70, 100, 110, 115), 1)});
     const std::string text = tools::textOf(pdf);
     EXPECT_THAT(text, HasSubstr("good"));
+    EXPECT_THAT(text, HasSubstr("by"));
     EXPECT_THAT(text, HasSubstr("a"));
-    for (const char* missing : {"point", "none", "far", "huge"})
+    for (const char* missing : {"point", "none", "far", "huge", "flat", "thin"})
         EXPECT_THAT(text, Not(HasSubstr(missing)));
     EXPECT_THAT(plain(), testing::AllOf(Not(HasSubstr("nan")), Not(HasSubstr("inf"))));
     make({word("point", {})});
@@ -262,7 +285,7 @@ TEST_F(PdfText, AnArchivalFileKeepsTheRules)
 {
     MirvakPdfOptions archival;
     archival.isArchival = true;
-    archival.title = "Vertrag <1> & 合同";
+    archival.title = "Vertrag\x01 <1> & 合同";
     cv::Mat inks(24, 32, CV_8UC4, cv::Scalar(255, 0, 0, 255));
     odd::JpegKind kind{JCS_CMYK, JCS_CMYK};
     kind.jfif = false;
@@ -289,7 +312,7 @@ TEST_F(PdfText, AnArchivalFileKeepsTheRules)
     EXPECT_THAT(packet, HasSubstr("<pdf:Producer>Lumro scanner</pdf:Producer>"));
     // The same in the information dictionary, to the second.
     const std::string about = tools::run("TZ=UTC pdfinfo -isodates '" + pdf + "'");
-    EXPECT_THAT(about, HasSubstr("Vertrag <1> & 合同"));
+    EXPECT_THAT(about, HasSubstr(" <1> & 合同"));
     const auto after = [](const std::string& text, const std::string& mark) {
         const size_t at = text.find(mark);
         return at == std::string::npos ? mark : text.substr(text.find_first_of("2", at + mark.size()), 19);

@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "DiskFullAt.h"
 #include "FilmTools.h"
+#include "FitFrame.h"
 #include "PlainCopy.h"
 #include "TempDir.h"
 #include "Trouble.h"
@@ -25,11 +26,14 @@ using ::testing::Not;
 
 namespace {
 
-bool madePlain(const std::string& path, int film, bool cancelled = false)
+bool madePlain(const std::string& path, int film, bool cancelled = false, int* percent = nullptr)
 {
     mirvak::CopyWatch watch;
     watch.cancelled = cancelled;
-    return mirvak::makePlain(path, film, watch);
+    const bool isMade = mirvak::makePlain(path, film, watch);
+    if (percent)
+        *percent = watch.percent;
+    return isMade;
 }
 
 constexpr VideoFormat small{64, 48, 30};
@@ -174,6 +178,37 @@ TEST_F(FilmTest, TakesTheFirstEncoderThatOpensAndNoFileWithoutOne)
     EXPECT_EQ(folder.content("one film.mp4"), "an older file") << "lost for nothing";
 }
 
+TEST_F(FilmTest, AnEncoderThatFailsAtOnceIsReplacedAndOneThatFailsLaterIsNot)
+{
+    const std::vector<mirvak::EncoderChoice> choices{{"libx264", "superfast"}, {"libx264", "ultrafast"}};
+    for (const int failing : {0, 50}) {
+        const Trouble trouble;
+        Trouble::onEncode = [failing, picture = 0]() mutable { return picture++ != failing; };
+        std::filesystem::remove(path);
+        Film film(path, small, choices);
+        ASSERT_TRUE(film.open());
+        int slot = 0;
+        while (slot < 60 && film.add(greyFrame(small, levelOf(slot)).data(), slot))
+            ++slot;
+        EXPECT_EQ(slot, failing == 0 ? 60 : failing);
+        EXPECT_EQ(film.close(), failing == 0);
+        EXPECT_EQ(film.encoderName(), failing == 0 ? "libx264 ultrafast" : "libx264 superfast");
+        EXPECT_EQ(tools::filmComplaints(path), "");
+        EXPECT_GE(tools::filmSlots(path).size(), failing == 0 ? 60U : 30U);
+    }
+}
+
+TEST(FitFrame, FineLinesKeepTheirShareOfTheLight)
+{
+    constexpr VideoFormat film{16, 12, 30};
+    Pixels lines; // each fourth column is white
+    for (int i = 0; i < 64 * 48; ++i)
+        lines.insert(lines.end(), 3, i % 4 == 0 ? 255 : 0);
+    Pixels fitted(film.frameBytes());
+    mirvak::fitFrame(lines.data(), 64, 48, film, fitted.data());
+    EXPECT_THAT(fitted, Each(::testing::AllOf(::testing::Ge(63), ::testing::Le(64))));
+}
+
 TEST_F(FilmTest, NeverTouchesAFileThatHasItsName)
 {
     folder.write("one film.mp4", "an older file");
@@ -216,10 +251,13 @@ TEST_F(FilmTest, TheFragmentsStayWhenThePlainCopyFails)
     ASSERT_TRUE(film->close());
     const mirvak::UniqueFd file = film->takeFile();
     testing::internal::CaptureStderr();
+    int percent = 0;
     {
-        const DiskFullAt limit(100'000);
-        EXPECT_FALSE(madePlain(path, file.get()));
+        const DiskFullAt limit(std::filesystem::file_size(path) / 2);
+        EXPECT_FALSE(madePlain(path, file.get(), false, &percent));
     }
+    EXPECT_TRUE(percent > 10 && percent < 50)
+        << percent << " when half of the packets, half of the work, are copied";
     EXPECT_FALSE(madePlain(path, file.get(), true)) << "cancelled";
     EXPECT_FALSE(madePlain(folder.file("gone.mp4"), file.get()));
     const std::string said = testing::internal::GetCapturedStderr();

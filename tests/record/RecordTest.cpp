@@ -2,6 +2,7 @@
 #include "DiskFullAt.h"
 #include "FilmTools.h"
 #include "TempDir.h"
+#include "Trouble.h"
 #include "mirvakrecord.h"
 
 #include <gmock/gmock.h>
@@ -11,6 +12,8 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <future>
+#include <sstream>
 #include <thread>
 
 namespace {
@@ -147,6 +150,58 @@ TEST_F(RecordTest, RefusesWhatItCannotFilm)
         EXPECT_EQ(record.MirvakRecord_Write(frame.data(), bytes), MIRVAK_RECORD_WRONG_SIZE) << bytes;
     EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_NO_FRAME);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    int number = 1;
+    EXPECT_EQ(record.MirvakRecord_GetCounts(number, number, number), MIRVAK_RECORD_OK) << "nothing failed";
+    EXPECT_EQ(number, 0);
+}
+
+TEST_F(RecordTest, TheCopyOfALongFilmCanBeWatchedAndStopped)
+{
+    int percent = 0;
+    EXPECT_EQ(record.MirvakRecord_GetCopying(percent), MIRVAK_RECORD_NOT_RECORDING);
+    EXPECT_EQ(record.MirvakRecord_StopCopying(), MIRVAK_RECORD_OK);
+    const Trouble trouble;
+    std::promise<void> answer;
+    Trouble::onSync = [answered = answer.get_future().share()] { answered.wait(); };
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    film(2);
+    EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_OK) << "does not wait for the copy";
+    EXPECT_EQ(record.MirvakRecord_GetCopying(percent), MIRVAK_RECORD_OK);
+    EXPECT_GE(percent, 0);
+    EXPECT_EQ(record.MirvakRecord_StopCopying(), MIRVAK_RECORD_OK);
+    answer.set_value();
+    while (record.MirvakRecord_GetCopying(percent) == MIRVAK_RECORD_OK && percent >= 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_EQ(percent, -1);
+    EXPECT_THAT(tools::boxesOf(path), ::testing::Contains("moof")) << "copied all the same";
+}
+
+TEST_F(RecordTest, AMachineThatWasLateGetsTheCheapEncoderAndTheReportSaysWhatCameOfIt)
+{
+    const Trouble trouble;
+    std::promise<void> goOn;
+    Trouble::onEncode = [released = goOn.get_future().share()] { return released.wait(), true; };
+    ::testing::internal::CaptureStdout();
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    int frames = 0, repeated = 0, dropped = 0;
+    while (dropped == 0) {
+        ASSERT_EQ(write(), MIRVAK_RECORD_OK);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        record.MirvakRecord_GetCounts(frames, repeated, dropped);
+    }
+    goOn.set_value();
+    EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_OK);
+    record.MirvakRecord_GetCounts(frames, repeated, dropped);
+    path = folder.file("next.mp4");
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_NO_FRAME);
+    const std::string said = ::testing::internal::GetCapturedStdout();
+    EXPECT_LT(said.find("superfast"), said.find("ultrafast")) << said;
+    EXPECT_NE(said.find("ultrafast"), std::string::npos) << said;
+    std::ostringstream report;
+    report << "record: " << frames << " frames, " << repeated << " repeated, " << dropped
+           << " dropped, 0 ref";
+    EXPECT_NE(said.find(report.str()), std::string::npos) << said;
 }
 
 TEST_F(RecordTest, EveryCallTellsThatTheRecordingHasFailed)
@@ -164,6 +219,25 @@ TEST_F(RecordTest, EveryCallTellsThatTheRecordingHasFailed)
     EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_IO_ERROR);
     expectTold();
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST_F(RecordTest, AFilmThatTheDiskBrokeOffPlaysAndIsNotRewritten)
+{
+    ASSERT_EQ(start(), MIRVAK_RECORD_OK);
+    {
+        const DiskFullAt limit(300'000); // of film, about a second and a half
+        unsigned seed = 0;
+        do
+            frame = noiseFrame(format, ++seed);
+        while (write() == MIRVAK_RECORD_OK);
+        EXPECT_EQ(record.MirvakRecord_Stop(), MIRVAK_RECORD_IO_ERROR);
+    }
+    int percent = 0;
+    while (record.MirvakRecord_GetCopying(percent) == MIRVAK_RECORD_OK)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_EQ(tools::filmComplaints(path), "");
+    EXPECT_GE(tools::filmSlots(path).size(), 10U);
+    EXPECT_THAT(tools::boxesOf(path), ::testing::Contains("moof"));
 }
 
 TEST_F(RecordTest, StopAndWriteMayMeet)

@@ -182,4 +182,19 @@ TEST(Schedule, StopFillsUpToItsMoment)
     EXPECT_EQ(none.counts().written, 0);
 }
 
+TEST(FrameQueue, TheFrameGoesWhoseLossLeavesTheSmallestGap)
+{
+    mirvak::FrameQueue queue(1, 2);
+    const auto push = [&](int64_t slot) { return queue.push(queue.emptyBuffer(), slot); };
+    push(10);
+    queue.giveBack(queue.popFirst());
+    EXPECT_FALSE(push(11) || push(14)) << "there is room";
+    EXPECT_TRUE(push(20));
+    EXPECT_EQ(queue.firstSlot(), 14) << "the film goes on from 10, and 4 without a frame are less than 9";
+    EXPECT_TRUE(push(21));
+    EXPECT_EQ(queue.firstSlot(), 14) << "the newest stays, and 20 leaves the smaller gap";
+    EXPECT_FALSE(push(21)) << "of two in one slot none is lost";
+    EXPECT_EQ(queue.size(), 2U);
+}
+
 } // namespace

@@ -295,8 +295,13 @@ TEST_F(MoreWindow, AClickReportsTheBoxAndReachesTheBarAndTheStore)
     EXPECT_EQ(settings::buttonId.read(settings), 0xCDE7);
     EXPECT_EQ(shownMask(bar), 0xCDE7);
     EXPECT_NE(synthesis->grab().toImage(), ticked) << "the tick must be seen";
+    const auto whereTheTickTurns = [synthesis] { // in the circle of 22 px at the upper right
+        return synthesis->grab().toImage().pixelColor(synthesis->width() - 27 + 10, 5 + 15).lightness();
+    };
+    EXPECT_LT(whereTheTickTurns(), 150);
 
     synthesis->setChecked(true); // not by the user: a state, no click
+    EXPECT_GT(whereTheTickTurns(), 200);
     EXPECT_EQ(clicks.count(), 1);
     EXPECT_EQ(states.count(), 2);
     QTest::mouseClick(more.findChild<QPushButton*>(QStringLiteral("buttonClose")), Qt::LeftButton);

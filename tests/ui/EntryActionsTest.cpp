@@ -71,9 +71,11 @@ TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
     EXPECT_FALSE(strip.findChild<EntryBar*>()->isVisible()) << "it would lie over the entry that is named";
     EXPECT_EQ(name()->text(), QStringLiteral("a")) << "what it is stays";
     QTest::keyClicks(name(), QStringLiteral("x"));
-    QFocusEvent otherWindow(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-    QCoreApplication::sendEvent(name(), &otherWindow);
-    EXPECT_TRUE(name()->isVisible()) << "one who looks something up comes back";
+    for (const auto reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+        QFocusEvent left(QEvent::FocusOut, reason);
+        QCoreApplication::sendEvent(name(), &left);
+    }
+    EXPECT_TRUE(name()->isVisible()) << "one who looks something up, or opens its menu, comes back";
     EXPECT_EQ(names().last(), QStringLiteral("a.png"));
     QTest::keyClick(name(), Qt::Key_Escape);
     rename("a.b");
@@ -155,6 +157,30 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     strip.clearthumbnail(false);
     QCoreApplication::processEvents();
     EXPECT_EQ(hidden().size(), 1) << "b.png can still be taken back";
+}
+
+TEST_F(AfterTheCapture, TheKeysComeBackToTheStripFromTheOfferToUndo)
+{
+    list({QStringLiteral("a.png")});
+    QPushButton next(&strip); // which the toolkit would give them to
+    next.show();
+    strip.RemoveItem(0, true);
+    auto* offer = strip.findChild<QWidget*>(QStringLiteral("undoBar"))->findChild<QPushButton*>();
+    offer->setFocus();
+    QTest::keyClick(offer, Qt::Key_Space);
+    EXPECT_EQ(names(), QStringList{QStringLiteral("a.png")});
+    EXPECT_TRUE(strip.hasFocus());
+}
+
+TEST_F(AfterTheCapture, TheBarStaysInTheStripWhereEntriesAreNarrow)
+{
+    strip.SetIconSize(60, 100);
+    list({QStringLiteral("a.png")});
+    hover(0);
+    const auto* bar = strip.findChild<EntryBar*>();
+    ASSERT_TRUE(bar->isVisible());
+    ASSERT_GT(bar->width(), entries->visualItemRect(entries->item(0)).width());
+    EXPECT_TRUE(entries->viewport()->rect().contains(bar->geometry()));
 }
 
 TEST_F(AfterTheCapture, TheBarBelongsToTheEntryUnderTheMouseOrTheKeys)
@@ -299,6 +325,12 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
         QMouseEvent middle(QEvent::MouseMove, grip + back, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(corner(0), &middle);
         QTest::mouseRelease(corner(0), Qt::LeftButton);
+        if (QLatin1String(button) == QLatin1String("cropCancel")) {
+            EXPECT_NE(corner(0)->pos(), first);
+            QTest::mouseClick(dialog()->findChild<QPushButton*>(QStringLiteral("cropWhole")), Qt::LeftButton);
+            EXPECT_EQ(corner(0)->pos(), first) << "the whole picture again";
+            EXPECT_EQ(corner(3)->x(), left);
+        }
         EXPECT_EQ(QImage(file(QStringLiteral("a.png"))).width(), 64);
         QTest::mouseClick(dialog()->findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog(); }));

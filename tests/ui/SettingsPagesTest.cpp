@@ -8,6 +8,7 @@
 #include "SetImage.h"
 #include "SetShortcut.h"
 #include "Settings.h"
+#include "ShortcutText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -326,6 +327,11 @@ TEST_F(SettingsPages, MarkWhatIsNoShortcutAndRecordTheKeysThatArePressed)
                              {Qt::Key_Z, Qt::ControlModifier, "Ctrl+Z", true},
                              {Qt::Key_5, Qt::KeypadModifier, "5", false},
                              {Qt::Key_Return, Qt::NoModifier, "Return", true},
+                             {Qt::Key_F2, Qt::NoModifier, "F2", true},
+                             {Qt::Key_R, Qt::ShiftModifier, "Shift+R", true},
+                             {Qt::Key_C, Qt::NoModifier, "C", true},
+                             {Qt::Key_C, Qt::AltModifier, "Alt+C", false},
+                             {Qt::Key_A, Qt::ControlModifier, "Ctrl+A", true},
                              {Qt::Key_Backspace, Qt::NoModifier, "", false},
                              {Qt::Key_Backspace, Qt::ControlModifier, "Ctrl+Backspace", false},
                              {Qt::Key_Delete, Qt::NoModifier, "", false},
@@ -366,4 +372,8 @@ TEST_F(SettingsPages, MarkTheSecondOfTwoEqualShortcuts)
     scanner->setText(QStringLiteral("Ctrl+D, Ctrl+E"));
     EXPECT_EQ(marks(), QStringList{QStringLiteral("editDocument")}) << "its key is the first of two";
     EXPECT_EQ(changed.count(), 2);
+    using ShortcutText::Use; // of three the second alone collides with each of the others
+    EXPECT_EQ(ShortcutText::uses(
+                  {QStringLiteral("Ctrl+K, A"), QStringLiteral("Ctrl+K"), QStringLiteral("Ctrl+K, B")}),
+              (QVector<Use>{Use::Bound, Use::Taken, Use::Bound}));
 }

@@ -143,6 +143,9 @@ TEST_F(ThumbnailStrip, OpensFilesAndFoldersAndAddsChosenOnes)
     EXPECT_EQ(answers.opened.size(), 4);
     EXPECT_TRUE(said().startsWith(QStringLiteral("a.png")));
     EXPECT_EQ(names(strip), words("b.png"));
+    const QString gone = said();
+    strip.onOpen(); // which has nothing to say
+    EXPECT_EQ(said(), gone) << "wiped before it was read";
     Dialogs::instance().openUrl = [](const QUrl&) { return false; };
     strip.onOpen();
     EXPECT_TRUE(said().contains(QStringLiteral("b.png"))) << qPrintable(said());

@@ -48,6 +48,12 @@ bool ShortcutText::isUsedByStrip(const QString& text)
 {
     const QKeySequence keys = sequence(text);
     const auto own = {QKeySequence(QKeySequence::Undo),
+                      QKeySequence(QKeySequence::SelectAll),
+                      QKeySequence(Qt::Key_F2),
+                      QKeySequence(Qt::Key_R),
+                      QKeySequence(Qt::SHIFT + Qt::Key_R),
+                      QKeySequence(Qt::Key_C),
+                      QKeySequence(Qt::Key_S),
                       QKeySequence(Qt::Key_Return),
                       QKeySequence(Qt::Key_Enter),
                       QKeySequence(Qt::Key_Up),

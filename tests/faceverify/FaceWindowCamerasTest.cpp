@@ -1,0 +1,91 @@
+// The face window while its cameras come, go and fail.
+#include "FaceVerifyFixture.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+TEST_F(FaceVerifyTest, InfraredIsShownOnlyWhenTheColourCameraHasGone)
+{
+    std::string slow = colour();
+    slow.replace(slow.find("fps = 30"), 8, "fps = 2");
+    open(slow + ", " + infrared());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::red); }, 60'000));
+    window_->scannerimgIR(); // so infrared frames have come since the last one in colour
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isShown(Qt::red));
+    keepOnly(infrared());
+    EXPECT_TRUE(isShown(Qt::red)) << "the last picture stays until the other camera's are shown";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::gray); }, 60'000));
+    click("buttonOneClick");
+    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-2"))
+        << "infrared is no face to compare";
+    keepOnly(slow);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::black); }, 60'000)) << "the last one has gone";
+    EXPECT_EQ(placeholder(), QStringLiteral("The face camera was disconnected."));
+}
+
+TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
+{
+    open(colour() + ", " + infrared());
+    click("buttonScanner");
+    ASSERT_EQ(files().size(), 2);
+    keepOnly(colour());
+    libraries_.lives = {95};
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QString());
+    EXPECT_EQ(libraries_.lives.size(), 1U) << "looked at";
+}
+
+TEST_F(FaceVerifyTest, WhatKeepsTheVideoEmptyIsSaidAndPicturesHaveOneSize)
+{
+    open("");
+    EXPECT_EQ(placeholder(), QStringLiteral("There is no face camera."));
+    window_.reset();
+    open(colour("fail_create = true;"));
+    EXPECT_EQ(placeholder(), QStringLiteral("The face camera cannot be opened. It may be in use."));
+    window_.reset();
+    std::string small = colour();
+    small.erase(small.find("\"640x480\", "), 11);
+    open(small);
+    EXPECT_EQ(placeholder(), QString());
+    window_->scannerimg();
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(QImage(pictures() + QLatin1Char('/') + files().first()).size(), QSize(640, 480));
+}
+
+TEST_F(FaceVerifyTest, WithoutDevicesItSaysSoAndHangsNowhere)
+{
+    libraries_.opens = HIDCARD_NO_READER;
+    {
+        FaceVerify window(nullptr, &camera_);
+        const QSignalSpy closed(&window, &FaceVerify::closefacesign);
+        window.SetMainIdx(0);
+        EXPECT_EQ(closed.count(), 1);
+    }
+    EXPECT_EQ(dialogs_.messages,
+              QStringList{QStringLiteral("Init IDCard failed,this device may not support this feature!")});
+    libraries_.opens = HIDCARD_OK;
+
+    open(colour()); // and no infrared one
+    window_->scannerimg();
+    ASSERT_EQ(files().size(), 1);
+    keepOnly("");
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QString());
+    click("buttonOneClick"); // the last picture is not this person's
+    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-2"));
+    EXPECT_EQ(files().size(), 1);
+    const QSignalSpy closed(window_.get(), &FaceVerify::closefacesign);
+    QTest::mouseClick(
+        part<QWidget>(*window_, "titleBar")->findChild<QPushButton*>(QStringLiteral("buttonClose")),
+        Qt::LeftButton);
+    EXPECT_EQ(closed.count(), 1);
+    EXPECT_EQ(libraries_.readers, 0) << "others may use the reader";
+    window_.reset();
+    open("");
+    click("buttonScanner");
+    EXPECT_EQ(files().size(), 1);
+}
+
+} // namespace
