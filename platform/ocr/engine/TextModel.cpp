@@ -53,7 +53,7 @@ Box boxAt(const tesseract::PageIterator& at, tesseract::PageIteratorLevel level,
     return {box.left + origin.x, box.top + origin.y, box.right + origin.x, box.bottom + origin.y};
 }
 
-ReadBlock collect(tesseract::ResultIterator& at, const cv::Point& origin)
+template <class Iterator> ReadBlock collect(Iterator& at, const cv::Point& origin)
 {
     ReadBlock lines;
     do {
@@ -73,11 +73,40 @@ ReadBlock collect(tesseract::ResultIterator& at, const cv::Point& origin)
     return lines;
 }
 
+struct Recogniser : tesseract::TessBaseAPI
+{
+    using tesseract::TessBaseAPI::GetLTRIterator;
+};
+
+bool hasRightToLeft(tesseract::LTRResultIterator& at)
+{
+    do {
+        if (at.WordDirection() == tesseract::DIR_RIGHT_TO_LEFT)
+            return true;
+    } while (at.Next(RIL_WORD));
+    return false;
+}
+
+// The iterator for any direction puts the words of a line in order anew for each of them, which nobody needs
+// where all go one way.
+ReadBlock collect(Recogniser& api, const cv::Point& origin)
+{
+    const std::unique_ptr<tesseract::LTRResultIterator> at(api.GetLTRIterator());
+    if (!at)
+        return {};
+    if (hasRightToLeft(*at)) {
+        const std::unique_ptr<tesseract::ResultIterator> ordered(api.GetIterator());
+        return ordered ? collect(*ordered, origin) : ReadBlock();
+    }
+    at->Begin();
+    return collect(*at, origin);
+}
+
 } // namespace
 
 struct TextModel::Engine
 {
-    tesseract::TessBaseAPI api;
+    Recogniser api;
     ~Engine() { api.End(); }
 };
 
@@ -150,10 +179,7 @@ ReadBlock TextModel::recognise(const cv::Mat& part, const Call& call, bool& late
     };
     late = api.Recognize(&watched.monitor) != 0;
     call.stretch.reach(1);
-    if (late)
-        return {};
-    const std::unique_ptr<tesseract::ResultIterator> at(api.GetIterator());
-    return at ? collect(*at, call.origin) : ReadBlock();
+    return late ? ReadBlock() : collect(api, call.origin);
 }
 
 bool TextModel::knows(const std::string& word) const
