@@ -168,6 +168,9 @@ ReadBlock TextModel::recognise(const cv::Mat& part, const Call& call, bool& late
         return {};
     auto& api = engine_->api;
     api.SetPageSegMode(call.division);
+    // A line that reads badly would be read once more as light on dark, but rows come from a cleaned picture:
+    // they are weak because they are asked of a model that cannot read them.
+    api.SetVariable("tessedit_do_invert", call.division == tesseract::PSM_SINGLE_LINE ? "0" : "1");
     api.SetImage(pix.get());
     api.SetSourceResolution(static_cast<int>(std::lround(call.dpi)));
     Watched watched{call.limit, call.stretch, {}};

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <set>
 
 namespace mirvak {
 
@@ -144,11 +145,16 @@ void checkWords(ReadPage& page, const cv::Mat& grey, TextModel& model, const Lim
         return a.word->confidence < b.word->confidence;
     });
     Reader reader(grey, model, limit);
+    std::set<std::string> confirmed; // names come again and again
     for (const Weak& weakest : found) {
+        if (confirmed.count(weakest.word->text) > 0)
+            continue;
         work -= weakest.work;
         if (work < 0 || limit.isOver())
             return;
         const std::optional<ReadWord> alone = reader.read(*weakest.word, *weakest.line);
+        if (alone && alone->text == weakest.word->text)
+            confirmed.insert(alone->text);
         if (!alone ||
             !isPutRight(*weakest.word, *alone, [&](const std::string& text) { return model.knows(text); }))
             continue;
