@@ -15,7 +15,7 @@ namespace mirvak {
 namespace {
 
 constexpr double surely = 85; // a model reads what it was made for with 88 to 97, other scripts with 10 to 70
-constexpr double poorly = 60; // of another script
+constexpr double poorly = 75; // so does a model the script of another one
 constexpr int enoughLetters = 8; // to tell the script that a model was made for from another one
 constexpr int sampleCount = 3;   // rows
 constexpr int sampleLength = 30; // heights of a mark: about six words
@@ -122,6 +122,27 @@ private:
     int letters_ = 0, own_ = 0;
 };
 
+// Reads what was left out, first with those that have read best so far.
+Glance bestOf(std::vector<Trial>& trials, const Limit& limit)
+{
+    std::vector<Trial*> order;
+    for (Trial& trial : trials)
+        order.push_back(&trial);
+    std::stable_sort(order.begin(), order.end(), [](const Trial* a, const Trial* b) {
+        return a->glance().confidence > b->glance().confidence;
+    });
+    Glance best;
+    for (Trial* trial : order) {
+        while (!trial->isComplete())
+            trial->readNext(limit);
+        if (trial->isDecided())
+            return trial->glance();
+        if (!best.model || trial->glance().confidence > best.confidence)
+            best = trial->glance();
+    }
+    return best;
+}
+
 } // namespace
 
 cv::Mat cutOut(const cv::Mat& grey, const cv::Rect& part, int margin)
@@ -161,14 +182,7 @@ Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, c
         }
         trials.push_back(std::move(trial));
     }
-    Glance best;
-    for (Trial& trial : trials) {
-        while (!trial.isComplete())
-            trial.readNext(limit);
-        if (!best.model || trial.glance().confidence > best.confidence)
-            best = trial.glance();
-    }
-    return best;
+    return bestOf(trials, limit);
 }
 
 } // namespace mirvak
