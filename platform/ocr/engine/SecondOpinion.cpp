@@ -18,7 +18,7 @@ constexpr double weakLine = 72;
 constexpr double goodLine = 88; // the same: a line of few characters that is worth no second look
 constexpr float weakWord = 65;  // percent; the same for a word
 constexpr float sureSign = 85;  // percent, of an ideograph: other scripts give none
-constexpr int enoughSigns = 3;
+constexpr int signShare = 4;    // of a line's words, one in so many: numbers may be the others
 // Percent: ideographs look like no letters at all, and to load their model takes as long as to read ten
 // lines.
 constexpr double noLetters = 50;
@@ -44,13 +44,19 @@ bool isLatin(const std::string& text)
            std::any_of(text.begin(), text.end(), [](unsigned char c) { return std::isalpha(c) != 0; });
 }
 
+// A dash looks like the number one.
+bool isSureIdeograph(const ReadWord& word)
+{
+    constexpr char32_t one = 0x4e00, marks = 0xff00;
+    const std::u32string text = fromUtf8(word.text);
+    return word.confidence >= sureSign && !text.empty() && text.front() > one && text.front() < marks;
+}
+
 // Too weak to be right, but in no other script.
 bool hasSureIdeographs(const std::vector<ReadWord>& words)
 {
-    return std::count_if(words.begin(), words.end(), [](const ReadWord& word) {
-               const std::u32string text = fromUtf8(word.text);
-               return word.confidence >= sureSign && !text.empty() && isIdeographic(text.front());
-           }) >= enoughSigns;
+    const auto sure = std::count_if(words.begin(), words.end(), isSureIdeograph);
+    return sure > 0 && static_cast<size_t>(sure) * signShare >= words.size();
 }
 
 double squaresOf(const cv::Rect& part)
