@@ -10,6 +10,7 @@
 #include "Scraps.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
+#include "SmallLetters.h"
 #include "WordCheck.h"
 
 #include <algorithm>
@@ -167,6 +168,7 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
               limit.within(opinionTime),
               {watch_, opinionsFrom, wholePage});
     findLostNumbers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(wordTime));
+    makeSmall(page, sheet.marks);
     if (const GlyphBook* book = models_.glyphs(page.language))
         checkGlyphs(page, sheet.picture.grey, *book, [checking = limit.within(glyphTime)] {
             return checking.isOver();
