@@ -15,7 +15,8 @@ namespace mirvak {
 namespace {
 
 constexpr double surely = 85; // a model reads what it was made for with 88 to 97, other scripts with 10 to 70
-constexpr double poorly = 60; // another model is tried first, before the rows that are left
+constexpr double poorly = 75; // so does a model the script of another one
+constexpr int enoughLetters = 8; // to tell the script that a model was made for from another one
 constexpr int sampleCount = 3;   // rows
 constexpr int sampleLength = 30; // heights of a mark: about six words
 
@@ -91,7 +92,12 @@ public:
         const bool enough = isComplete() || each_.size() + 1 == sampleCount;
         return enough && isSure(glance()) && (!hasOwnScript() || own_ * 2 > letters_);
     }
-    bool isPoor() const { return !each_.empty() && *std::max_element(each_.begin(), each_.end()) < poorly; }
+    /// Another model is tried first: this one reads poorly, or writes in another script than its own.
+    bool isUnlikely() const
+    {
+        const bool isPoor = !each_.empty() && *std::max_element(each_.begin(), each_.end()) < poorly;
+        return isPoor || (hasOwnScript() && letters_ >= enoughLetters && own_ * 2 <= letters_);
+    }
 
 private:
     bool hasOwnScript() const { return scriptOf(model_.language()) != ScriptLook::latin; }
@@ -115,6 +121,27 @@ private:
     std::vector<double> each_; ///< confidence of the rows read so far
     int letters_ = 0, own_ = 0;
 };
+
+// Reads what was left out, first with those that have read best so far.
+Glance bestOf(std::vector<Trial>& trials, const Limit& limit)
+{
+    std::vector<Trial*> order;
+    for (Trial& trial : trials)
+        order.push_back(&trial);
+    std::stable_sort(order.begin(), order.end(), [](const Trial* a, const Trial* b) {
+        return a->glance().confidence > b->glance().confidence;
+    });
+    Glance best;
+    for (Trial* trial : order) {
+        while (!trial->isComplete())
+            trial->readNext(limit);
+        if (trial->isDecided())
+            return trial->glance();
+        if (!best.model || trial->glance().confidence > best.confidence)
+            best = trial->glance();
+    }
+    return best;
+}
 
 } // namespace
 
@@ -148,21 +175,14 @@ Glance chooseLanguage(const cv::Mat& grey, const Marks& marks, Models& models, c
         if (!model)
             continue;
         Trial trial(*model, grey, rows, marks.height);
-        while (!trial.isComplete() && !trial.isPoor()) {
+        while (!trial.isComplete() && !trial.isUnlikely()) {
             trial.readNext(limit);
             if (trial.isDecided())
                 return trial.glance();
         }
         trials.push_back(std::move(trial));
     }
-    Glance best;
-    for (Trial& trial : trials) {
-        while (!trial.isComplete())
-            trial.readNext(limit);
-        if (!best.model || trial.glance().confidence > best.confidence)
-            best = trial.glance();
-    }
-    return best;
+    return bestOf(trials, limit);
 }
 
 } // namespace mirvak

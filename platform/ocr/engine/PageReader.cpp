@@ -4,11 +4,13 @@
 #include "Bearing.h"
 #include "GlyphCheck.h"
 #include "LanguageChoice.h"
+#include "LostNumbers.h"
 #include "OtherOrder.h"
 #include "PagePicture.h"
 #include "Scraps.h"
 #include "SecondOpinion.h"
 #include "SingleThread.h"
+#include "SmallLetters.h"
 #include "WordCheck.h"
 
 #include <algorithm>
@@ -165,6 +167,8 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
               models_,
               limit.within(opinionTime),
               {watch_, opinionsFrom, wholePage});
+    findLostNumbers(page, sheet.picture.grey, *sheet.glance.model, models_, limit.within(wordTime));
+    makeSmall(page, sheet.marks);
     if (const GlyphBook* book = models_.glyphs(page.language))
         checkGlyphs(page, sheet.picture.grey, *book, [checking = limit.within(glyphTime)] {
             return checking.isOver();

@@ -17,6 +17,8 @@ namespace {
 constexpr double weakLine = 72;
 constexpr double goodLine = 88; // the same: a line of few characters that is worth no second look
 constexpr float weakWord = 65;  // percent; the same for a word
+constexpr float sureSign = 85;  // percent, of an ideograph: other scripts give none
+constexpr int signShare = 4;    // of a line's words, one in so many: numbers may be the others
 // Percent: ideographs look like no letters at all, and to load their model takes as long as to read ten
 // lines.
 constexpr double noLetters = 50;
@@ -40,6 +42,21 @@ bool isLatin(const std::string& text)
 {
     return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; }) &&
            std::any_of(text.begin(), text.end(), [](unsigned char c) { return std::isalpha(c) != 0; });
+}
+
+// A dash looks like the number one.
+bool isSureIdeograph(const ReadWord& word)
+{
+    constexpr char32_t one = 0x4e00, marks = 0xff00;
+    const std::u32string text = fromUtf8(word.text);
+    return word.confidence >= sureSign && !text.empty() && text.front() > one && text.front() < marks;
+}
+
+// Too weak to be right, but in no other script.
+bool hasSureIdeographs(const std::vector<ReadWord>& words)
+{
+    const auto sure = std::count_if(words.begin(), words.end(), isSureIdeograph);
+    return sure > 0 && static_cast<size_t>(sure) * signShare >= words.size();
 }
 
 double squaresOf(const cv::Rect& part)
@@ -103,7 +120,7 @@ public:
         if (own_.isUnspaced() && line.box.width() < shortLine * line.box.height() &&
             confidenceOf(line.words) < goodLine)
             rereadShort(line);
-        if (confidenceOf(line.words) < weakLine)
+        if (confidenceOf(line.words) < weakLine && !hasSureIdeographs(line.words))
             model = rereadLine(line);
         std::vector<ReadWord> words;
         const auto append = [&](const std::vector<ReadWord>& more) {
@@ -173,7 +190,8 @@ private:
         size_t letters = 0;
         for (const ReadWord& word : old)
             letters += word.text.size();
-        if (part.width < leastWidth * part.height || letters < leastLetters)
+        const bool isKnown = letters > leastLetters && knownShare(old, wordsOf(model)) == 1;
+        if (part.width < leastWidth * part.height || letters < leastLetters || isKnown)
             return old;
         std::vector<ReadWord> best = old;
         const bool latin = model.isUnspaced(); // which English reads best

@@ -53,7 +53,7 @@ Box boxAt(const tesseract::PageIterator& at, tesseract::PageIteratorLevel level,
     return {box.left + origin.x, box.top + origin.y, box.right + origin.x, box.bottom + origin.y};
 }
 
-ReadBlock collect(tesseract::ResultIterator& at, const cv::Point& origin)
+template <class Iterator> ReadBlock collect(Iterator& at, const cv::Point& origin)
 {
     ReadBlock lines;
     do {
@@ -73,11 +73,40 @@ ReadBlock collect(tesseract::ResultIterator& at, const cv::Point& origin)
     return lines;
 }
 
+struct Recogniser : tesseract::TessBaseAPI
+{
+    using tesseract::TessBaseAPI::GetLTRIterator;
+};
+
+bool hasRightToLeft(tesseract::LTRResultIterator& at)
+{
+    do {
+        if (at.WordDirection() == tesseract::DIR_RIGHT_TO_LEFT)
+            return true;
+    } while (at.Next(RIL_WORD));
+    return false;
+}
+
+// The iterator for any direction puts the words of a line in order anew for each of them, which nobody needs
+// where all go one way.
+ReadBlock collect(Recogniser& api, const cv::Point& origin)
+{
+    const std::unique_ptr<tesseract::LTRResultIterator> at(api.GetLTRIterator());
+    if (!at)
+        return {};
+    if (hasRightToLeft(*at)) {
+        const std::unique_ptr<tesseract::ResultIterator> ordered(api.GetIterator());
+        return ordered ? collect(*ordered, origin) : ReadBlock();
+    }
+    at->Begin();
+    return collect(*at, origin);
+}
+
 } // namespace
 
 struct TextModel::Engine
 {
-    tesseract::TessBaseAPI api;
+    Recogniser api;
     ~Engine() { api.End(); }
 };
 
@@ -139,6 +168,9 @@ ReadBlock TextModel::recognise(const cv::Mat& part, const Call& call, bool& late
         return {};
     auto& api = engine_->api;
     api.SetPageSegMode(call.division);
+    // A line that reads badly would be read once more as light on dark, but rows come from a cleaned picture:
+    // they are weak because they are asked of a model that cannot read them.
+    api.SetVariable("tessedit_do_invert", call.division == tesseract::PSM_SINGLE_LINE ? "0" : "1");
     api.SetImage(pix.get());
     api.SetSourceResolution(static_cast<int>(std::lround(call.dpi)));
     Watched watched{call.limit, call.stretch, {}};
@@ -150,10 +182,7 @@ ReadBlock TextModel::recognise(const cv::Mat& part, const Call& call, bool& late
     };
     late = api.Recognize(&watched.monitor) != 0;
     call.stretch.reach(1);
-    if (late)
-        return {};
-    const std::unique_ptr<tesseract::ResultIterator> at(api.GetIterator());
-    return at ? collect(*at, call.origin) : ReadBlock();
+    return late ? ReadBlock() : collect(api, call.origin);
 }
 
 bool TextModel::knows(const std::string& word) const

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <set>
 
 namespace mirvak {
 
@@ -17,8 +18,9 @@ constexpr float weak = 80, weakUnknown = 93; // of a word to look at: any, one t
 constexpr float sure = 90, verySure = 94;    // that a word needs by itself
 constexpr float clearly = 15, slightly = 2;  // that it must be better by
 constexpr float sureNumber = 96;
-constexpr float misread = 50; // of a dictionary's word that was another one
-constexpr float worn = 60;    // below, the marks beside the word may be wrong together with its letters
+constexpr size_t longWord = 3; // letters
+constexpr float misread = 50;  // of a dictionary's word that was another one
+constexpr float worn = 60;     // below, the marks beside the word may be wrong together with its letters
 
 // In squares of a line's height: at most so many, and so much of what the page's lines hold.
 constexpr double leastWork = 60, workShare = 1.0 / 12;
@@ -68,6 +70,13 @@ bool hasDigit(const std::u32string& text)
 bool isWeak(const ReadWord& word, const TextModel& model)
 {
     return word.confidence < weak || (word.confidence < weakUnknown && !model.knows(word.text));
+}
+
+// Read twice alike. A few letters may be dust both times.
+bool isConfirmed(const ReadWord& word, const ReadWord& alone, const TextModel& model)
+{
+    return alone.confidence >= sure && alone.confidence > word.confidence &&
+           Parts(word.text).word.size() >= longWord && model.knows(word.text);
 }
 
 /// Reads words by themselves as long as there is work left.
@@ -144,11 +153,19 @@ void checkWords(ReadPage& page, const cv::Mat& grey, TextModel& model, const Lim
         return a.word->confidence < b.word->confidence;
     });
     Reader reader(grey, model, limit);
+    std::set<std::string> confirmed; // names come again and again
     for (const Weak& weakest : found) {
+        if (confirmed.count(weakest.word->text) > 0 && !model.knows(weakest.word->text))
+            continue;
         work -= weakest.work;
         if (work < 0 || limit.isOver())
             return;
         const std::optional<ReadWord> alone = reader.read(*weakest.word, *weakest.line);
+        if (alone && alone->text == weakest.word->text) {
+            if (isConfirmed(*weakest.word, *alone, model))
+                weakest.word->confidence = alone->confidence;
+            confirmed.insert(alone->text);
+        }
         if (!alone ||
             !isPutRight(*weakest.word, *alone, [&](const std::string& text) { return model.knows(text); }))
             continue;

@@ -12,7 +12,8 @@ namespace mirvak {
 bool isPutRight(const ReadWord& inLine, const ReadWord& alone, const IsWord& isWord);
 
 /// Reads the words that the recogniser was least sure of once more, each by itself, and puts some of them
-/// right. At most a small share of what the page holds. @param grey cleaned of specks
+/// right; words of the dictionary that are read alike are as sure as by themselves. At most a small share of
+/// what the page holds. @param grey cleaned of specks
 void checkWords(ReadPage& page, const cv::Mat& grey, TextModel& model, const Limit& limit);
 
 } // namespace mirvak

@@ -140,9 +140,12 @@ void takeOut(cv::Mat place)
 
 bool takeOutSeals(cv::Mat& rgb)
 {
-    const double factor = std::min(1.0, static_cast<double>(reducedSide) / std::max(rgb.cols, rgb.rows));
+    // A whole number is a third of the work of any other; at most so many pixels are left out at the edges.
+    const int times = (std::max(rgb.cols, rgb.rows) + reducedSide - 1) / reducedSide;
+    const double factor = 1.0 / times;
+    const cv::Size reduced(rgb.cols / times, rgb.rows / times);
     cv::Mat small;
-    cv::resize(rgb, small, {}, factor, factor, cv::INTER_AREA);
+    cv::resize(rgb(cv::Rect({0, 0}, reduced * times)), small, reduced, 0, 0, cv::INTER_AREA);
     const std::vector<cv::Rect> seals = sealsOf(small);
     for (const cv::Rect& seal : seals) {
         const int rim = cvRound(0.04 * seal.width / factor) + 2;

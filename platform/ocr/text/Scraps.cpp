@@ -16,7 +16,9 @@ constexpr float leastOfSigns = 60;      // for what is neither letter nor digit
 // In heights of a mark. A full stop stands at its word; what is as small and stands off is dust, which is
 // also read as strokes and rings.
 constexpr double speck = 0.28, standsOff = 0.4;
-constexpr double dash = 0.95; // the least width, in heights of a mark
+constexpr double dash = 0.95;         // the least width, in heights of a mark
+constexpr float leastOfLastDash = 40; // percent: at the end of a line, where dust may lie
+constexpr char32_t wideDash = U'\u2014';
 
 long lettersOf(const ReadWord& word)
 {
@@ -31,14 +33,22 @@ bool isMiddleDot(const ReadWord& word)
     return text == U"\u00b7" || text == U"\u2022" || text == U"\u30fb";
 }
 
-// Between words it is a sign of the text, whatever the recogniser takes it for.
+// Behind a word it is a sign of the text, whatever the recogniser takes it for.
 bool isDash(const std::vector<ReadWord>& words, size_t at, int markHeight)
 {
-    const std::u32string text = fromUtf8(words[at].text);
-    return at > 0 && at + 1 < words.size() && words[at].box.width() > dash * markHeight &&
-           std::all_of(text.begin(), text.end(), [](char32_t c) {
-               return c == U'-' || c == U'\u2013' || c == U'\u2014';
+    const ReadWord& word = words[at];
+    const std::u32string text = fromUtf8(word.text);
+    return at > 0 && (at + 1 < words.size() || word.confidence >= leastOfLastDash) &&
+           word.box.width() > dash * markHeight && std::all_of(text.begin(), text.end(), [](char32_t c) {
+               return c == U'-' || c == U'\u2013' || c == wideDash;
            });
+}
+
+// A worn one is read as two that touch.
+void makeOne(ReadWord& dashes)
+{
+    if (fromUtf8(dashes.text).find(wideDash) != std::u32string::npos)
+        dashes.text = "\u2014";
 }
 
 // Nothing beside it, to which it might belong.
@@ -55,8 +65,11 @@ void dropSigns(ReadLine& line, int markHeight)
 {
     std::vector<ReadWord> kept;
     for (size_t i = 0; i < line.words.size(); ++i) {
-        const ReadWord& word = line.words[i];
-        if (lettersOf(word) > 0 || isDash(line.words, i, markHeight) ||
+        ReadWord& word = line.words[i];
+        const bool isStroke = isDash(line.words, i, markHeight);
+        if (isStroke)
+            makeOne(word);
+        if (lettersOf(word) > 0 || isStroke ||
             (word.confidence >= leastOfSigns && !isSpeck(line.words, i, markHeight)))
             kept.push_back(word);
     }
