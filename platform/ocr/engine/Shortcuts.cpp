@@ -1,5 +1,7 @@
 // Steps of Tesseract that cost much time and come to nothing here. It finds these functions before those that
 // do the step; where it finds the others, it reads the same and is slower.
+#include "Shortcuts.h"
+
 #include <leptonica/allheaders.h>
 
 #include <dlfcn.h>
@@ -24,12 +26,27 @@ void UnicharAmbigs::LoadUnicharAmbigs(const UNICHARSET&, TFile*, int, bool, UNIC
 
 } // namespace tesseract
 
-// The picture of each line is packed as a PNG file in memory, to be unpacked in the very next step; that
-// takes an eighth of the whole reading. This packs the bare pixels, in a form that is recognised where it is
-// unpacked.
+namespace {
+thread_local bool areBare = false;
+}
+
+namespace mirvak {
+
+BarePixels::BarePixels() : before_(areBare)
+{
+    areBare = true;
+}
+
+BarePixels::~BarePixels()
+{
+    areBare = before_;
+}
+
+} // namespace mirvak
+
 extern "C" LUMRO_FOUND_FIRST l_ok pixWriteMem(l_uint8** data, size_t* size, Pix* pix, l_int32 format)
 {
-    if (format == IFF_PNG)
+    if (areBare && format == IFF_PNG)
         return pixWriteMemSpix(data, size, pix);
     static const auto other = reinterpret_cast<decltype(&pixWriteMem)>(dlsym(RTLD_NEXT, "pixWriteMem"));
     return other ? other(data, size, pix, format) : 1;

@@ -1,5 +1,7 @@
 #include "TextModel.h"
 
+#include "Shortcuts.h"
+
 #include <leptonica/allheaders.h>
 #include <tesseract/baseapi.h>
 #include <tesseract/ocrclass.h>
@@ -180,6 +182,7 @@ ReadBlock TextModel::recognise(const cv::Mat& part, const Call& call, bool& late
         asked.stretch.reach(asked.monitor.progress / fullProgress);
         return asked.limit.isOver();
     };
+    const BarePixels bare;
     late = api.Recognize(&watched.monitor) != 0;
     call.stretch.reach(1);
     return late ? ReadBlock() : collect(api, call.origin);
