@@ -15,10 +15,11 @@ namespace {
 constexpr int left = 120, baseline = 150;
 
 /// A line of print whose first word was read as a stroke with a confidence of 31 percent; its next reading.
-std::string again(const QString& first, float confidence = 31)
+std::string
+again(const QString& first, float confidence = 31, const QString& behind = QStringLiteral(" июня 2004 года"))
 {
     const testPages::Style style;
-    const QString line = first + QStringLiteral(" июня 2004 года");
+    const QString line = first + behind;
     QImage picture = testPages::page({900, 250}, {line}, style, left, baseline);
     picture = picture.convertToFormat(QImage::Format_Grayscale8);
     const cv::Mat grey(picture.height(),
@@ -56,5 +57,6 @@ TEST(LostNumbers, AreReadByAModelThatKnowsThem)
     EXPECT_EQ(again(QStringLiteral("|")), "|") << "a single stroke is a sign";
     EXPECT_EQ(again(QStringLiteral("1")), "|") << "as narrow as a sign";
     EXPECT_EQ(again(QStringLiteral("жук")), "|") << "letters are no number";
+    EXPECT_EQ(again(QStringLiteral("шеф"), 31, QStringLiteral(" 17 дней")), "|") << "nor the one beside it";
     EXPECT_EQ(again(QStringLiteral("11"), 70), "|") << "what was read well stays";
 }

@@ -1,8 +1,14 @@
 // Which of two readings of the same place is believed.
 #include "WordCheck.h"
+#include "Models.h"
 #include "SecondOpinion.h"
+#include "SingleThread.h"
+#include "TestPages.h"
 
 #include <gtest/gtest.h>
+
+#include <QFont>
+#include <QFontMetrics>
 
 #include <set>
 
@@ -79,6 +85,36 @@ TEST(WordCheck, AWordByItselfIsBelievedWhereLinesAreMisread)
     for (const Case& each : cases)
         EXPECT_EQ(mirvak::isPutRight(each.inLine, each.alone, isWord), each.isPutRight)
             << each.inLine.text << " > " << each.alone.text << ": " << each.why;
+}
+
+TEST(WordCheck, AWordThatIsReadAlikeByItselfIsAsSure)
+{
+    const testPages::Style style;
+    QFont font(style.family);
+    font.setPixelSize(style.size);
+    const auto checked = [&](const QString& printed, const char* wasRead) {
+        const QImage picture = testPages::page({500, 250}, {printed}, style, 120, 150)
+                                   .convertToFormat(QImage::Format_Grayscale8);
+        const cv::Mat grey(picture.height(),
+                           picture.width(),
+                           CV_8UC1,
+                           const_cast<uchar*>(picture.constBits()),
+                           static_cast<size_t>(picture.bytesPerLine()));
+        const QRect ink = QFontMetrics(font).tightBoundingRect(printed).translated(120, 150);
+        ReadWord weak = word(wasRead, 20);
+        weak.box = {ink.left(), ink.top(), ink.right() + 1, ink.bottom() + 1};
+        mirvak::ReadPage page;
+        page.blocks = {{{{weak}, weak.box}}};
+        const mirvak::SingleThread single;
+        mirvak::Models models(OCR_MODELS);
+        mirvak::checkWords(
+            page, grey, *models.get("eng"), {mirvak::Limit::Clock::now() + std::chrono::minutes(5)});
+        return page.blocks.front().front().words.front();
+    };
+    EXPECT_GE(checked(QStringLiteral("ledgers"), "ledgers").confidence, 90);
+    EXPECT_EQ(checked(QStringLiteral("Kryxlov"), "Kryxlov").confidence, 20) << "no dictionary has it";
+    EXPECT_EQ(checked(QStringLiteral("is"), "is").confidence, 20) << "as short as dust";
+    EXPECT_EQ(checked(QStringLiteral("ledgers"), "ledqers").text, "ledgers");
 }
 
 TEST(SecondOpinion, WornWordsStayInTheirLanguage)
