@@ -317,4 +317,25 @@ TEST(OutlineWatch, isAFrameOrTwoLateWhereFramesChange)
         ++step;
     }
     EXPECT_FALSE(watch.find(frameWith({}, 7), now + std::chrono::milliseconds(60)));
+    cv::Mat small;
+    cv::resize(frameWith(pageAt(0), 8), small, {}, 0.5, 0.5, cv::INTER_AREA);
+    const auto halved = watch.find(small, now + std::chrono::milliseconds(70));
+    ASSERT_TRUE(halved) << "of another size each is";
+    EXPECT_LE(halved->corners[2].x, small.cols);
+}
+
+// So little that hardly anything of the whole picture changes: only what lies beside its edges.
+TEST(OutlineWatch, seesABlankPageThatMovesByItsMargin)
+{
+    mirvak::OutlineWatch watch;
+    for (const double shift : {0., 9.}) {
+        const Corners page = made::placed({820 + shift, 606}, {720, 1018}, 0);
+        cv::Mat picture = made::desk(frame, Desk::dark);
+        made::lay(picture, made::blankPage({720, 1018}), page);
+        made::shine(picture, {0.9, 1, 3});
+        const auto found = watch.find(picture);
+        ASSERT_TRUE(found);
+        EXPECT_LE(errorOf(found->corners, page), previewTolerance) << shift;
+        EXPECT_TRUE(watch.searched());
+    }
 }
