@@ -51,7 +51,7 @@ public:
             const cv::Mat frame = faults::grainy(picture(i), 1.0, random_);
             const auto page = finder.find(frame);
             const auto begin = std::chrono::steady_clock::now();
-            verdict = judge.judge(frame, page, taken);
+            verdict = judge.judge(frame, page, taken, finder.mayLeavePicture());
             seconds_ += std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
             ++judged_;
         }

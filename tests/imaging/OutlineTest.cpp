@@ -257,6 +257,33 @@ cv::Mat frameWith(const std::optional<Corners>& page, unsigned seed)
     return picture;
 }
 
+// What is seen of a page may be too little to tell where it ends.
+TEST(Outline, isMissedWhereAPageLeavesThePictureAndThatIsKnown)
+{
+    mirvak::OutlineFinder finder;
+    int found = 0, known = 0, looks = 0;
+    for (const Desk desk : {Desk::light, Desk::dark, Desk::wood, Desk::checked, Desk::coloured}) {
+        for (const double degrees : {-25, 4, 15, 40}) {
+            cv::Mat picture = made::desk(frame, desk);
+            EXPECT_TRUE(!finder.find(picture) && !finder.mayLeavePicture()) << "an empty desk";
+            const Corners page = made::placed({40, 560}, {700, 990}, degrees);
+            made::lay(picture, made::textPage({1000, 1414}, 30), page, 0.8);
+            made::shine(picture, {0.8, 1, 3});
+            const bool isFound = finder.find(picture).has_value();
+            EXPECT_FALSE(isFound && finder.mayLeavePicture());
+            found += isFound ? 1 : 0;
+            known += finder.mayLeavePicture() ? 1 : 0;
+            ++looks;
+        }
+    }
+    EXPECT_GE(found, 3);
+    EXPECT_GE(found + known, 15) << "of " << looks;
+    finder.find(frameWith(made::placed({820, 606}, {720, 1018}, -6), 1));
+    EXPECT_FALSE(finder.mayLeavePicture());
+    finder.find(cv::Mat(3, 3, CV_8UC3, cv::Scalar::all(0)));
+    EXPECT_FALSE(finder.mayLeavePicture()) << "of the picture before";
+}
+
 // Pictures one after the other: noise alone repeats the answer, but not for ever; a page that moves a little,
 // leaves or comes is seen in the very picture.
 TEST(OutlineWatch, repeatsAnAnswerOnlyWhileThePictureStays)

@@ -193,6 +193,24 @@ TEST(ShotVerdict, NothingIsSaidWithoutAPageAndNoPictureEndsTheProgram)
     }
 }
 
+TEST(ShotVerdict, APageThatIsNotFoundButLeavesThePictureIsToldOf)
+{
+    mirvak::ShotVerdict shot;
+    mirvak::ShotVerdict::Time time{};
+    const cv::Mat frame = frameWith(made::textPage({560, 790}, 14));
+    const auto after = [&](int frames, const std::optional<Outline>& page, bool mayLeave) {
+        Verdict verdict;
+        for (int i = 0; i < frames; ++i)
+            verdict = shot.judge(frame, page, time += interval, mayLeave);
+        return verdict;
+    };
+    EXPECT_EQ(after(2, std::nullopt, true).state, State::looking) << "a moment is no proof";
+    expectFlaw(after(15, std::nullopt, true), Flaw::leavesPicture, "half of a page");
+    EXPECT_EQ(after(45, Outline{whole, 1}, false).state, State::good) << "moved back";
+    after(15, std::nullopt, true);
+    EXPECT_EQ(after(30, std::nullopt, false).state, State::noPage) << "taken away";
+}
+
 /// Of frames with these flaws, one letter each: what is told, one letter a frame ('-' nothing, '+' good).
 std::string told(mirvak::VerdictHold& hold, const std::string& frames)
 {

@@ -26,10 +26,10 @@ MirvakOutline outlineOf(const mirvak::Outline& found)
 }
 
 // Frame after frame comes on the camera's thread.
-std::optional<mirvak::Outline> pageInStream(const Image& frame)
+mirvak::OutlineWatch& streamWatch()
 {
     thread_local mirvak::OutlineWatch watch;
-    return watch.find(frame.pixels, frame.taken);
+    return watch;
 }
 
 void drawOutlines(cv::Mat& rgb, const std::vector<MirvakOutline>& outlines, int colour, int width)
@@ -123,7 +123,7 @@ void* MirvakCamera::MirvakImage_DrawLine(void* image, int colour, int width)
 {
     void* result = nullptr;
     mirvak::onImage("MirvakImage_DrawLine", image, [&](const Image& source) {
-        const auto found = pageInStream(source);
+        const auto found = streamWatch().find(source.pixels, source.taken);
         auto copy = impl_->pool.take(source.pixels.cols, source.pixels.rows);
         source.pixels.copyTo(copy->pixels);
         copy->dpi = source.dpi;
@@ -139,9 +139,10 @@ int MirvakCamera::MirvakImage_JudgePage(void* image, MirvakVerdict& verdict)
 {
     verdict = {};
     return mirvak::onImage("MirvakImage_JudgePage", image, [&](const Image& source) {
-        const auto found = pageInStream(source);
+        const auto found = streamWatch().find(source.pixels, source.taken);
         const auto taken = source.taken.value_or(std::chrono::steady_clock::now());
-        const mirvak::Verdict judged = impl_->shotVerdict.judge(source.pixels, found, taken);
+        const mirvak::Verdict judged =
+            impl_->shotVerdict.judge(source.pixels, found, taken, streamWatch().mayLeavePicture());
         verdict.shot = shotOf(judged);
         verdict.found = found.has_value();
         verdict.page = found ? outlineOf(*found) : MirvakOutline{};

@@ -319,8 +319,9 @@ public:
     void* MirvakImage_DrawLine(void* image, int colour, int width);
     /// Finds the same outline in the frames of a stream, and says whether the page in them will be good. A
     /// verdict stands long enough to be read, whatever single frames show; a pause of a second and another
-    /// size of frame begin anew. Costs about a millisecond beside the search. `verdict` is
-    /// MIRVAK_SHOT_NO_PAGE with every error.
+    /// size of frame begin anew. That a page leaves the picture is also said where too little of it is seen
+    /// for an outline. Costs about a millisecond beside the search. `verdict` is MIRVAK_SHOT_NO_PAGE with
+    /// every error.
     int MirvakImage_JudgePage(void* image, MirvakVerdict& verdict);
     /// Draws these outlines into the image itself, as MirvakImage_DrawLine does into a copy.
     int

@@ -47,6 +47,7 @@ OutlineFinder::~OutlineFinder() = default;
 
 std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
 {
+    mayLeave_ = false;
     if (!SmallLook::canHoldPage(rgb))
         return std::nullopt;
     const SmallLook::Planes& planes = work_->look.build(rgb);
@@ -57,16 +58,24 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     work_->quads.find(lines, work_->look.reduction().size(), QuadFinder::Search::page, &work_->map);
     addFromMap(work_->map, work_->edges, planes, work_->quads);
     const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions, work_->map);
+    std::optional<Outline> found = choose(outlines);
+    mayLeave_ = !found && work_->map.hasSheetAtBorder();
+    if (found)
+        found->corners = work_->look.inPicture(snapSides(work_->edges, found->corners));
+    return found;
+}
+
+std::optional<Outline> OutlineFinder::choose(const std::vector<Outline>& outlines) const
+{
     if (outlines.empty() || outlines.front().confidence < answered)
         return std::nullopt;
     const Outline& page = outlines.front();
+    const SmallLook::Planes& planes = work_->look.planes();
     // A page may run out of the picture, but an even desk beyond its edge may look as if it did.
     const bool mayReachBorder = page.confidence >= sureOutline || paperReachesBorder(planes, page.corners);
     if (!mayReachBorder || isHalfOfSpread(planes, work_->edges, page.corners))
         return std::nullopt;
-    std::optional<Outline> found = page;
-    found->corners = work_->look.inPicture(snapSides(work_->edges, found->corners));
-    return found;
+    return page;
 }
 
 std::optional<Outline> findOutline(const cv::Mat& rgb)

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace mirvak {
 
@@ -37,8 +38,14 @@ public:
     /// @return nothing when it is less likely that it is right than that it is not. From a confidence of 0.8
     /// on it is nearly always right.
     std::optional<Outline> find(const cv::Mat& rgb);
+    /// Whether the last find() answered nothing, but a page seems to lie there that runs out of the picture:
+    /// too little of it is seen to tell where it ends.
+    bool mayLeavePicture() const { return mayLeave_; }
 
 private:
+    std::optional<Outline> choose(const std::vector<Outline>& outlines) const;
+
+    bool mayLeave_ = false;
     struct Work;
     std::unique_ptr<Work> work_;
 };

@@ -26,6 +26,8 @@ public:
     ///               follows the last one
     /// @return the page in coordinates of `rgb`, as OutlineFinder::find()
     std::optional<Outline> find(const cv::Mat& rgb, std::optional<Time> taken = {});
+    /// As OutlineFinder::mayLeavePicture(), of the last search.
+    bool mayLeavePicture() const { return finder_.mayLeavePicture(); }
     /// Whether the last find() searched rather than repeated its answer.
     bool searched() const { return age_ == 0; }
 

@@ -16,7 +16,10 @@ constexpr double leastSpread = 12;  // levels: an even picture stays even
 constexpr double sure = 0.985;      // of a cell and all around it
 constexpr double leastSure = 0.005; // of all cells, for a sheet to be seen
 constexpr int samplesAlong = 20;
-constexpr double besideSide = 1.3; // cells: beyond the blur of the map
+constexpr double besideSide = 1.3;    // cells: beyond the blur of the map
+constexpr float certain = 0.5F;       // that a sheet goes on beyond the picture
+constexpr double leastAtBorder = 0.2; // heights of the picture
+constexpr double leastSides = 3;      // likewise, of cells; a side is two wide
 
 /// Of the two that the network says of each cell the `which`th, from its logits: 0 to 1.
 void certaintyOf(const FeaturePlane& said, size_t which, cv::Mat& certainty)
@@ -101,6 +104,31 @@ void SheetMap::findQuiet()
         quiet_ = cv::Mat();
     else
         cv::erode((inside_ < 1 - sure) & (border_ < 2 * (1 - sure)), quiet_, around);
+}
+
+bool SheetMap::hasSheetAtBorder() const
+{
+    const int sides = cv::countNonZero(border_ > certain);
+    return longestAtBorder() >= leastAtBorder * inside_.rows && sides >= leastSides * inside_.rows;
+}
+
+// Cells in a row. The outermost ones have seen too little around them.
+int SheetMap::longestAtBorder() const
+{
+    if (inside_.rows < 4 || inside_.cols < 4)
+        return 0;
+    int longest = 0;
+    for (const cv::Mat& line : {inside_.row(1),
+                                inside_.row(inside_.rows - 2),
+                                cv::Mat(inside_.col(1).t()),
+                                cv::Mat(inside_.col(inside_.cols - 2).t())}) {
+        int run = 0;
+        for (int i = 0; i < line.cols; ++i) {
+            run = line.at<float>(i) > certain ? run + 1 : 0;
+            longest = std::max(longest, run);
+        }
+    }
+    return longest;
 }
 
 double SheetMap::share() const

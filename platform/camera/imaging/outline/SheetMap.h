@@ -51,6 +51,9 @@ public:
     double borderAt(const cv::Point2d& point) const { return nearest(border_, point); }
     /// How much of the picture is sheet, 0 to 1.
     double share() const;
+    /// Whether a sheet runs out of the picture: it is seen along a part of the picture's border that is wider
+    /// than an arm, and so are sides of it. An even desk may look like a sheet, but has none.
+    bool hasSheetAtBorder() const;
 
     /// The quadrilaterals about what the map shows most surely, clockwise; good to some pixels. First those
     /// about all that is sheet, then those about what borders cut out of it. None where nothing has four
@@ -67,6 +70,7 @@ private:
         return map.ptr<float>(y)[x];
     }
     void sumRows();
+    int longestAtBorder() const;
     void findQuiet();
 
     SheetNet net_;

@@ -16,7 +16,7 @@ constexpr unsigned round = 4; // frames in which everything is looked at once: t
 
 } // namespace
 
-Verdict ShotVerdict::judge(const cv::Mat& rgb, const std::optional<Outline>& page, Time taken)
+Verdict ShotVerdict::judge(const cv::Mat& rgb, const std::optional<Outline>& page, Time taken, bool mayLeave)
 {
     if (rgb.size() != size_ || taken - last_ > longPause) {
         hold_.reset();
@@ -26,9 +26,14 @@ Verdict ShotVerdict::judge(const cv::Mat& rgb, const std::optional<Outline>& pag
     }
     size_ = rgb.size();
     last_ = taken;
-    if (!page)
+    if (!page && !mayLeave)
         return hold_.missed(taken);
-    flaws_ = flawsOf(rgb, *page, taken);
+    if (page) {
+        flaws_ = flawsOf(rgb, *page, taken);
+    } else {
+        flaws_ = {};
+        flaws_[static_cast<size_t>(Flaw::leavesPicture)] = true;
+    }
     return hold_.seen(flaws_, taken);
 }
 

@@ -22,9 +22,10 @@ class ShotVerdict
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// `page`: what OutlineFinder found in this very frame. `taken`: when; the calls come in its order. A
-    /// pause of a second and another size of frame begin anew.
-    Verdict judge(const cv::Mat& rgb, const std::optional<Outline>& page, Time taken);
+    /// `page`: what OutlineFinder found in this very frame, `mayLeave`: what it says of a page that it did
+    /// not find. `taken`: when; the calls come in its order. A pause of a second and another size of frame
+    /// begin anew.
+    Verdict judge(const cv::Mat& rgb, const std::optional<Outline>& page, Time taken, bool mayLeave = false);
 
 private:
     Flaws flawsOf(const cv::Mat& rgb, const Outline& page, Time taken);
