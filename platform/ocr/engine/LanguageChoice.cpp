@@ -126,6 +126,7 @@ private:
 Glance bestOf(std::vector<Trial>& trials, const Limit& limit)
 {
     std::vector<Trial*> order;
+    order.reserve(trials.size());
     for (Trial& trial : trials)
         order.push_back(&trial);
     std::stable_sort(order.begin(), order.end(), [](const Trial* a, const Trial* b) {

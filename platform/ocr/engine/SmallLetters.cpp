@@ -76,6 +76,7 @@ public:
                 letters.push_back(mark);
         }
         std::vector<int> heights;
+        heights.reserve(letters.size());
         for (const cv::Rect& letter : letters)
             heights.push_back(letter.height);
         return heights;
