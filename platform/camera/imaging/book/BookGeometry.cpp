@@ -21,7 +21,7 @@ constexpr double mostCrossing = 0.12;                  // of the lines of print
 constexpr double flatError = 1.5;                      // of what is left by a bend, and of a letter's noise
 constexpr double mostTilt = 0.5;                       // radians: a camera stands above the book
 constexpr double leastAspect = 0.4, mostAspect = 4;    // height of a page by its width
-constexpr double mostDifference = 0.03;                // of two pages of a book, by their height
+constexpr double mostDifference = 0.05;                // of two pages of a book, by their height
 constexpr size_t leastLines = 3;
 constexpr size_t leastText = 40; // letters that tell where print is
 

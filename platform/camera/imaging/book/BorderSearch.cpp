@@ -7,7 +7,7 @@ namespace mirvak {
 namespace {
 
 constexpr float darkestPaper = 40; // levels
-constexpr int leastPicture = 25;   // parts of the view: of this share is a picture at the page's end
+constexpr int leastPicture = 16;   // parts of the view: of this share is a picture at the page's end
 
 cv::Mat mirrored(const cv::Mat& picture, bool isRight)
 {
