@@ -122,14 +122,17 @@ void BookGeometry::lookForBorders(int reach)
 
 void BookGeometry::lookForPicture(bool isRight, bool isKnown, int reach)
 {
+    CylinderModel model = model_;
     if (!isKnown) { // nothing has told yet how it is bent
-        model_.pages[isRight] = model_.pages[!isRight];
-        model_.prepare();
+        model.pages[isRight] = model.pages[!isRight];
+        model.prepare();
     }
-    const FlatView view = viewPage(look_, model_, isRight);
-    const auto picture = findPicture(view, model_, isRight, borders_[!isRight].area, reach);
-    if (picture)
-        borders_[isRight] = *picture;
+    const FlatView view = viewPage(look_, model, isRight);
+    const auto picture = findPicture(view, model, isRight, borders_[!isRight].area, reach);
+    if (!picture)
+        return;
+    borders_[isRight] = *picture;
+    model_ = model;
 }
 
 // Pages of a book are of one size. One of which little is known, as a picture's, is as large as the other;
