@@ -368,6 +368,20 @@ TEST_F(ImageFacade, TheOutlineIsDrawnOnACopyInItsColourAndWidth)
     EXPECT_EQ(verdict.shot, MIRVAK_SHOT_NO_PAGE);
 }
 
+TEST_F(ImageFacade, HalfOfAPageIsToldToLeaveThePictureWithoutAnOutline)
+{
+    const Handle half = own(made::desk({1632, 1224}, made::Desk::dark));
+    made::lay(pixels(half), made::textPage({1000, 1414}, 30), made::placed({40, 560}, {700, 990}, 40), 0.8);
+    made::shine(pixels(half), {0.8, 1, 3});
+    MirvakVerdict verdict;
+    for (int tenth = 0; tenth < 10; ++tenth) { // of a second
+        image(half).taken = std::chrono::steady_clock::time_point(std::chrono::milliseconds(100 * tenth));
+        ASSERT_EQ(camera_.MirvakImage_JudgePage(half.get(), verdict), MIRVAK_OK);
+        EXPECT_FALSE(verdict.found);
+    }
+    EXPECT_EQ(verdict.shot, MIRVAK_SHOT_LEAVES_PICTURE);
+}
+
 TEST_F(ImageFacade, TheWatermarkStandsAtItsAnchorInItsColour)
 {
     for (const char* text : {"Lumro", "样本 2024", "Образец"}) {
