@@ -4,15 +4,12 @@
 //   are found without the map.
 // FILE: for each scene the number of outlines (int32), then for each of them floats: 1 when it is right else
 // 0, 1 when it leaves the picture, the Evidence, the PageEvidence.
-#include "EdgeField.h"
-#include "LineFinder.h"
 #include "OutlineJudge.h"
 #include "OutlineScenes.h"
+#include "PageCandidates.h"
 #include "PlainScenes.h"
-#include "QuadFinder.h"
 #include "QuadOverlap.h"
 #include "SheetEvidence.h"
-#include "SmallLook.h"
 
 #include <QGuiApplication>
 
@@ -25,7 +22,6 @@
 namespace {
 
 constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
-constexpr size_t mostLines = 72;
 constexpr int plainDesks = 6, misledEach = 12;
 const cv::Size frame(1280, 960);
 
@@ -33,48 +29,37 @@ const cv::Size frame(1280, 960);
 class Examples
 {
 public:
-    Examples(std::FILE* file, bool withMap) : file_(file), withMap_(withMap) {}
+    Examples(std::FILE* file, bool withMap) : file_(file), candidates_(withMap) {}
 
     /// There are sheets and desks of which the map has learnt nothing. Now and then it is that of the scene
     /// before, so that it is not believed blindly (modality dropout: Neverova and others 2016).
     void add(const cv::Mat& picture, const std::optional<Corners>& sheet)
     {
         const bool isMisled = count_++ % misledEach == misledEach - 1;
-        find(picture, isMisled ? before_ : picture);
+        gather(candidates_.find(picture, isMisled ? &before_ : nullptr));
         write(sheet);
         before_ = picture;
     }
     bool isWritten() const { return std::ferror(file_) == 0; }
 
 private:
-    /// @param mapped  what the map sees
-    void find(const cv::Mat& picture, const cv::Mat& mapped)
+    void gather(const std::vector<mirvak::QuadFinder::Quad>& quads)
     {
-        map_.build(look_.build(mapped));
-        const auto& planes = look_.build(picture);
-        const mirvak::SheetMap* shown = withMap_ ? &map_ : nullptr;
-        edges_.build(planes, withMap_ ? map_.quiet() : cv::Mat(), map_.cell());
-        regions_.build(planes, edges_.change());
-        quads_.find(lines_.find(edges_, planes, regions_, mostLines, shown),
-                    look_.reduction().size(),
-                    mirvak::QuadFinder::Search::page,
-                    shown);
-        if (withMap_)
-            mirvak::addFromMap(map_, edges_, planes, quads_);
-        desk_.learn(planes);
-        mirvak::gatherEvidence(quads_.quads(), planes, regions_, desk_, evidence_);
-        mirvak::gatherPageEvidence(quads_.quads(), map_, evidence_, pageEvidence_);
+        desk_.learn(candidates_.planes());
+        mirvak::gatherEvidence(quads, candidates_.planes(), candidates_.regions(), desk_, evidence_);
+        mirvak::gatherPageEvidence(quads, candidates_.map(), evidence_, pageEvidence_);
     }
 
     void write(const std::optional<Corners>& sheet)
     {
-        const auto& quads = quads_.quads();
+        const auto& quads = candidates_.quads();
         const auto count = static_cast<std::int32_t>(quads.size());
         std::fwrite(&count, sizeof count, 1, file_);
         for (size_t i = 0; i < quads.size(); ++i) {
-            const Corners found = look_.inPicture(mirvak::snapSides(edges_, quads[i].corners));
+            const Corners found =
+                candidates_.look().inPicture(mirvak::snapSides(candidates_.edges(), quads[i].corners));
             const bool isGood = sheet && mirvak::overlapOf(found, *sheet) > goodOverlap;
-            const bool leaves = mirvak::leavesPicture(quads[i].corners, look_.reduction().size());
+            const bool leaves = mirvak::leavesPicture(quads[i].corners, candidates_.planes()[0].size());
             const float facts[] = {isGood ? 1.0F : 0.0F, leaves ? 1.0F : 0.0F};
             std::fwrite(facts, sizeof facts, 1, file_);
             std::fwrite(evidence_[i].data(), sizeof evidence_[i], 1, file_);
@@ -83,15 +68,9 @@ private:
     }
 
     std::FILE* file_;
-    bool withMap_;
+    mirvak::PageCandidates candidates_;
     int count_ = 0;
     cv::Mat before_;
-    mirvak::SmallLook look_;
-    mirvak::EdgeField edges_;
-    mirvak::RegionField regions_;
-    mirvak::LineFinder lines_;
-    mirvak::QuadFinder quads_;
-    mirvak::SheetMap map_;
     mirvak::DeskColours desk_;
     std::vector<mirvak::Evidence> evidence_;
     std::vector<mirvak::PageEvidence> pageEvidence_;

@@ -1,12 +1,8 @@
 #include "Outline.h"
 
-#include "EdgeField.h"
-#include "LineFinder.h"
 #include "OutlineJudge.h"
+#include "PageCandidates.h"
 #include "QuadCheck.h"
-#include "QuadFinder.h"
-#include "SheetMap.h"
-#include "SmallLook.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +11,6 @@ namespace mirvak {
 
 namespace {
 
-constexpr size_t mostLines = 72;
 constexpr double answered = 0.5; // more likely than anything else, and than no sheet
 constexpr double sureOutline = 0.9;
 
@@ -32,12 +27,7 @@ bool liesOnBorder(const cv::Point2d& from, const cv::Point2d& to, const cv::Size
 
 struct OutlineFinder::Work
 {
-    SmallLook look;
-    EdgeField edges;
-    RegionField regions;
-    LineFinder lines;
-    QuadFinder quads;
-    SheetMap map;
+    PageCandidates candidates;
     OutlineJudge judge;
 };
 
@@ -50,18 +40,13 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     mayLeave_ = false;
     if (!SmallLook::canHoldPage(rgb))
         return std::nullopt;
-    const SmallLook::Planes& planes = work_->look.build(rgb);
-    work_->map.build(planes);
-    work_->edges.build(planes, work_->map.quiet(), work_->map.cell());
-    work_->regions.build(planes, work_->edges.change());
-    const auto& lines = work_->lines.find(work_->edges, planes, work_->regions, mostLines, &work_->map);
-    work_->quads.find(lines, work_->look.reduction().size(), QuadFinder::Search::page, &work_->map);
-    addFromMap(work_->map, work_->edges, planes, work_->quads);
-    const auto& outlines = work_->judge.judge(work_->quads.quads(), planes, work_->regions, work_->map);
-    std::optional<Outline> found = choose(outlines);
-    mayLeave_ = !found && work_->map.hasSheetAtBorder();
+    const PageCandidates& candidates = work_->candidates;
+    const auto& quads = work_->candidates.find(rgb);
+    std::optional<Outline> found =
+        choose(work_->judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map()));
+    mayLeave_ = !found && candidates.map().hasSheetAtBorder();
     if (found)
-        found->corners = work_->look.inPicture(snapSides(work_->edges, found->corners));
+        found->corners = candidates.look().inPicture(snapSides(candidates.edges(), found->corners));
     return found;
 }
 
@@ -70,10 +55,10 @@ std::optional<Outline> OutlineFinder::choose(const std::vector<Outline>& outline
     if (outlines.empty() || outlines.front().confidence < answered)
         return std::nullopt;
     const Outline& page = outlines.front();
-    const SmallLook::Planes& planes = work_->look.planes();
+    const SmallLook::Planes& planes = work_->candidates.planes();
     // A page may run out of the picture, but an even desk beyond its edge may look as if it did.
     const bool mayReachBorder = page.confidence >= sureOutline || paperReachesBorder(planes, page.corners);
-    if (!mayReachBorder || isHalfOfSpread(planes, work_->edges, page.corners))
+    if (!mayReachBorder || isHalfOfSpread(planes, work_->candidates.edges(), page.corners))
         return std::nullopt;
     return page;
 }
