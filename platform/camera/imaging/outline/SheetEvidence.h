@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DeskColours.h"
 #include "QuadFinder.h"
 #include "RegionField.h"
 #include "SheetMap.h"
@@ -8,30 +9,9 @@
 #include <opencv2/core.hpp>
 
 #include <array>
-#include <bitset>
 #include <vector>
 
 namespace mirvak {
-
-/// The colours of the desk, learnt from the rim of the picture: a sheet may reach it somewhere, not
-/// everywhere.
-class DeskColours
-{
-public:
-    void learn(const SmallLook::Planes& planes);
-    bool contain(const std::array<int, 3>& colour) const { return usual_[indexOf(colour)]; }
-
-private:
-    static constexpr int bits = 4;
-    static size_t indexOf(const std::array<int, 3>& colour)
-    {
-        return (static_cast<size_t>(colour[0] >> (8 - bits)) << 2 * bits) |
-               (static_cast<size_t>(colour[1] >> (8 - bits)) << bits) |
-               static_cast<size_t>(colour[2] >> (8 - bits));
-    }
-    std::vector<int> counts_;
-    std::bitset<1 << 3 * bits> usual_;
-};
 
 /// What speaks for and against an outline being that of a sheet, as numbers of about 0 to 1. The last is 1.
 constexpr size_t evidenceCount = 38;
