@@ -215,7 +215,8 @@ void CameraSession::checkPaperSize(void* image)
     if (!checkPaperSize_ || !device)
         return;
     int size = paperA4;
-    if (camera_.MirvakDevice_JudgeCameraSize(device, image, size, 0.0, 0.9) == MIRVAK_OK)
+    const bool isJudged = camera_.MirvakDevice_JudgeCameraSize(device, image, size, 0.0, 0.9) == MIRVAK_OK;
+    if (isJudged && checkPaperSize_) // the user may have chosen a size meanwhile
         camera_.MirvakDevice_SetCameraSize(device, size);
 }
 
