@@ -150,6 +150,7 @@ private:
 
     FrameMailbox mailbox_;
     QImage frame_; // the shown one
+    QSize shape_;  // of the newest one, also when it has gone
     FrameScaler scaler_;
     ViewGeometry geometry_;
     QRect announced_; // by pictureMoved()
