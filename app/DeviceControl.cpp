@@ -207,8 +207,11 @@ void DeviceControl::restoreCroppingMode()
 {
     // A rectangle that is being drawn outlives a change of the resolution: the tool bar still shows its
     // choice.
-    if (!view_.isSelectionMode())
-        delivery_.setCroppingMode(settings::deskew.read());
+    if (view_.isSelectionMode())
+        return;
+    const int mode = settings::deskew.read();
+    delivery_.setCroppingMode(mode);
+    view_.ShowDeskew(mode); // without a camera automatic cropping can be clicked, but is not chosen
 }
 
 void DeviceControl::handleLoss()

@@ -335,7 +335,7 @@ void LumroScanner::onRotateChanged(int quarterTurns)
 
 void LumroScanner::onGetHidSignal(int key)
 {
-    if (keyGate_.isFresh(desk_->captures()) && !QApplication::activeModalWidget())
+    if (keyGate_.isFresh(desk_->captures()))
         serveKey(key);
     keyGate_.leave();
 }
@@ -346,7 +346,7 @@ void LumroScanner::serveKey(int key)
         return;
     if (key == keyZoomIn || key == keyZoomOut)
         ui_->videoView->SetHotKeyZoom(key == keyZoomIn ? 1 : 2);
-    else
+    else if (!QApplication::activeModalWidget())
         onScanner();
 }
 

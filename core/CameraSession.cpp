@@ -49,6 +49,7 @@ int CameraSession::discover()
     if (!initialised_)
         return -1;
     list();
+    logCount();
     // Told on a thread of the library; the list belongs to the GUI thread.
     const auto tell = [](void* self) {
         auto* session = static_cast<CameraSession*>(self);
@@ -63,13 +64,20 @@ void CameraSession::refresh()
 {
     if (!initialised_ || camera_.MirvakDevs_Refresh() != MIRVAK_OK)
         return;
+    const int before = cameras_.size();
     list();
+    if (cameras_.size() != before)
+        logCount();
     Q_EMIT camerasChanged();
+}
+
+void CameraSession::logCount() const
+{
+    qDebug() << "devcount:" << cameras_.size();
 }
 
 void CameraSession::list()
 {
-    const int before = cameras_.size();
     cameras_.clear();
     for (int index = 0; index < camera_.MirvakDevice_GetDevCount(); ++index) {
         cameras_ << Camera{QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index)),
@@ -79,8 +87,6 @@ void CameraSession::list()
     }
     if (const int row = rowOf(cameras_, current_.identity); row >= 0)
         current_ = cameras_[row];
-    if (cameras_.size() != before)
-        qDebug() << "devcount:" << cameras_.size();
 }
 
 bool CameraSession::hasSecondCamera() const
@@ -209,7 +215,8 @@ void CameraSession::checkPaperSize(void* image)
     if (!checkPaperSize_ || !device)
         return;
     int size = paperA4;
-    if (camera_.MirvakDevice_JudgeCameraSize(device, image, size, 0.0, 0.9) == MIRVAK_OK)
+    const bool isJudged = camera_.MirvakDevice_JudgeCameraSize(device, image, size, 0.0, 0.9) == MIRVAK_OK;
+    if (isJudged && checkPaperSize_) // the user may have chosen a size meanwhile
         camera_.MirvakDevice_SetCameraSize(device, size);
 }
 

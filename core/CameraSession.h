@@ -82,6 +82,7 @@ Q_SIGNALS:
 
 private:
     void list();
+    void logCount() const;
     void refresh();
     bool create(const QString& identity);
     void setStoredSize();

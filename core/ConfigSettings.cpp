@@ -9,14 +9,20 @@
 
 namespace {
 
-/// True at the first call with this path.
-bool isFirstUse(const QString& path)
+/// Paths, each of which is new once.
+class Paths
 {
-    static std::mutex mutex;
-    static std::set<QString> used;
-    const std::lock_guard lock(mutex);
-    return used.insert(path).second;
-}
+public:
+    bool isNew(const QString& path)
+    {
+        const std::lock_guard lock(mutex_);
+        return known_.insert(path).second;
+    }
+
+private:
+    std::mutex mutex_;
+    std::set<QString> known_;
+};
 
 void rescueBrokenFile(const QString& path)
 {
@@ -46,7 +52,8 @@ QSettings* ConfigSettings::GetSettings()
                                   QSettings::UserScope,
                                   QStringLiteral("lumro"),
                                   QStringLiteral("lylumroscanner"));
-        if (isFirstUse(settings_->fileName())) {
+        static Paths used;
+        if (used.isNew(settings_->fileName())) {
             settings_->allKeys(); // a file is parsed when it is read, and what is wrong with it
             settings_->sync();    // is told by the next synchronisation
             if (settings_->status() == QSettings::FormatError)
@@ -54,4 +61,15 @@ QSettings* ConfigSettings::GetSettings()
         }
     }
     return settings_;
+}
+
+void ConfigSettings::save()
+{
+    static Paths refused;
+    QSettings& settings = *GetSettings();
+    settings.sync();
+    if (settings.status() == QSettings::AccessError && refused.isNew(settings.fileName()))
+        std::fprintf(stderr,
+                     "settings: %s cannot be written, changes are lost when the program ends\n",
+                     qUtf8Printable(settings.fileName()));
 }

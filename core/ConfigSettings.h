@@ -17,6 +17,9 @@ public:
     /// The store, made at the first call; never null, owned by this object. A file that cannot be parsed is
     /// copied beside itself (".broken") before anything is written, and named on standard error.
     QSettings* GetSettings();
+    /// Writes what has changed into the file, at once. When that is not possible, which is named on standard
+    /// error the first time, the changes hold until the program ends.
+    void save();
 
 private:
     QSettings* settings_ = nullptr;

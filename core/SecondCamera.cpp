@@ -27,7 +27,8 @@ SecondCamera::~SecondCamera()
 int SecondCamera::find(const QString& mainIdentity) const
 {
     const int count = camera_.MirvakDevice_GetDevCount();
-    for (int index = 0; index < count; ++index) {
+    // The only camera is nobody's second one: it is chosen in the box of the cameras.
+    for (int index = 0; count > 1 && index < count; ++index) {
         const int type = camera_.MirvakDevice_GetCameraType(index);
         const bool isOther = camera_.MirvakDevice_GetDevIdentity(index) != mainIdentity.toStdString();
         if (isOther && (type == 2 || type == 3))

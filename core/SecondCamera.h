@@ -30,7 +30,7 @@ public:
     ~SecondCamera() override;
 
     /// Opens the first colour or infrared camera of the present list that is neither a main document camera
-    /// nor the one called `mainIdentity`, and starts it. Only that one is tried.
+    /// nor the one called `mainIdentity`, and starts it. Only that one is tried; a list of one has none.
     OpenResult start(const QString& mainIdentity);
     /// Stops the stream and releases the device. Returns after the last frame.
     void stop();

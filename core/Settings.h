@@ -56,6 +56,7 @@ template <class T> struct Setting
     void write(ConfigSettings& store, const T& value) const
     {
         store.GetSettings()->setValue(QLatin1String(key), value);
+        store.save();
     }
 };
 
@@ -100,6 +101,7 @@ inline QString savePath(ConfigSettings& store)
 inline void setSavePath(ConfigSettings& store, const QString& directory)
 {
     store.GetSettings()->setValue(QStringLiteral("Save_Path"), directory);
+    store.save();
 }
 
 } // namespace settings

@@ -1,5 +1,7 @@
 #include "ElidedComboBox.h"
 
+#include "PlainTip.h"
+
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QStyleOptionComboBox>
@@ -25,7 +27,7 @@ bool ElidedComboBox::event(QEvent* event)
 {
     if (event->type() != QEvent::ToolTip || currentText().isEmpty())
         return QComboBox::event(event);
-    const QString tip = toolTip() + QStringLiteral(": ") + currentText();
+    const QString tip = plainTip(toolTip() + QStringLiteral(": ") + currentText());
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
     return true;
 }

@@ -14,6 +14,7 @@ NoticeBar::NoticeBar(QWidget* parent, const QString& action) : QWidget(parent), 
     layout->setContentsMargins(8, 6, 8, 6);
     layout->addWidget(label_, 1);
     label_->setWordWrap(true);
+    label_->setTextFormat(Qt::PlainText); // names of files may look like markup
     if (!action.isEmpty()) {
         button_ = new QPushButton(action, this);
         layout->addWidget(button_);

@@ -1,6 +1,7 @@
 #include "ThumbnailList.h"
 
 #include "Look.h"
+#include "PlainTip.h"
 
 #include <QCoreApplication>
 #include <QDragMoveEvent>
@@ -44,7 +45,7 @@ void setPath(QListWidgetItem& item, const QString& path)
 {
     item.setText(fileNameOf(path));
     item.setData(Qt::UserRole, path);
-    item.setToolTip(path);
+    item.setToolTip(plainTip(path));
 }
 
 QIcon iconOf(const QPixmap& picture)

@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QButtonGroup>
 #include <QMenu>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -208,6 +209,13 @@ void ToolBar::onDeskewToggled(int id, bool checked)
         }
     }
     Q_EMIT clickDeskewSign(id, checked);
+}
+
+void ToolBar::ShowDeskew(int id)
+{
+    const QSignalBlocker quiet(deskewGroup_);
+    for (QAbstractButton* button : deskewGroup_->buttons())
+        button->setChecked(deskewGroup_->id(button) == id);
 }
 
 void ToolBar::onAssistToggled(bool checked)

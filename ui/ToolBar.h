@@ -50,6 +50,8 @@ public:
     /// they are: the first must remain to be unticked, the others to be switched off before a composed
     /// capture.
     void SetAllbuttonsEnable(bool enable);
+    /// Ticks the cropping button of this id, or none, and tells nobody.
+    void ShowDeskew(int id);
     /// Shows the cropping buttons alone, so that little of the picture is hidden; all else is in the menu.
     void SetCroppingOnly(bool only);
 

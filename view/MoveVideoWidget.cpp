@@ -45,7 +45,7 @@ QSize MoveVideoWidget::fittingSize() const
 
 void MoveVideoWidget::showAt(int corner)
 {
-    corner_ = qBound(0, corner, 3);
+    corner_ = corner > 0 && corner <= 3 ? corner : 0;
     takeCorner();
     show();
     lower(); // the tool bar lies above it

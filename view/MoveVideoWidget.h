@@ -29,6 +29,7 @@ public:
     void SetCaption(const QString& caption);
 
     /// Shows it at a corner of the main picture ("Merge_Pos", as insetPlace::position()), a third as large.
+    /// What is no corner counts as the first one, as it does in a capture of both cameras.
     /// It stays there when the main picture changes its place, until the user drags it.
     void showAt(int corner);
     void ShowMvVideoWgt(int x, int y, int w, int h);

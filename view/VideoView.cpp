@@ -99,8 +99,9 @@ void VideoView::setFrame(const QImage& newest)
     if (before == frame_.size())
         return;
     geometry_.setSourceSize(frame_.size());
-    if (!before.isEmpty() && !haveSameShape(before, frame_.size()))
+    if (!shape_.isEmpty() && !haveSameShape(shape_, frame_.size()))
         setSelection(QRect());
+    shape_ = frame_.size();
     relayout();
 }
 

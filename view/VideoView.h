@@ -60,6 +60,7 @@ public:
     void SetResolution(const QString& resolution);       ///< appends one; empty adds nothing
     void SetResolutions(const QStringList& resolutions); ///< replaces all
     void SetDefaultResolution(int index);                ///< selects that row
+    void ShowDeskew(int mode); ///< ticks that cropping button, 1 to 3, or none, without a signal
     void SetAssistEnable(bool enable);
     void SetAssistChecked(bool checked);
 
@@ -149,6 +150,7 @@ private:
 
     FrameMailbox mailbox_;
     QImage frame_; // the shown one
+    QSize shape_;  // of the newest one, also when it has gone
     FrameScaler scaler_;
     ViewGeometry geometry_;
     QRect announced_; // by pictureMoved()

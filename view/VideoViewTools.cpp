@@ -59,6 +59,10 @@ void VideoView::SetDefaultResolution(int index)
 {
     toolBar_->SetDefaultResolution(index);
 }
+void VideoView::ShowDeskew(int mode)
+{
+    toolBar_->ShowDeskew(mode);
+}
 void VideoView::SetAssistEnable(bool enable)
 {
     toolBar_->SetAssistEnable(enable);

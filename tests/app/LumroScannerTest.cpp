@@ -197,7 +197,7 @@ TEST_F(LumroScannerTest, HardwareKeysZoomOrCapture)
     EXPECT_TRUE(QTest::qWaitFor([this] { return files().size() == 1; }, 10000));
 }
 
-TEST_F(LumroScannerTest, HardwareKeysPressedMeanwhileOrBehindADialogAreDropped)
+TEST_F(LumroScannerTest, HardwareKeysDoNotCaptureMeanwhileOrBehindADialog)
 {
     ASSERT_TRUE(shows(camera()));
     const auto press = [this](int key) { LumroScanner::usbhidkeydevcallback(key, window_.get()); };
@@ -226,7 +226,9 @@ TEST_F(LumroScannerTest, HardwareKeysPressedMeanwhileOrBehindADialogAreDropped)
         box.show();
         pressBoth();
         EXPECT_EQ(files().size(), 3) << modality;
-        EXPECT_LT(view().zoom(), 1.05) << modality;
+        EXPECT_GT(view().zoom(), 1.05) << "which concerns no dialog";
+        press(9);
+        QCoreApplication::processEvents();
     }
     pressBoth();
     EXPECT_EQ(files().size(), 4);

@@ -168,7 +168,8 @@ TEST_F(ShownWindowTest, WithoutACameraEveryButtonSaysSoUntilOneIsPluggedIn)
     useDesk("");
     show();
     EXPECT_FALSE(hasPicture());
-    window_->onDeskewChanged(0, true); // needs a device
+    auto* cropping = window_->findChild<QPushButton*>(QStringLiteral("buttonDeskew"));
+    cropping->click(); // needs a device
     EXPECT_EQ(settings::deskew.read(store_), 0);
     for (const char* button :
          {"btnScanner", "btnDocument", "btnPdf", "btnRecord", "btnPicCompose", "btnOcr"}) {
@@ -179,6 +180,7 @@ TEST_F(ShownWindowTest, WithoutACameraEveryButtonSaysSoUntilOneIsPluggedIn)
     EXPECT_TRUE(files().isEmpty() && messages_.isEmpty());
     changeDesk(camera());
     EXPECT_TRUE(waitForPicture());
+    EXPECT_FALSE(cropping->isChecked()) << "it shows what captures are";
 }
 
 TEST_F(ShownWindowTest, TheFirstSideStaysInSightAndCanBeGivenUp)

@@ -57,8 +57,13 @@ protected:
 
 TEST_F(CameraSessionTest, WithoutCamerasThereIsNothingToOpen)
 {
+    static QStringList lines;
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { lines << text; });
     useDesk("");
     EXPECT_EQ(session_.discover(), 0);
+    qInstallMessageHandler(before);
+    EXPECT_EQ(lines, QStringList(QStringLiteral("devcount: 0")));
     EXPECT_EQ(select(0), CameraSession::OpenResult::CreateFailed);
     EXPECT_TRUE(session_.resolutions().isEmpty());
 }

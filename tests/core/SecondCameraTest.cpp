@@ -91,6 +91,8 @@ TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)
         EXPECT_EQ(startOn(desk), result);
         EXPECT_FALSE(second_.isOpen());
     }
+    ASSERT_EQ(startOn(camera("", 2)), SecondCamera::OpenResult::NoneFound);
+    EXPECT_EQ(second_.start(QString()), SecondCamera::OpenResult::NoneFound) << "no main one is open";
 }
 
 TEST_F(SecondCameraTest, TheLossOfAnOldStreamLeavesTheNewOneAlone)

@@ -71,7 +71,6 @@ TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
 TEST_F(SettingsTest, WritesAreSeenByOthersAtOnceAndLieBelowTheUsersConfiguration)
 {
     settings::deskew.write(settings, 1);
-    settings.GetSettings()->sync();
     EXPECT_TRUE(settings.GetSettings()->fileName().endsWith(QStringLiteral("/lumro/lylumroscanner.ini")));
     EXPECT_NE(TempDir::contentOf(settings.GetSettings()->fileName().toStdString()).find("Deskew=1"),
               std::string::npos);
@@ -82,29 +81,53 @@ TEST_F(SettingsTest, WritesAreSeenByOthersAtOnceAndLieBelowTheUsersConfiguration
     EXPECT_EQ(settings::deskew.read(other), 2);
 }
 
-TEST(BrokenSettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
+/// With a configuration folder of its own.
+class BrokenSettingsTest : public ::testing::Test
 {
-    const QFileInfo usual(ConfigSettings().GetSettings()->fileName());
+protected:
+    BrokenSettingsTest()
+    {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(folder.path()));
+    }
+    ~BrokenSettingsTest() override
+    {
+        QSettings::setPath(
+            QSettings::IniFormat, QSettings::UserScope, QFileInfo(usual_.absolutePath()).absolutePath());
+    }
+
+    const QFileInfo usual_{ConfigSettings().GetSettings()->fileName()};
     const TempDir folder;
-    const QString configuration = QString::fromStdString(folder.path());
-    QDir(configuration).mkdir(QStringLiteral("lumro"));
+};
+
+TEST_F(BrokenSettingsTest, WhatCannotBeWrittenHoldsAllTheSameAndIsNamedOnce)
+{
+    folder.write("lumro", "a file where the folder should be");
+    ::testing::internal::CaptureStderr();
+    ConfigSettings store;
+    settings::deskew.write(store, 1);
+    settings::deskew.write(store, 2);
+    const std::string errors = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(settings::deskew.read(), 2);
+    const auto named = errors.find("lumro/lylumroscanner.ini cannot be written");
+    EXPECT_NE(named, std::string::npos) << errors;
+    EXPECT_EQ(errors.find('\n', named), errors.size() - 1) << errors;
+}
+
+TEST_F(BrokenSettingsTest, ABrokenFileIsKeptBesideAndServesWhatItCan)
+{
+    QDir(QString::fromStdString(folder.path())).mkdir(QStringLiteral("lumro"));
     const std::string broken = "[General]\nDeskew=2\nNaming_Prefix=a, b\nWatermark_Text=\"paid, thanks\"\n"
                                "Book_Line=abc\nScanner_Sound=true\nno equals sign here\n\x01\x02\xff\n";
     folder.write("lumro/lylumroscanner.ini", broken);
     folder.write("lumro/lylumroscanner.ini.broken", "of the last time");
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, configuration);
-    {
-        ConfigSettings store;
-        EXPECT_EQ(settings::cameraResolution.read(store), 1);
-        EXPECT_EQ(settings::deskew.read(store), 2);
-        EXPECT_EQ(settings::namingPrefix.read(store), QStringLiteral("IMAGE"));
-        EXPECT_EQ(settings::watermarkText.read(store), QStringLiteral("paid, thanks"));
-        EXPECT_FALSE(settings::bookLine.read(store));
-        EXPECT_TRUE(settings::scannerSound.read(store));
-        settings::deskew.write(store, 1);
-    }
-    QSettings::setPath(
-        QSettings::IniFormat, QSettings::UserScope, QFileInfo(usual.absolutePath()).absolutePath());
+    ConfigSettings store;
+    EXPECT_EQ(settings::cameraResolution.read(store), 1);
+    EXPECT_EQ(settings::deskew.read(store), 2);
+    EXPECT_EQ(settings::namingPrefix.read(store), QStringLiteral("IMAGE"));
+    EXPECT_EQ(settings::watermarkText.read(store), QStringLiteral("paid, thanks"));
+    EXPECT_FALSE(settings::bookLine.read(store));
+    EXPECT_TRUE(settings::scannerSound.read(store));
+    settings::deskew.write(store, 1);
     EXPECT_EQ(folder.content("lumro/lylumroscanner.ini.broken"), broken);
 }
 

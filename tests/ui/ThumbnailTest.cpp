@@ -3,11 +3,17 @@
 
 #include "Settings.h"
 
+#include <QAccessible>
+#include <QApplication>
 #include <QFile>
+#include <QHelpEvent>
 #include <QPixmap>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QToolTip>
+
+#include <algorithm>
 
 namespace {
 
@@ -47,6 +53,28 @@ TEST_F(ThumbnailStrip, ListsAFileOnceWithItsPictureAndName)
     strip.AddImage(picture, QStringLiteral("/scans/odd\\name.pdf"), -1);
     EXPECT_EQ(list->item(1)->text(), QStringLiteral("page 1.pdf"));
     EXPECT_EQ(list->item(2)->text(), QStringLiteral("odd\\name.pdf"));
+}
+
+TEST_F(ThumbnailStrip, ANameThatLooksLikeMarkupIsShownAsItIs)
+{
+    const auto read = [](QWidget* widget) { // as a screen reader does: what is shown, without markup
+        return widget ? QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name) : QString();
+    };
+    strip.AddImage(file("<b>none.png"), -1);
+    const auto* bar = strip.findChild<QWidget*>(QStringLiteral("noticeBar"));
+    EXPECT_TRUE(read(bar->findChild<QLabel*>()).endsWith(QLatin1String(" <b>none.png")));
+
+    const QString path = save("<i>page.png");
+    strip.AddImage(path, -1);
+    const QPoint middle = list->visualItemRect(list->item(0)).center();
+    QHelpEvent rest(QEvent::ToolTip, middle, list->viewport()->mapToGlobal(middle));
+    QCoreApplication::sendEvent(list->viewport(), &rest);
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto tip = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->isVisible() && window->windowType() == Qt::ToolTip;
+    });
+    EXPECT_EQ(read(tip == windows.end() ? nullptr : *tip), path);
+    QToolTip::hideText();
 }
 
 TEST_F(ThumbnailStrip, InsertsWhereItIsTold)

@@ -114,6 +114,8 @@ TEST_F(VideoViewTest, DropsTheRectangleThatNoLongerMeansAnything)
     EXPECT_FALSE(select().isNull());
     view_->ClearFrame();
     EXPECT_TRUE(view_->getSelectedRect().isNull());
+    show(plain({1600, 1200}, Qt::green));
+    EXPECT_TRUE(view_->getSelectedRect().isNull()) << "another camera came";
     show(plain({1200, 1600}, Qt::green)); // beside the picture, which lies at 87 to 312
     drag(*view_, {5, 5}, {60, 200});
     EXPECT_TRUE(view_->getSelectedRect().isNull());

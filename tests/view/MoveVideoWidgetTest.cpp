@@ -84,10 +84,15 @@ TEST_F(MoveVideoWidgetTest, TakesACornerAndKeepsItWhenTheWindowGrows)
 {
     inset->SetMvDataFrame(plain({320, 240}, Qt::blue));
     QCoreApplication::processEvents();
-    const QPoint corners[] = {{0, 0}, {0, 450 - 75}, {600 - 100 + 50, 0}, {550, 375}};
-    for (int corner = 0; corner < 4; ++corner) {
+    const QPoint first(0, 0), last(550, 375);
+    for (const auto& [corner, place] : {std::pair(7, first),
+                                        {0, first},
+                                        {1, {0, 450 - 75}},
+                                        {2, {600 - 100 + 50, 0}},
+                                        {-1, first},
+                                        {3, last}}) {
         inset->showAt(corner);
-        EXPECT_EQ(inset->GetOffsetPos(), corners[corner]) << corner;
+        EXPECT_EQ(inset->GetOffsetPos(), place) << corner;
     }
     window.resize(window.width() * 2, window.height() + 450);
     QCoreApplication::processEvents();

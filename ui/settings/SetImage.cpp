@@ -3,6 +3,7 @@
 #include "Dialogs.h"
 #include "LanguageFolder.h"
 #include "Look.h"
+#include "PlainTip.h"
 #include "SettingBinding.h"
 
 #include "ui_SetImage.h"
@@ -85,5 +86,5 @@ void SetImage::onBrowse()
 void SetImage::showPath(const QString& directory)
 {
     ui_->editPath->setText(directory);
-    ui_->editPath->setToolTip(directory); // a long path does not fit
+    ui_->editPath->setToolTip(plainTip(directory)); // a long path does not fit
 }
