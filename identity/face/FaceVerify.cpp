@@ -10,7 +10,6 @@
 #include <QFile>
 
 #include <cstdio>
-#include <exception>
 #include <thread>
 
 namespace {
@@ -268,8 +267,9 @@ void FaceVerify::onFaceVerify()
 {
     try {
         verify();
-    } catch (const std::exception&) {
+    } catch (...) { // whatever another library throws
         std::fputs("find error,but not found where!\n", stderr);
+        end();
     }
 }
 

@@ -92,6 +92,8 @@ int IdFaceSdkFeatureGet(const unsigned char* rgb, int, int, const IdFaceInfo*, u
 }
 int IdFaceSdkFeatureCompare(const unsigned char* a, const unsigned char* b)
 {
+    if (libraries->throws)
+        throw 1;
     return a[0] == 'e' && b[0] == 'I' ? libraries->score : 0; // elphoto.bmp with IMAGE_...
 }
 int IdFaceSdkGetLiveFaceStatus(void)

@@ -20,6 +20,7 @@ struct Libraries
     std::atomic<int> starts{ID_FACE_OK};
     std::atomic<bool> isFaceSeen{true}; ///< in the live picture
     int faces = 1, features = 0, score = 0, status = 1;
+    bool throws = false;              ///< what is no std::exception, while faces are compared
     int width = 2;                    ///< px of the pictures that are read, half as high
     std::map<std::string, int> reads; ///< what a picture's reading says; 0 where none is named
     std::vector<int> lives;           ///< scores, one a question

@@ -62,6 +62,10 @@ TEST_F(FaceVerifyTest, ScoresAndFailedStepsBecomeTexts)
     says("Face comparison failed, score:49");
     libraries_.score = 100;
     says("Face comparison success, score:100");
+    libraries_.throws = true;
+    says("");
+    EXPECT_EQ(note(), QString()) << "it compares no longer";
+    libraries_.throws = false;
     libraries_.reads["IMAGE_000.jpg"] = 77; // no match, whatever its number
     says("Face comparison failed, score:-77");
     libraries_.reads.clear();
