@@ -31,6 +31,8 @@ TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
     click("buttonScanner");
     ASSERT_EQ(files().size(), 2);
     keepOnly(colour());
+    window_->scannerimg();
+    EXPECT_EQ(files().size(), 3) << "the other camera goes on at once";
     libraries_.lives = {95};
     click("buttonLiveFace");
     EXPECT_EQ(result(), QString());
