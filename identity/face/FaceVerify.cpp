@@ -171,7 +171,7 @@ void FaceVerify::scannerimgIR()
 
 void FaceVerify::scan(FaceRole role, QString& path)
 {
-    if (!cameras_.isOpen(role))
+    if (!cameras_.canServe(role))
         return;
     begin(tr("Waiting for a picture of the face..."));
     const QString taken = capture_.capture(role);

@@ -34,9 +34,18 @@ TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
     window_->scannerimg();
     EXPECT_EQ(files().size(), 3) << "the other camera goes on at once";
     libraries_.lives = {95};
+    libraries_.asked.clear();
     click("buttonLiveFace");
-    EXPECT_EQ(result(), QString());
-    EXPECT_EQ(libraries_.lives.size(), 1U) << "looked at";
+    EXPECT_EQ(result(), QStringLiteral("This is a living face."));
+    ASSERT_EQ(files().size(), 5);
+    EXPECT_EQ(libraries_.asked, std::vector<std::string>{files().last().toStdString()});
+    EXPECT_GT(colourOf(4).red() - colourOf(4).green(), 150) << "of the camera that is left";
+    window_.reset();
+    open(colour()); // and never another one
+    libraries_.lives = {49};
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QStringLiteral("This is not a living face."));
+    EXPECT_EQ(files().size(), 7);
 }
 
 TEST_F(FaceVerifyTest, WhatKeepsTheVideoEmptyIsSaidAndPicturesHaveOneSize)
