@@ -24,12 +24,12 @@ std::string fileName(const char* path)
 
 int h_idcard_openDevice(void)
 {
-    libraries->readers += libraries->opens == HIDCARD_OK ? 1 : 0;
+    libraries->isReaderOpen = libraries->isReaderOpen || libraries->opens == HIDCARD_OK;
     return libraries->opens;
 }
 int h_idcard_closeDevice(void)
 {
-    --libraries->readers;
+    libraries->isReaderOpen = false;
     return HIDCARD_OK;
 }
 void h_idcard_setPhotoPath(const char* path)

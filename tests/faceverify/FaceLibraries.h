@@ -14,7 +14,7 @@
 struct Libraries
 {
     int opens = HIDCARD_OK, cardType = 0;
-    int readers = 0;           ///< that are open
+    bool isReaderOpen = false; ///< the one of all its users
     std::string portraitPath;  ///< as it was told
     QColor portrait = Qt::red; ///< of the card; none when it is not valid
     std::atomic<int> starts{ID_FACE_OK};

@@ -92,8 +92,15 @@ TEST_F(FaceVerifyTest, WithoutDevicesItSaysSoAndHangsNowhere)
         part<QWidget>(*window_, "titleBar")->findChild<QPushButton*>(QStringLiteral("buttonClose")),
         Qt::LeftButton);
     EXPECT_EQ(closed.count(), 1);
-    EXPECT_EQ(libraries_.readers, 0) << "others may use the reader";
+    EXPECT_FALSE(libraries_.isReaderOpen) << "others may use the reader";
     window_.reset();
+    ReadZktCard cards; // of the other window that reads them
+    cards.inithycard();
+    open("");
+    window_->close();
+    EXPECT_TRUE(libraries_.isReaderOpen) << "it goes on reading";
+    EXPECT_EQ(cards.deinithycard(), HIDCARD_OK);
+    EXPECT_FALSE(libraries_.isReaderOpen);
     open("");
     click("buttonScanner");
     EXPECT_EQ(files().size(), 1);
