@@ -68,6 +68,11 @@ int ReadZktCard::deinithycard()
     return users == 0 ? h_idcard_closeDevice() : HIDCARD_OK;
 }
 
+bool ReadZktCard::isShared()
+{
+    return users > 1;
+}
+
 int ReadZktCard::readhycard()
 {
     texts_.clear();

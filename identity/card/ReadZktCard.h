@@ -15,6 +15,8 @@ public:
     /// The library's result. While another object uses the reader, which the program has but once, it stays
     /// open, and that is 0.
     int deinithycard();
+    /// Whether more than one object uses the reader.
+    static bool isShared();
     /// Only asks for the card's type; the list of texts is empty afterwards. Negative when there is none.
     int readhycard();
     /// Reads a card whole. @return its type; negative when none could be read
