@@ -200,6 +200,7 @@ void FaceVerify::readidcard()
 void FaceVerify::clearCard()
 {
     cardPath_.clear();
+    hasCard_ = false;
     for (QLineEdit* box : ui_->frameCard->findChildren<QLineEdit*>())
         box->clear();
     ui_->labelPortrait->clear();
@@ -229,7 +230,9 @@ void FaceVerify::showCard(const QStringList& texts)
     if (!picture.isNull())
         ui_->labelPortrait->setPixmap(
             picture.scaled(ui_->labelPortrait->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    cardPath_ = texts[Portrait];
+    // What is not the user's own file is no portrait of a card, whoever has put it there.
+    cardPath_ = picture.isNull() ? QString() : texts[Portrait];
+    hasCard_ = true;
 }
 
 // --- checks -----------------------------------------------------------------------------------------------
@@ -284,7 +287,7 @@ void FaceVerify::verify()
                                                            : tr("Face comparison success, score:%1");
         ui_->labelResult->setText(text.arg(score));
     }
-    end(cardPath_.isEmpty()     ? tr("No card has been read.")
+    end(!hasCard_               ? tr("No card has been read.")
         : colourPath_.isEmpty() ? tr("There is no new picture of the face.")
                                 : QString());
 }

@@ -78,7 +78,8 @@ private:
     ReadZktCard card_;
     TemporaryPortrait portrait_;
     bool isReaderOpen_ = false;
-    QString cardPath_;     ///< of the portrait
+    bool hasCard_ = false;
+    QString cardPath_;     ///< of its portrait; empty without one
     QString colourPath_;   ///< of the face
     QString infraredPath_; ///< of the face
     int mainIndex_ = -1;

@@ -1,6 +1,7 @@
 // Card and face calls that stand in for those of the libraries.
 #include "FaceLibraries.h"
 
+#include <QFile>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -40,8 +41,12 @@ int h_idcard_readInfo(void)
 {
     QImage portrait(102, 126, QImage::Format_RGB888);
     portrait.fill(libraries->portrait);
-    if (libraries->portrait.isValid() && !portrait.save(QString::fromStdString(libraries->portraitPath)))
+    const QString path = QString::fromStdString(libraries->portraitPath);
+    const QString file = libraries->isForeign ? path + QStringLiteral(".png") : path;
+    if (libraries->portrait.isValid() && !portrait.save(file))
         ADD_FAILURE() << libraries->portraitPath;
+    if (libraries->isForeign)
+        QFile::link(file, path);
     return libraries->cardType;
 }
 int h_idcard_readData(int, int index, char* text)

@@ -17,6 +17,7 @@ struct Libraries
     bool isReaderOpen = false; ///< the one of all its users
     std::string portraitPath;  ///< as it was told
     QColor portrait = Qt::red; ///< of the card; none when it is not valid
+    bool isForeign = false;    ///< in the portrait's place lies a link to another file
     std::atomic<int> starts{ID_FACE_OK};
     std::atomic<bool> isFaceSeen{true}; ///< in the live picture
     int faces = 1, features = 0, score = 0, status = 1;

@@ -89,6 +89,13 @@ TEST_F(FaceVerifyTest, ScoresAndFailedStepsBecomeTexts)
     EXPECT_EQ(portrait(), QColor());
     says("Face comparison failed, score:-2");
     libraries_.cardType = 0;
+    libraries_.isForeign = true;
+    click("buttonReadCard");
+    EXPECT_EQ(box("editName"), QStringLiteral("张样本"));
+    says("Face comparison failed, score:-2");
+    EXPECT_EQ(note(), QString()) << "but a card has been read";
+    EXPECT_TRUE(libraries_.asked.empty()) << "nobody is compared with what somebody else has put there";
+    libraries_.isForeign = false;
     libraries_.portrait = QColor();
     click("buttonReadCard");
     EXPECT_EQ(box("editName"), QStringLiteral("张样本"));
