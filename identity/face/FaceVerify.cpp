@@ -7,7 +7,8 @@
 #include "ui_FaceVerify.h"
 
 #include <QCloseEvent>
-#include <QFile>
+#include <QDir>
+#include <QTemporaryFile>
 
 #include <cstdio>
 #include <thread>
@@ -199,7 +200,7 @@ void FaceVerify::readidcard()
 
 void FaceVerify::clearCard()
 {
-    cardPath_.clear();
+    cardPortrait_.reset();
     hasCard_ = false;
     for (QLineEdit* box : ui_->frameCard->findChildren<QLineEdit*>())
         box->clear();
@@ -231,8 +232,20 @@ void FaceVerify::showCard(const QStringList& texts)
         ui_->labelPortrait->setPixmap(
             picture.scaled(ui_->labelPortrait->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
     // What is not the user's own file is no portrait of a card, whoever has put it there.
-    cardPath_ = picture.isNull() ? QString() : texts[Portrait];
+    if (!picture.isNull())
+        keepPortrait(texts[Portrait]);
     hasCard_ = true;
+}
+
+/// A copy: the file itself is that of the card which any window has read last.
+void FaceVerify::keepPortrait(const QString& path)
+{
+    QFile file(path);
+    auto copy = std::make_unique<QTemporaryFile>(QDir::tempPath() + QStringLiteral("/elphoto-XXXXXX.bmp"));
+    const bool isOpen = file.open(QIODevice::ReadOnly) && copy->open();
+    const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
+    if (!bytes.isEmpty() && copy->write(bytes) == bytes.size() && copy->flush())
+        cardPortrait_ = std::move(copy);
 }
 
 // --- checks -----------------------------------------------------------------------------------------------
@@ -282,7 +295,7 @@ void FaceVerify::verify()
     begin(tr("Comparing the faces..."));
     const FaceLibrary::Run run(library_);
     if (isStarted(run)) {
-        const int score = matchingface(cardPath_, colourPath_);
+        const int score = matchingface(cardPortrait_ ? cardPortrait_->fileName() : QString(), colourPath_);
         const QString text = score < FaceMatch::samePerson ? tr("Face comparison failed, score:%1")
                                                            : tr("Face comparison success, score:%1");
         ui_->labelResult->setText(text.arg(score));

@@ -119,6 +119,8 @@ int ReadImageFile(const char* path, unsigned char* rgb, int size, int* width, in
     const std::string name = fileName(path);
     *width = libraries->width;
     *height = libraries->width / 2;
+    if (!rgb && !name.empty() && !QFile::exists(QString::fromUtf8(path)))
+        return ID_FACE_BAD_PICTURE;
     if (!rgb)
         return name.empty() ? ID_FACE_BAD_ARGUMENT : libraries->reads[name];
     EXPECT_EQ(size, 6);
