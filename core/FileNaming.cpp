@@ -82,11 +82,17 @@ bool isTaken(const QString& path)
 
 } // namespace
 
-QString FileNaming::targetDirectory() const
+QString FileNaming::directory() const
 {
     QString directory = settings::savePath(settings_);
     if (settings::createDirByDate.read(settings_))
         directory += QLatin1Char('/') + QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+    return directory;
+}
+
+QString FileNaming::targetDirectory() const
+{
+    QString directory = this->directory();
     if (QDir(directory).exists() || QDir().mkdir(directory))
         return directory;
     std::fprintf(

@@ -12,8 +12,9 @@ public:
     /// `settings` is borrowed for the life of this object.
     explicit FileNaming(ConfigSettings& settings) : settings_(settings) {}
 
-    /// The folder that takes new files: the save path, with today's date below it when so chosen. It is made
-    /// when missing, one level deep; empty when that fails (one line on standard error).
+    /// Where new files go: the save path, with today's date below it when so chosen. It may not be there.
+    QString directory() const;
+    /// The same, made when missing, one level deep; empty when that fails (one line on standard error).
     QString targetDirectory() const;
 
     /// Full path of the next file, which nothing has yet; empty when there is no folder for it.

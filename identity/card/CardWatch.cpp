@@ -1,5 +1,6 @@
 #include "CardWatch.h"
 
+#include "ReadZktCard.h"
 #include "hidcard.h"
 
 #include <chrono>
@@ -50,7 +51,8 @@ void CardWatch::start()
 
 void CardWatch::look()
 {
-    const State now = known(libraryState());
+    // Another window that reads cards asks for them, and a reader tells of each card but once.
+    const State now = ReadZktCard::isShared() ? State::unknown : known(libraryState());
     if (now != std::exchange(state_, now))
         Q_EMIT stateChanged();
     if (now == State::ready)

@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QTimer>
 
-/// Watches for a card that is laid on the reader, where the reader library can tell. Never waits. GUI thread
-/// only.
+/// Watches for a card that is laid on the reader, where the reader library can tell and while nobody else
+/// uses it. Never waits. GUI thread only.
 class CardWatch : public QObject
 {
     Q_OBJECT

@@ -17,6 +17,8 @@ constexpr int nationIndex = 2;
 constexpr int undeterminedNation = 97;
 constexpr int naturalised = 98;
 
+int users = 0; // of the library's one reader; also of one that did not answer, and may be attached later
+
 QString portraitPath()
 {
     return QDir(QDir::tempPath()).path() + QStringLiteral("/elphoto.bmp");
@@ -43,14 +45,32 @@ ReadZktCard::ReadZktCard()
 {
 }
 
+ReadZktCard::~ReadZktCard()
+{
+    setUser(false);
+}
+
+void ReadZktCard::setUser(bool isUser)
+{
+    users += int(isUser) - int(isUser_);
+    isUser_ = isUser;
+}
+
 int ReadZktCard::inithycard()
 {
+    setUser(true);
     return h_idcard_openDevice();
 }
 
 int ReadZktCard::deinithycard()
 {
-    return h_idcard_closeDevice();
+    setUser(false);
+    return users == 0 ? h_idcard_closeDevice() : HIDCARD_OK;
+}
+
+bool ReadZktCard::isShared()
+{
+    return users > 1;
 }
 
 int ReadZktCard::readhycard()

@@ -7,9 +7,16 @@ class ReadZktCard
 {
 public:
     ReadZktCard();
+    ~ReadZktCard();
+    ReadZktCard(const ReadZktCard&) = delete;
+    ReadZktCard& operator=(const ReadZktCard&) = delete;
 
-    int inithycard();   ///< 0 when the reader is open
-    int deinithycard(); ///< the library's result
+    int inithycard(); ///< 0 when the reader is open
+    /// The library's result. While another object uses the reader, which the program has but once, it stays
+    /// open, and that is 0.
+    int deinithycard();
+    /// Whether more than one object uses the reader.
+    static bool isShared();
     /// Only asks for the card's type; the list of texts is empty afterwards. Negative when there is none.
     int readhycard();
     /// Reads a card whole. @return its type; negative when none could be read
@@ -25,7 +32,9 @@ public:
 
 private:
     QString decoded(int type, int index, const char* text) const;
+    void setUser(bool isUser);
 
+    bool isUser_ = false;
     QStringList texts_;
     QStringList nations_;
 };

@@ -58,13 +58,13 @@ void FaceCameras::stop(FaceRole role)
         camera_.MirvakDevice_Release(lens.device);
         lens.device = nullptr;
     }
+    frames_.end(role); // after its last frame, which would say that a stream runs
 }
 
 void FaceCameras::close()
 {
     stop(FaceRole::colour);
     stop(FaceRole::infrared);
-    frames_.channel().interrupt(); // after the last frame, which would say that a stream runs
 }
 
 void FaceCameras::onFrame(FaceRole role, void* image)
@@ -77,7 +77,7 @@ void FaceCameras::onFrame(FaceRole role, void* image)
 
 void FaceCameras::noteEnd(FaceRole role)
 {
-    frames_.channel().interrupt(); // the other camera's next frame takes that back
+    frames_.end(role);
     const unsigned stream = lenses_[size_t(role)].streamNumber;
     // The device is closed on the GUI thread: a camera's thread cannot wait for its own end.
     QMetaObject::invokeMethod(

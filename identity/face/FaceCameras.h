@@ -31,6 +31,9 @@ public:
     /// Stops and releases both. Returns after the last frame.
     void close();
     bool isOpen(FaceRole role) const { return lenses_[size_t(role)].device != nullptr; }
+    /// Whether pictures for this role come: the colour camera gives those of an infrared one that is not
+    /// there.
+    bool canServe(FaceRole role) const { return isOpen(role) || isOpen(FaceRole::colour); }
 
     /// Camera thread. A null image says that the stream has ended by itself.
     void onFrame(FaceRole role, void* image);

@@ -22,7 +22,7 @@ FrameHandle FaceCapture::GetImageSync(FaceRole role, std::chrono::seconds timeou
 
 QString FaceCapture::capture(FaceRole role)
 {
-    if (!cameras_.isOpen(role))
+    if (!cameras_.canServe(role))
         return {};
     const FrameHandle frame = GetImageSync(role, patience);
     if (!frame)

@@ -13,8 +13,8 @@ public:
 
     /// The next frame for this role; null when none came in time or the user gave it up.
     FrameHandle GetImageSync(FaceRole role, std::chrono::seconds timeout);
-    /// Takes a frame of an open camera and saves it with 640 x 480 pixels, named as captures are. @return its
-    /// path; empty when the camera is not open, no frame came within ten seconds or it could not be saved
+    /// Takes a frame for this role and saves it with 640 x 480 pixels, named as captures are. @return its
+    /// path; empty when no camera serves the role, no frame came within ten seconds or it could not be saved
     QString capture(FaceRole role);
 
     CaptureProcessor& files() { return files_; }

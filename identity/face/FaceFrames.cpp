@@ -17,6 +17,15 @@ void FaceFrames::begin(FaceRole role)
 {
     const std::lock_guard lock(mutex_);
     last_[size_t(role)] = Clock::now();
+    streams_[size_t(role)] = true;
+}
+
+void FaceFrames::end(FaceRole role)
+{
+    const std::lock_guard lock(mutex_);
+    streams_[size_t(role)] = false;
+    if (!streams_[0] && !streams_[1])
+        channel_.interrupt();
 }
 
 void FaceFrames::want(FaceRole role)

@@ -22,6 +22,8 @@ public:
 
     /// The camera of this role begins to stream: it is not silent yet.
     void begin(FaceRole role);
+    /// It streams no longer. With the last one, those who wait for a frame are sent away.
+    void end(FaceRole role);
     void onFrame(FaceRole role, void* image);
     /// The next frame for this role is the next one that the channel gets.
     void want(FaceRole role);
@@ -36,5 +38,6 @@ private:
     ImageChannel channel_;
     std::mutex mutex_; ///< of what follows
     Clock::time_point last_[2];
+    bool streams_[2] = {};
     FaceRole wanted_ = FaceRole::colour;
 };

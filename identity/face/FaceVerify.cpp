@@ -7,10 +7,10 @@
 #include "ui_FaceVerify.h"
 
 #include <QCloseEvent>
-#include <QFile>
+#include <QDir>
+#include <QTemporaryFile>
 
 #include <cstdio>
-#include <exception>
 #include <thread>
 
 namespace {
@@ -172,7 +172,7 @@ void FaceVerify::scannerimgIR()
 
 void FaceVerify::scan(FaceRole role, QString& path)
 {
-    if (!cameras_.isOpen(role))
+    if (!cameras_.canServe(role))
         return;
     begin(tr("Waiting for a picture of the face..."));
     const QString taken = capture_.capture(role);
@@ -200,7 +200,8 @@ void FaceVerify::readidcard()
 
 void FaceVerify::clearCard()
 {
-    cardPath_.clear();
+    cardPortrait_.reset();
+    hasCard_ = false;
     for (QLineEdit* box : ui_->frameCard->findChildren<QLineEdit*>())
         box->clear();
     ui_->labelPortrait->clear();
@@ -230,7 +231,21 @@ void FaceVerify::showCard(const QStringList& texts)
     if (!picture.isNull())
         ui_->labelPortrait->setPixmap(
             picture.scaled(ui_->labelPortrait->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    cardPath_ = texts[Portrait];
+    // What is not the user's own file is no portrait of a card, whoever has put it there.
+    if (!picture.isNull())
+        keepPortrait(texts[Portrait]);
+    hasCard_ = true;
+}
+
+/// A copy: the file itself is that of the card which any window has read last.
+void FaceVerify::keepPortrait(const QString& path)
+{
+    QFile file(path);
+    auto copy = std::make_unique<QTemporaryFile>(QDir::tempPath() + QStringLiteral("/elphoto-XXXXXX.bmp"));
+    const bool isOpen = file.open(QIODevice::ReadOnly) && copy->open();
+    const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
+    if (!bytes.isEmpty() && copy->write(bytes) == bytes.size() && copy->flush())
+        cardPortrait_ = std::move(copy);
 }
 
 // --- checks -----------------------------------------------------------------------------------------------
@@ -268,8 +283,9 @@ void FaceVerify::onFaceVerify()
 {
     try {
         verify();
-    } catch (const std::exception&) {
+    } catch (...) { // whatever another library throws
         std::fputs("find error,but not found where!\n", stderr);
+        end();
     }
 }
 
@@ -279,12 +295,12 @@ void FaceVerify::verify()
     begin(tr("Comparing the faces..."));
     const FaceLibrary::Run run(library_);
     if (isStarted(run)) {
-        const int score = matchingface(cardPath_, colourPath_);
+        const int score = matchingface(cardPortrait_ ? cardPortrait_->fileName() : QString(), colourPath_);
         const QString text = score < FaceMatch::samePerson ? tr("Face comparison failed, score:%1")
                                                            : tr("Face comparison success, score:%1");
         ui_->labelResult->setText(text.arg(score));
     }
-    end(cardPath_.isEmpty()     ? tr("No card has been read.")
+    end(!hasCard_               ? tr("No card has been read.")
         : colourPath_.isEmpty() ? tr("There is no new picture of the face.")
                                 : QString());
 }

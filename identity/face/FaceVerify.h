@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class QTemporaryFile;
 class Ui_FaceVerify;
 
 /// Compares the portrait of an identity card with the person before the face cameras, and tells whether that
@@ -65,6 +66,7 @@ private:
     void connectButtons();
     void clearCard();
     void showCard(const QStringList& texts);
+    void keepPortrait(const QString& path);
     void showFrame(const QImage& frame);
     void scan(FaceRole role, QString& path);
     void begin(const QString& doing);
@@ -78,9 +80,10 @@ private:
     ReadZktCard card_;
     TemporaryPortrait portrait_;
     bool isReaderOpen_ = false;
-    QString cardPath_;     ///< of the portrait
-    QString colourPath_;   ///< of the face
-    QString infraredPath_; ///< of the face
+    bool hasCard_ = false;
+    std::unique_ptr<QTemporaryFile> cardPortrait_; ///< null without one
+    QString colourPath_;                           ///< of the face
+    QString infraredPath_;                         ///< of the face
     int mainIndex_ = -1;
     FaceLibrary library_;
     FaceWatch watch_{library_};

@@ -22,7 +22,7 @@ constexpr int onlyMode = 0, usb = 1, usbDevice = 2, rate = 2, packet = 2;
 QString folderOfCaptures()
 {
     ConfigSettings store;
-    return FileNaming(store).targetDirectory();
+    return FileNaming(store).directory();
 }
 
 } // namespace
@@ -53,7 +53,7 @@ FignerPrint::~FignerPrint() = default;
 void FignerPrint::capture()
 {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz"));
-    QDir().mkdir(folder_); // it may have been taken away since
+    QDir().mkdir(folder_); // it may not be there, or no longer
     GetFPFromDev(QStringLiteral("%1/%2.%3").arg(folder_, time, QStringLiteral("bmp")));
 }
 

@@ -1,6 +1,7 @@
 // Card and face calls that stand in for those of the libraries.
 #include "FaceLibraries.h"
 
+#include <QFile>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -24,12 +25,12 @@ std::string fileName(const char* path)
 
 int h_idcard_openDevice(void)
 {
-    libraries->readers += libraries->opens == HIDCARD_OK ? 1 : 0;
+    libraries->isReaderOpen = libraries->isReaderOpen || libraries->opens == HIDCARD_OK;
     return libraries->opens;
 }
 int h_idcard_closeDevice(void)
 {
-    --libraries->readers;
+    libraries->isReaderOpen = false;
     return HIDCARD_OK;
 }
 void h_idcard_setPhotoPath(const char* path)
@@ -40,8 +41,12 @@ int h_idcard_readInfo(void)
 {
     QImage portrait(102, 126, QImage::Format_RGB888);
     portrait.fill(libraries->portrait);
-    if (libraries->portrait.isValid() && !portrait.save(QString::fromStdString(libraries->portraitPath)))
+    const QString path = QString::fromStdString(libraries->portraitPath);
+    const QString file = libraries->isForeign ? path + QStringLiteral(".png") : path;
+    if (libraries->portrait.isValid() && !portrait.save(file))
         ADD_FAILURE() << libraries->portraitPath;
+    if (libraries->isForeign)
+        QFile::link(file, path);
     return libraries->cardType;
 }
 int h_idcard_readData(int, int index, char* text)
@@ -92,6 +97,8 @@ int IdFaceSdkFeatureGet(const unsigned char* rgb, int, int, const IdFaceInfo*, u
 }
 int IdFaceSdkFeatureCompare(const unsigned char* a, const unsigned char* b)
 {
+    if (libraries->throws)
+        throw 1;
     return a[0] == 'e' && b[0] == 'I' ? libraries->score : 0; // elphoto.bmp with IMAGE_...
 }
 int IdFaceSdkGetLiveFaceStatus(void)
@@ -112,6 +119,8 @@ int ReadImageFile(const char* path, unsigned char* rgb, int size, int* width, in
     const std::string name = fileName(path);
     *width = libraries->width;
     *height = libraries->width / 2;
+    if (!rgb && !name.empty() && !QFile::exists(QString::fromUtf8(path)))
+        return ID_FACE_BAD_PICTURE;
     if (!rgb)
         return name.empty() ? ID_FACE_BAD_ARGUMENT : libraries->reads[name];
     EXPECT_EQ(size, 6);

@@ -34,7 +34,7 @@ protected:
     {
         window_.reset();
         EXPECT_FALSE(libraries_.isRunning) << "each start of the face library has its end";
-        EXPECT_EQ(libraries_.readers, 0) << "and each opened reader";
+        EXPECT_FALSE(libraries_.isReaderOpen) << "and the opened reader";
         unsetenv("TMPDIR");
         camera_.MirvakDevs_Deinit();
         store_.GetSettings()->clear();

@@ -31,10 +31,21 @@ TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
     click("buttonScanner");
     ASSERT_EQ(files().size(), 2);
     keepOnly(colour());
+    window_->scannerimg();
+    EXPECT_EQ(files().size(), 3) << "the other camera goes on at once";
     libraries_.lives = {95};
+    libraries_.asked.clear();
     click("buttonLiveFace");
-    EXPECT_EQ(result(), QString());
-    EXPECT_EQ(libraries_.lives.size(), 1U) << "looked at";
+    EXPECT_EQ(result(), QStringLiteral("This is a living face."));
+    ASSERT_EQ(files().size(), 5);
+    EXPECT_EQ(libraries_.asked, std::vector<std::string>{files().last().toStdString()});
+    EXPECT_GT(colourOf(4).red() - colourOf(4).green(), 150) << "of the camera that is left";
+    window_.reset();
+    open(colour()); // and never another one
+    libraries_.lives = {49};
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QStringLiteral("This is not a living face."));
+    EXPECT_EQ(files().size(), 7);
 }
 
 TEST_F(FaceVerifyTest, WhatKeepsTheVideoEmptyIsSaidAndPicturesHaveOneSize)
@@ -81,8 +92,15 @@ TEST_F(FaceVerifyTest, WithoutDevicesItSaysSoAndHangsNowhere)
         part<QWidget>(*window_, "titleBar")->findChild<QPushButton*>(QStringLiteral("buttonClose")),
         Qt::LeftButton);
     EXPECT_EQ(closed.count(), 1);
-    EXPECT_EQ(libraries_.readers, 0) << "others may use the reader";
+    EXPECT_FALSE(libraries_.isReaderOpen) << "others may use the reader";
     window_.reset();
+    ReadZktCard cards; // of the other window that reads them
+    cards.inithycard();
+    open("");
+    window_->close();
+    EXPECT_TRUE(libraries_.isReaderOpen) << "it goes on reading";
+    EXPECT_EQ(cards.deinithycard(), HIDCARD_OK);
+    EXPECT_FALSE(libraries_.isReaderOpen);
     open("");
     click("buttonScanner");
     EXPECT_EQ(files().size(), 1);

@@ -237,6 +237,18 @@ TEST_F(FignerPrintTest, TroubleEndsThePollingAndIsTold)
     capture();
     isOver("Please put your finger on it", true, 1);
     EXPECT_EQ(folder_.names(), std::vector<std::string>());
+
+    sensor_.writes = ZAZ_OK;
+    settings::setSavePath(settings, path() + QStringLiteral("/stick/prints"));
+    dialog_ = std::make_unique<FignerPrint>(nullptr, nullptr);
+    dialog_->show();
+    capture();
+    isOver("Please put your finger on it", true, 1);
+    EXPECT_TRUE(text("labelNote").contains(path() + QStringLiteral("/stick/prints")));
+    ASSERT_TRUE(QDir(path()).mkdir(QStringLiteral("stick"))); // plugged in
+    capture();
+    EXPECT_TRUE(says("Get FP data Success"));
+    EXPECT_EQ(QDir(path() + QStringLiteral("/stick/prints")).entryList(QDir::Files).size(), 1);
 }
 
 TEST_F(FignerPrintTest, NoWorkerOutlivesWhatItUses)

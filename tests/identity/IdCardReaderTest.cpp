@@ -221,6 +221,15 @@ TEST_F(IdCard, ItFollowsTheReaderWhileItIsOpen)
     EXPECT_TRUE(says("Please lay a card on the reader."));
     lay(0);
     EXPECT_TRUE(says("The card has been read. Please lay on the next one."));
+    {
+        ReadZktCard other; // of another window
+        other.inithycard();
+        EXPECT_TRUE(says("Please lay a card on the reader and press \"Read\"."));
+        lay(0, "name = \"of the other\";");
+        EXPECT_EQ(other.readhycardinfo(), 0);
+    }
+    EXPECT_TRUE(says("The card has been read. Please lay on the next one."));
+    EXPECT_EQ(boxes().substr(0, 5), "NAME|") << "not what the other one has read";
     part<QLineEdit>(*window, "editName")->setText(QStringLiteral("corrected"));
     lay(1, "nonsense = 1;");
     EXPECT_TRUE(says("The card could not be read. Please lift it and lay it on again."));
