@@ -2,6 +2,7 @@
 
 #include "EdgeRise.h"
 #include "MadePages.h"
+#include "ShotLight.h"
 
 #include <gtest/gtest.h>
 
@@ -211,6 +212,55 @@ TEST(ShotVerdict, APageThatIsNotFoundButLeavesThePictureIsToldOf)
     EXPECT_EQ(after(30, std::nullopt, false).state, State::noPage) << "taken away";
 }
 
+TEST(ShotVerdict, ACornerBeyondTheBorderIsOutOfThePictureOnEverySide)
+{
+    const cv::Mat frame = frameWith(made::textPage({560, 790}, 14));
+    for (const auto& [corner, to] : {std::pair(size_t(0), cv::Point2d(-20, 100)),
+                                     {size_t(1), cv::Point2d(900, -20)},
+                                     {size_t(2), cv::Point2d(frameSize.width + 20, 860)},
+                                     {size_t(3), cv::Point2d(400, frameSize.height + 20)}}) {
+        made::Corners outside = whole;
+        outside[corner] = to;
+        expectFlaw(verdictOf([&](int) { return frame; },
+                             [&](int) {
+                                 return Outline{outside, 1};
+                             }),
+                   Flaw::leavesPicture,
+                   "one corner");
+    }
+}
+
+TEST(ShotVerdict, AfterAPauseNothingOfWhatWasSeenBeforeCounts)
+{
+    const cv::Mat good = frameWith(made::textPage({560, 790}, 14));
+    mirvak::ShotVerdict shot;
+    mirvak::ShotVerdict::Time time{};
+    for (int i = 0; i < 15; ++i)
+        shot.judge(good * 0.2, Outline{whole, 1}, time += interval);
+    EXPECT_EQ(shot.judge(good, Outline{whole, 1}, time += interval).state, State::flawed);
+    EXPECT_EQ(shot.judge(good, Outline{whole, 1}, time += milliseconds(2000)).state, State::looking);
+}
+
+TEST(ShotLight, WhatWasTooDarkStaysSoUntilItIsClearlyLighter)
+{
+    const auto isDark = [](int level, double noise, bool already) {
+        const cv::Mat frame(frameSize, CV_8UC3, cv::Scalar::all(level));
+        mirvak::ShotLook look;
+        look.build(frame, Outline{whole, 1});
+        return mirvak::isTooDark(look, noise, already);
+    };
+    const auto both = [&](int level, double noise) {
+        return std::pair(isDark(level, noise, false), isDark(level, noise, true));
+    };
+    using Pair = std::pair<bool, bool>; // of a page that was not, and of one that was
+    EXPECT_EQ(both(70, 0), Pair(true, true));
+    EXPECT_EQ(both(86, 0), Pair(false, true));
+    EXPECT_EQ(both(110, 0), Pair(false, false));
+    EXPECT_EQ(both(200, 11), Pair(true, true));
+    EXPECT_EQ(both(200, 9), Pair(false, true)) << "noise";
+    EXPECT_EQ(both(200, 8), Pair(false, false));
+}
+
 /// Of frames with these flaws, one letter each: what is told, one letter a frame ('-' nothing, '+' good).
 std::string told(mirvak::VerdictHold& hold, const std::string& frames)
 {
@@ -254,6 +304,17 @@ TEST(VerdictHold, AMissedOutlineIsForgivenForAMoment)
     EXPECT_EQ(told(hold, "    b"), "bbbbb");
     EXPECT_EQ(told(hold, "         "), "bbbbb----") << "the page is gone";
     EXPECT_EQ(told(hold, "......"), "----++") << "a new page begins anew";
+}
+
+TEST(VerdictHold, AFrameAfterAPauseIsOneFrame)
+{
+    mirvak::VerdictHold hold;
+    mirvak::VerdictHold::Time time{};
+    for (int i = 0; i < 10; ++i)
+        EXPECT_NE(hold.seen({}, time += milliseconds(100)).state, State::flawed);
+    Flaws blurred{};
+    blurred[size_t(Flaw::tooBlurred)] = true;
+    EXPECT_EQ(hold.seen(blurred, time += milliseconds(900)).state, State::good);
 }
 
 TEST(EdgeRise, TellsTheLensOfEdgesAndThinLines)
