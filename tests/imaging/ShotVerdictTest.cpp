@@ -295,6 +295,8 @@ TEST(VerdictHold, WordsComeLateStayReadableAndDoNotFlicker)
     const std::string worse = told(hold, "mmmmmmmmmmmmmmmmmmmmm");
     EXPECT_EQ(worse.back(), 'm');
     EXPECT_EQ(worse.find_first_not_of("bm"), std::string::npos);
+    mirvak::VerdictHold doubtful;
+    EXPECT_EQ(told(doubtful, "bbb.b.."), "------+") << "neither told nor good yet";
 }
 
 TEST(VerdictHold, AMissedOutlineIsForgivenForAMoment)
