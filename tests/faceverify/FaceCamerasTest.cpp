@@ -1,7 +1,10 @@
+#include "FaceCameras.h"
 #include "FaceCameraChoice.h"
 
 #include "DeskFixture.h"
 #include "mirvakcamera.h"
+
+#include <QSignalSpy>
 
 namespace {
 
@@ -53,6 +56,25 @@ TEST_F(FaceCamerasTest, TheResolutionIsThatOfSmallPictures)
     EXPECT_EQ(resolutionOf(R"("1600x1200", "1280x960")"), 1) << "else the last one";
     EXPECT_EQ(resolutionOf(R"("1600x1200", "1280x960", "320x240")"), 1) << "or the one before";
     EXPECT_EQ(resolutionOf(R"("320x240")"), 0);
+}
+
+TEST_F(FaceCamerasTest, TheLateEndOfAnOldStreamIsNoneOfTheNext)
+{
+    find(colour() + "," + infrared());
+    const auto ignore = [](void*, void*, int, int, int, void*) {};
+    FaceCameras cameras(library_, ignore, ignore, nullptr, [](const QImage&) {});
+    const QSignalSpy lost(&cameras, &FaceCameras::lost);
+    for (const bool isOld : {true, false}) {
+        ASSERT_EQ(cameras.open(), FaceCameras::Result::Ok);
+        cameras.onFrame(FaceRole::colour, nullptr);
+        if (isOld) {
+            ASSERT_EQ(cameras.open(), FaceCameras::Result::Ok) << "before it has been told of";
+        }
+        QCoreApplication::processEvents();
+        EXPECT_EQ(lost.count(), isOld ? 0 : 1);
+        EXPECT_EQ(cameras.isOpen(FaceRole::colour), isOld);
+        EXPECT_TRUE(cameras.isOpen(FaceRole::infrared));
+    }
 }
 
 } // namespace

@@ -92,6 +92,30 @@ TEST(ModuleCards, ACardIsReadThroughTheLibrary)
     unsetenv("XDG_CONFIG_HOME");
 }
 
+TEST(ReaderConfig, IsTakenAsItIsWrittenOrNotAtAll)
+{
+    const TempDir folder;
+    const auto load = [&](const std::string& text) {
+        ::testing::internal::CaptureStderr();
+        const auto reader = ReaderConfig::load(folder.write("idcard.cfg", text));
+        EXPECT_EQ(::testing::internal::GetCapturedStderr().empty(), reader.has_value()) << text;
+        return reader;
+    };
+    const auto line = load("port = \"/dev/ttyS0\"; baud = 9600; types = { foreign = 3; residence = 3; };");
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->name() + std::to_string(line->baud), "/dev/ttyS09600");
+    EXPECT_EQ(line->foreignType * 10 + line->residenceType, 33);
+    EXPECT_EQ(load("usb = \"04a1b2c3\";").value_or(ReaderConfig()).name(), "USB 04a1b2c3");
+    for (const char* wrong : {"",
+                              "usb = \"04a1\";",
+                              "usb = \"04A1B2C3\";",
+                              "usb = \"04a1b2c3\"; port = \"/dev/ttyS0\";",
+                              "port = \"/dev/ttyS0\"; types = { foreign = 0; };",
+                              "port = \"/dev/ttyS0\"; types = { residence = 4; };"})
+        EXPECT_FALSE(load(wrong)) << wrong;
+    EXPECT_FALSE(ReaderConfig::load(folder.file("none")));
+}
+
 TEST(ModuleCards, ADamagedAnswerFailsOnceWithOneLine)
 {
     Bytes kept;
