@@ -78,11 +78,11 @@ cv::Mat colourfulPage()
 }
 
 /// A mirror image of a lamp: it adds its light to whatever lies there.
-void mirrorLamp(cv::Mat& frame, cv::Point at, double size)
+void mirrorLamp(cv::Mat& frame, cv::Point at, double size, double levels = 400)
 {
     frame.forEach<cv::Vec3b>([&](cv::Vec3b& pixel, const int* place) {
         const double x = (place[1] - at.x) / size, y = (place[0] - at.y) / size;
-        const double more = 400 * std::exp(-0.5 * (x * x + y * y));
+        const double more = levels * std::exp(-0.5 * (x * x + y * y));
         for (int c = 0; c < 3; ++c)
             pixel[c] = cv::saturate_cast<uchar>(pixel[c] + more);
     });
@@ -106,6 +106,11 @@ TEST(ShotVerdict, PagesOfEveryKindAreGoodOnEveryDesk)
     // White that the sensor counts no further, with print on it, is no lamp; nor is an even brighter light.
     const cv::Mat text = frameWith(made::textPage(size, 14));
     EXPECT_EQ(verdictOf(text * 1.2).state, State::good);
+    cv::Mat bright = frameWith(made::blankPage(size));
+    const std::vector<cv::Point> sheet(whole.begin(), whole.end());
+    cv::fillConvexPoly(bright, sheet, cv::Scalar::all(243));
+    mirrorLamp(bright, {640, 480}, 60, 14); // its paper is about to saturate
+    EXPECT_EQ(verdictOf(bright).state, State::good);
     const auto flicker = [&](int i) { return cv::Mat(text * (i % 2 ? 0.85 : 1)); };
     EXPECT_EQ(verdictOf(flicker, [](int) { return Outline{whole, 1}; }).state, State::good);
 }
