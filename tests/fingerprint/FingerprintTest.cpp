@@ -93,6 +93,15 @@ TEST_F(FingerprintTest, ThePrintsOfTheDeskComeInTurnFittedOnWhite)
     }
 }
 
+TEST_F(FingerprintTest, AFingerOfTheDeskComesAfterItsSeconds)
+{
+    useDesk("real = false; fingerprint = { prints = \"prints\"; delay = 0.5; };");
+    layPrint("1.png", cv::Mat(90, 128, CV_8UC1, cv::Scalar(60)));
+    const int handle = open();
+    EXPECT_EQ(answerOf(handle), ZAZ_OK);
+    EXPECT_EQ(ZAZCloseDeviceEx(handle), ZAZ_OK);
+}
+
 TEST_F(FingerprintTest, AFileHasEveryPixelAndIsForItsOwnerAlone)
 {
     cv::Mat pixels(360, 256, CV_8UC1);
