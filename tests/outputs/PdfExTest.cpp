@@ -119,6 +119,8 @@ TEST_F(PdfExTest, TheListGivesTheOrderOfThePagesAndTakesMany)
         dialog.SetScannerImage(save(name));
     auto* list = dialog.findChild<QListWidget*>();
     EXPECT_EQ(list->dragDropMode(), QAbstractItemView::InternalMove);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(list->item(i)->flags() & Qt::ItemIsDropEnabled) << "a page falls between others";
     dialog.findChild<Thumbnail*>()->onMoveUp();
     QTest::keyClick(dialog.findChild<Thumbnail*>(), Qt::Key_Home);
     QTest::keyClick(dialog.findChild<Thumbnail*>(), Qt::Key_Delete);

@@ -39,20 +39,23 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
     const auto click = [&](int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         QTest::mouseClick(entries->viewport(), Qt::LeftButton, keys, middleOf(row));
     };
+    const auto moveBeside = [&](int row) {
+        for (const int to : {-20, -60}) {
+            const QPoint at = middleOf(row) + QPoint(to, 0);
+            QMouseEvent move(QEvent::MouseMove,
+                             at,
+                             entries->viewport()->mapToGlobal(at),
+                             Qt::NoButton,
+                             Qt::LeftButton,
+                             Qt::NoModifier);
+            QApplication::sendEvent(entries->viewport(), &move);
+        }
+    };
     const auto dragFrom = [&](int row) {
         dragged.clear();
         QTest::mousePress(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row));
         const auto held = [&] { // the press arrives when it is no beginning of a scroll
-            for (const int to : {-20, -60}) {
-                const QPoint at = middleOf(row) + QPoint(to, 0);
-                QMouseEvent move(QEvent::MouseMove,
-                                 at,
-                                 entries->viewport()->mapToGlobal(at),
-                                 Qt::NoButton,
-                                 Qt::LeftButton,
-                                 Qt::NoModifier);
-                QApplication::sendEvent(entries->viewport(), &move);
-            }
+            moveBeside(row);
             return !dragged.isEmpty();
         };
         EXPECT_TRUE(QTest::qWaitFor(held));
@@ -81,6 +84,12 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
     entries->setCurrentRow(2);
     strip.onMoveUp(); // c.png
     EXPECT_EQ(spoken(1), QStringLiteral("Page 2: c.png"));
+    dragged.clear();
+    entries->setDragEnabled(false); // whose own drag would wait for the mouse
+    QTest::mousePress(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
+    moveBeside(0);
+    QTest::mouseRelease(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
+    EXPECT_TRUE(dragged.isEmpty()) << "a page is moved in its list and is no file for others";
     const auto look = [&](int row) {
         return entries->viewport()->grab(entries->visualItemRect(entries->item(row))).toImage();
     };
