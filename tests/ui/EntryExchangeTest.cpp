@@ -11,16 +11,20 @@
 
 namespace {
 
-void drop(QWidget* on, const QList<QUrl>& urls)
+void drag(QWidget* over, const QList<QUrl>& urls, bool isDropped)
 {
     QMimeData data;
     data.setUrls(urls);
     QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(on, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    EXPECT_EQ(enter.dropAction(), Qt::CopyAction) << "the other program keeps its file";
+    QDragMoveEvent move({6, 6}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    for (QDragMoveEvent* event : {static_cast<QDragMoveEvent*>(&enter), &move}) {
+        QCoreApplication::sendEvent(over, event);
+        ASSERT_TRUE(event->isAccepted());
+        EXPECT_EQ(event->dropAction(), Qt::CopyAction) << "the other program keeps its file";
+    }
     QDropEvent event({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(on, &event);
+    if (isDropped)
+        QCoreApplication::sendEvent(over, &event);
 }
 
 } // namespace
@@ -107,7 +111,10 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
             QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
             QUrl(QStringLiteral("http://localhost/x.png")),
             QUrl::fromLocalFile(file(QStringLiteral("an offer of the printing office.txt")))};
-        drop(pages ? entries->viewport() : static_cast<QWidget*>(&strip), urls);
+        QWidget* const over = pages ? entries->viewport() : static_cast<QWidget*>(&strip);
+        drag(over, urls, false);
+        EXPECT_TRUE(names().isEmpty()) << "it may be carried on";
+        drag(over, urls, true);
         EXPECT_EQ(names(), QStringList{QStringLiteral("ä 1.png")});
         EXPECT_TRUE(said().contains(QStringLiteral("notes.txt, x.png, an offer of…g office.txt")))
             << qPrintable(said());
