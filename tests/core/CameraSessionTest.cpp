@@ -196,6 +196,7 @@ TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
     EXPECT_FALSE(session_.checksPaperSize());
     EXPECT_TRUE(QTest::qWaitFor([] { return corner > 200; }, 10000)) << "A4";
     session_.setScanSize(2);
+    EXPECT_FALSE(session_.checksPaperSize());
     EXPECT_TRUE(QTest::qWaitFor([] { return corner < 50; }, 10000)) << "A3";
     session_.setScanSize(0);
     EXPECT_TRUE(session_.checksPaperSize());

@@ -51,6 +51,21 @@ TEST_F(DeletedFilesTest, ComeBackNewestFirstUnderTheirNameOrOneOfTheirOwn)
     EXPECT_EQ(folder_.names().size(), 5U) << "what was brought back stays";
 }
 
+TEST_F(DeletedFilesTest, ComeBackToTheirOwnFolderUnderNamesWithAllTheirDots)
+{
+    for (const char* day : {"one", "two"}) {
+        ASSERT_TRUE(QDir(path(".")).mkdir(QLatin1String(day)));
+        folder_.write(std::string(day) + "/scan.of.page.jpg", day);
+        ASSERT_TRUE(take((std::string(day) + "/scan.of.page.jpg").c_str()));
+    }
+    folder_.write("one/scan.of.page.jpg", "another");
+    EXPECT_EQ(putBack("one/scan.of.page.jpg"), folder_.file("one/scan.of.page (2).jpg"));
+    EXPECT_EQ(folder_.content("one/scan.of.page (2).jpg"), "one");
+    mirvak::removeLeftOvers(folder_.file("two"));
+    EXPECT_EQ(putBack("two/scan.of.page.jpg"), folder_.file("two/scan.of.page.jpg"));
+    EXPECT_EQ(folder_.content("two/scan.of.page.jpg"), "two");
+}
+
 TEST_F(DeletedFilesTest, GoForGoodWithTheObjectAndNoStartTakesThemBefore)
 {
     for (int round = 0; round < 2; ++round) { // as many as may be locked at once, and more

@@ -182,6 +182,7 @@ TEST_F(FrameDeliveryTest, OutlinesAreDrawnOnlyWithAutomaticCropping)
     EXPECT_LT(red, 9000);
     EXPECT_GT(red, 4000);
     EXPECT_EQ(redPixels(cropping::none), 0);
+    EXPECT_GT(redPixels(cropping::second), 4000) << "with the first frame";
 }
 
 } // namespace

@@ -158,6 +158,11 @@ TEST_F(FaceSdk, remembersTheInfraredPictureUntilItIsStartedAnew)
     EXPECT_EQ(liveness(drawn::picture(), 0), 19);
     EXPECT_GE(liveness(drawn::infrared(), 1), 50);
     EXPECT_GE(liveness(drawn::picture(), 1), 50);
+    const cv::Mat nobody(480, 640, CV_8UC3, cv::Scalar::all(90)); // before the infrared camera
+    IdFaceInfo none;
+    EXPECT_EQ(detect(nobody, none), 0);
+    EXPECT_EQ(liveness(drawn::picture(), 0), 19) << "who was there has gone";
+    EXPECT_GE(liveness(drawn::infrared(), 1), 50);
     IdFaceSdkUninit();
     ASSERT_EQ(IdFaceSdkInit(FACE_LIBRARY, nullptr), ID_FACE_OK);
     EXPECT_EQ(liveness(drawn::picture(), 0), 19);

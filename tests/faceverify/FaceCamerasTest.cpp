@@ -1,7 +1,11 @@
+#include "FaceCameras.h"
 #include "FaceCameraChoice.h"
 
 #include "DeskFixture.h"
+#include "TestImage.h"
 #include "mirvakcamera.h"
+
+#include <QSignalSpy>
 
 namespace {
 
@@ -53,6 +57,43 @@ TEST_F(FaceCamerasTest, TheResolutionIsThatOfSmallPictures)
     EXPECT_EQ(resolutionOf(R"("1600x1200", "1280x960")"), 1) << "else the last one";
     EXPECT_EQ(resolutionOf(R"("1600x1200", "1280x960", "320x240")"), 1) << "or the one before";
     EXPECT_EQ(resolutionOf(R"("320x240")"), 0);
+}
+
+TEST_F(FaceCamerasTest, InfraredServesForColourThatIsSilentAndGivesItTimeToBegin)
+{
+    FaceFrames frames(library_, [](const QImage&) {});
+    const FrameHandle infraredFrame = ownImage(library_, makeImageHandle(8, 8));
+    const auto isServed = [&] {
+        int told = 0;
+        return frames.channel().take(std::chrono::seconds(60), [&] {
+            frames.onFrame(FaceRole::infrared, infraredFrame.get());
+            return ++told < 3;
+        }) != nullptr;
+    };
+    EXPECT_TRUE(isServed()) << "no frame in colour has ever come";
+    frames.begin(FaceRole::colour);
+    EXPECT_FALSE(isServed()) << "the first one may be on its way";
+    frames.want(FaceRole::infrared);
+    EXPECT_TRUE(isServed());
+}
+
+TEST_F(FaceCamerasTest, TheLateEndOfAnOldStreamIsNoneOfTheNext)
+{
+    find(colour() + "," + infrared());
+    const auto ignore = [](void*, void*, int, int, int, void*) {};
+    FaceCameras cameras(library_, ignore, ignore, nullptr, [](const QImage&) {});
+    const QSignalSpy lost(&cameras, &FaceCameras::lost);
+    for (const bool isOld : {true, false}) {
+        ASSERT_EQ(cameras.open(), FaceCameras::Result::Ok);
+        cameras.onFrame(FaceRole::colour, nullptr);
+        if (isOld) {
+            ASSERT_EQ(cameras.open(), FaceCameras::Result::Ok) << "before it has been told of";
+        }
+        QCoreApplication::processEvents();
+        EXPECT_EQ(lost.count(), isOld ? 0 : 1);
+        EXPECT_EQ(cameras.isOpen(FaceRole::colour), isOld);
+        EXPECT_TRUE(cameras.isOpen(FaceRole::infrared));
+    }
 }
 
 } // namespace

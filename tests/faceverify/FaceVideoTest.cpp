@@ -35,7 +35,12 @@ TEST(FaceVideo, ShowsThePictureInItsProportionsWithTheFaceFramed)
     video.setFaceFinder([] { return QRectF(30, 10, 20, 24); }); // found half beyond the edge
     EXPECT_GT(at(200, 50).red() + at(275, 50).green(), 255 + 150);
     EXPECT_EQ(at(330, 50), QColor(Qt::black)) << "beyond the picture";
+    QImage late(40, 40, QImage::Format_RGB888);
+    late.fill(Qt::blue);
+    video.SetImageData(late); // on its way
     video.clear();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(at(110, 10), QColor(Qt::black));
     EXPECT_EQ(at(200, 100), QColor(Qt::black));
 }
 

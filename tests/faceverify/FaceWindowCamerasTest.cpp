@@ -1,5 +1,7 @@
 // The face window while its cameras come, go and fail.
+#include "FaceLibrary.h"
 #include "FaceVerifyFixture.h"
+#include "FaceWatch.h"
 
 #include <QSignalSpy>
 
@@ -46,6 +48,29 @@ TEST_F(FaceVerifyTest, NobodyIsJudgedByAnInfraredPictureOfTheOneBefore)
     click("buttonLiveFace");
     EXPECT_EQ(result(), QStringLiteral("This is not a living face."));
     EXPECT_EQ(files().size(), 7);
+
+    window_.reset();
+    open(colour() + ", " + infrared());
+    click("buttonScanner");
+    keepOnly(infrared());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown(Qt::gray); }, 60'000));
+    libraries_.lives = {0, 95};
+    click("buttonLiveFace");
+    EXPECT_EQ(result(), QStringLiteral("This is not a living face.")) << "nor by one in colour";
+}
+
+TEST_F(FaceVerifyTest, AFaceIsFramedOnlyAsLongAsFramesCome)
+{
+    FaceLibrary library;
+    FaceWatch watch(library);
+    QImage frame(64, 48, QImage::Format_RGB888);
+    frame.fill(Qt::gray);
+    const auto isFramed = [&] {
+        watch.offer(frame);
+        return !watch.face().isEmpty();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isFramed, 60'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watch.face().isEmpty(); }, 60'000));
 }
 
 TEST_F(FaceVerifyTest, WhatKeepsTheVideoEmptyIsSaidAndPicturesHaveOneSize)

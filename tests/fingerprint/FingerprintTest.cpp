@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <sys/socket.h>
@@ -62,9 +63,10 @@ protected:
     {
         cv::Mat pixels(360, 256, CV_8UC1, cv::Scalar(77));
         int length = -1;
-        if (ZAZUpImage(handle, address, pixels.data, &length) != ZAZ_OK)
+        const bool hasPicture = ZAZUpImage(handle, address, pixels.data, &length) == ZAZ_OK;
+        EXPECT_TRUE(length == (hasPicture ? 92160 : 0) || (length == -1 && !hasPicture)) << length;
+        if (!hasPicture)
             return {};
-        EXPECT_EQ(length, 92160);
         return pixels;
     }
 
@@ -81,6 +83,7 @@ TEST_F(FingerprintTest, ThePrintsOfTheDeskComeInTurnFittedOnWhite)
         ASSERT_EQ(ZAZVfyPwd(handle, address, password), ZAZ_OK);
         EXPECT_TRUE(pixelsOf(handle).empty()) << "before a finger was seen";
         ASSERT_EQ(answerOf(handle), ZAZ_OK);
+        ASSERT_EQ(answerOf(handle), ZAZ_OK) << "it has a picture, and keeps it";
         cv::Mat expected(360, 256, CV_8UC1, cv::Scalar(255));
         expected(place).setTo(grey);
         EXPECT_EQ(cv::norm(pixelsOf(handle), expected, cv::NORM_INF), 0);
@@ -88,6 +91,15 @@ TEST_F(FingerprintTest, ThePrintsOfTheDeskComeInTurnFittedOnWhite)
         EXPECT_TRUE(pixelsOf(handle).empty()) << "nothing is kept";
         EXPECT_EQ(ZAZGetImage(handle, address), ZAZ_BAD_ARGUMENT);
     }
+}
+
+TEST_F(FingerprintTest, AFingerOfTheDeskComesAfterItsSeconds)
+{
+    useDesk("real = false; fingerprint = { prints = \"prints\"; delay = 0.5; };");
+    layPrint("1.png", cv::Mat(90, 128, CV_8UC1, cv::Scalar(60)));
+    const int handle = open();
+    EXPECT_EQ(answerOf(handle), ZAZ_OK);
+    EXPECT_EQ(ZAZCloseDeviceEx(handle), ZAZ_OK);
 }
 
 TEST_F(FingerprintTest, AFileHasEveryPixelAndIsForItsOwnerAlone)
@@ -117,6 +129,8 @@ TEST_F(FingerprintTest, EveryTroubleHasItsAnswer)
     EXPECT_EQ(ZAZOpenDeviceEx(nullptr, 2, nullptr, 2, 2), ZAZ_BAD_ARGUMENT);
     EXPECT_EQ(ZAZOpenDeviceEx(&handle, 1, nullptr, 2, 2), ZAZ_BAD_ARGUMENT);
     EXPECT_EQ(ZAZVfyPwd(12345, address, password), ZAZ_BAD_ARGUMENT);
+    for (const auto& [mode, way] : {std::pair(0, 1), {4, 1}, {1, 2}})
+        EXPECT_EQ(ZAZ_SETPATH(mode, way), ZAZ_BAD_ARGUMENT) << mode;
 
     useDesk("real = false;");
     handle = open();
@@ -139,6 +153,7 @@ TEST_F(FingerprintTest, EveryTroubleHasItsAnswer)
     std::filesystem::remove_all(folder.file("prints")); // pulled out
     EXPECT_EQ(ZAZGetImage(last, address), ZAZ_LOST);
     EXPECT_EQ(ZAZGetImage(last, address), ZAZ_LOST);
+    EXPECT_EQ(ZAZVfyPwd(last, address, password), ZAZ_NO_SENSOR);
     for (const int opened : {later, last})
         EXPECT_EQ(ZAZCloseDeviceEx(opened), ZAZ_OK);
     EXPECT_EQ(ZAZCloseDeviceEx(last), ZAZ_BAD_ARGUMENT);
@@ -212,6 +227,19 @@ TEST_F(FingerprintTest, ADriverThatAnswersNonsenseIsASensorThatIsLost)
         EXPECT_EQ(sensor.waitWhile(State::noFinger, std::chrono::seconds(30)), State::lost) << answer;
         std::filesystem::remove(folder.file("go"));
     }
+}
+
+TEST_F(FingerprintTest, ADriverThatHangsEndsWithItsSensor)
+{
+    const std::string driver = folder.write(
+        "driver", "#!/bin/sh\necho $$ >'" + folder.file("pid") + "'\nprintf '\\1' >&3\nexec sleep 100000\n");
+    std::filesystem::permissions(driver, std::filesystem::perms::owner_all);
+    {
+        mirvak::UsbSensor sensor(driver, 1);
+        ASSERT_EQ(sensor.waitWhile(mirvak::FingerSensor::State::opening, std::chrono::seconds(30)),
+                  mirvak::FingerSensor::State::noFinger);
+    }
+    EXPECT_NE(kill(std::stoi(folder.content("pid")), 0), 0) << "it runs on";
 }
 
 } // namespace

@@ -89,7 +89,38 @@ TEST(ModuleCards, ACardIsReadThroughTheLibrary)
         EXPECT_NE(::testing::internal::GetCapturedStderr(), "") << wrong;
         EXPECT_EQ(h_idcard_readInfo() + h_idcard_state(), HIDCARD_NO_READER + HIDCARD_STATE_NONE);
     }
+    SimulatedModule module(resident);
+    folder.write("lumro/idcard.cfg", "port = \"" + module.port + "\";");
+    setenv("LUMRO_DESK", folder.write("desk.cfg", "real = false;").c_str(), 1);
+    EXPECT_EQ(h_idcard_openDevice(), HIDCARD_NO_READER) << "a desk without real devices";
+    unsetenv("LUMRO_DESK");
+    EXPECT_EQ(h_idcard_openDevice(), HIDCARD_OK);
+    h_idcard_closeDevice();
     unsetenv("XDG_CONFIG_HOME");
+}
+
+TEST(ReaderConfig, IsTakenAsItIsWrittenOrNotAtAll)
+{
+    const TempDir folder;
+    const auto load = [&](const std::string& text) {
+        ::testing::internal::CaptureStderr();
+        const auto reader = ReaderConfig::load(folder.write("idcard.cfg", text));
+        EXPECT_EQ(::testing::internal::GetCapturedStderr().empty(), reader.has_value()) << text;
+        return reader;
+    };
+    const auto line = load("port = \"/dev/ttyS0\"; baud = 9600; types = { foreign = 3; residence = 3; };");
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->name() + std::to_string(line->baud), "/dev/ttyS09600");
+    EXPECT_EQ(line->foreignType * 10 + line->residenceType, 33);
+    EXPECT_EQ(load("usb = \"04a1b2c3\";").value_or(ReaderConfig()).name(), "USB 04a1b2c3");
+    for (const char* wrong : {"",
+                              "usb = \"04a1\";",
+                              "usb = \"04A1B2C3\";",
+                              "usb = \"04a1b2c3\"; port = \"/dev/ttyS0\";",
+                              "port = \"/dev/ttyS0\"; types = { foreign = 0; };",
+                              "port = \"/dev/ttyS0\"; types = { residence = 4; };"})
+        EXPECT_FALSE(load(wrong)) << wrong;
+    EXPECT_FALSE(ReaderConfig::load(folder.file("none")));
 }
 
 TEST(ModuleCards, ADamagedAnswerFailsOnceWithOneLine)
@@ -176,6 +207,28 @@ TEST(ModuleCards, TheWatchTakesEachCardOnceAndAReaderThatComesBack)
     isDamaged = false;
     EXPECT_TRUE(comes(ReaderState::ready, cards));
     EXPECT_EQ(cards.read(failure).value().type, 2);
+}
+
+TEST(ModuleCards, ACardThatCannotBeReadIsToldOfUntilAnotherComes)
+{
+    std::atomic<bool> isDamaged{true};
+    std::atomic<int> searches{0};
+    SimulatedModule module(resident, [&](Command command, Bytes& answer) {
+        searches += command == Command::findCard;
+        if (isDamaged && command == Command::readBase)
+            answer = SimulatedModule::frame(0x41);
+    });
+    ModuleCards cards(at(module.port), limits());
+    ::testing::internal::CaptureStderr();
+    EXPECT_TRUE(comes(ReaderState::unreadable, cards));
+    const int until = searches + 4; // the card lies there, and is not found a second time
+    for (int i = 0; i < 20000 && searches < until; ++i, std::this_thread::sleep_for(milliseconds(1)))
+        ASSERT_EQ(cards.look(), ReaderState::unreadable);
+    EXPECT_GE(searches, until);
+    isDamaged = false;
+    module.lay();
+    EXPECT_TRUE(comes(ReaderState::ready, cards));
+    EXPECT_NE(::testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(ModuleCards, FramesTravelInReportsOfADevice)

@@ -254,6 +254,19 @@ TEST(ColourAreas, sealsOfEveryInkAreKeptAndLeaveTheTextBlack)
     }
 }
 
+TEST(ColourAreas, aSealTooFaintToLearnItsInkFromIsRedAllTheSame)
+{
+    mirvak::Image page;
+    page.pixels = made::blankPage(size);
+    const cv::Rect mark(300, 400, 80, 80);
+    page.pixels(mark).setTo(cv::Scalar(200, 180, 180));
+    mirvak::strengthenSeal(page, mirvak::SealColour::red);
+    const cv::Scalar seen = cv::mean(page.pixels(mark + cv::Point(20, 20) - cv::Size(40, 40)));
+    EXPECT_GT(seen[0], 120);
+    EXPECT_GT(seen[0], seen[1] + 30);
+    EXPECT_GT(cv::mean(page.pixels(cv::Rect(600, 400, 80, 80)))[1], 245);
+}
+
 TEST(Sharpen, strengthensEdgesTakesNoiseAwayAndTreatsEveryColumnAlike)
 {
     cv::Mat rows(60, 37, CV_8UC3); // no whole number of blocks

@@ -186,6 +186,11 @@ TEST(Watermark, brokenTextShowsTheReplacementAndGoesOn)
         EXPECT_EQ(cv::norm(written(broken + std::string("A b")), written(sign + "A b"), cv::NORM_INF), 0)
             << ::testing::PrintToString(broken);
     EXPECT_GT(cv::norm(written(sign + "A b"), written("A b"), cv::NORM_INF), 0);
+    const cv::Mat blank = written("");
+    for (const char* letter : {"\xc3\x84", "\xe0\xb8\x81", "\xf0\x9d\x90\x80"}) { // two to four bytes
+        const cv::Mat inked = grey(blank) - grey(written(letter));
+        EXPECT_LT(cv::boundingRect(inked).width, 26) << letter << " is one letter";
+    }
 }
 
 TEST(Colour, thresholdKeepsFaintPrintAndTheDotsOfSmallLetters)
@@ -303,6 +308,11 @@ TEST(Colour, enhancingGivesThePagesOwnColoursButNoPictureOfTheNight)
     made::shine(night.pixels, {1, 1, 2});
     mirvak::enhanceColour(night);
     EXPECT_LT(cv::mean(grey(night.pixels))[0], 30);
+    mirvak::Image pale; // where nothing is dark there is no haze to take away
+    pale.pixels = made::blankPage(size);
+    pale.pixels(cv::Rect(300, 300, 200, 200)).setTo(cv::Scalar::all(170));
+    mirvak::enhanceColour(pale);
+    EXPECT_GT(cv::mean(grey(pale.pixels)(cv::Rect(330, 330, 140, 140)))[0], 130);
 }
 
 // Fields of flat colours on paper under light that falls off, and what each kind of processing makes of them:

@@ -184,6 +184,21 @@ TEST(PageShape, isThatOfTheSheetWhateverTheCameraAndItsView)
     }
 }
 
+TEST(PageShape, isOfNoFormatAtAnotherScaleThanTheLargestOnTheDesk)
+{
+    const auto sheet = [](double x, double y, double width, double height) {
+        return mirvak::Outline{{{{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}}}, 1};
+    };
+    const auto formats = [&](const mirvak::Outline& other) {
+        const auto shapes = mirvak::pageShapes({other, sheet(100, 100, 700, 990)}, frame);
+        EXPECT_TRUE(shapes.at(1).format) << "A4";
+        return shapes.at(0).format != nullptr;
+    };
+    EXPECT_TRUE(formats(sheet(1000, 300, 291, 183.5))) << "a card beside it";
+    EXPECT_FALSE(formats(sheet(1000, 300, 364, 229.5))) << "a larger one of a card's shape";
+    EXPECT_FALSE(formats(sheet(1000, 300, 380, 491.8))) << "what would be a letter seen from far away";
+}
+
 TEST(Deskew, leavesNoSliverOfTheDesk)
 {
     mirvak::Image image = photograph(made::placed({820, 606}, {720, 1018}, -9, 0.05), Desk::dark),

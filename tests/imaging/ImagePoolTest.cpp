@@ -43,6 +43,12 @@ TEST(ImagePool, ATurnedPictureComesBackUpright)
     const auto again = pool.take(64, 48);
     EXPECT_EQ(again->pixels.size(), cv::Size(64, 48));
     EXPECT_EQ(again->pixels.data, place);
+
+    auto turned = std::make_unique<Image>();
+    turned->pixels = cv::Mat(64, 48, CV_8UC3);
+    turned->spare = again->pixels; // which somebody still looks at
+    pool.giveBackShown(std::move(turned));
+    EXPECT_NE(pool.take(64, 48)->pixels.data, place);
 }
 
 TEST(ImagePool, WhatSomebodyStillShowsWaitsUntilItIsLetGo)
@@ -104,6 +110,8 @@ TEST(ImagePool, KeepsTheNewestSixAndForgetsThemWhenItIsCleared)
         held.push_back(mirvak::share(*image));
         pool.giveBackShown(std::move(image));
     }
+    EXPECT_FALSE(mirvak::isShared(held[1].pixels)) << "there is no room for it";
+    EXPECT_TRUE(mirvak::isShared(held[2].pixels));
     held.erase(held.begin() + 2, held.end());
     std::vector<std::unique_ptr<Image>> taken;
     size_t known = 0;

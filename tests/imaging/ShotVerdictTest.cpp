@@ -2,6 +2,7 @@
 
 #include "EdgeRise.h"
 #include "MadePages.h"
+#include "ShotLight.h"
 
 #include <gtest/gtest.h>
 
@@ -77,11 +78,11 @@ cv::Mat colourfulPage()
 }
 
 /// A mirror image of a lamp: it adds its light to whatever lies there.
-void mirrorLamp(cv::Mat& frame, cv::Point at, double size)
+void mirrorLamp(cv::Mat& frame, cv::Point at, double size, double levels = 400)
 {
     frame.forEach<cv::Vec3b>([&](cv::Vec3b& pixel, const int* place) {
         const double x = (place[1] - at.x) / size, y = (place[0] - at.y) / size;
-        const double more = 400 * std::exp(-0.5 * (x * x + y * y));
+        const double more = levels * std::exp(-0.5 * (x * x + y * y));
         for (int c = 0; c < 3; ++c)
             pixel[c] = cv::saturate_cast<uchar>(pixel[c] + more);
     });
@@ -105,6 +106,11 @@ TEST(ShotVerdict, PagesOfEveryKindAreGoodOnEveryDesk)
     // White that the sensor counts no further, with print on it, is no lamp; nor is an even brighter light.
     const cv::Mat text = frameWith(made::textPage(size, 14));
     EXPECT_EQ(verdictOf(text * 1.2).state, State::good);
+    cv::Mat bright = frameWith(made::blankPage(size));
+    const std::vector<cv::Point> sheet(whole.begin(), whole.end());
+    cv::fillConvexPoly(bright, sheet, cv::Scalar::all(243));
+    mirrorLamp(bright, {640, 480}, 60, 14); // its paper is about to saturate
+    EXPECT_EQ(verdictOf(bright).state, State::good);
     const auto flicker = [&](int i) { return cv::Mat(text * (i % 2 ? 0.85 : 1)); };
     EXPECT_EQ(verdictOf(flicker, [](int) { return Outline{whole, 1}; }).state, State::good);
 }
@@ -211,6 +217,55 @@ TEST(ShotVerdict, APageThatIsNotFoundButLeavesThePictureIsToldOf)
     EXPECT_EQ(after(30, std::nullopt, false).state, State::noPage) << "taken away";
 }
 
+TEST(ShotVerdict, ACornerBeyondTheBorderIsOutOfThePictureOnEverySide)
+{
+    const cv::Mat frame = frameWith(made::textPage({560, 790}, 14));
+    for (const auto& [corner, to] : {std::pair(size_t(0), cv::Point2d(-20, 100)),
+                                     {size_t(1), cv::Point2d(900, -20)},
+                                     {size_t(2), cv::Point2d(frameSize.width + 20, 860)},
+                                     {size_t(3), cv::Point2d(400, frameSize.height + 20)}}) {
+        made::Corners outside = whole;
+        outside[corner] = to;
+        expectFlaw(verdictOf([&](int) { return frame; },
+                             [&](int) {
+                                 return Outline{outside, 1};
+                             }),
+                   Flaw::leavesPicture,
+                   "one corner");
+    }
+}
+
+TEST(ShotVerdict, AfterAPauseNothingOfWhatWasSeenBeforeCounts)
+{
+    const cv::Mat good = frameWith(made::textPage({560, 790}, 14));
+    mirvak::ShotVerdict shot;
+    mirvak::ShotVerdict::Time time{};
+    for (int i = 0; i < 15; ++i)
+        shot.judge(good * 0.2, Outline{whole, 1}, time += interval);
+    EXPECT_EQ(shot.judge(good, Outline{whole, 1}, time += interval).state, State::flawed);
+    EXPECT_EQ(shot.judge(good, Outline{whole, 1}, time += milliseconds(2000)).state, State::looking);
+}
+
+TEST(ShotLight, WhatWasTooDarkStaysSoUntilItIsClearlyLighter)
+{
+    const auto isDark = [](int level, double noise, bool already) {
+        const cv::Mat frame(frameSize, CV_8UC3, cv::Scalar::all(level));
+        mirvak::ShotLook look;
+        look.build(frame, Outline{whole, 1});
+        return mirvak::isTooDark(look, noise, already);
+    };
+    const auto both = [&](int level, double noise) {
+        return std::pair(isDark(level, noise, false), isDark(level, noise, true));
+    };
+    using Pair = std::pair<bool, bool>; // of a page that was not, and of one that was
+    EXPECT_EQ(both(70, 0), Pair(true, true));
+    EXPECT_EQ(both(86, 0), Pair(false, true));
+    EXPECT_EQ(both(110, 0), Pair(false, false));
+    EXPECT_EQ(both(200, 11), Pair(true, true));
+    EXPECT_EQ(both(200, 9), Pair(false, true)) << "noise";
+    EXPECT_EQ(both(200, 8), Pair(false, false));
+}
+
 /// Of frames with these flaws, one letter each: what is told, one letter a frame ('-' nothing, '+' good).
 std::string told(mirvak::VerdictHold& hold, const std::string& frames)
 {
@@ -245,6 +300,8 @@ TEST(VerdictHold, WordsComeLateStayReadableAndDoNotFlicker)
     const std::string worse = told(hold, "mmmmmmmmmmmmmmmmmmmmm");
     EXPECT_EQ(worse.back(), 'm');
     EXPECT_EQ(worse.find_first_not_of("bm"), std::string::npos);
+    mirvak::VerdictHold doubtful;
+    EXPECT_EQ(told(doubtful, "bbb.b.."), "------+") << "neither told nor good yet";
 }
 
 TEST(VerdictHold, AMissedOutlineIsForgivenForAMoment)
@@ -254,6 +311,17 @@ TEST(VerdictHold, AMissedOutlineIsForgivenForAMoment)
     EXPECT_EQ(told(hold, "    b"), "bbbbb");
     EXPECT_EQ(told(hold, "         "), "bbbbb----") << "the page is gone";
     EXPECT_EQ(told(hold, "......"), "----++") << "a new page begins anew";
+}
+
+TEST(VerdictHold, AFrameAfterAPauseIsOneFrame)
+{
+    mirvak::VerdictHold hold;
+    mirvak::VerdictHold::Time time{};
+    for (int i = 0; i < 10; ++i)
+        EXPECT_NE(hold.seen({}, time += milliseconds(100)).state, State::flawed);
+    Flaws blurred{};
+    blurred[size_t(Flaw::tooBlurred)] = true;
+    EXPECT_EQ(hold.seen(blurred, time += milliseconds(900)).state, State::good);
 }
 
 TEST(EdgeRise, TellsTheLensOfEdgesAndThinLines)

@@ -123,6 +123,20 @@ TEST(DocumentBuilder, AnIndentedPassageKeepsItsPlace)
     EXPECT_EQ(document.paragraphs[2].leftIndent, 0);
 }
 
+TEST(DocumentBuilder, AColumnIsMeasuredByItselfAndStandsApart)
+{
+    const Document document =
+        build({blockAt(300, 300, {"Aqy Bqy Cqy Dqy Eqy", "Fqy Gqy Hqy Iqy Jqy", "Kqy."}),
+               blockAt(1300, 300, {"Aqy Bqy Cqy Dqy Eqy", "Fqy.", "Gqy Hqy Iqy Jqy Kqy", "Lqy."})});
+    EXPECT_EQ(textsOf(document),
+              (Texts{"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy Kqy.",
+                     "Aqy Bqy Cqy Dqy Eqy Fqy.",
+                     "Gqy Hqy Iqy Jqy Kqy Lqy."}));
+    ASSERT_EQ(document.paragraphs.size(), 3U);
+    EXPECT_NEAR(document.paragraphs[1].spaceBefore, em * 1440 / 300, 3) << "a line's height";
+    EXPECT_EQ(document.paragraphs[0].spaceBefore + document.paragraphs[2].spaceBefore, 0);
+}
+
 TEST(DocumentBuilder, ChineseLinesMayEndShort)
 {
     const Document document = written({"    镇子的东头有一家旧书店门口种着两棵树",
@@ -181,6 +195,9 @@ TEST(DocumentBuilder, RowsOfATableShareTheirTabStops)
     EXPECT_EQ(document.paragraphs[0].tabs[0].position, document.paragraphs[1].tabs[0].position);
     EXPECT_NEAR(document.paragraphs[0].tabs[0].position, 11 * letter * 1440 / 300, 1) << "from the margin";
 
+    EXPECT_EQ(textsOf(written({"Lqamp _ _ _ _ _ Bqrass _ 48.50 Eqr"})), Texts{"Lqamp\tBqrass\t48.50 Eqr"})
+        << "where columns part, less white parts them too";
+
     // Alone on its line, a cell at the right end is flush right, and one in the middle is not.
     const Document single =
         written({"Aqy Bqy Cqy Dqy Eqy Fqy Gqy Hqy Iqy Jqy",
@@ -210,6 +227,7 @@ TEST(DocumentBuilder, ThePaperIsThatOfThePicture)
         EXPECT_EQ(scaled.paragraphs[0].halfPoints, 22) << dpi;
         EXPECT_NEAR(scaled.paperHeight / static_cast<double>(scaled.paperWidth), 3508.0 / 2480, 0.001);
     }
+    EXPECT_EQ(mirvak::buildDocument({2480, 3508, 0, "eng", {block}}).paperWidth, document.paperWidth);
     EXPECT_TRUE(build({}).paragraphs.empty());
 }
 

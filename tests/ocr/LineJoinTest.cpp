@@ -72,6 +72,10 @@ TEST(LineJoin, AHyphenThatBreaksAWordGoes)
     EXPECT_EQ(lines({U"the recog-", U"nised text"}), U"the recognised text");
     EXPECT_EQ(lines({U"распо-", U"знавание"}), U"распознавание");
     EXPECT_EQ(lines({U"soft\u00ad", U"ware"}), U"software");
+    for (const char32_t* small : {U"łodz", U"ńska", U"źle", U"že", U"ěje", U"őrz"})
+        EXPECT_EQ(lines({U"za-", small}), U"za" + std::u32string(small)) << mirvak::toUtf8(small);
+    for (const char32_t* capital : {U"Łodz", U"Ńska", U"Źle", U"Že", U"Ěje", U"Őrz"})
+        EXPECT_EQ(lines({U"za-", capital}), U"za-" + std::u32string(capital)) << mirvak::toUtf8(capital);
     EXPECT_EQ(lines({U"note\u00ad", U"book"}, {"note", "book"}), U"notebook")
         << "it says itself that it goes";
 }
@@ -101,6 +105,17 @@ TEST(Unicode, BrokenBytesBecomeReplacements)
         << "too long, half a pair";
     const std::u32string all = U"~\u0080\u07ff\u0800\uffff\U00010000\U0010ffff";
     EXPECT_EQ(mirvak::fromUtf8(mirvak::toUtf8(all)), all);
+}
+
+TEST(Unicode, EveryCapitalHasItsSmallLetter)
+{
+    const std::u32string capitals = U"AZÀÞĀĶĹŁŇŊŶŹŽǍΑЀЯ", small = U"azàþāķĺłňŋŷźžǎαѐя";
+    for (size_t i = 0; i < capitals.size(); ++i) {
+        EXPECT_EQ(mirvak::lowercase(capitals[i]), small[i]) << mirvak::toUtf8({capitals[i]});
+        EXPECT_EQ(mirvak::lowercase(small[i]), small[i]) << mirvak::toUtf8({small[i]});
+        EXPECT_TRUE(mirvak::isLowercase(small[i]) && !mirvak::isLowercase(capitals[i]))
+            << mirvak::toUtf8({small[i]});
+    }
 }
 
 TEST(LineJoin, UnsureWordsAreMarkedWithoutTheSpacesAroundThem)

@@ -1,6 +1,7 @@
 // Where words stand: the arithmetic alone, and what the library tells of made pages.
 #include "PlacedWords.h"
 
+#include "PageMap.h"
 #include "PagePicture.h"
 #include "TempDir.h"
 #include "TestPages.h"
@@ -63,6 +64,14 @@ TEST(PagePicture, KnowsTheWayBackHoweverItWasTurnedAndScaled)
     EXPECT_NEAR(page.dpi, 100 * std::pow(1.25, 4), 1e-9);
 }
 
+TEST(PagePicture, CountsFromThePixelsOuterCorners)
+{
+    // Twice as large: the first pixel's centre lies between the first two.
+    const cv::Matx33d back = mirvak::pageMap::fromCentres({2, 0, 0.5, 0, 2, 0.5, 0, 0, 1});
+    EXPECT_EQ(back * cv::Vec3d(0, 0, 1), cv::Vec3d(0, 0, 1));
+    EXPECT_EQ(back * cv::Vec3d(30, 20, 1), cv::Vec3d(60, 40, 1));
+}
+
 TEST(PagePicture, AFramePrintedOnAPageIsNoPageAndASheetOnADeskIs)
 {
     const TempDir folder;
@@ -100,6 +109,8 @@ TEST(PlacedWords, AreAsHighAsTheirLineUnlessItIsBent)
     ASSERT_EQ(placed.words.size(), 4U);
     expectCorners(placed.words[1], {50, 20, 70, 20, 70, 46, 50, 46});
     EXPECT_EQ(placed.words[1].confidence, 91);
+    std::swap(line.words[0], line.words[1]); // the lower one first
+    expectCorners(mirvak::placeWords(pageOf(line)).words[0], {50, 20, 70, 20, 70, 46, 50, 46});
     // Falls by more than its height.
     line.words = {
         {"one", {0, 0, 50, 20}, 90}, {"two", {60, 15, 110, 35}, 90}, {"three", {120, 30, 170, 50}, 90}};
@@ -121,6 +132,17 @@ TEST(PlacedWords, HaveTheSpacesAndSignsOfTheRunningText)
     EXPECT_EQ(wordsOf({"by", "the", "window."}), "by_the_window.|");
     EXPECT_EQ(wordsOf({"мост", "был"}), "мост_был|");
     EXPECT_EQ(wordsOf({"书", "店", ",", "使用", "Qt", "5", "库"}), "书|店|，|使用|Qt_5|库|");
+}
+
+TEST(PlacedWords, AreNumberedByBlocksAndByLinesOfThePage)
+{
+    const ReadLine line{{{"word", {0, 0, 50, 20}, 90}}, {0, 0, 50, 20}};
+    ReadPage page = pageOf(line);
+    page.blocks = {{line, line}, {line}, {line, line}};
+    std::string numbers;
+    for (const PlacedWord& word : mirvak::placeWords(page).words)
+        numbers += std::to_string(word.block) + std::to_string(word.line) + " ";
+    EXPECT_EQ(numbers, "00 01 12 23 24 ");
 }
 
 TEST(PlacedWords, AreFollowedBackIntoThePictureAndNumbered)

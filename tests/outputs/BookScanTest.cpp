@@ -54,6 +54,7 @@ protected:
     QStringList names{QStringLiteral("first.jpg"), QStringLiteral("second.jpg")}; ///< of the pages to come
     std::vector<cv::Vec3b> saved;                                                 ///< the colour of each page
     QList<int> colourModes;                                                       ///< how
+    std::function<void()> whenSaved;                                              ///< a page; worker thread
     cv::Size given;
     std::pair<bool, int> asked; ///< fingers, page mode
     bool hasLeft = true;
@@ -69,6 +70,8 @@ protected:
                       EXPECT_NE(QThread::currentThread(), qApp->thread()) << "the window would stand still";
                       saved.push_back(static_cast<mirvak::Image*>(page)->pixels.at<cv::Vec3b>(0, 0));
                       colourModes << colourMode;
+                      if (whenSaved)
+                          whenSaved();
                       return names.isEmpty() ? QString() : names.takeFirst();
                   }};
 };
@@ -171,4 +174,22 @@ TEST_F(BookScanTest, OneAtATimeAndItCanBeCancelled)
     EXPECT_TRUE(desk.thumbnails.isEmpty());
     EXPECT_TRUE(messages.isEmpty()) << "no failure";
     EXPECT_EQ(desk.notices.size(), 2);
+}
+
+TEST_F(BookScanTest, CancelledAfterTheFirstPageItKeepsBothAndSaysNothing)
+{
+    std::promise<Job*> shown;
+    desk.whenShown = [&](Job& job) { shown.set_value(&job); };
+    Job* job = nullptr; // of the worker
+    book.setFlatten([&](void*, bool, int, void*& left, void*& right) {
+        job = shown.get_future().get();
+        left = makeImageHandle(8, 8, red);
+        right = makeImageHandle(8, 8, blue);
+        return code;
+    });
+    whenSaved = [&] { job->stop(); };
+    options.doublePage = true;
+    scanToTheEnd();
+    EXPECT_EQ(desk.thumbnails.size(), 2);
+    EXPECT_TRUE(desk.notices.isEmpty() && messages.isEmpty());
 }

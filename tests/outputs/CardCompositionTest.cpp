@@ -62,6 +62,26 @@ TEST_F(CardCompositionTest, AFirstSideThatCannotBeReadBackIsNone)
     EXPECT_TRUE(desk.notices[0].contains(QStringLiteral("cannot be read back")));
 }
 
+TEST_F(CardCompositionTest, GivenUpItForgetsTheFirstSideAndSaysSoOnce)
+{
+    QList<bool> sides; // whether there is one
+    QObject::connect(&composition, &CardComposition::firstSideChanged, [&](const QPixmap& side) {
+        sides << !side.isNull();
+    });
+    composition.giveUp();
+    EXPECT_TRUE(desk.notices.isEmpty() && sides.isEmpty()) << "there is nothing to give up";
+    composition.takeShot();
+    desk.notices.clear();
+    for (int i = 0; i < 2; ++i)
+        composition.giveUp();
+    expectIdle();
+    EXPECT_EQ(sides, (QList<bool>{true, false}));
+    EXPECT_EQ(desk.notices.size(), 1);
+    composition.takeShot(); // what comes next is a first side again
+    expectPending();
+    EXPECT_EQ(shown, 0);
+}
+
 TEST_F(CardCompositionTest, AFailureLeavesTheStateWhereItWas)
 {
     const QStringList files = desk.savesAs;

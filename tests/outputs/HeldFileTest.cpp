@@ -39,6 +39,14 @@ TEST(HeldFile, SeesEveryChangeAndKeepsWhatItHeld)
     EXPECT_TRUE(longer.isUnchanged()) << "it is only no longer under that name";
     EXPECT_EQ(contentOf(longer), "before and after");
     EXPECT_FALSE(longer.isSameAs(HeldFile(path)));
+    const std::string quick = folder.write("quick.png", "one");
+    const HeldFile first(QString::fromStdString(quick));
+    ASSERT_EQ(stat(quick.c_str(), &about), 0);
+    folder.write("quick.png", "two"); // within the same second
+    const timespec later[] = {about.st_atim,
+                              {about.st_mtim.tv_sec, (about.st_mtim.tv_nsec + 500) % 1000000000}};
+    ASSERT_EQ(utimensat(AT_FDCWD, quick.c_str(), later, 0), 0);
+    EXPECT_FALSE(first.isUnchanged());
     const HeldFile missing(QString::fromStdString(folder.file("missing")));
     EXPECT_FALSE(missing.isUnchanged() || missing.isSameAs(missing));
 }

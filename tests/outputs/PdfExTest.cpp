@@ -85,15 +85,19 @@ TEST_F(PdfExTest, ScansAndChosenFilesBecomeOnePdf)
 {
     settings::scanType.write(settings, 4);
     open();
-    desk.savesAs << save("扫描.jpg");
+    desk.pagesInShot = 2; // side by side
+    desk.savesAs << save("扫描.jpg") << save("other.jpg");
     click("Scanner");
+    EXPECT_EQ(names(), "扫描.jpg other.jpg");
+    QTest::keyClick(dialog.findChild<Thumbnail*>(), Qt::Key_End);
+    QTest::keyClick(dialog.findChild<Thumbnail*>(), Qt::Key_Delete);
     answers.chosenFiles = QStringList{save("b.png", Qt::green), save("c.jpeg", Qt::blue), save("d.bmp")};
     answers.chosenFiles << save("e.JPG", Qt::red, "JPG") << path("missing.jpg");
     click("AddImages");
     EXPECT_TRUE(note().contains(QStringLiteral("d.bmp, e.JPG"))) << qPrintable(note());
     // The missing one stands in the list until its picture has been looked for.
     EXPECT_TRUE(QTest::qWaitFor([&] { return names() == "扫描.jpg b.png c.jpeg"; }, 10000)) << names();
-    EXPECT_EQ(desk.colourModes, QList<int>{4});
+    EXPECT_EQ(desk.colourModes, (QList<int>{4, 4}));
     EXPECT_TRUE(desk.thumbnails.isEmpty());
     click("Pdf");
     ASSERT_TRUE(closes());
@@ -115,6 +119,8 @@ TEST_F(PdfExTest, TheListGivesTheOrderOfThePagesAndTakesMany)
         dialog.SetScannerImage(save(name));
     auto* list = dialog.findChild<QListWidget*>();
     EXPECT_EQ(list->dragDropMode(), QAbstractItemView::InternalMove);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(list->item(i)->flags() & Qt::ItemIsDropEnabled) << "a page falls between others";
     dialog.findChild<Thumbnail*>()->onMoveUp();
     QTest::keyClick(dialog.findChild<Thumbnail*>(), Qt::Key_Home);
     QTest::keyClick(dialog.findChild<Thumbnail*>(), Qt::Key_Delete);

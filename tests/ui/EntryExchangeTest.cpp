@@ -11,16 +11,20 @@
 
 namespace {
 
-void drop(QWidget* on, const QList<QUrl>& urls)
+void drag(QWidget* over, const QList<QUrl>& urls, bool isDropped)
 {
     QMimeData data;
     data.setUrls(urls);
     QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(on, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    EXPECT_EQ(enter.dropAction(), Qt::CopyAction) << "the other program keeps its file";
+    QDragMoveEvent move({6, 6}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    for (QDragMoveEvent* event : {static_cast<QDragMoveEvent*>(&enter), &move}) {
+        QCoreApplication::sendEvent(over, event);
+        ASSERT_TRUE(event->isAccepted());
+        EXPECT_EQ(event->dropAction(), Qt::CopyAction) << "the other program keeps its file";
+    }
     QDropEvent event({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(on, &event);
+    if (isDropped)
+        QCoreApplication::sendEvent(over, &event);
 }
 
 } // namespace
@@ -39,20 +43,23 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
     const auto click = [&](int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         QTest::mouseClick(entries->viewport(), Qt::LeftButton, keys, middleOf(row));
     };
+    const auto moveBeside = [&](int row) {
+        for (const int to : {-20, -60}) {
+            const QPoint at = middleOf(row) + QPoint(to, 0);
+            QMouseEvent move(QEvent::MouseMove,
+                             at,
+                             entries->viewport()->mapToGlobal(at),
+                             Qt::NoButton,
+                             Qt::LeftButton,
+                             Qt::NoModifier);
+            QApplication::sendEvent(entries->viewport(), &move);
+        }
+    };
     const auto dragFrom = [&](int row) {
         dragged.clear();
         QTest::mousePress(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row));
         const auto held = [&] { // the press arrives when it is no beginning of a scroll
-            for (const int to : {-20, -60}) {
-                const QPoint at = middleOf(row) + QPoint(to, 0);
-                QMouseEvent move(QEvent::MouseMove,
-                                 at,
-                                 entries->viewport()->mapToGlobal(at),
-                                 Qt::NoButton,
-                                 Qt::LeftButton,
-                                 Qt::NoModifier);
-                QApplication::sendEvent(entries->viewport(), &move);
-            }
+            moveBeside(row);
             return !dragged.isEmpty();
         };
         EXPECT_TRUE(QTest::qWaitFor(held));
@@ -81,6 +88,12 @@ TEST_F(AfterTheCapture, FilesAreDraggedOutAsCopiesAndPagesAreNumbered)
     entries->setCurrentRow(2);
     strip.onMoveUp(); // c.png
     EXPECT_EQ(spoken(1), QStringLiteral("Page 2: c.png"));
+    dragged.clear();
+    entries->setDragEnabled(false); // whose own drag would wait for the mouse
+    QTest::mousePress(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
+    moveBeside(0);
+    QTest::mouseRelease(entries->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0));
+    EXPECT_TRUE(dragged.isEmpty()) << "a page is moved in its list and is no file for others";
     const auto look = [&](int row) {
         return entries->viewport()->grab(entries->visualItemRect(entries->item(row))).toImage();
     };
@@ -98,7 +111,10 @@ TEST_F(AfterTheCapture, PicturesOfOtherProgramsAreTakenAndOthersSaid)
             QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))),
             QUrl(QStringLiteral("http://localhost/x.png")),
             QUrl::fromLocalFile(file(QStringLiteral("an offer of the printing office.txt")))};
-        drop(pages ? entries->viewport() : static_cast<QWidget*>(&strip), urls);
+        QWidget* const over = pages ? entries->viewport() : static_cast<QWidget*>(&strip);
+        drag(over, urls, false);
+        EXPECT_TRUE(names().isEmpty()) << "it may be carried on";
+        drag(over, urls, true);
         EXPECT_EQ(names(), QStringList{QStringLiteral("ä 1.png")});
         EXPECT_TRUE(said().contains(QStringLiteral("notes.txt, x.png, an offer of…g office.txt")))
             << qPrintable(said());

@@ -78,6 +78,7 @@ TEST_F(ControlPanelTest, ShowsWhatTheCameraOffersAndTellsWhatTheHandDoes)
     }
 
     offer(true);
+    EXPECT_EQ(entries.count(), 2) << "each only once";
     EXPECT_TRUE(find<QCheckBox>("checkExposure").isChecked());
     EXPECT_FALSE(slider("sliderExposure").isEnabled());
     find<QCheckBox>("checkExposure").click();
@@ -216,4 +217,12 @@ TEST(PictureClicks, TellsOfSingleClicksOnThePictureOnly)
     press({400, 200}, {400, 200});
     ASSERT_EQ(toldNow(), 2);
     EXPECT_EQ(told[1][0].toPointF(), QPointF(0.5, 0.5));
+    view.SetImageData(plain({400, 200}, Qt::red)); // fills the view
+    QCoreApplication::processEvents();
+    press({200, 300}, {200, 300});
+    ASSERT_EQ(toldNow(), 3);
+    EXPECT_EQ(told[2][0].toPointF(), QPointF(0.25, 0.75));
+    press({200, 300}, {200, 300});
+    clicks.setEnabled(false); // before it was certain that no second click comes
+    EXPECT_EQ(toldNow(), 3);
 }

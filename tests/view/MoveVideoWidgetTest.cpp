@@ -111,7 +111,12 @@ TEST_F(MoveVideoWidgetTest, IsDraggedOnThePictureAndCarriedAlong)
     mouse(*inset, QEvent::MouseButtonPress, grip, Qt::RightButton);
     mouse(*inset, QEvent::MouseMove, grip - QPoint(60, 40));
     EXPECT_EQ(inset->pos(), start) << "by the left button only";
-    drag({-60, -40});
+    mouse(*inset, QEvent::MouseButtonPress, grip);
+    mouse(*inset, QEvent::MouseButtonRelease, grip, Qt::RightButton); // of another button
+    mouse(*inset, QEvent::MouseMove, grip - QPoint(20, 10));
+    mouse(*inset, QEvent::MouseButtonRelease, grip);
+    EXPECT_EQ(inset->pos(), start - QPoint(20, 10));
+    drag({-40, -30});
     EXPECT_EQ(inset->pos(), start + QPoint(-60, -40));
     drag({-5000, -5000});
     EXPECT_EQ(inset->GetOffsetPos(), QPoint(0, 0));

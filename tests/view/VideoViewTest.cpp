@@ -59,11 +59,10 @@ TEST_F(VideoViewTest, ZoomsByWheelAndKeysWithinItsLimitsAndPansByDragging)
         wheel(*view_, {0, -120});
     EXPECT_EQ(view_->zoom(), 0.1);
     EXPECT_EQ(view_->GetImageCurrentSize(), QSize(40, 30));
-    wheel(*view_, {0, 0});
-    EXPECT_EQ(view_->zoom(), 0.1);
     wheel(*view_, {0, 120});
     wheel(*view_, {0, 120});
     wheel(*view_, {30, 0}); // sideways counts as out
+    wheel(*view_, {0, 0});  // the end of a gesture is no turn
     EXPECT_EQ(view_->zoom(), 0.2);
     for (int step = 0; step < 30; ++step)
         view_->SetHotKeyZoom(1);

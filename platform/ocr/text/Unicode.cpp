@@ -99,8 +99,10 @@ bool isCyrillic(char32_t c)
 
 bool isLowercase(char32_t c)
 {
-    if (within(c, 0x100, 0x24f)) // capital and small letter take turns there
-        return c % 2 == 1;
+    // Capital and small letter take turns there; in some rows the capitals are the odd ones.
+    const bool isSecondEven = within(c, 0x139, 0x148) || within(c, 0x179, 0x17e) || within(c, 0x1cd, 0x1dc);
+    if (within(c, 0x100, 0x24f))
+        return c % 2 == (isSecondEven ? 0 : 1);
     return within(c, U'a', U'z') || (within(c, 0xdf, 0xff) && c != 0xf7) || within(c, 0x3ac, 0x3ce) ||
            within(c, 0x430, 0x45f);
 }
