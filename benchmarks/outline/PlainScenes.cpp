@@ -119,27 +119,60 @@ void fill(PlainScene& scene, cv::RNG& random)
 
 } // namespace
 
+namespace {
+
+/// A scene on its desk before the light falls on it.
+class Still
+{
+public:
+    Still(made::Desk desk, cv::Size picture, unsigned seed)
+        : random(seed * 7919 + static_cast<unsigned>(desk) * 31 + 5), seed_(seed)
+    {
+        random.next();
+        light_.darkest = random.uniform(0.5, 1.0);
+        light_.shadow = random.uniform(0, 3) ? 1 : random.uniform(0.4, 0.8);
+        light_.noise = random.uniform(1.0, 5.0);
+        shadow = random.uniform(0.6, 0.95);
+        scene.picture = made::desk(picture, desk, seed);
+    }
+
+    PlainScene lit()
+    {
+        made::shine(scene.picture, light_, seed_);
+        return scene;
+    }
+
+    cv::RNG random;
+    double shadow;
+    PlainScene scene;
+
+private:
+    made::Light light_;
+    unsigned seed_;
+};
+
+} // namespace
+
 PlainScene makePlainScene(made::Desk desk, cv::Size picture, unsigned seed)
 {
-    cv::RNG random(seed * 7919 + static_cast<unsigned>(desk) * 31 + 5);
-    random.next();
-    made::Light light;
-    light.darkest = random.uniform(0.5, 1.0);
-    light.shadow = random.uniform(0, 3) ? 1 : random.uniform(0.4, 0.8);
-    light.noise = random.uniform(1.0, 5.0);
-    const double shadow = random.uniform(0.6, 0.95);
-    PlainScene scene{made::desk(picture, desk, seed), {}};
-    const int kind = random.uniform(0, 12); // half of them a page on a desk
+    Still still(desk, picture, seed);
+    const int kind = still.random.uniform(0, 12); // half of them a page on a desk
     if (kind < 6)
-        layPage(scene, shadow, random);
+        layPage(still.scene, still.shadow, still.random);
     else if (kind < 8)
-        layCutOffPage(scene, shadow, random);
+        layCutOffPage(still.scene, still.shadow, still.random);
     else if (kind == 8)
-        layBook(scene, shadow, random);
+        layBook(still.scene, still.shadow, still.random);
     else if (kind == 9)
-        layPens(scene, random);
+        layPens(still.scene, still.random);
     else if (kind == 10)
-        fill(scene, random);
-    made::shine(scene.picture, light, seed);
-    return scene;
+        fill(still.scene, still.random);
+    return still.lit();
+}
+
+PlainScene makeBookScene(made::Desk desk, cv::Size picture, unsigned seed)
+{
+    Still still(desk, picture, seed);
+    layBook(still.scene, still.shadow, still.random);
+    return still.lit();
 }

@@ -12,4 +12,7 @@ struct PlainScene
     std::optional<made::Corners> sheet; ///< what is in the picture of it; nothing where none is to be found
 };
 
+constexpr int plainDesks = 6;
 PlainScene makePlainScene(made::Desk desk, cv::Size picture, unsigned seed);
+/// An open book. Where its pages' edges sink towards the fold, no outline is right.
+PlainScene makeBookScene(made::Desk desk, cv::Size picture, unsigned seed);

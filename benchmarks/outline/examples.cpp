@@ -4,14 +4,11 @@
 //   are found without the map.
 // FILE: for each scene the number of outlines (int32), then for each of them floats: 1 when it is right else
 // 0, 1 when it leaves the picture, the Evidence, the PageEvidence.
+#include "LearningScenes.h"
 #include "OutlineJudge.h"
-#include "OutlineScenes.h"
 #include "PageCandidates.h"
-#include "PlainScenes.h"
 #include "QuadOverlap.h"
 #include "SheetEvidence.h"
-
-#include <QGuiApplication>
 
 #include <cstdint>
 #include <cstdio>
@@ -22,8 +19,7 @@
 namespace {
 
 constexpr double goodOverlap = 0.93; // in the small picture; the full one places the sides more finely
-constexpr int plainDesks = 6, misledEach = 12;
-const cv::Size frame(1280, 960);
+constexpr int misledEach = 12;
 
 /// Finds all outlines of one scene after the other and writes down what speaks for each.
 class Examples
@@ -40,7 +36,6 @@ public:
         write(sheet);
         before_ = picture;
     }
-    bool isWritten() const { return std::ferror(file_) == 0; }
 
 private:
     void gather(const std::vector<mirvak::QuadFinder::Quad>& quads)
@@ -76,41 +71,19 @@ private:
     std::vector<mirvak::PageEvidence> pageEvidence_;
 };
 
-void addScenes(Examples& examples, unsigned seed)
-{
-    for (size_t desk = 0; desk < desktops::names.size(); ++desk) {
-        const auto kind = static_cast<desktops::Kind>(desk);
-        const OutlineScene scene = makeOutlineScene(kind, frame, seed);
-        examples.add(scene.picture, scene.sheet);
-        if (seed % 2 == 0)
-            examples.add(makeEmptyDesk(kind, frame, seed), {});
-    }
-    for (int desk = 0; desk < plainDesks; ++desk) {
-        const PlainScene scene = makePlainScene(static_cast<made::Desk>(desk), frame, seed);
-        examples.add(scene.picture, scene.sheet);
-    }
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc < 2) {
-        std::fputs("judge_examples FILE [SCENES [SEED [sheets]]]\n", stderr);
-        return 2;
-    }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    cv::setNumThreads(1);
-    const unsigned scenes = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 100;
-    const unsigned seed = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1000;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(argv[1], "wb"), std::fclose);
-    if (!file) {
-        std::perror(argv[1]);
-        return 1;
-    }
-    Examples examples(file.get(), argc < 5);
-    for (unsigned i = seed; i < seed + scenes; ++i)
-        addScenes(examples, i);
-    return examples.isWritten() && std::fflush(file.get()) == 0 ? 0 : 1;
+    return writeExamples(
+        argc,
+        argv,
+        "judge_examples FILE [SCENES [SEED [sheets]]]",
+        [](std::FILE* file, bool withoutMap) {
+            return [examples = std::make_shared<Examples>(file, !withoutMap)](
+                       const cv::Mat& picture, const std::optional<Corners>& sheet) {
+                examples->add(picture, sheet);
+            };
+        },
+        [](unsigned seed, bool, const UseScene& use) { forScenesOf(seed, use); });
 }

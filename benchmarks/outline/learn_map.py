@@ -44,18 +44,35 @@ LAYERS = [
 ]
 
 
-class SheetNet(nn.Module):
+class Folding:
+    """What a network of `layers` and their batch normalisations `norms`, the one named `last` without, becomes."""
+
+    def folded(self):
+        """Name, weights (out, in, 3, 3) and offsets of each layer as plain convolutions."""
+        for name, layer in self.layers.items():
+            weights = layer.weight.detach()
+            if name == self.last:
+                yield name, weights, layer.bias.detach()
+                continue
+            norm = self.norms[name]
+            scale = norm.weight.detach() / torch.sqrt(norm.running_var + norm.eps)
+            yield name, weights * scale[:, None, None, None], norm.bias.detach() - scale * norm.running_mean
+
+
+class SheetNet(Folding, nn.Module):
+    last = "map"
+
     def __init__(self):
         super().__init__()
         self.layers, self.norms = nn.ModuleDict(), nn.ModuleDict()
         for name, channels_in, channels_out, step, reach in LAYERS:
-            self.layers[name] = nn.Conv2d(channels_in, channels_out, 3, step, reach, reach, bias=name == "map")
-            if name != "map":
+            self.layers[name] = nn.Conv2d(channels_in, channels_out, 3, step, reach, reach, bias=name == self.last)
+            if name != self.last:
                 self.norms[name] = nn.BatchNorm2d(channels_out)
 
     def run(self, name, x):
         x = self.layers[name](x)
-        return x if name == "map" else functional.relu(self.norms[name](x))
+        return x if name == self.last else functional.relu(self.norms[name](x))
 
     def forward(self, x):
         def larger(small, like):
@@ -70,17 +87,6 @@ class SheetNet(nn.Module):
         fine = fine + larger(self.run("middleUp", middle), fine)
         look = look + larger(self.run("fineUp", fine), look)
         return self.run("map", self.run("lookUp", look))
-
-    def folded(self):
-        """Weights (out, in, 3, 3) and offsets of each layer as plain convolutions."""
-        for name, *_ in LAYERS:
-            weights = self.layers[name].weight.detach()
-            if name == "map":
-                yield name, weights, self.layers[name].bias.detach()
-                continue
-            norm = self.norms[name]
-            scale = norm.weight.detach() / torch.sqrt(norm.running_var + norm.eps)
-            yield name, weights * scale[:, None, None, None], norm.bias.detach() - scale * norm.running_mean
 
 
 def light_normalised(x):
@@ -188,11 +194,12 @@ def learn(net, scenes, minutes, most):
                 print(f"{batches} batches, loss {recent:.4f}; kept aside: {judge(net, scenes)}", flush=True)
 
 
-def write(net, path):
+def write(net, path, namespace="sheetweights", program="learn_map.py"):
     """Whole numbers of 8 bits, each output's with a factor of its own."""
     with open(path, "w", encoding="ascii") as file:
-        file.write("#pragma once\n\n#include <array>\n#include <cstdint>\n\nnamespace mirvak::sheetweights {\n\n")
-        file.write("// Learnt by learn_map.py in benchmarks/outline, which says how. Not to be changed by hand.\n")
+        file.write("#pragma once\n\n#include <array>\n#include <cstdint>\n\n")
+        file.write(f"namespace mirvak::{namespace} {{\n\n")
+        file.write(f"// Learnt by {program} in benchmarks/outline, which says how. Not to be changed by hand.\n")
         file.write("// Of each layer the 3 x 3 taps of each input for each output (output, input, row, column), then\n")
         file.write("// for each output the factor of its taps and the offset of its sum.\n// clang-format off\n")
         for name, weights, offsets in net.folded():
@@ -209,7 +216,8 @@ def write(net, path):
                 for i in range(0, len(rows), 8):
                     file.write("    " + ", ".join(rows[i : i + 8]) + ",\n")
                 file.write("};\n")
-        file.write("// clang-format on\n\n} // namespace mirvak::sheetweights\n")
+        file.write("// clang-format on\n\n")
+        file.write(f"}} // namespace mirvak::{namespace}\n")
 
 
 def main():

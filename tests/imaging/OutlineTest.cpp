@@ -214,7 +214,8 @@ TEST(Outline, liesOnThePagesOfTheDesk)
 }
 
 // Half of a spread is a straight-edged thing of paper too, but cropping to it loses the other half. The lines
-// of both pages sink towards the fold, so that the whole is no straight-edged thing.
+// of both pages sink towards the fold, so that the whole is no straight-edged thing: an outline of it is off
+// by what they sink at most.
 TEST(Outline, doesNotHalveAnOpenBook)
 {
     const auto page = [](unsigned seed) {
@@ -238,7 +239,7 @@ TEST(Outline, doesNotHalveAnOpenBook)
             made::shine(book, {0.8, 1, 2});
             if (const auto outline = mirvak::findOutline(book)) {
                 EXPECT_LE(errorOf(outline->corners, {left[0], right[1], right[2], left[3]}),
-                          2 * previewTolerance)
+                          2 * previewTolerance + sink)
                     << static_cast<int>(desk) << " sinking by " << sink;
             }
             made::lay(single, page(1), left);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -62,5 +63,19 @@ private:
     int padded_;                           ///< outputs as the next multiple of four
     std::vector<float> weights_, offsets_; ///< (row, column, input, output)
 };
+
+/// A layer of learnt weights, as ConvLayer takes them.
+template <size_t weights, size_t outputs>
+ConvLayer layerOf(const std::array<int8_t, weights>& taps,
+                  const std::array<float, outputs>& factors,
+                  const std::array<float, outputs>& offsets,
+                  int step = 1,
+                  int reach = 1,
+                  bool isRectified = true)
+{
+    const ConvLayer::Shape shape{
+        static_cast<int>(weights / outputs / 9), static_cast<int>(outputs), step, reach, isRectified};
+    return {shape, taps.data(), factors.data(), offsets.data()};
+}
 
 } // namespace mirvak

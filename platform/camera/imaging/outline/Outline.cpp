@@ -1,5 +1,6 @@
 #include "Outline.h"
 
+#include "CloseLook.h"
 #include "OutlineJudge.h"
 #include "PageCandidates.h"
 #include "QuadCheck.h"
@@ -29,6 +30,7 @@ struct OutlineFinder::Work
 {
     PageCandidates candidates;
     OutlineJudge judge;
+    CloseLook close;
 };
 
 OutlineFinder::OutlineFinder() : work_(std::make_unique<Work>()) {}
@@ -42,8 +44,10 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
         return std::nullopt;
     const PageCandidates& candidates = work_->candidates;
     const auto& quads = work_->candidates.find(rgb);
-    std::optional<Outline> found =
-        choose(work_->judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map()));
+    std::vector<Outline> outlines =
+        work_->judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map());
+    work_->close.weigh(outlines, candidates.planes(), candidates.edges());
+    std::optional<Outline> found = choose(outlines);
     mayLeave_ = !found && candidates.map().hasSheetAtBorder();
     if (found)
         found->corners = candidates.look().inPicture(snapSides(candidates.edges(), found->corners));
