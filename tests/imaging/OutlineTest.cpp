@@ -138,6 +138,29 @@ TEST(Outline, isThatOfTheWholeUppermostSheetWhateverIsPrintedOnIt)
     }
 }
 
+// What the sides say is not enough here: seen as a whole the one is a sheet and the other is none.
+TEST(Outline, isToldByALookAtTheSheetWhereItsSidesSayLittle)
+{
+    made::Light shaded;
+    shaded.darkest = 0.7;
+    shaded.shadow = 0.5;
+    shaded.noise = 3;
+    cv::Mat picture = made::desk(frame, Desk::light);
+    const Corners page = made::placed({860, 620}, {620, 877}, -11, 0.04);
+    made::lay(picture, made::blankPage({1000, 1414}), page, 0.8);
+    made::shine(picture, shaded);
+    expectFound(picture, page, "a plain page on white, half in a shadow");
+
+    cv::Mat pile = made::desk(frame, Desk::dark);
+    made::lay(pile, made::tablePage({1000, 1414}), made::placed({600, 560}, {760, 1070}, 38), 0.8);
+    const Corners receipt = made::placed({860, 620}, {230, 900}, 24, 0.04);
+    made::lay(pile, made::textPage({300, 1200}, 24), receipt);
+    made::shine(pile, shaded);
+    if (const auto outline = mirvak::findOutline(pile)) {
+        EXPECT_LE(errorOf(outline->corners, receipt), 2 * previewTolerance) << "a part of the sheet below";
+    }
+}
+
 TEST(Outline, endsAtTheBorderOfThePictureWhateverTheRowStride)
 {
     cv::Mat wide(frame.height + 10, frame.width + 37, CV_8UC3, cv::Scalar::all(0));
