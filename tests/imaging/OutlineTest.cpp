@@ -138,6 +138,17 @@ TEST(Outline, isThatOfTheWholeUppermostSheetWhateverIsPrintedOnIt)
     }
 }
 
+TEST(Outline, isRefinedWherePaperIsHardlyLighterThanTheDesk)
+{
+    cv::Mat picture(frame, CV_8UC3, cv::Scalar::all(200)), sheet(99, 70, CV_8UC3, cv::Scalar::all(209));
+    const Corners page = made::placed({820, 606}, {700, 990}, 7);
+    made::lay(picture, sheet, page);
+    mirvak::Outline seen{page, 1};
+    for (cv::Point2d& corner : seen.corners)
+        corner += cv::Point2d(4, -3);
+    EXPECT_LE(errorOf(mirvak::refineOutline(picture, seen).corners, page), 1);
+}
+
 // What the sides say is not enough here: seen as a whole the one is a sheet and the other is none.
 TEST(Outline, isToldByALookAtTheSheetWhereItsSidesSayLittle)
 {

@@ -1,6 +1,7 @@
 #include "SheetFinder.h"
 #include "MadeDesks.h"
 #include "QuadOverlap.h"
+#include "ReadingOrder.h"
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,18 @@ TEST_P(SheetsOnDesk, AreToldApartInReadingOrder)
 INSTANTIATE_TEST_SUITE_P(Sheets,
                          SheetsOnDesk,
                          ::testing::Values(Desk::light, Desk::dark, Desk::wood, Desk::noisy, Desk::coloured));
+
+TEST(Sheets, AreReadAsARowWhereTheyShareHalfOfTheirHeight)
+{
+    const auto box = [](double x, double y) {
+        return mirvak::Outline{{{{x, y}, {x + 80, y}, {x + 80, y + 100}, {x, y + 100}}}, 1};
+    };
+    for (const auto& [lower, isRow] : {std::pair(40.0, true), {60.0, false}}) {
+        std::vector<mirvak::Outline> sheets{box(200, 0), box(0, lower)};
+        mirvak::sortForReading(sheets);
+        EXPECT_EQ(sheets[0].corners[0].x, isRow ? 0 : 200) << lower;
+    }
+}
 
 TEST(Sheets, AreFoundOnPatternedClothToo)
 {

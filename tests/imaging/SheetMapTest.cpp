@@ -3,6 +3,7 @@
 #include "LineFinder.h"
 #include "MadePages.h"
 #include "OutlineJudge.h"
+#include "QuadOverlap.h"
 #include "SmallLook.h"
 
 #include <gtest/gtest.h>
@@ -140,6 +141,35 @@ TEST(SheetMap, showsTheUppermostSheetAndNothingOfAnEmptyDesk)
             EXPECT_EQ(map.quiet().at<uchar>(middle), 0) << "side " << i;
         }
     }
+}
+
+TEST(SheetMap, itsQuadrilateralsLieAboutTheMiddleOfTheSheet)
+{
+    mirvak::SmallLook look;
+    mirvak::SheetMap map;
+    cv::Point2d off(0, 0);
+    int shown = 0;
+    for (const made::Desk desk : {made::Desk::light, made::Desk::dark, made::Desk::wood}) {
+        for (const double degrees : {12, -25}) {
+            auto sheet = made::placed({640, 480}, {560, 760}, degrees, 0.05);
+            cv::Mat picture = made::desk({1280, 960}, desk);
+            made::lay(picture, made::textPage({1000, 1357}, 30), sheet, 0.8);
+            made::shine(picture, {});
+            map.build(look.build(picture));
+            for (cv::Point2d& corner : sheet)
+                corner = look.reduction().toReduced(corner);
+            for (const auto& corners : map.quadrilaterals()) {
+                EXPECT_GT(mirvak::overlapOf(corners, sheet), 0.85);
+                for (size_t i = 0; i < 4; ++i)
+                    off += 0.25 * (corners[i] - sheet[i]);
+                ++shown;
+            }
+        }
+    }
+    ASSERT_GE(shown, 6);
+    // One errs by a cell of eight pixels, all of them to no side.
+    EXPECT_NEAR(off.x / shown, 0, 1.5);
+    EXPECT_NEAR(off.y / shown, 0, 1.5);
 }
 
 // Cells of eight pixels, the picture ends within one: no edge of a quiet cell counts, and each of another
