@@ -95,7 +95,8 @@ inline QString savePath(ConfigSettings& store)
 {
     const QString fallback =
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/ScannerImage");
-    return Setting<QString>{"Save_Path", fallback}.read(store);
+    const QString chosen = Setting<QString>{"Save_Path", fallback}.read(store);
+    return chosen.isEmpty() ? fallback : chosen;
 }
 
 inline void setSavePath(ConfigSettings& store, const QString& directory)

@@ -251,9 +251,7 @@ void PdfEx::onWritten(const pdfFile::Result& result)
 void PdfEx::onOpenPath()
 {
     ConfigSettings store;
-    const QString folder = settings::savePath(store);
-    if (!folder.isEmpty())
-        ShowNote(FileHandover::openFolder(folder));
+    ShowNote(FileHandover::openFolder(settings::savePath(store)));
 }
 
 void PdfEx::onClosePdf()

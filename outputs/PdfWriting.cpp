@@ -4,21 +4,26 @@ std::shared_ptr<Job>
 PdfWriting::start(const QStringList& pictures, const QString& path, const pdfFile::Form& form)
 {
     job_ = std::make_shared<Job>();
-    worker_ = std::thread([this, pictures, path, form] {
-        const pdfFile::Result result = pdfFile::write(camera_, pictures, path, job_.get(), form);
-        const auto report = [this, result] {
-            finish();
-            Q_EMIT done(result);
-        };
-        QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
+    const bool isStarted = worker_.start([this, job = job_, pictures, path, form] {
+        report(pdfFile::write(camera_, pictures, path, job.get(), form));
     });
+    if (!isStarted)
+        report({path, {}, MIRVAK_NO_MEMORY});
     return job_;
+}
+
+void PdfWriting::report(const pdfFile::Result& result)
+{
+    const auto tell = [this, result] {
+        finish();
+        Q_EMIT done(result);
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void PdfWriting::finish()
 {
-    if (worker_.joinable())
-        worker_.join();
+    worker_.finish();
     job_.reset();
 }
 

@@ -37,8 +37,7 @@ ThumbnailLoader::~ThumbnailLoader()
         isEnding_ = true;
     }
     changed_.notify_one();
-    if (worker_.joinable())
-        worker_.join();
+    worker_.finish();
 }
 
 QSize ThumbnailLoader::sizeOf(const QString& path)
@@ -57,8 +56,7 @@ void ThumbnailLoader::load(const QString& path, const QSize& room)
             waiting_.push_back({path, room});
     }
     changed_.notify_one();
-    if (!worker_.joinable())
-        worker_ = std::thread([this] { work(); });
+    isWorking_ = isWorking_ || worker_.start([this] { work(); });
 }
 
 void ThumbnailLoader::drop(const QString& path)

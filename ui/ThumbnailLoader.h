@@ -1,12 +1,13 @@
 #pragma once
 
+#include "Workers.h"
+
 #include <QImage>
 #include <QObject>
 
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <thread>
 
 /// Makes small pictures of picture files on a thread of its own, one after the other in the order they were
 /// asked for. A JPEG is decoded at no more than the size it takes. GUI thread only.
@@ -45,5 +46,6 @@ private:
     std::condition_variable changed_;
     std::deque<Job> waiting_; // guarded by mutex_
     bool isEnding_ = false;   // guarded by mutex_
-    std::thread worker_;      // from the first job on
+    bool isWorking_ = false;  // from the first job on
+    Workers worker_;          // last: it uses the others
 };

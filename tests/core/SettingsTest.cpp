@@ -37,6 +37,9 @@ TEST_F(SettingsTest, MissingValuesHaveTheirDefaults)
     EXPECT_EQ(settings::autoScanType.read(settings), 1);
     EXPECT_EQ(settings::autoScanDelay.read(settings), 5);
     EXPECT_TRUE(settings::savePath(settings).endsWith(QStringLiteral("/ScannerImage")));
+    settings::setSavePath(settings, QString());
+    EXPECT_TRUE(settings::savePath(settings).endsWith(QStringLiteral("/ScannerImage")))
+        << "not the root folder";
 }
 
 TEST_F(SettingsTest, ValuesOfAnotherTypeGiveTheDefault)
