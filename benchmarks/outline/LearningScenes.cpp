@@ -1,6 +1,7 @@
 #include "LearningScenes.h"
 
 #include "PlainScenes.h"
+#include "map/MapScenes.h"
 
 #include <QGuiApplication>
 
@@ -22,11 +23,17 @@ void forScenesOf(unsigned seed, const UseScene& use)
     }
 }
 
+void forSmallScenesOf(unsigned seed, const UseScene& use)
+{
+    for (const auto& scene : {sheetmap::makeMapScene(seed), sheetmap::makeStackScene(seed)})
+        use(scene.picture, scene.sheet);
+}
+
 int writeExamples(int argc,
                   char** argv,
                   const char* usage,
-                  const std::function<UseScene(std::FILE* file, bool hasOption)>& use,
-                  const std::function<void(unsigned seed, bool hasOption, const UseScene& use)>& scenes)
+                  const std::function<UseScene(std::FILE* file, const std::string& option)>& use,
+                  const std::function<void(unsigned seed, const UseScene& use)>& scenes)
 {
     if (argc < 2) {
         std::fprintf(stderr, "%s\n", usage);
@@ -42,9 +49,13 @@ int writeExamples(int argc,
         std::perror(argv[1]);
         return 1;
     }
-    const bool hasOption = argc > 4;
-    const UseScene write = use(file.get(), hasOption);
-    for (unsigned seed = first; seed < first + count; ++seed)
-        scenes(seed, hasOption, write);
+    const std::string option = argc > 4 ? argv[4] : "";
+    const UseScene write = use(file.get(), option);
+    for (unsigned seed = first; seed < first + count; ++seed) {
+        if (option == "small")
+            forSmallScenesOf(seed, write);
+        else
+            scenes(seed, write);
+    }
     return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0 ? 0 : 1;
 }

@@ -1,7 +1,7 @@
 // What learn_judge.py learns from: the evidence of all that may be an outline, in scenes of which the corners
 // are known.
-//   judge_examples FILE [SCENES [SEED [sheets]]]   SCENES of each kind of desk; with `sheets` the outlines
-//   are found without the map.
+//   judge_examples FILE [SCENES [SEED [sheets|small]]]   SCENES of each kind of desk; with `sheets` the
+//   outlines are found without the map, with `small` the scenes are those of map_scenes
 // FILE: for each scene the number of outlines (int32), then for each of them floats: 1 when it is right else
 // 0, 1 when it leaves the picture, the Evidence, the PageEvidence.
 #include "LearningScenes.h"
@@ -78,12 +78,12 @@ int main(int argc, char** argv)
     return writeExamples(
         argc,
         argv,
-        "judge_examples FILE [SCENES [SEED [sheets]]]",
-        [](std::FILE* file, bool withoutMap) {
-            return [examples = std::make_shared<Examples>(file, !withoutMap)](
+        "judge_examples FILE [SCENES [SEED [sheets|small]]]",
+        [](std::FILE* file, const std::string& option) {
+            return [examples = std::make_shared<Examples>(file, option != "sheets")](
                        const cv::Mat& picture, const std::optional<Corners>& sheet) {
                 examples->add(picture, sheet);
             };
         },
-        [](unsigned seed, bool, const UseScene& use) { forScenesOf(seed, use); });
+        forScenesOf);
 }

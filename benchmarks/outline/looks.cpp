@@ -10,7 +10,6 @@
 #include "PageCandidates.h"
 #include "PlainScenes.h"
 #include "QuadOverlap.h"
-#include "map/MapScenes.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -55,17 +54,13 @@ int main(int argc, char** argv)
         argc,
         argv,
         "look_examples FILE [SCENES [SEED [small]]]",
-        [](std::FILE* file, bool) {
+        [](std::FILE* file, const std::string&) {
             return [examples = std::make_shared<Examples>(file)](const cv::Mat& picture,
                                                                  const std::optional<Corners>& sheet) {
                 examples->add(picture, sheet);
             };
         },
-        [](unsigned seed, bool isSmall, const UseScene& use) {
-            if (isSmall) {
-                const sheetmap::MapScene scene = sheetmap::makeMapScene(seed);
-                return use(scene.picture, scene.sheet);
-            }
+        [](unsigned seed, const UseScene& use) {
             forScenesOf(seed, use);
             for (int desk = 0; desk < plainDesks; ++desk) { // which it takes for pages where it has seen few
                 const PlainScene book = makeBookScene(static_cast<made::Desk>(desk), learningFrame, seed);

@@ -1,202 +1,13 @@
 #include "MapScenes.h"
 
-#include "Grounds.h"
 #include "QuadOverlap.h"
 #include "Sheets.h"
 #include "Shot.h"
+#include "Table.h"
 
 namespace sheetmap {
 
 namespace {
-
-const cv::Size frame(sceneWidth, sceneHeight);
-
-cv::Matx33d scaled(double factor, double x, double y)
-{
-    return {factor, 0, x, 0, factor, y, 0, 0, 1};
-}
-
-cv::Matx33d turned(double angle, double x = 0, double y = 0)
-{
-    return {std::cos(angle), -std::sin(angle), x, std::sin(angle), std::cos(angle), y, 0, 0, 1};
-}
-
-/// A plane under a tilted camera, its unit the length of a frame's side at its middle.
-cv::Matx33d anyTilt(Chance& chance)
-{
-    const double tilt = chance.happens(0.5) ? chance.between(0, 0.14) : chance.between(0.1, 0.45);
-    const double from = chance.between(0, 2 * CV_PI), distance = chance.between(1.1, 2.2);
-    const cv::Matx33d lean(
-        std::cos(tilt), 0, 0, 0, 1, 0, std::sin(tilt) / distance, 0, 1); // farther to the right
-    return turned(from) * lean * turned(-from);
-}
-
-cv::Point2d mapped(const cv::Matx33d& way, const cv::Point2d& point)
-{
-    const cv::Vec3d p = way * cv::Vec3d(point.x, point.y, 1);
-    return {p[0] / p[2], p[1] / p[2]};
-}
-
-Corners cornersOf(const cv::Matx33d& way, const cv::Size& size)
-{
-    return {mapped(way, {-0.5, -0.5}),
-            mapped(way, {size.width - 0.5, -0.5}),
-            mapped(way, {size.width - 0.5, size.height - 0.5}),
-            mapped(way, {-0.5, size.height - 0.5})};
-}
-
-class Table
-{
-public:
-    Table(Chance& chance, bool withPatterns) : chance_(chance)
-    {
-        tilt_ = scaled(1, 0.5 * frame.width, 0.5 * frame.height) * scaled(frame.width, 0, 0) *
-                anyTilt(chance) * scaled(1.0 / frame.width, 0, 0);
-        const cv::Mat ground = makeGround({420, 420}, chance, withPatterns);
-        desk_ = ground.at<Colour>(chance.below(420), chance.below(420));
-        cv::warpPerspective(ground,
-                            picture_,
-                            tilt_ * turned(chance.happens(0.5) ? 0 : chance.between(0, CV_PI)) *
-                                scaled(chance.spread(0.8, 1.8), -210, -210),
-                            frame,
-                            cv::INTER_LINEAR,
-                            cv::BORDER_REFLECT);
-    }
-
-    const Colour& desk() const { return desk_; }
-    cv::Mat& picture() { return picture_; }
-
-    Corners seen(const PaperSheet& paper, const cv::Matx33d& place) const
-    {
-        return cornersOf(tilt_ * place, paper.image.size());
-    }
-
-    /// @param place  from the sheet's pixels to the plane
-    Corners lay(const PaperSheet& paper, const cv::Matx33d& place)
-    {
-        const cv::Size size = paper.image.size();
-        const cv::Matx33d way = tilt_ * place;
-        cv::Mat shape(size, CV_8UC1, cv::Scalar(255)), mask, image;
-        round(shape, paper.roundness);
-        cv::warpPerspective(shape, mask, way, frame, cv::INTER_LINEAR);
-        cv::warpPerspective(paper.image, image, way, frame, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
-        throwShadow(mask);
-        if (chance_.happens(0.3)) // the edge itself catches light or lies in the dark
-            rim(mask);
-        picture_.forEach<Colour>([&](Colour& pixel, const int* at) {
-            const float share = mask.at<uchar>(at[0], at[1]) / 255.0F;
-            if (share > 0)
-                pixel = share * Colour(image.at<cv::Vec3b>(at[0], at[1])) + (1 - share) * pixel;
-        });
-        return cornersOf(way, size);
-    }
-
-    /// A finger, a pen, a cable.
-    void layBar(const cv::Point2d& from, const cv::Point2d& to, double wide, const Colour& colour)
-    {
-        for (int i = 0; i < 4; ++i)
-            cv::line(picture_,
-                     from,
-                     to,
-                     cv::Scalar(colour * static_cast<float>(0.7 + 0.1 * i)),
-                     std::max(1, cvRound(wide * (1 - 0.22 * i))),
-                     cv::LINE_AA);
-    }
-
-    /// Small things that lie about: cups, telephones, mice, the edge of the desk.
-    void clutter()
-    {
-        for (int i = 0; i < 3 && chance_.happens(0.4); ++i) {
-            const cv::Point at(chance_.below(frame.width), chance_.below(frame.height));
-            const Colour colour = chance_.any();
-            const int size = cvRound(chance_.spread(5, 35));
-            switch (chance_.below(3)) {
-            case 0:
-                cv::circle(picture_, at, size, colour, chance_.happens(0.7) ? -1 : 3, cv::LINE_AA);
-                break;
-            case 1:
-                cv::ellipse(picture_,
-                            at,
-                            {size, size / 2 + 1},
-                            chance_.between(0, 180),
-                            0,
-                            360,
-                            colour,
-                            -1,
-                            cv::LINE_AA);
-                break;
-            default:
-                layBar(at,
-                       at + cv::Point(chance_.below(300) - 150, chance_.below(300) - 150),
-                       chance_.spread(1, 14),
-                       colour);
-            }
-        }
-        if (chance_.happens(0.1))
-            endDesk();
-    }
-
-private:
-    static void round(cv::Mat& shape, double roundness)
-    {
-        const int radius = cvRound(roundness * std::min(shape.cols, shape.rows));
-        if (radius < 1)
-            return;
-        shape.setTo(0);
-        cv::rectangle(shape, {radius, 0, shape.cols - 2 * radius, shape.rows}, 255, -1);
-        cv::rectangle(shape, {0, radius, shape.cols, shape.rows - 2 * radius}, 255, -1);
-        for (const int x : {radius, shape.cols - 1 - radius})
-            for (const int y : {radius, shape.rows - 1 - radius})
-                cv::circle(shape, {x, y}, radius, 255, -1);
-    }
-
-    void throwShadow(const cv::Mat& mask)
-    {
-        const double soft = chance_.spread(0.4, 6), far = chance_.spread(0.2, 5),
-                     to = chance_.between(0, 2 * CV_PI);
-        const double depth = chance_.happens(0.15) ? 0 : chance_.between(0.02, 0.5);
-        cv::Mat shadow;
-        cv::warpAffine(mask, shadow, cv::Matx23d(1, 0, far * std::cos(to), 0, 1, far * std::sin(to)), frame);
-        cv::GaussianBlur(shadow, shadow, {}, soft);
-        picture_.forEach<Colour>([&](Colour& pixel, const int* at) {
-            pixel *= static_cast<float>(1 - depth * shadow.at<uchar>(at[0], at[1]) / 255);
-        });
-    }
-
-    void rim(const cv::Mat& mask)
-    {
-        cv::Mat soft;
-        cv::GaussianBlur(mask, soft, {}, 0.7);
-        const auto change = static_cast<float>(chance_.between(-0.35, 0.15));
-        picture_.forEach<Colour>([&](Colour& pixel, const int* at) {
-            pixel *= 1 + change * static_cast<float>(soft.at<uchar>(at[0], at[1])) / 255;
-        });
-    }
-
-    void endDesk()
-    {
-        const double angle = chance_.between(0, 2 * CV_PI), offset = chance_.between(60, 150);
-        const Colour floor = chance_.any();
-        picture_.forEach<Colour>([&](Colour& pixel, const int* at) {
-            const double d = (at[1] - 0.5 * frame.width) * std::cos(angle) +
-                             (at[0] - 0.5 * frame.height) * std::sin(angle) - offset;
-            if (d > 0)
-                pixel = floor;
-        });
-    }
-
-    Chance& chance_;
-    cv::Matx33d tilt_;
-    cv::Mat picture_;
-    Colour desk_;
-};
-
-cv::Matx33d placed(const PaperSheet& paper, const cv::Point2d& middle, double angle, double length)
-{
-    const double factor = length / std::max(paper.image.cols, paper.image.rows);
-    return turned(angle, middle.x, middle.y) *
-           scaled(factor, -0.5 * factor * paper.image.cols, -0.5 * factor * paper.image.rows);
-}
 
 double anyAngle(Chance& chance)
 {
@@ -253,6 +64,72 @@ void coverBy(Table& table, const Corners& sheet, Chance& chance)
     }
 }
 
+/// A sheet that is mostly whole in the frame.
+struct Placing
+{
+    PaperSheet paper;
+    double length, angle;
+    cv::Point2d middle;
+
+    cv::Matx33d place() const { return placed(paper, middle, angle, length); }
+};
+
+Placing placeWhole(const Table& table, double length, Chance& chance)
+{
+    const double angle = anyAngle(chance);
+    Placing sheet{makePaper(inPicture * length, table.desk(), chance), length, angle, {}};
+    sheet.middle = anyPlace(length, chance);
+    for (int i = 0; i < 8 && leavesTooFar(table.seen(sheet.paper, sheet.place())); ++i) {
+        sheet.length *= 0.95;
+        sheet.middle = anyPlace(sheet.length, chance);
+    }
+    return sheet;
+}
+
+cv::Point2d beside(const cv::Point2d& middle, double far, Chance& chance)
+{
+    const double way = chance.between(0, 2 * CV_PI);
+    return middle + far * cv::Point2d(std::cos(way), std::sin(way));
+}
+
+std::vector<Corners> layBelow(Table& table, const Placing& sheet, Chance& chance)
+{
+    const int others = chance.happens(0.4) ? 1 + chance.below(3) : 0;
+    const bool isPile = chance.happens(0.25);
+    std::vector<Corners> below;
+    for (int i = 0; i < others; ++i) {
+        const double size = isPile ? sheet.length : anyLength(chance);
+        const PaperSheet other =
+            isPile && chance.happens(0.5) ? sheet.paper : makePaper(inPicture * size, table.desk(), chance);
+        const double far = isPile ? chance.between(0.01, 0.3) * sheet.length
+                                  : chance.between(0.2, 0.6) * (sheet.length + size) / 2;
+        const cv::Point2d middle = beside(sheet.middle, far, chance);
+        const double angle = isPile ? sheet.angle + chance.between(-0.2, 0.2) : anyAngle(chance);
+        below.push_back(table.lay(other, placed(other, middle, angle, size)));
+    }
+    return below;
+}
+
+bool isPartlyOn(const Corners& sheet, const Corners& below)
+{
+    const double share = mirvak::sharedArea(sheet, below) / mirvak::areaOf(sheet);
+    return share > 0.25 && share < 0.97;
+}
+
+MapScene taken(MapScene scene, Table& table, Chance& chance)
+{
+    castLight(table.picture(), chance);
+    scene.picture = photograph(table.picture(), chance);
+    return scene;
+}
+
+MapScene emptyScene()
+{
+    MapScene scene;
+    scene.unclear = cv::Mat::zeros(frame, CV_8UC1);
+    return scene;
+}
+
 } // namespace
 
 MapScene makeMapScene(unsigned seed, bool withPatterns)
@@ -260,36 +137,11 @@ MapScene makeMapScene(unsigned seed, bool withPatterns)
     Chance chance(seed);
     Table table(chance, withPatterns);
     table.clutter();
-    MapScene scene;
-    scene.unclear = cv::Mat::zeros(frame, CV_8UC1);
+    MapScene scene = emptyScene();
     if (!chance.happens(0.17)) {
-        double length = anyLength(chance);
-        const double angle = anyAngle(chance);
-        const PaperSheet paper = makePaper(inPicture * length, table.desk(), chance);
-        cv::Point2d middle = anyPlace(length, chance);
-        cv::Matx33d place = placed(paper, middle, angle, length);
-        for (int i = 0; i < 8 && leavesTooFar(table.seen(paper, place)); ++i) {
-            length *= 0.95;
-            middle = anyPlace(length, chance);
-            place = placed(paper, middle, angle, length);
-        }
-        const int others = chance.happens(0.4) ? 1 + chance.below(3) : 0;
-        const bool isPile = chance.happens(0.25);
-        std::vector<Corners> below;
-        for (int i = 0; i < others; ++i) {
-            const double size = isPile ? length : anyLength(chance);
-            const PaperSheet other =
-                isPile && chance.happens(0.5) ? paper : makePaper(inPicture * size, table.desk(), chance);
-            const double far =
-                isPile ? chance.between(0.01, 0.3) * length : chance.between(0.2, 0.6) * (length + size) / 2;
-            const double way = chance.between(0, 2 * CV_PI);
-            below.push_back(table.lay(other,
-                                      placed(other,
-                                             middle + far * cv::Point2d(std::cos(way), std::sin(way)),
-                                             isPile ? angle + chance.between(-0.2, 0.2) : anyAngle(chance),
-                                             size)));
-        }
-        const Corners corners = table.lay(paper, place);
+        const Placing sheet = placeWhole(table, anyLength(chance), chance);
+        const std::vector<Corners> below = layBelow(table, sheet, chance);
+        const Corners corners = table.lay(sheet.paper, sheet.place());
         for (const Corners& other : below) {
             const std::vector<cv::Point> outline(other.begin(), other.end());
             if (mirvak::sharedArea(corners, other) < 30)
@@ -302,9 +154,29 @@ MapScene makeMapScene(unsigned seed, bool withPatterns)
         if (chance.happens(0.25))
             coverBy(table, corners, chance);
     }
-    castLight(table.picture(), chance);
-    scene.picture = photograph(table.picture(), chance);
-    return scene;
+    return taken(std::move(scene), table, chance);
+}
+
+MapScene makeStackScene(unsigned seed)
+{
+    Chance chance(seed);
+    Table table(chance, true);
+    table.clutter();
+    const Placing below = placeWhole(table, chance.between(170, 300), chance);
+    const Corners covered = table.lay(below.paper, below.place());
+    const double length = chance.between(0.25, 0.95) * below.length, angle = anyAngle(chance);
+    Placing sheet{makePaper(inPicture * length, table.desk(), chance), length, angle, {}};
+    Corners seen;
+    do {
+        sheet.length *= 0.99;
+        sheet.middle = beside(below.middle, chance.between(0.1, 0.6) * below.length, chance);
+        seen = table.seen(sheet.paper, sheet.place());
+    } while (!isPartlyOn(seen, covered) || leavesTooFar(seen));
+    MapScene scene = emptyScene();
+    scene.sheet = table.lay(sheet.paper, sheet.place(), chance.happens(0.5) ? 0 : -1);
+    if (chance.happens(0.25))
+        coverBy(table, *scene.sheet, chance);
+    return taken(std::move(scene), table, chance);
 }
 
 } // namespace sheetmap

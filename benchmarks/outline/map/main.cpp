@@ -1,8 +1,9 @@
 // Writes small scenes with what the map of each should say, for learn_map.py.
-//   map_scenes FILE [SCENES [SEED [plain]]]   plain: desks without patterns only
-//   map_scenes --show FOLDER [SCENES [SEED]]  pictures of them: the sheet outlined
-// One record to a scene, bytes: red, green and blue of the picture (160 x 120), then three planes of 80 x 60:
-// how much of a cell the sheet covers, how near its border is, and whether the scene is clear there.
+//   map_scenes [--show] FILE [SCENES [SEED [plain|stacks]]]
+// plain: desks without patterns only; stacks: sheets that lie partly upon others only; --show: pictures of
+// them into the folder FILE, the sheet outlined. One record to a scene, bytes: red, green and blue of the
+// picture (160 x 120), then three planes of 80 x 60: how much of a cell the sheet covers, how near its border
+// is, and whether the scene is clear there.
 #include "JpegCodec.h"
 #include "MapScenes.h"
 
@@ -75,9 +76,13 @@ void write(std::FILE* file, const MapScene& scene)
     write(file, clear);
 }
 
-void show(const std::string& folder, unsigned seed)
+MapScene sceneOf(unsigned seed, const std::string& kind)
 {
-    const MapScene scene = sheetmap::makeMapScene(seed);
+    return kind == "stacks" ? sheetmap::makeStackScene(seed) : sheetmap::makeMapScene(seed, kind != "plain");
+}
+
+void show(const std::string& folder, unsigned seed, const MapScene& scene)
+{
     cv::Mat twice = scene.picture.clone();
     for (size_t i = 0; scene.sheet && i < 4; ++i)
         cv::line(twice, (*scene.sheet)[i], (*scene.sheet)[(i + 1) % 4], {0, 220, 0}, 1, cv::LINE_AA);
@@ -96,20 +101,20 @@ int main(int argc, char** argv)
     argv += isShown ? 1 : 0;
     argc -= isShown ? 1 : 0;
     if (argc < 2) {
-        std::fputs("map_scenes [--show] FILE [SCENES [SEED [plain]]]\n", stderr);
+        std::fputs("map_scenes [--show] FILE [SCENES [SEED [plain|stacks]]]\n", stderr);
         return 2;
     }
     const unsigned scenes = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 100;
     const unsigned seed = argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1;
-    const bool withPatterns = argc < 5;
+    const std::string kind = argc > 4 ? argv[4] : "";
     std::FILE* file = isShown ? nullptr : std::fopen(argv[1], "wb");
     if (!isShown && !file)
         return 1;
     for (unsigned i = seed; i < seed + scenes; ++i) {
         if (isShown)
-            show(argv[1], i);
+            show(argv[1], i, sceneOf(i, kind));
         else
-            write(file, sheetmap::makeMapScene(i, withPatterns));
+            write(file, sceneOf(i, kind));
     }
     return file && std::fclose(file) ? 1 : 0;
 }
