@@ -90,10 +90,16 @@ TEST_F(DeskCamera, ALateReaderGetsTheNewestFrame)
     const auto device = open(config);
     ASSERT_TRUE(device);
     for (const int waiting : {1, 3}) {
-        const auto begin = WakeEvent::Clock::now();
-        ASSERT_EQ(device->start(device->modes().at(0), waiting), MIRVAK_OK);
-        never.waitUntil(begin + std::chrono::milliseconds(70)); // 14 frames at 200 a second
-        EXPECT_GE(nextNumber(*device), 13 - (waiting - 1));
+        const int newest = 13 - (waiting - 1);
+        int seen = -1;
+        // 14 frames at 200 a second, but a busy machine makes them later.
+        for (std::chrono::milliseconds late(70); seen < newest && late.count() < 5000; late *= 2) {
+            const auto begin = WakeEvent::Clock::now();
+            ASSERT_EQ(device->start(device->modes().at(0), waiting), MIRVAK_OK);
+            never.waitUntil(begin + late);
+            seen = nextNumber(*device);
+        }
+        EXPECT_GE(seen, newest);
     }
 }
 
