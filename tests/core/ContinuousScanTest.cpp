@@ -87,7 +87,10 @@ TEST_F(ContinuousScanTest, EachTickTakesAPictureOnAThreadOfItsOwn)
         ASSERT_TRUE(QTest::qWaitFor([&] { return saved_.size() == i; }, 10000));
         EXPECT_EQ(QImage(saved_.last()).size(), i < 3 ? QSize(640, 480) : QSize(100, 50))
             << "cropped as chosen";
+        const QColor colour = QImage(saved_.last()).pixelColor(40, 20);
+        EXPECT_EQ(colour.hsvSaturation() < 50, i == 3) << "in the chosen colours";
         delivery_.setCroppingMode(i < 2 ? cropping::none : cropping::selection);
+        settings::scanType.write(store_, i < 2 ? 0 : 2); // black and white
     }
     EXPECT_EQ(files(), 3);
 }
