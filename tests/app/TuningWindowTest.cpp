@@ -65,8 +65,16 @@ TEST_F(TuningWindowTest, TheButtonOpensThePanelWhichWorksTheCameraAlsoAfterAnUnp
     EXPECT_TRUE(levelBecomes(178));
     changeDesk("");
     ASSERT_TRUE(waitFor([this] { return !hasPicture() && !brightness().isVisible(); }));
+    const auto says = [this](const char* text) {
+        const QList<QLabel*> labels = panel()->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [=](const QLabel* label) {
+            return label->isVisible() && label->text() == QLatin1String(text);
+        });
+    };
+    EXPECT_TRUE(waitFor([=] { return says("No camera is open."); }));
     changeDesk(desk);
     EXPECT_TRUE(levelBecomes(178)) << "set again";
+    EXPECT_FALSE(says("No camera is open."));
     ASSERT_TRUE(waitFor([this] { return brightness().isVisible(); }));
     click("buttonAsDelivered");
     EXPECT_TRUE(levelBecomes(128));
