@@ -79,6 +79,7 @@ TEST_F(CameraChoiceTest, TheLostOneTakesItsPlaceBackForTenSeconds)
         listed({});
         pass(1s);
         listed({desk_});
+        EXPECT_EQ(better(), QString()) << "better than none is no question";
         open("desk");
         EXPECT_EQ(better(), QString()) << "it is back already";
         lose("desk");

@@ -183,6 +183,9 @@ TEST_F(CameraControlsTest, WhatACameraAnsweredIsNotTakenForTheAnswerOfTheNextOne
     open();
     EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
     EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";
+    ControlStore(session_.cameras().value(0).identity).forget();
+    ASSERT_TRUE(listed());
+    EXPECT_TRUE(kept().isEmpty()) << "nor has anything been set at it";
 }
 
 TEST_F(CameraControlsTest, RequestsThatWaitAreSummedUpByControlAndForgottenWithTheirCamera)
