@@ -112,8 +112,13 @@ TEST_F(CameraSessionTest, AVanishedDeviceBlocksCapturesUntilItIsOpenedAgain)
     useDesk(camera("unplug_after = 0.2;"));
     session_.discover();
     QSignalSpy lost(&session_, &CameraSession::deviceLost);
+    int found = 0; // by whoever hears of it
+    QObject::connect(&session_, &CameraSession::deviceLost, &session_, [&] {
+        found = static_cast<int>(session_.state());
+    });
     ASSERT_TRUE(streams(0));
     ASSERT_TRUE(lost.wait(10000));
+    EXPECT_EQ(found, -4);
     EXPECT_EQ(static_cast<int>(session_.state()), -4);
     EXPECT_FALSE(session_.isOpen());
 
