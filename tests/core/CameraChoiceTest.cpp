@@ -151,6 +151,13 @@ TEST_F(CameraChoiceTest, WhatTheUserChoseIsTriedAgainAndFoundAgain)
     EXPECT_EQ(better(), QStringLiteral("face"));
     open("face");
     EXPECT_EQ(better(), QString());
+    choice_ = {};
+    listed({});
+    pass(1min);
+    listed({face_, spare_});
+    pass(1s);
+    choose("spare");
+    EXPECT_EQ(candidates(), List{QStringLiteral("spare")}) << "no other that was plugged in before";
 }
 
 } // namespace
