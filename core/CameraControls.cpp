@@ -4,6 +4,7 @@
 #include "ControlStore.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -93,9 +94,11 @@ void CameraControls::resetAll()
         return;
     ControlStore(identity_).forget();
     unheard_.clear();
-    isFocusing_ = false;
+    const bool wasFocusing = std::exchange(isFocusing_, false);
     link_.resetAll();
     pace();
+    if (wasFocusing)
+        Q_EMIT focused(true); // it was the user who ended the search
 }
 
 void CameraControls::focusAt(double x, double y)

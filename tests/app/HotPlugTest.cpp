@@ -83,6 +83,7 @@ TEST_F(HotPlugTest, TheBoxOpensWhatItNamesAfterAnUnplug)
     ASSERT_TRUE(unplugged());
     ASSERT_TRUE(namesBecome({QStringLiteral("Beta"), QStringLiteral("Gamma")}));
     EXPECT_EQ(box().currentIndex(), -1) << "none of them is shown";
+    EXPECT_EQ(window_->findChild<QComboBox*>(QStringLiteral("comboResolution"))->count(), 0);
     choose("Beta");
     ASSERT_TRUE(shows(green_, "Beta"));
     window_->onResolutionChanged(1);

@@ -1,8 +1,11 @@
 // Documents made of captures, as the window's user meets them.
 #include "WindowFixture.h"
 
+#include "CaptureProcessor.h"
 #include "PdfEx.h"
+#include "PdfView.h"
 #include "PrinterWidget.h"
+#include "ShotHint.h"
 #include "ToolBar.h"
 
 namespace {
@@ -54,6 +57,21 @@ TEST_F(OutputWindowTest, TheMultiPageDialogHasTheLivePictureAndTheTools)
     EXPECT_TRUE(dialog->pages().isEmpty());
     window_->close(); // with the dialog open
     window_.reset();
+}
+
+TEST_F(OutputWindowTest, WhatSpoilsThePageIsToldWhereItsPictureIs)
+{
+    settings::deskew.write(store_, cropping::deskew);
+    const QImage blurred = page().scaled(64, 48, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    ASSERT_TRUE(shows(camera(), blurred.scaled(640, 480, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
+    const auto isTold = [](QWidget& where) { return where.findChild<ShotHint*>()->isVisible(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isTold(view()); }, 15000));
+    click("btnPdfEx");
+    auto* dialog = window_->findChild<PdfEx*>();
+    auto& preview = *dialog->findChild<PdfView*>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isTold(preview) && !isTold(view()); }, 15000));
+    dialog->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isTold(view()); }, 15000));
 }
 
 TEST_F(OutputWindowTest, TheReceiptPrintersWindowComesOnceUnderTheGuard)

@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 
 #include "AutoScan.h"
+#include "ConfigSet.h"
 #include "ImageMerge.h"
 #include "MoveVideoWidget.h"
 #include "ToolBar.h"
@@ -9,6 +10,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QWheelEvent>
 
 #include <future>
 
@@ -181,7 +183,18 @@ TEST_F(ScanWindowTest, TheSecondCameraLiesOverThePreviewAndInTheCompositePicture
     EXPECT_EQ(overlay()->pos(),
               QPoint(main.left() + main.width() - overlay()->width() / 2 + 50,
                      main.top() + main.height() - overlay()->height() / 2));
+    const auto zoomByWheel = [this] {
+        QWheelEvent turn({50, 50}, {50, 50}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view(), &turn);
+        return view().zoom();
+    };
+    EXPECT_EQ(zoomByWheel(), 1) << "the inset would not fit any more";
     settings::mergePos.write(store_, 0);
+    Q_EMIT window_->findChild<ConfigSet*>()->currentmergepos(0);
+    EXPECT_EQ(overlay()->pos(), main.topLeft()) << "where it is chosen";
+    window_->resize(800, 500);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(overlay()->pos(), view().GetImageCurrentPoint()) << "it goes with the picture";
     window_->onResolutionChanged(1); // the tools of the main camera go on working
     ASSERT_TRUE(waitForPicture());
 
@@ -189,6 +202,7 @@ TEST_F(ScanWindowTest, TheSecondCameraLiesOverThePreviewAndInTheCompositePicture
     ASSERT_EQ(files().size(), 1);
     tick(false);
     EXPECT_FALSE(overlay() && overlay()->isVisible());
+    EXPECT_GT(zoomByWheel(), 1) << "the mouse works the picture again";
     window_->onScanner();
     EXPECT_EQ(files().size(), 2);
 }

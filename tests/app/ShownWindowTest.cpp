@@ -49,6 +49,16 @@ TEST_F(ShownWindowTest, TheFrozenPageCanBeSavedWhileCapturesSaveTheLiveOne)
     }
     EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 4; }));
     view().toggleFreeze();
+    window_->setMergePending(true);
+    click("buttonSaveFrozen");
+    EXPECT_TRUE(messages_.contains(QStringLiteral("Please complete the image merge first!")));
+    EXPECT_EQ(files().size(), 4);
+    window_->setMergePending(false);
+    settings::scanType.write(store_, 2);
+    click("buttonSaveFrozen");
+    ASSERT_EQ(files().size(), 5);
+    EXPECT_EQ(saved(4).red(), saved(4).blue()) << "in the chosen colours: black and white";
+    settings::scanType.write(store_, 0);
     const auto other = [&, before = middleOf(view().grab().toImage()).red() > 128] {
         window_->onScanner();
         return (saved(files().size() - 1).red() > 128) != before;

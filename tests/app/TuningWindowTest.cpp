@@ -12,13 +12,13 @@ namespace {
 class TuningWindowTest : public LumroScannerTest
 {
 protected:
-    /// Plain on top, stripes below.
+    /// Plain, but for stripes in the lower right quarter.
     static QImage scene()
     {
         QImage picture = solid(640, 480, Qt::darkGray);
         QPainter stripes(&picture);
         for (int y = 240; y < 480; y += 8)
-            stripes.fillRect(0, y, 640, 4, Qt::white);
+            stripes.fillRect(320, y, 320, 4, Qt::white);
         return picture;
     }
     static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 15000); }
@@ -65,8 +65,16 @@ TEST_F(TuningWindowTest, TheButtonOpensThePanelWhichWorksTheCameraAlsoAfterAnUnp
     EXPECT_TRUE(levelBecomes(178));
     changeDesk("");
     ASSERT_TRUE(waitFor([this] { return !hasPicture() && !brightness().isVisible(); }));
+    const auto says = [this](const char* text) {
+        const QList<QLabel*> labels = panel()->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [=](const QLabel* label) {
+            return label->isVisible() && label->text() == QLatin1String(text);
+        });
+    };
+    EXPECT_TRUE(waitFor([=] { return says("No camera is open."); }));
     changeDesk(desk);
     EXPECT_TRUE(levelBecomes(178)) << "set again";
+    EXPECT_FALSE(says("No camera is open."));
     ASSERT_TRUE(waitFor([this] { return brightness().isVisible(); }));
     click("buttonAsDelivered");
     EXPECT_TRUE(levelBecomes(128));
@@ -76,26 +84,34 @@ TEST_F(TuningWindowTest, TheButtonOpensThePanelWhichWorksTheCameraAlsoAfterAnUnp
     EXPECT_FALSE(panel()->isVisible());
 }
 
-TEST_F(TuningWindowTest, AClickFocusesOnWhatIsShownThere)
+TEST_F(TuningWindowTest, AClickFocusesOnWhatIsShownThereHoweverItIsTurned)
 {
     ASSERT_TRUE(shows(camera("controls = true;"), scene()));
-    window_->onRotateChanged(1); // the stripes come to the left
     openPanel();
-    ASSERT_TRUE(waitFor([this] {
-        return view().GetImageCurrentSize().width() < view().GetImageCurrentSize().height() &&
-               focusBox().isChecked();
-    }));
-    const QPoint at = clickAt(0.25, 0.3);
-    EXPECT_TRUE(waitFor([this] { return !focusBox().isChecked(); })) << "found, and left to the hand";
-    const auto* mark = view().findChild<QWidget*>(QStringLiteral("FocusMark"));
-    ASSERT_TRUE(mark);
-    EXPECT_TRUE(waitFor([=] { return !mark->isVisible(); }));
-    EXPECT_EQ(mark->geometry().center(), at);
-    EXPECT_FALSE(focusBox().isChecked());
-    focusBox().click();
-    EXPECT_TRUE(waitFor(
-        [this] { return !panel()->findChild<QSlider*>(QStringLiteral("sliderFocus"))->isEnabled(); }));
-    clickAt(0.75, 0.3);
-    EXPECT_TRUE(waitFor([this] { return !focusBox().isChecked(); })) << "it tries";
-    EXPECT_TRUE(waitFor([this] { return focusBox().isChecked(); })) << "nothing there: as before";
+    const auto search = [this](double x, double y) { // whether something was found
+        if (!focusBox().isChecked())
+            focusBox().click();
+        EXPECT_TRUE(waitFor(
+            [this] { return !panel()->findChild<QSlider*>(QStringLiteral("sliderFocus"))->isEnabled(); }));
+        view().ShowNotice(QString());
+        const QPoint at = clickAt(x, y);
+        EXPECT_TRUE(waitFor([this] { return !focusBox().isChecked(); })) << "it tries";
+        const auto* mark = view().findChild<QWidget*>(QStringLiteral("FocusMark"));
+        EXPECT_EQ(mark->geometry().center(), at);
+        EXPECT_TRUE(waitFor([=] { return !mark->isVisible(); }));
+        return notice().isEmpty();
+    };
+    const std::tuple<int, double, double> turns[] = {{1, 0.25, 0.75}, {2, 0.25, 0.25}, {3, 0.75, 0.25}};
+    for (const auto& [turn, x, y] : turns) { // where the stripes come to lie
+        window_->onRotateChanged(turn);
+        ASSERT_TRUE(waitFor([this, turn = turn] {
+            const QSize shown = view().GetImageCurrentSize();
+            return (shown.width() < shown.height()) == (turn % 2 == 1);
+        }));
+        EXPECT_TRUE(search(x, y)) << turn;
+        EXPECT_FALSE(focusBox().isChecked()) << "found, and left to the hand";
+    }
+    EXPECT_FALSE(search(0.25, 0.25)) << "nothing there";
+    EXPECT_TRUE(notice().startsWith(QStringLiteral("There is nothing to focus on"))) << qPrintable(notice());
+    EXPECT_TRUE(waitFor([this] { return focusBox().isChecked(); })) << "as before";
 }

@@ -7,6 +7,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <thread>
@@ -138,7 +139,8 @@ TEST_F(Controls, WhatAnAutomaticHoldsIsRefusedAndValuesFitTheirRange)
     open("[ \"exposure_auto\", \"exposure_time\", \"white_balance\", \"anti_flicker\" ]");
     EXPECT_EQ(camera.MirvakDevice_GetControlCount(device), 4);
     EXPECT_EQ(set(MIRVAK_GAIN, 3), MIRVAK_BAD_ARGUMENT);
-    EXPECT_EQ(set(99, 3), MIRVAK_BAD_ARGUMENT);
+    for (const int none : {-1, MIRVAK_ANTI_FLICKER + 1, 99})
+        EXPECT_EQ(set(none, 3), MIRVAK_BAD_ARGUMENT) << none;
     EXPECT_TRUE(info(MIRVAK_EXPOSURE_TIME).isHeld);
     EXPECT_EQ(set(MIRVAK_EXPOSURE_TIME, 20), MIRVAK_BUSY);
     EXPECT_EQ(info(MIRVAK_EXPOSURE_TIME).value, 156);
@@ -192,8 +194,9 @@ class Lens : public mirvak::CameraDevice
 {
 public:
     int best = 0, step = 1, position = 0, moves = 0;
-    int stuckAfter = 1000; ///< moves
-    int automatic = -1;    ///< no automatic
+    int stuckAfter = 1000;        ///< moves
+    int automatic = -1;           ///< no automatic
+    cv::Rect seen{0, 0, 160, 90}; ///< where there is anything but paper
 
     /// Frames until the search ends. What is moved is seen after 100 ms and two frames.
     void follow(mirvak::FocusSearch& search, int interval) const
@@ -241,7 +244,7 @@ public:
         image.pixels = cv::Mat(90, 160, CV_8UC3, cv::Scalar::all(128));
         const double off = (shown - best) / 60.0;
         for (int x = 0; x < 160; x += 4)
-            image.pixels.colRange(x, x + 2).setTo(cv::Scalar::all(128 + 100 / (1 + off * off)));
+            image.pixels(cv::Rect(x, 0, 2, 90) & seen).setTo(cv::Scalar::all(128 + 100 / (1 + off * off)));
         return image;
     }
 
@@ -265,6 +268,26 @@ TEST(FocusSearch, FindsTheSharpestPositionWithFewMoves)
         EXPECT_NEAR(lens.position, best, std::max(6, step));
         EXPECT_LE(lens.moves, 21);
     }
+}
+
+TEST(FocusSearch, LooksWhereItIsToldToTheBordersAndNoFurther)
+{
+    for (const auto& [x, y] : {std::pair(1.0, 1.0), {1.0, 0.0}, {0.0, 1.0}, {0.0, 0.0}}) {
+        Lens lens;
+        lens.best = 370;
+        lens.seen = {120, 60, 40, 30};
+        mirvak::FocusSearch search(lens);
+        ASSERT_EQ(search.begin(x, y), MIRVAK_OK);
+        lens.follow(search, 60);
+        EXPECT_EQ(search.state(), x + y == 2 ? MIRVAK_OK : MIRVAK_NOT_FOUND) << x << ' ' << y;
+    }
+    Lens lens;
+    mirvak::FocusSearch search(lens);
+    for (const double outside : {-0.01, 1.01, std::nan("")}) {
+        EXPECT_EQ(search.begin(outside, 0.5), MIRVAK_BAD_ARGUMENT) << outside;
+        EXPECT_EQ(search.begin(0.5, outside), MIRVAK_BAD_ARGUMENT) << outside;
+    }
+    EXPECT_EQ(lens.moves, 0);
 }
 
 TEST(FocusSearch, OneThatReplacesAnotherPutsBackWhatWasBeforeBoth)

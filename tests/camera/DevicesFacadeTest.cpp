@@ -181,6 +181,15 @@ TEST_F(DevicesFacade, AnUnpluggedCameraIsBackAfterTheNextSearch)
     EXPECT_EQ(start(device, collector), MIRVAK_NO_DEVICE);
     EXPECT_EQ(camera.MirvakDevice_Release(device), MIRVAK_OK);
     EXPECT_FALSE(camera.MirvakDevice_Create(0));
+    void* plugged = nullptr;
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!plugged && std::chrono::steady_clock::now() < deadline) {
+        camera.MirvakDevs_Refresh();
+        std::this_thread::yield();
+        plugged = camera.MirvakDevice_Create(0);
+    }
+    ASSERT_TRUE(plugged) << "it is back by itself";
+    EXPECT_EQ(camera.MirvakDevice_Release(plugged), MIRVAK_OK);
     begin({"name = \"A\""}); // for good: a late thread would find it unplugged before its first frame
     FrameCollector again;
     void* const back = camera.MirvakDevice_Create(0);

@@ -75,6 +75,8 @@ TEST(Keys, LinesInThePipePressTheKeysOfTheDesk)
     writeTo(folder.file("keys"), "11\n");
     EXPECT_THAT(desk.waitFor(5), ElementsAre(2, 8, 5, -1, 11));
     listener.stop();
+    EXPECT_FALSE(UniqueFd(open(folder.file("keys").c_str(), O_WRONLY | O_NONBLOCK)).isValid())
+        << "nobody reads it any more";
     EXPECT_THAT(cameras.waitFor(0), ElementsAre());
 }
 

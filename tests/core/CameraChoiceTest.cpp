@@ -79,6 +79,7 @@ TEST_F(CameraChoiceTest, TheLostOneTakesItsPlaceBackForTenSeconds)
         listed({});
         pass(1s);
         listed({desk_});
+        EXPECT_EQ(better(), QString()) << "better than none is no question";
         open("desk");
         EXPECT_EQ(better(), QString()) << "it is back already";
         lose("desk");
@@ -150,6 +151,13 @@ TEST_F(CameraChoiceTest, WhatTheUserChoseIsTriedAgainAndFoundAgain)
     EXPECT_EQ(better(), QStringLiteral("face"));
     open("face");
     EXPECT_EQ(better(), QString());
+    choice_ = {};
+    listed({});
+    pass(1min);
+    listed({face_, spare_});
+    pass(1s);
+    choose("spare");
+    EXPECT_EQ(candidates(), List{QStringLiteral("spare")}) << "no other that was plugged in before";
 }
 
 } // namespace

@@ -152,7 +152,16 @@ TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
     EXPECT_EQ(kept().value(MIRVAK_FOCUS_AUTO, -1), 0);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5);
 
-    const int told = ends.count();
+    int told = ends.count();
+    controls_.set(MIRVAK_FOCUS, 7);
+    controls_.focusAt(0.8, 0.5);
+    controls_.resetAll();
+    EXPECT_EQ(ends.count(), ++told) << "nobody waits on";
+    EXPECT_TRUE(waitFor([this] { return valueOf(MIRVAK_FOCUS_AUTO) == 1; }));
+    EXPECT_TRUE(kept().isEmpty()) << "nor is kept what that search had come to";
+    EXPECT_EQ(ends.count(), told);
+    EXPECT_TRUE(focus(0.8));
+    told = ends.count();
     controls_.focusAt(0.8, 0.5);
     session_.closeCamera();
     EXPECT_FALSE(controls_.isFocusing());
@@ -174,6 +183,9 @@ TEST_F(CameraControlsTest, WhatACameraAnsweredIsNotTakenForTheAnswerOfTheNextOne
     open();
     EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
     EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";
+    ControlStore(session_.cameras().value(0).identity).forget();
+    ASSERT_TRUE(listed());
+    EXPECT_TRUE(kept().isEmpty()) << "nor has anything been set at it";
 }
 
 TEST_F(CameraControlsTest, RequestsThatWaitAreSummedUpByControlAndForgottenWithTheirCamera)

@@ -1,8 +1,10 @@
 #include "CameraSession.h"
 
 #include "DeskFixture.h"
+#include "FrameHandle.h"
 #include "Image.h"
 #include "Settings.h"
+#include "TestImage.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -110,8 +112,13 @@ TEST_F(CameraSessionTest, AVanishedDeviceBlocksCapturesUntilItIsOpenedAgain)
     useDesk(camera("unplug_after = 0.2;"));
     session_.discover();
     QSignalSpy lost(&session_, &CameraSession::deviceLost);
+    int found = 0; // by whoever hears of it
+    QObject::connect(&session_, &CameraSession::deviceLost, &session_, [&] {
+        found = static_cast<int>(session_.state());
+    });
     ASSERT_TRUE(streams(0));
     ASSERT_TRUE(lost.wait(10000));
+    EXPECT_EQ(found, -4);
     EXPECT_EQ(static_cast<int>(session_.state()), -4);
     EXPECT_FALSE(session_.isOpen());
 
@@ -200,6 +207,10 @@ TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
     EXPECT_TRUE(QTest::qWaitFor([] { return corner < 50; }, 10000)) << "A3";
     session_.setScanSize(0);
     EXPECT_TRUE(session_.checksPaperSize());
+    const FrameHandle dark = ownImage(camera_, makeImageHandle(640, 480, {0, 0, 0}));
+    session_.checkPaperSize(dark.get()); // shows no paper to go by
+    ASSERT_TRUE(framesCome() && framesCome());
+    EXPECT_LT(corner, 50) << "as it was";
     ASSERT_TRUE(streams(1));
     session_.setScanSize(0);
     EXPECT_FALSE(session_.checksPaperSize());

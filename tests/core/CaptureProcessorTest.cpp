@@ -3,6 +3,7 @@
 #include "DiskFullAt.h"
 #include "FrameHandle.h"
 #include "FreshSettings.h"
+#include "SavePicture.h"
 #include "Settings.h"
 #include "TempDir.h"
 #include "TestImage.h"
@@ -40,6 +41,7 @@ TEST_F(CaptureProcessorTest,
         const QImage saved(path);
         EXPECT_EQ(saved.size(), QSize(320, 240)) << path.toStdString();
         EXPECT_NEAR(saved.dotsPerMeterX(), 8464, 20) << path.toStdString(); // JPEG stores whole dots per inch
+        EXPECT_EQ(saved.dotsPerMeterY(), saved.dotsPerMeterX()) << path.toStdString();
     }
 
     QImage picture(200, 100, QImage::Format_RGB888);
@@ -49,6 +51,20 @@ TEST_F(CaptureProcessorTest,
     EXPECT_EQ(files().size(), 3);
     for (const int mode : {0, 1, 3})
         EXPECT_EQ(QImage(processor_.imageSave(picture, mode)).size(), QSize(200, 100)) << mode;
+}
+
+TEST_F(CaptureProcessorTest, APictureIsSavedInTheFormatThatIsAskedForOrNotAtAll)
+{
+    QImage picture(20, 10, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    const QString path = QString::fromStdString(folder_.file("a.xyz"));
+    EXPECT_EQ(savePicture(picture, path), QString()) << "no format has that name";
+    EXPECT_EQ(savePicture(QImage(), path, "PNG"), QString());
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_EQ(savePicture(picture, path, "PNG"), path);
+    const QImage saved(path);
+    EXPECT_EQ(saved.pixel(19, 9), picture.pixel(19, 9));
+    EXPECT_EQ(QSize(saved.dotsPerMeterX(), saved.dotsPerMeterY()), QSize(8464, 8464));
 }
 
 TEST_F(CaptureProcessorTest, FailuresGiveAnEmptyPathAndLeaveNothing)

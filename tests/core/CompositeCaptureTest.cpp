@@ -44,6 +44,9 @@ TEST_F(CompositeCaptureTest, TheInsetIsAThirdAsLargeAndLeavesRoomForHalf)
     EXPECT_EQ(insetOfCapture(3), QRect(QPoint(200 - 6 - 50, 160 - 4 - 50), third));
     EXPECT_EQ(insetOfCapture(-7), QRect(QPoint(50, 50), third));
     EXPECT_EQ(desk_.thumbnails.first(), QStringLiteral("/tmp/x.jpg"));
+    settings::scanType.write(settings, 3);
+    insetOfCapture(0);
+    EXPECT_EQ(desk_.colourModes.last(), 3);
 }
 
 TEST_F(CompositeCaptureTest, CroppingIsRefusedAndAMissingFrameSavesNothing)

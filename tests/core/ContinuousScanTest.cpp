@@ -2,12 +2,14 @@
 
 #include "CameraSession.h"
 #include "DeskFixture.h"
+#include "DiskFullAt.h"
 #include "FrameDelivery.h"
 #include "Settings.h"
 #include "StillCapture.h"
 #include "TestImage.h"
 
 #include <QDir>
+#include <QPainter>
 #include <QTest>
 
 namespace {
@@ -87,7 +89,10 @@ TEST_F(ContinuousScanTest, EachTickTakesAPictureOnAThreadOfItsOwn)
         ASSERT_TRUE(QTest::qWaitFor([&] { return saved_.size() == i; }, 10000));
         EXPECT_EQ(QImage(saved_.last()).size(), i < 3 ? QSize(640, 480) : QSize(100, 50))
             << "cropped as chosen";
+        const QColor colour = QImage(saved_.last()).pixelColor(40, 20);
+        EXPECT_EQ(colour.hsvSaturation() < 50, i == 3) << "in the chosen colours";
         delivery_.setCroppingMode(i < 2 ? cropping::none : cropping::selection);
+        settings::scanType.write(store_, i < 2 ? 0 : 2); // black and white
     }
     EXPECT_EQ(files(), 3);
 }
@@ -125,6 +130,37 @@ TEST_F(ContinuousScanTest, WithoutACameraOrAFolderATickSavesNothing)
     EXPECT_FALSE(scan_.scannerimage(take_));
     scan_.onAutoScanTiemr();
     EXPECT_TRUE(QTest::qWaitFor([&] { return failed_ == 2; }, 10000));
+}
+
+TEST_F(ContinuousScanTest, ALostCameraIsNotWaitedFor)
+{
+    start("unplug_after = 0.3;");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session_.state() == CameraSession::Lost; }, 10000));
+    int asked = 0;
+    EXPECT_FALSE(scan_.scannerimage([&](std::chrono::seconds) {
+        ++asked;
+        return ownImage(camera_, nullptr);
+    }));
+    EXPECT_EQ(asked, 0);
+}
+
+TEST_F(ContinuousScanTest, OfSeveralPagesThoseAreToldThatAreSavedAndThatOneIsNot)
+{
+    QImage desk = solid(640, 480, Qt::black);
+    QPainter sheets(&desk);
+    for (const int left : {40, 240, 440})
+        sheets.fillRect(left, 90, 160, 240, QColor(235, 235, 230));
+    for (int i = 0; i < 4000; ++i) // the middle one makes a large file
+        sheets.fillRect(
+            255 + i * 37 % 130, 105 + i * 71 % 210, 2, 2, QColor::fromHsv(i * 53 % 360, 200, 180));
+    sheets.end();
+    start("", desk);
+    delivery_.setCroppingMode(cropping::second);
+    const DiskFullAt full(10'000);
+    EXPECT_TRUE(scan_.scannerimage(take_));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(saved_.size(), 2);
+    EXPECT_EQ(failed_, 1);
 }
 
 TEST_F(ContinuousScanTest, APageIsFoundOnceAndOnlyWhileWatched)

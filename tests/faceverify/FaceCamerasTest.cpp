@@ -7,6 +7,9 @@
 
 #include <QSignalSpy>
 
+#include <future>
+#include <thread>
+
 namespace {
 
 class FaceCamerasTest : public DeskTest
@@ -94,6 +97,23 @@ TEST_F(FaceCamerasTest, TheLateEndOfAnOldStreamIsNoneOfTheNext)
         EXPECT_EQ(cameras.isOpen(FaceRole::colour), isOld);
         EXPECT_TRUE(cameras.isOpen(FaceRole::infrared));
     }
+}
+
+TEST_F(FaceCamerasTest, ClosingSendsWhoeverWaitsForAFrameAway)
+{
+    find(colour());
+    const auto ignore = [](void*, void*, int, int, int, void*) {};
+    FaceCameras cameras(library_, ignore, ignore, nullptr, [](const QImage&) {});
+    ASSERT_EQ(cameras.open(), FaceCameras::Result::Ok);
+    ImageChannel& channel = cameras.frames().channel();
+    testing::internal::CaptureStderr();
+    auto frame =
+        std::async(std::launch::async, [&] { return channel.take(std::chrono::seconds(60)) != nullptr; });
+    while (!channel.isRequested())
+        std::this_thread::yield();
+    cameras.close();
+    EXPECT_FALSE(frame.get());
+    EXPECT_EQ(testing::internal::GetCapturedStderr().find("timeout"), std::string::npos);
 }
 
 } // namespace

@@ -67,6 +67,7 @@ int IdFaceSdkInit(const char* folder, const char*)
 {
     EXPECT_EQ(fileName(folder), "lib");
     EXPECT_FALSE(libraries->isRunning) << "what it remembers would count";
+    ++libraries->started;
     libraries->isRunning = libraries->starts == ID_FACE_OK;
     return libraries->starts;
 }
@@ -81,6 +82,7 @@ int IdFaceSdkFeatureSize(void)
 }
 int IdFaceSdkDetectFace(const unsigned char*, int width, int height, IdFaceInfo* face)
 {
+    EXPECT_TRUE(libraries->isRunning);
     if (std::this_thread::get_id() == gui)
         return libraries->faces;
     EXPECT_EQ(width * 3, height * 4);

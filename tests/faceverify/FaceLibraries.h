@@ -27,6 +27,7 @@ struct Libraries
     std::vector<int> lives;           ///< scores, one a question
     std::vector<std::string> asked;   ///< the pictures that were read, in full
     std::atomic<bool> isRunning{false};
+    std::atomic<int> started{0}; ///< times, also in vain
 };
 
 /// The one of the test that runs.

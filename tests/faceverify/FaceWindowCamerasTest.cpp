@@ -73,6 +73,23 @@ TEST_F(FaceVerifyTest, AFaceIsFramedOnlyAsLongAsFramesCome)
     EXPECT_TRUE(QTest::qWaitFor([&] { return watch.face().isEmpty(); }, 60'000));
 }
 
+TEST_F(FaceVerifyTest, TheLibraryStartsAnewAfterACheckAndIsNotTriedAgainInVain)
+{
+    const std::vector<unsigned char> rgb(64 * 48 * 3);
+    const auto isSeen = [&](FaceLibrary& library) { return library.look(rgb.data(), 64, 48).isFound; };
+    FaceLibrary library, useless;
+    EXPECT_TRUE(isSeen(library));
+    EXPECT_TRUE(FaceLibrary::Run(library).isReady());
+    EXPECT_FALSE(libraries_.isRunning);
+    EXPECT_TRUE(isSeen(library));
+    library.rest();
+    EXPECT_EQ(libraries_.started.exchange(0), 3);
+    libraries_.starts = ID_FACE_NO_WEIGHTS;
+    for (int frame = 0; frame < 3; ++frame)
+        EXPECT_FALSE(isSeen(useless));
+    EXPECT_EQ(libraries_.started, 1);
+}
+
 TEST_F(FaceVerifyTest, WhatKeepsTheVideoEmptyIsSaidAndPicturesHaveOneSize)
 {
     open("");

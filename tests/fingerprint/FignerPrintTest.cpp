@@ -22,6 +22,7 @@
 #include <atomic>
 #include <cstring>
 #include <functional>
+#include <thread>
 
 namespace {
 
@@ -153,16 +154,24 @@ TEST_F(FignerPrintTest, AFingerBecomesAFileThatIsShownAndHandedOn)
     EXPECT_TRUE(closes());
     EXPECT_TRUE(says("Get FP data Success")) << "a minimised window captures on";
     EXPECT_EQ(QDir(path()).entryList({QStringLiteral("*.bmp")}).size(), 1);
-    isThere = false;
+    std::atomic<bool> isHidden{false};
+    sensor_.finger = [&](int) {
+        while (!isHidden)
+            std::this_thread::yield();
+        return ZAZ_NO_FINGER;
+    };
+    sensor_.polls = 0;
     capture();
-    dialog_->close(); // which ends it
+    dialog_->close();
+    isHidden = true;
     EXPECT_TRUE(closes());
+    EXPECT_LE(sensor_.polls, 1) << "that ends it";
+    sensor_.finger = [](int) { return ZAZ_OK; };
     dialog_->show();
     EXPECT_EQ(status(), QString());
 
     const QString folderBefore = QDir::currentPath();
     QDir::setCurrent(path());
-    isThere = true;
     ++workers_;
     dialog_->GetFPFromDev(QString());
     EXPECT_TRUE(says("Get FP data Success"));
@@ -207,6 +216,7 @@ TEST_F(FignerPrintTest, TroubleEndsThePollingAndIsTold)
 {
     const auto isOver = [&](const char* status, bool isNoted, int polls) {
         EXPECT_TRUE(closes());
+        QCoreApplication::processEvents(); // what was told before
         EXPECT_TRUE(QTest::qWaitFor([&] { return text("labelNote").isEmpty() != isNoted; }));
         EXPECT_EQ(this->status(), QLatin1String(status));
         EXPECT_EQ(sensor_.polls.exchange(0), polls);

@@ -84,7 +84,7 @@ TEST_F(DeskCards, WhatIsNoCardIsTold)
     const std::pair<const char*, const char*> wrong[] = {
         {"type = 0;\nname = 7;", "a.cfg:2: name must be a text"},
         {"type = -1;", "a.cfg:1: type must be a number"},
-        {"type = 10;", "a.cfg:1: type must be a number"},
+        {"type = 10;", "a.cfg:1: type must be a number from 0 to 9\n"},
         {"nmae = \"x\";", "a.cfg:1: nmae is not known"},
         {"type = ", "a.cfg:1: syntax error"}};
     for (const auto& [text, why] : wrong) {

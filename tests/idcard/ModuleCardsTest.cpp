@@ -133,18 +133,21 @@ TEST(ModuleCards, ADamagedAnswerFailsOnceWithOneLine)
         int limit; ///< ms; long where the fault is to be seen at once
         std::function<void(Bytes& answer)> change;
         int failure = HIDCARD_READ_FAILED;
-    } faults[] = {{"silent find", Command::findCard, 150, [](Bytes& a) { a.clear(); }},
-                  {"silent read", Command::readBase, 150, [](Bytes& a) { a.clear(); }},
-                  {"half", Command::readBase, 150, [](Bytes& a) { a.resize(a.size() / 2); }},
-                  {"length", Command::selectCard, 150, [](Bytes& a) { a[6] += 5, a.back() ^= 5; }},
-                  {"late find", Command::findCard, 150, [&](Bytes& a) { kept.swap(a); }},
-                  {"late read", Command::readBase, 150, [&](Bytes& a) { kept.swap(a); }},
-                  {"check", Command::readBase, 20000, [](Bytes& a) { a.back() ^= 0x40; }},
-                  {"check of find", Command::findCard, 20000, [](Bytes& a) { a.back() ^= 0x40; }},
-                  {"text's length", Command::readBase, 20000, [](Bytes& a) { a[11] += 1, a.back() ^= 1; }},
-                  {"code", Command::selectCard, 20000, [](Bytes& a) { a = SimulatedModule::frame(0x41); }},
-                  {"pulled", Command::readBase, 20000, [](Bytes& a) { a = SimulatedModule::frame(0x80); }},
-                  {"unplugged", Command::readBase, 20000, [](Bytes& a) { a.resize(1); }, HIDCARD_NO_READER}};
+    } faults[] = {
+        {"silent find", Command::findCard, 150, [](Bytes& a) { a.clear(); }},
+        {"silent read", Command::readBase, 150, [](Bytes& a) { a.clear(); }},
+        {"half", Command::readBase, 150, [](Bytes& a) { a.resize(a.size() / 2); }},
+        {"length", Command::selectCard, 150, [](Bytes& a) { a[6] += 5, a.back() ^= 5; }},
+        {"late find", Command::findCard, 150, [&](Bytes& a) { kept.swap(a); }},
+        {"late read", Command::readBase, 150, [&](Bytes& a) { kept.swap(a); }},
+        {"check", Command::readBase, 20000, [](Bytes& a) { a.back() ^= 0x40; }},
+        {"check of find", Command::findCard, 20000, [](Bytes& a) { a.back() ^= 0x40; }},
+        {"text's length", Command::readBase, 20000, [](Bytes& a) { a[11] += 1, a.back() ^= 1; }},
+        {"picture's length", Command::readBase, 20000, [](Bytes& a) { a[12] = 3, a.back() ^= 7; }},
+        {"code", Command::selectCard, 20000, [](Bytes& a) { a = SimulatedModule::frame(0x41); }},
+        {"code of find", Command::findCard, 20000, [](Bytes& a) { a = SimulatedModule::frame(0x60); }},
+        {"pulled", Command::readBase, 20000, [](Bytes& a) { a = SimulatedModule::frame(0x80); }},
+        {"unplugged", Command::readBase, 20000, [](Bytes& a) { a.resize(1); }, HIDCARD_NO_READER}};
     for (const auto& fault : faults) {
         SCOPED_TRACE(fault.name);
         kept.clear();
@@ -248,4 +251,28 @@ TEST(ModuleCards, FramesTravelInReportsOfADevice)
     ASSERT_EQ(write(device.get(), answer.data(), answer.size()), 64);
     module.finish();
     EXPECT_EQ(module.step(), CardModule::Step::idle);
+}
+
+TEST(ModuleCards, AnErrorThatComesLateIsNoneOfTheNextSearch)
+{
+    int ends[2];
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0);
+    const mirvak::UniqueFd device(ends[1]);
+    const auto send = [&](int status, size_t data) {
+        const Bytes answer = SimulatedModule::frame(status, Bytes(data));
+        EXPECT_EQ(write(device.get(), answer.data(), answer.size()), ssize_t(answer.size()));
+    };
+    CardModule::Limits brief = limits();
+    brief.find = milliseconds(0);
+    CardModule module(CardPort(mirvak::UniqueFd(ends[0])), brief);
+    send(status::done, 0);
+    module.finish();
+    module.start();
+    module.finish();
+    ASSERT_EQ(module.step(), CardModule::Step::idle) << "no answer in time";
+    send(status::noCard, 0);
+    module.start();
+    send(status::cardFound, 4);
+    module.advance();
+    EXPECT_EQ(module.step(), CardModule::Step::selecting);
 }

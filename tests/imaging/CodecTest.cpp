@@ -65,6 +65,26 @@ TEST(Codec, keepsPixelsAndResolutionInEveryFormat)
     }
 }
 
+// Other programs read it down as well as across, and a BMP by the size that it claims.
+TEST(Codec, tellsSizeAndResolutionInBothDirections)
+{
+    Image image = ramps(61, 47);
+    image.dpi = 254; // ten thousand dots a metre
+    const Bytes bmp = mirvak::encodeImage("bmp", image, 95);
+    EXPECT_EQ(Bytes(bmp.begin() + 38, bmp.begin() + 46), hexBytes("10270000 10270000"));
+    size_t claimed = 0;
+    for (size_t i = 0; i < 4; ++i)
+        claimed |= size_t{bmp[2 + i]} << 8 * i;
+    EXPECT_EQ(claimed, bmp.size());
+    const Bytes png = mirvak::encodeImage("png", image, 95);
+    EXPECT_LT(find(png, hexBytes("70485973 00002710 00002710 01")), png.size());
+    for (const int quality : {0, 95, 1000}) { // the outer ones count as the nearest that there is
+        const Bytes jpeg = mirvak::encodeImage("jpg", image, quality);
+        ASSERT_GT(jpeg.size(), 18U) << quality;
+        EXPECT_EQ(Bytes(jpeg.begin() + 13, jpeg.begin() + 18), hexBytes("01 00fe 00fe")) << quality;
+    }
+}
+
 TEST(Codec, refusesOtherNamesAndPicturesWithoutWritingAnything)
 {
     const TempDir folder;
@@ -258,9 +278,12 @@ TEST(Codec, readsEveryKindOfBmp)
         std::string name, header, table, pixels;
         int dpi = 72;
     };
-    const auto header = [](const std::string& height, const char* bits, const char* coding) {
+    const auto header = [](const std::string& height,
+                           const char* bits,
+                           const char* coding,
+                           const std::string& colours = "04000000") {
         return "28000000 02000000 " + height + "0100" + bits + "00" + coding +
-               "000000 00000000 130b0000 130b0000 04000000 00000000";
+               "000000 00000000 130b0000 130b0000 " + colours + " 00000000";
     };
     const std::string up = "02000000", down = "feffffff", old = "0c000000 0200 0200 0100 0800";
     const std::string palette = "0000ff00 00ff0000 ff000000 ffffff00";
@@ -276,6 +299,7 @@ TEST(Codec, readsEveryKindOfBmp)
           Kind{"from the top", header(down, "18", "00"), "", "0000ff00ff000000 ff0000ffffff0000"},
           Kind{"palette of 8 bits", header(up, "08", "00"), palette, "02030000 00010000"},
           Kind{"palette of 4 bits", header(up, "04", "00"), palette, "23000000 01000000"},
+          Kind{"more colours than fit", header(up, "04", "00", "ffffff7f"), palette, "23000000 01000000"},
           Kind{"palette of OS/2", old, oldPalette, "02030000 00010000", 215}}) {
         Bytes bmp = hexBytes("424d 00000000 00000000 00000000" + kind.header + kind.table);
         bmp[10] = static_cast<std::uint8_t>(bmp.size());

@@ -164,11 +164,12 @@ TEST(ShotVerdict, APageThatRunsOutOfThePictureIsToldFromAWrongOutline)
     const made::Corners outside = made::placed({640, 150}, {560, 790}, 0);
     made::Corners seen = outside;
     seen[0].y = seen[1].y = 0;
-    const auto judged = [&](const cv::Mat& frame) {
-        return verdictOf([&](int) { return frame; }, [&](int) { return Outline{seen, 1}; });
+    const auto judged = [&](const cv::Mat& frame, double confidence = 1) {
+        return verdictOf([&](int) { return frame; }, [&](int) { return Outline{seen, confidence}; });
     };
     const cv::Mat sheet = made::textPage({560, 790}, 14);
     expectFlaw(judged(frameWith(sheet, made::Desk::dark, outside)), Flaw::leavesPicture, "cut off");
+    expectFlaw(judged(frameWith(sheet, made::Desk::dark, outside), 0.62), Flaw::notSure, "maybe cut off");
     const made::Corners inside = made::placed({640, 285}, {560, 520}, 0); // its head is 25 px from the border
     expectFlaw(judged(frameWith(sheet, made::Desk::dark, inside)), Flaw::notSure, "an outline on the desk");
 
@@ -300,6 +301,9 @@ TEST(VerdictHold, WordsComeLateStayReadableAndDoNotFlicker)
     const std::string worse = told(hold, "mmmmmmmmmmmmmmmmmmmmm");
     EXPECT_EQ(worse.back(), 'm');
     EXPECT_EQ(worse.find_first_not_of("bm"), std::string::npos);
+    told(hold, "bbbbbbbbbbbbbbbbbbbb");
+    const std::string other = told(hold, "mmmmmm....................");
+    EXPECT_GE(std::count(other.begin(), other.end(), 'm'), 15) << "in the place of a flaw, as long";
     mirvak::VerdictHold doubtful;
     EXPECT_EQ(told(doubtful, "bbb.b.."), "------+") << "neither told nor good yet";
 }

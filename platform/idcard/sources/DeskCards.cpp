@@ -61,7 +61,8 @@ void take(Card& card, const Setting& setting, const fs::path& folder)
                int(setting) <= mostType) {
         card.type = setting;
     } else {
-        refuse(setting, key == "type" ? " must be a number from 0 to 3" : " is not known");
+        refuse(setting,
+               key == "type" ? " must be a number from 0 to " + std::to_string(mostType) : " is not known");
     }
 }
 
