@@ -371,12 +371,28 @@ TEST(PageMarks, LoneSpecksGoAndDotsStay)
     speck(660, 70, 4, 40);
     speck(800, 200, 3, 120);
     speck(300, 390, 4, 40);
+    for (const cv::Point at : {cv::Point(700, 300), {714, 304}}) { // dust lies in pairs, too
+        cv::rectangle(page, cv::Rect(at, cv::Size(4, 4)), 40, cv::FILLED);
+        page.at<unsigned char>(at + cv::Point(3, 12)) = 150; // grain, as there is everywhere
+    }
+    cv::rectangle(page, {590, 440, 4, 18}, 215, cv::FILLED); // a faded letter, of which a dot has stayed
+    const std::vector<cv::Rect> signs{{450, 430, 3, 3}, {450, 439, 3, 3}, {520, 450, 8, 2}, {597, 452, 3, 3}};
+    for (const cv::Rect& sign : signs) // a colon and a dash by themselves, and that dot
+        cv::rectangle(page, sign, 20, cv::FILLED);
     const int stop = 120 + 39 * step; // behind the last letter of a line
     cv::rectangle(page, {stop + step, 72, 4, 4}, 20, cv::FILLED);
     for (int i = 0; i < 12; ++i) // leads the eye to a number
         cv::rectangle(page, {200 + i * 14, 450, 3, 3}, 20, cv::FILLED);
-    mirvak::cleanMarks(page);
-    EXPECT_EQ(cv::countNonZero(page(margin) < 255), 0);
+    cv::Mat plain = page.clone();
+    for (const cv::Rect& dust : mirvak::cleanMarks(page).dust)
+        plain(dust).setTo(255);
+    EXPECT_EQ(inkIn(page, margin), 0U);
+    EXPECT_EQ(inkIn(plain, margin), 0U);
+    EXPECT_EQ(cv::countNonZero(page(cv::Rect(650, 60, 200, 160)) < 255), 0) << "nor their soft rims";
+    for (const cv::Rect& sign : signs) {
+        EXPECT_EQ(inkIn(page, sign), static_cast<size_t>(sign.area())) << sign;
+        EXPECT_EQ(inkIn(plain, sign), static_cast<size_t>(sign.area())) << sign;
+    }
     EXPECT_EQ(cv::countNonZero(page(below) < 255), 0);
     EXPECT_EQ(inkIn(page, {stop + step, 72, 4, 4}), 16U);
     EXPECT_EQ(inkIn(page, {190, 440, 200, 30}), 12U * 9U);

@@ -87,8 +87,19 @@ TEST(SmallLetters, WornLettersLieInPieces)
     for (int i = 0; i < 8; ++i)
         marks.boxes.emplace_back(60 + 18 * i, baseline - small, 14, small);
     line.words.push_back({"полночью", {60, 42, 200, 60}, 90});
-    line.box = {20, 35, 200, 60};
+    // Beside each other: the left foot of a letter, and what is left of it; no trace of the first letter.
+    for (const int x : {240, 400})
+        for (int i = 0; i < 6; ++i)
+            marks.boxes.emplace_back(x + 18 * (i + 1), baseline - small, 14, small);
+    marks.boxes.emplace_back(240, baseline - small, 5, small);
+    marks.boxes.emplace_back(244, baseline - capital, 10, capital);
+    line.words.push_back({"Ладыгин", {240, 35, 362, 60}, 90});
+    line.words.push_back({"Самого", {394, 35, 522, 60}, 90});
+    line.box = {20, 35, 522, 60};
     page.blocks = {{line}};
     mirvak::makeSmall(page, marks);
-    EXPECT_EQ(page.blocks.front().front().words.front().text, "В");
+    std::string text;
+    for (const mirvak::ReadWord& word : page.blocks.front().front().words)
+        text += word.text + ' ';
+    EXPECT_EQ(text, "В полночью Ладыгин Самого ");
 }

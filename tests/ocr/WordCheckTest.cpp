@@ -129,6 +129,9 @@ TEST(SecondOpinion, WornWordsStayInTheirLanguage)
     EXPECT_TRUE(mirvak::losesWords(name, never, figures, isWord)) << "digits for letters";
     EXPECT_TRUE(mirvak::losesWords(name, never, {word("Tlepenucana", 83)}, never)) << "hardly a name";
     EXPECT_FALSE(mirvak::losesWords(name, never, {word("Ellery", 94)}, never)) << "a name";
+    EXPECT_FALSE(mirvak::losesWords({word("И", 63)}, never, {word("17", 96)}, never)) << "a number";
+    EXPECT_TRUE(mirvak::losesWords({word("ЗОБ", 63)}, never, {word("17", 96)}, never)) << "letters are left";
+    EXPECT_TRUE(mirvak::losesWords({word("И", 63)}, never, {word("17", 80)}, never)) << "hardly read";
     EXPECT_FALSE(mirvak::losesWords({word("КТХ60З3", 60)}, never, {word("RTX6033", 93)}, isWord));
     const std::vector<ReadWord> half{word("to", 50), word("tbo", 40)};
     EXPECT_FALSE(mirvak::losesWords(half, isWord, russian, isWord)) << "less than half is known";

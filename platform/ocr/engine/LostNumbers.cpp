@@ -17,11 +17,6 @@ constexpr double asWide = 0.6;        // of its height: two strokes; one is a si
 constexpr int reach = 5;              // heights of the line: by itself a number is read badly
 constexpr int mostOnPage = 8;
 
-bool isDigit(char32_t c)
-{
-    return c >= U'0' && c <= U'9';
-}
-
 // What one model reads in the word's place.
 std::optional<ReadWord> numberAt(
     const ReadWord& word, const ReadLine& line, const cv::Mat& grey, TextModel& model, const Limit& limit)

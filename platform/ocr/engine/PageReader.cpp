@@ -50,9 +50,17 @@ struct Sheet
     Glance glance;
 };
 
-Marks fitScale(PagePicture& picture)
+// The recogniser would read lone dust of the plain picture, too, and take it for signs.
+void takeOutDust(PlainPicture& plain, const Marks& marks)
+{
+    for (const cv::Rect& speck : marks.dust)
+        plain.grey(speck).setTo(255);
+}
+
+Marks fitScale(PagePicture& picture, PlainPicture& plain)
 {
     Marks marks = cleanMarks(picture.grey);
+    takeOutDust(plain, marks);
     double factor = 1;
     if (marks.height >= leastHeight && marks.height < smallest)
         factor = std::min({largestFactor,
@@ -140,7 +148,7 @@ Reading PageReader::read(const std::string& picturePath, ReadPage& page)
         return Reading::noPicture;
     Sheet sheet{std::move(*picture), {}, {}, {}};
     sheet.plain = {sheet.picture.grey.clone(), sheet.picture.dpi};
-    sheet.marks = fitScale(sheet.picture);
+    sheet.marks = fitScale(sheet.picture, sheet.plain);
     if (sheet.marks.boxes.empty())
         return Reading::noText;
     const Limit limit{Limit::Clock::now(), &watch_.stopped};

@@ -95,6 +95,19 @@ bool hasDigits(const std::vector<ReadWord>& words)
     });
 }
 
+// Digits are the same in all scripts, so a number may have been read as letters, but not as more of them.
+bool isNumberFor(const std::vector<ReadWord>& words, const std::vector<ReadWord>& old)
+{
+    const auto textOf = [](const std::vector<ReadWord>& some) {
+        std::string text;
+        for (const ReadWord& word : some)
+            text += word.text;
+        return fromUtf8(text);
+    };
+    const std::u32string number = textOf(words);
+    return std::all_of(number.begin(), number.end(), isDigit) && textOf(old).size() <= number.size();
+}
+
 IsWord wordsOf(const TextModel& model)
 {
     return [&model](const std::string& word) { return model.knows(word); };
@@ -262,7 +275,8 @@ bool losesWords(const std::vector<ReadWord>& old,
 {
     const double known = knownShare(old, isWord), others = knownShare(other, isOthersWord);
     return (known > mostKnown && known >= others) ||
-           (others == 0 && (confidenceOf(other) < sureName || (!hasDigits(old) && hasDigits(other))));
+           (others == 0 && (confidenceOf(other) < sureName ||
+                            (!hasDigits(old) && hasDigits(other) && !isNumberFor(other, old))));
 }
 
 void askOthers(ReadPage& page,

@@ -11,9 +11,10 @@ namespace mirvak {
 
 namespace {
 
-constexpr double noCapital = 1.15;  // heights of a small letter; capitals have 1.35 to 1.5
-constexpr double leastLetter = 0.5; // heights of the page's marks: less is a dot or a comma
-constexpr size_t enoughLetters = 6; // to measure small letters
+constexpr double noCapital = 1.15;    // heights of a small letter; capitals have 1.35 to 1.5
+constexpr double leastLetter = 0.5;   // heights of the page's marks: less is a dot or a comma
+constexpr double pieceOfLetter = 0.6; // of a letter's usual width: what begins so near belongs to it
+constexpr size_t enoughLetters = 6;   // to measure small letters
 
 // Others change their shape, so that a misread one would not look like itself.
 bool hasOneShape(char32_t capital)
@@ -44,6 +45,28 @@ std::optional<double> smallOf(std::vector<int> heights)
     return *low;
 }
 
+std::vector<int> heightsOf(const std::vector<cv::Rect>& letters)
+{
+    std::vector<int> heights(letters.size());
+    std::transform(letters.begin(), letters.end(), heights.begin(), [](const cv::Rect& letter) {
+        return letter.height;
+    });
+    return heights;
+}
+
+// Its thin strokes may have gone, so that it lies in pieces beside each other, too; nothing when it has gone
+// altogether.
+std::optional<int> firstHeight(const std::vector<cv::Rect>& letters, const ReadWord& word, size_t length)
+{
+    const double usualWidth = static_cast<double>(word.box.width()) / static_cast<double>(length);
+    cv::Rect first;
+    for (const cv::Rect& letter : letters) {
+        if (letter.x < word.box.left + pieceOfLetter * usualWidth)
+            first |= letter;
+    }
+    return first.empty() ? std::nullopt : std::optional<int>(first.height);
+}
+
 /// A line's words and how high their letters are.
 class Measure
 {
@@ -60,7 +83,7 @@ public:
     }
 
     /// From the left. Worn letters lie in pieces above each other.
-    std::vector<int> heightsIn(const ReadWord& word) const
+    std::vector<cv::Rect> lettersIn(const ReadWord& word) const
     {
         const cv::Rect box = rectOf(word.box);
         std::vector<cv::Rect> letters;
@@ -75,11 +98,7 @@ public:
             else
                 letters.push_back(mark);
         }
-        std::vector<int> heights;
-        heights.reserve(letters.size());
-        for (const cv::Rect& letter : letters)
-            heights.push_back(letter.height);
-        return heights;
+        return letters;
     }
 
     /// Of the words in small letters; nothing when they are too few.
@@ -91,7 +110,7 @@ public:
             if (std::any_of(text.begin(), text.end(), isCapital) ||
                 !std::any_of(text.begin(), text.end(), isLetter))
                 continue;
-            const std::vector<int> heights = heightsIn(word);
+            const std::vector<int> heights = heightsOf(lettersIn(word));
             all.insert(all.end(), heights.begin(), heights.end());
         }
         return smallOf(std::move(all));
@@ -125,13 +144,15 @@ void makeSmall(ReadWord& word, const Measure& measure, double smallLetter)
 {
     std::u32string text = fromUtf8(word.text);
     const Capitals capitals = capitalsOf(text);
-    const std::vector<int> heights = measure.heightsIn(word);
-    if (capitals == Capitals::none || heights.empty())
+    const std::vector<cv::Rect> letters = measure.lettersIn(word);
+    if (capitals == Capitals::none || letters.empty())
         return;
+    const std::vector<int> heights = heightsOf(letters);
     const bool isFirst = capitals == Capitals::first;
     const std::optional<double> own = isFirst ? smallOf({heights.begin() + 1, heights.end()}) : std::nullopt;
-    const int height = isFirst ? heights.front() : medianOf(heights);
-    if (height > noCapital * own.value_or(smallLetter))
+    const std::optional<int> height =
+        isFirst ? firstHeight(letters, word, text.size()) : std::optional<int>(medianOf(heights));
+    if (!height || *height > noCapital * own.value_or(smallLetter))
         return;
     std::transform(text.begin(), text.end(), text.begin(), lowercase);
     word.text = toUtf8(text);

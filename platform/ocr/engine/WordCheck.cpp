@@ -63,7 +63,7 @@ bool isPartOf(const std::u32string& all, const std::u32string& some)
 
 bool hasDigit(const std::u32string& text)
 {
-    return std::any_of(text.begin(), text.end(), [](char32_t c) { return c >= U'0' && c <= U'9'; });
+    return std::any_of(text.begin(), text.end(), isDigit);
 }
 
 // With less, most readings by themselves are as good as those in the line.

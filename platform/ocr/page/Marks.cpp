@@ -1,5 +1,6 @@
 #include "Marks.h"
 
+#include "Company.h"
 #include "Components.h"
 #include "LargeInk.h"
 #include "Pictures.h"
@@ -16,8 +17,9 @@ namespace {
 
 constexpr int inkLevel = 190;   // thin strokes of a camera's picture are hardly darker
 constexpr size_t lineMarks = 5; // fewer make no line of print
-// In heights of a mark: a dot has its letter or the next dot so near.
-constexpr double companyBeside = 1.2, companyOver = 0.6;
+// Around a speck: the rest of a faded letter. In heights of a mark, levels, and of the place.
+constexpr double faintBeside = 1.2, faintOver = 0.6, faintShare = 0.03;
+constexpr int faintLevel = 235;
 const cv::Point rim(2, 2);     // px: so far an edge is soft
 constexpr int ruleLength = 12; // heights of a mark: shorter lines part nothing
 
@@ -140,63 +142,73 @@ cv::Mat nearLetters(const Components& ink, const cv::Size& page, int height)
     return near;
 }
 
-/// How many marks reach to each place or stand beside it, in cells.
-class Company
+// What can be no letter, and no part of one.
+std::vector<unsigned char> refuseAmong(const Components& ink, const cv::Size& page, int height)
 {
-public:
-    Company(const Components& ink, const cv::Size& page, int height)
-        : cell_(std::max(1, height / 4)), marks_(page.height / cell_ + 1, page.width / cell_ + 1, CV_8UC1)
-    {
-        marks_.setTo(0);
-        const int beside = cvRound(companyBeside * height), over = cvRound(companyOver * height);
-        for (int i = 1; i < ink.count; ++i) {
-            const cv::Rect box = ink.box(i);
-            const cv::Point from(box.x - beside, box.y - over), to(box.br().x + beside, box.br().y + over);
-            if (kindOf(box, ink.area(i), height) == Kind::refuse)
-                continue;
-            cv::Mat place = marks_(cv::Rect(from / cell_, to / cell_ + cv::Point(1, 1)) &
-                                   cv::Rect({0, 0}, marks_.size()));
-            place += 1;
-        }
-    }
-    bool isAlone(const cv::Rect& mark) const
-    {
-        return marks_.at<unsigned char>((mark.y + mark.height / 2) / cell_,
-                                        (mark.x + mark.width / 2) / cell_) < 2; // itself
-    }
-
-private:
-    int cell_;
-    cv::Mat marks_;
-};
-
-Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
-{
-    const Company company(ink, grey.size(), height);
     const int speck = largestSpeck(ink, height), grain = height * height / 144;
-    const cv::Mat near = speck > grain ? nearLetters(ink, grey.size(), height) : cv::Mat();
-    Marks marks;
-    marks.height = height;
+    const cv::Mat near = speck > grain ? nearLetters(ink, page, height) : cv::Mat();
     std::vector<unsigned char> isRefuse(static_cast<size_t>(ink.count), 0);
-    std::vector<cv::Rect> alone;
     for (int i = 1; i < ink.count; ++i) {
         const cv::Rect box = ink.box(i);
         const bool part = !near.empty() && ink.area(i) > grain &&
                           near.at<unsigned char>(box.y + box.height / 2, box.x + box.width / 2) > 0;
-        const Kind kind = kindOf(box, ink.area(i), height);
-        if (kind == Kind::grain && company.isAlone(box))
-            alone.push_back(box);
-        else if (ink.area(i) <= (part ? grain : speck) || touchesBorder(box, grey.size()) ||
-                 kind == Kind::refuse || isEmblem(ink, i, height))
-            isRefuse[static_cast<size_t>(i)] = 1;
+        isRefuse[static_cast<size_t>(i)] =
+            ink.area(i) <= (part ? grain : speck) || touchesBorder(box, page) ||
+            kindOf(box, ink.area(i), height) == Kind::refuse || isEmblem(ink, i, height);
+    }
+    return isRefuse;
+}
+
+Company
+companyOf(const Components& ink, const cv::Size& page, const std::vector<unsigned char>& isRefuse, int height)
+{
+    Company company(page, height);
+    for (int i = 1; i < ink.count; ++i) {
+        if (isRefuse[static_cast<size_t>(i)] > 0)
+            continue;
+        if (kindOf(ink.box(i), ink.area(i), height) == Kind::grain)
+            company.addDot(ink.box(i));
         else
+            company.addLetter(ink.box(i));
+    }
+    return company;
+}
+
+// In a column of numbers it stands for nothing, by itself.
+bool isDash(const cv::Rect& box, int height)
+{
+    return box.width >= 2 * box.height && box.width * 4 >= height;
+}
+
+// Worn letters fall into dots, too, but what is left of their strokes lies around.
+bool hasFaintInk(const cv::Mat& grey, const cv::Rect& speck, int height)
+{
+    const cv::Point reach(cvRound(faintBeside * height), cvRound(faintOver * height));
+    const cv::Rect around = cv::Rect(speck.tl() - reach, speck.br() + reach) & cv::Rect({0, 0}, grey.size());
+    const int ink = cv::countNonZero(grey(around) < faintLevel) - cv::countNonZero(grey(speck) < faintLevel);
+    return ink > faintShare * (around.area() - speck.area());
+}
+
+Marks keepLetters(cv::Mat& grey, const Components& ink, int height)
+{
+    const std::vector<unsigned char> isRefuse = refuseAmong(ink, grey.size(), height);
+    Company company = companyOf(ink, grey.size(), isRefuse, height);
+    Marks marks;
+    marks.height = height;
+    for (int i = 1; i < ink.count; ++i) {
+        const cv::Rect box = ink.box(i);
+        const cv::Rect soft = cv::Rect(box.tl() - rim, box.br() + rim) & cv::Rect({0, 0}, grey.size());
+        if (kindOf(box, ink.area(i), height) == Kind::grain && !isDash(box, height) && company.isAlone(box) &&
+            !hasFaintInk(grey, soft, height))
+            marks.dust.push_back(soft);
+        else if (isRefuse[static_cast<size_t>(i)] == 0)
             marks.boxes.push_back(box);
         if (box.width > ruleLength * height && box.height <= height)
             marks.rules.push_back(box);
     }
     erase(grey, ink, isRefuse);
-    for (const cv::Rect& box : alone) // with its soft rim
-        grey(cv::Rect(box.tl() - rim, box.br() + rim) & cv::Rect({0, 0}, grey.size())).setTo(paper);
+    for (const cv::Rect& speck : marks.dust)
+        grey(speck).setTo(paper);
     return marks;
 }
 
@@ -210,7 +222,7 @@ bool isStroke(const cv::Rect& mark, int height)
 bool holdsText(const std::vector<cv::Rect>& boxes, int height)
 {
     size_t inLines = 0;
-    for (const Piece& piece : piecesOf({boxes, {}, height}).all) {
+    for (const Piece& piece : piecesOf({boxes, {}, height, {}}).all) {
         const auto strokes = std::count_if(piece.marks.begin(), piece.marks.end(), [&](const cv::Rect& mark) {
             return isStroke(mark, height);
         });

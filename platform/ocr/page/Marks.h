@@ -12,6 +12,7 @@ struct Marks
     std::vector<cv::Rect> boxes; ///< px
     std::vector<cv::Rect> rules; ///< px, long lines across that were taken away
     int height = 0;              ///< px, of the usual mark: a small letter's height; 0 without any
+    std::vector<cv::Rect> dust;  ///< px, lone specks with their soft rims, taken away
 };
 
 /// Finds the marks and takes away what is no text, in place: specks, rules, frames and pictures become

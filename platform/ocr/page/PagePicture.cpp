@@ -1,12 +1,12 @@
 #include "PagePicture.h"
 
 #include "Codec.h"
-#include "Deskew.h"
 #include "Outline.h"
 #include "PageMap.h"
 #include "PaperModel.h"
 #include "Rotate.h"
 #include "Seals.h"
+#include "Straighten.h"
 #include "TextSkew.h"
 
 #include <opencv2/imgproc.hpp>
@@ -58,15 +58,22 @@ bool liesOnDarkGround(const cv::Mat& rgb, const Outline& outline)
     return meanWithin(small, page, all) < groundDarkness * meanWithin(small, page, cv::Mat());
 }
 
+cv::Matx33d cutOutPage(Image& image, const Outline& found)
+{
+    const Outline outline = refineOutline(image.pixels, found);
+    Image page;
+    const PageShape shape = pageShape(outline.corners, image.pixels.size());
+    const cv::Matx33d toOld = straighten(image, outline, shape, edgeMargin, page);
+    image = std::move(page);
+    return pageMap::fromCentres(toOld);
+}
+
 /// @return the way back, as PagePicture::toPicture
-cv::Matx33d straighten(Image& image)
+cv::Matx33d setLevel(Image& image)
 {
     const std::optional<Outline> outline = findOutline(image.pixels);
-    if (outline && liesOnDarkGround(image.pixels, *outline)) {
-        cv::Matx33d toOld;
-        deskew(image, edgeMargin, &toOld);
-        return pageMap::fromCentres(toOld);
-    }
+    if (outline && liesOnDarkGround(image.pixels, *outline))
+        return cutOutPage(image, *outline);
     const std::optional<double> skew = findTextSkew(image.pixels);
     if (!skew || std::abs(*skew) < leastSkew)
         return cv::Matx33d::eye();
@@ -98,7 +105,7 @@ std::optional<PagePicture> openPage(const std::string& path)
     page.dpi = image->dpi;
     page.picture = image->pixels.size();
     if (std::min(image->pixels.cols, image->pixels.rows) >= smallestPage) {
-        page.toPicture = straighten(*image);
+        page.toPicture = setLevel(*image);
         evenOut(image->pixels);
         takeOutSeals(image->pixels);
     }

@@ -17,7 +17,7 @@ bool rises(char32_t c)
 {
     static const std::u32string tall = U"bdfhijklt\u0431\u0444\u0439\u0451!?()[]{}/&%$@#\"'";
     const bool capital = isLetter(c) && !isLowercase(c);
-    return capital || (c >= U'0' && c <= U'9') || tall.find(c) != std::u32string::npos;
+    return capital || isDigit(c) || tall.find(c) != std::u32string::npos;
 }
 
 bool descends(char32_t c)

@@ -116,9 +116,14 @@ char32_t lowercase(char32_t c)
     return within(c, 0x400, 0x40f) ? c + 0x50 : c < 0x430 ? c + 0x20 : c;
 }
 
+bool isDigit(char32_t c)
+{
+    return within(c, U'0', U'9');
+}
+
 bool isReadable(char32_t c)
 {
-    return isLetter(c) || isIdeographic(c) || within(c, U'0', U'9');
+    return isLetter(c) || isIdeographic(c) || isDigit(c);
 }
 
 } // namespace mirvak

@@ -14,6 +14,7 @@ bool isIdeographic(char32_t c);
 /// Letters of the Latin, Greek and Cyrillic scripts.
 bool isLetter(char32_t c);
 bool isCyrillic(char32_t c);
+bool isDigit(char32_t c);
 bool isLowercase(char32_t c);
 /// The small letter of a capital one; anything else as it is.
 char32_t lowercase(char32_t c);
