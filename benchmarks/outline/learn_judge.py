@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """Learns the weights by which outlines are judged, and writes them as a C++ header.
 
-    judge_examples a.bin 260 700000                # scenes, see examples.cpp
-    learn_judge.py PageWeights.h a.bin...          # pooled with the OutlineWeights.h in use, as OutlineJudge does
-    learn_judge.py --sheets OutlineWeights.h b.bin...
+    judge_examples a.bin 260 700000; judge_examples b.bin 1300 5200000 small    # scenes, see examples.cpp
+    learn_judge.py PageWeights.h a.bin b.bin...    # pooled with the OutlineWeights.h in use, as OutlineJudge does
+    learn_judge.py --sheets OutlineWeights.h c.bin...
     learn_judge.py --mean PageWeights.h A.h B.h:2  # of what was learnt at different times, the second counts twice
 
-The weights in use: OutlineWeights.h from 48 scenes of each kind of desk, PageWeights.h the mean of what an earlier
-learning on 110 and a later one on 370 of them gave, the later counting twice.
+The weights in use: OutlineWeights.h from 48 scenes of each kind of desk, PageWeights.h the mean of what 110, 370 and,
+with a map that knows sheets upon others, 400 of them and 1300 pairs of small ones gave. Each counts twice as much as
+all before it.
 
 The likelihood that the right outlines, or none where none is to be found, have among all of a scene is made most
 by Adam (Kingma and Ba 2015), with a small price on large weights. Four networks begin elsewhere, and each leaves

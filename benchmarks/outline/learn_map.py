@@ -2,18 +2,21 @@
 """Teaches the network of SheetMap what sheets look like, and writes its weights as a C++ header.
 
     map_scenes a.bin 14000 100000; map_scenes b.bin 14000 200000     # scenes, see map/main.cpp
-    learn_map.py MINUTES HEADER [--from STATE] SCENES...
+    map_scenes c.bin 16000 9400000 stacks
+    learn_map.py MINUTES HEADER [--from HEADER] SCENES...
 
-The weights in use: 12 minutes, 20 more `--from` that state, and 55 more `--from` that one with 20000 scenes from
-400000 on beside the others; one thread on a busy machine (2500, 1400 and 15100 batches).
+The weights in use: 12, 20 and 55 minutes with 48000 scenes, each `--from` what the last had learnt (19000 batches);
+then 30 with 16000 others and as many stacks (13500 batches), and 14 with 14000 more (7000). One thread on a busy
+machine.
 
 The network is an encoder and decoder with sums across (Ronneberger, Fischer and Brox 2015; sums as in Chaurasia
 and Culurciello 2017); learnt by AdamW (Loshchilov and Hutter 2019) with batch normalisation (Ioffe and Szegedy
-2015), which is folded into the weights. Each fiftieth scene is kept aside and judged. The state of the network
-goes to HEADER.state, from which learning can go on. Needs the packages of the group `learn` (scripts/setup.sh).
+2015), which is folded into the weights. Each fiftieth scene is kept aside and judged. Needs the packages of the
+group `learn` (scripts/setup.sh).
 """
 import math
 import random
+import re
 import sys
 import time
 
@@ -220,6 +223,39 @@ def write(net, path, namespace="sheetweights", program="learn_map.py"):
         file.write(f"}} // namespace mirvak::{namespace}\n")
 
 
+def arrays_of(header):
+    """The numbers of a header that this program wrote, by name."""
+    text = open(header, encoding="ascii").read()
+    found = re.findall(r"> (\w+){\n(.*?)};", text, re.S)
+    return {name: torch.tensor([float(number) for number in re.findall(r"[-+.e0-9]+", body)]) for name, body in found}
+
+
+def go_on(net, header, scenes):
+    """From plain convolutions to the same ones with batch normalisation, its statistics those of some scenes."""
+    numbers, spreads = arrays_of(header), {}
+    for name, layer in net.layers.items():
+        factors = numbers[name + "Factors"]
+        layer.weight.data = numbers[name].reshape(layer.weight.shape) * factors[:, None, None, None]
+        if name == net.last:
+            layer.bias.data = numbers[name + "Offsets"]
+            continue
+        norm = net.norms[name]
+        norm.bias.data, norm.running_var[:] = numbers[name + "Offsets"].clone(), 1 - norm.eps
+        layer.register_forward_hook(
+            lambda _, __, out, name=name: spreads.update({name: torch.var_mean(out, (0, 2, 3))})
+        )
+    net.eval()
+    with torch.no_grad():
+        net(light_normalised(scenes.batch(random.sample(scenes.used, 512))[0]))
+    for name, norm in net.norms.items():
+        spread, mean = spreads[name]
+        norm.running_mean[:], norm.running_var[:] = mean, spread
+        norm.weight.data = torch.sqrt(spread + norm.eps)
+        norm.bias.data += mean
+        net.layers[name]._forward_hooks.clear()
+    net.train()
+
+
 def main():
     if len(sys.argv) < 4:
         sys.exit(__doc__)
@@ -229,15 +265,16 @@ def main():
     torch.set_num_threads(1)  # more of them wait for each other on a busy machine
     net = SheetNet().to(memory_format=torch.channels_last)
     most = 4e-3
+    start = ""
     if rest[0] == "--from":
-        net.load_state_dict(torch.load(rest[1]))
-        rest = rest[2:]
-        most = 2e-3
+        start, rest, most = rest[1], rest[2:], 1.5e-3
     print(sum(weights.numel() for _, weights, _ in net.folded()), "weights", flush=True)
     scenes = Scenes(rest)
+    if start:
+        go_on(net, start, scenes)
+        print("before:", judge(net, scenes), flush=True)
     learn(net, scenes, minutes, most)
     print("at the end:", judge(net, scenes))
-    torch.save(net.state_dict(), header + ".state")
     write(net, header)
 
 

@@ -3,6 +3,7 @@
 #include "LineFinder.h"
 #include "MadePages.h"
 #include "OutlineJudge.h"
+#include "PageCandidates.h"
 #include "QuadOverlap.h"
 #include "SmallLook.h"
 
@@ -241,4 +242,33 @@ TEST(OutlineJudge, doesNotAskTheMapAboutPagesThatLeaveThePicture)
     const auto& outlines = judge.judge(quads.quads(), planes, regions, blind);
     ASSERT_FALSE(outlines.empty());
     EXPECT_GT(outlines.front().confidence, 0.9);
+}
+
+// Outlines that nearly agree are one answer: each of them alone is less likely than that one of them is
+// right.
+TEST(OutlineJudge, countsOutlinesThatNearlyAgreeTogether)
+{
+    cv::Mat picture = made::desk({640, 480}, made::Desk::wood);
+    made::lay(picture, made::textPage({600, 800}, 24), made::placed({320, 240}, {240, 320}, 12), 0.8);
+    mirvak::PageCandidates candidates;
+    mirvak::OutlineJudge judge;
+    int unsure = 0;
+    for (const mirvak::QuadFinder::Quad& quad : candidates.find(picture)) {
+        const auto judged = [&](const std::vector<mirvak::QuadFinder::Quad>& quads) {
+            return judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map());
+        };
+        const auto alone = judged({quad});
+        ASSERT_EQ(alone.size(), 1U);
+        if (alone[0].confidence < 0.01 || alone[0].confidence > 0.95)
+            continue;
+        ++unsure;
+        auto moved = quad;
+        for (cv::Point2d& corner : moved.corners)
+            corner.x += 0.01;
+        const auto both = judged({quad, moved});
+        ASSERT_EQ(both.size(), 1U);
+        const double odds = alone[0].confidence / (1 - alone[0].confidence);
+        EXPECT_NEAR(both[0].confidence, 2 * odds / (1 + 2 * odds), 0.02);
+    }
+    EXPECT_GT(unsure, 0);
 }

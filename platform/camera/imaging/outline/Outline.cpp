@@ -46,19 +46,17 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     const auto& quads = work_->candidates.find(rgb);
     std::vector<Outline> outlines =
         work_->judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map());
-    // A look alone takes a sheet below a card for the page more often than it finds one: it must be sure.
-    const bool wasLikely = !outlines.empty() && outlines.front().confidence >= answered;
     work_->close.weigh(outlines, candidates.planes(), candidates.edges());
-    std::optional<Outline> found = choose(outlines, wasLikely ? answered : sureOutline);
+    std::optional<Outline> found = choose(outlines);
     mayLeave_ = !found && candidates.map().hasSheetAtBorder();
     if (found)
         found->corners = candidates.look().inPicture(snapSides(candidates.edges(), found->corners));
     return found;
 }
 
-std::optional<Outline> OutlineFinder::choose(const std::vector<Outline>& outlines, double least) const
+std::optional<Outline> OutlineFinder::choose(const std::vector<Outline>& outlines) const
 {
-    if (outlines.empty() || outlines.front().confidence < least)
+    if (outlines.empty() || outlines.front().confidence < answered)
         return std::nullopt;
     const Outline& page = outlines.front();
     const SmallLook::Planes& planes = work_->candidates.planes();

@@ -43,7 +43,7 @@ public:
     bool mayLeavePicture() const { return mayLeave_; }
 
 private:
-    std::optional<Outline> choose(const std::vector<Outline>& outlines, double least) const;
+    std::optional<Outline> choose(const std::vector<Outline>& outlines) const;
 
     bool mayLeave_ = false;
     struct Work;

@@ -16,10 +16,10 @@ constexpr double leastSpread = 12;  // levels: an even picture stays even
 constexpr double sure = 0.985;      // of a cell and all around it
 constexpr double leastSure = 0.005; // of all cells, for a sheet to be seen
 constexpr int samplesAlong = 20;
-constexpr double besideSide = 1.3;    // cells: beyond the blur of the map
-constexpr float certain = 0.5F;       // that a sheet goes on beyond the picture
-constexpr double leastAtBorder = 0.2; // heights of the picture
-constexpr double leastSides = 3;      // likewise, of cells; a side is two wide
+constexpr double besideSide = 1.3;     // cells: beyond the blur of the map
+constexpr float certain = 0.45F;       // that a sheet goes on beyond the picture
+constexpr double leastAtBorder = 0.25; // heights of the picture
+constexpr double leastSides = 2.5;     // likewise, of cells; a side is two wide
 
 /// Of the two that the network says of each cell the `which`th, from its logits: 0 to 1.
 void certaintyOf(const FeaturePlane& said, size_t which, cv::Mat& certainty)
