@@ -7,10 +7,11 @@
 namespace mirvak {
 
 /// Tells dots, which belong to letters or to a row of dots, from dust, which lies anywhere. Only what is
-/// print to the eye is added: of faint grain there is some beside every speck.
+/// print to the eye is added: of faint grain there is some beside every speck. All in pixels of the page.
 class Company
 {
 public:
+    /// `height`: that of the page's usual mark
     Company(const cv::Size& page, int height);
     void addLetter(const cv::Rect& mark);
     void addDot(const cv::Rect& mark);
