@@ -178,8 +178,10 @@ TEST_F(CameraControlsTest, WhatACameraAnsweredIsNotTakenForTheAnswerOfTheNextOne
     controls_.watch(false);
     QCoreApplication::processEvents();
     controls_.set(MIRVAK_BRIGHTNESS, 7);
-    for (int i = 0; i < 6000 && !QAbstractEventDispatcher::instance()->hasPendingEvents(); ++i)
+    auto* events = QAbstractEventDispatcher::instance();
+    for (int i = 0; i < 6000 && !events->hasPendingEvents(); ++i)
         QThread::msleep(5); // until the answer is on its way to this thread
+    ASSERT_TRUE(events->hasPendingEvents());
     open();
     EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
     EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";
