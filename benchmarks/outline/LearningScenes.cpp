@@ -52,7 +52,7 @@ int writeExamples(int argc,
     const std::string option = argc > 4 ? argv[4] : "";
     const UseScene write = use(file.get(), option);
     for (unsigned seed = first; seed < first + count; ++seed) {
-        if (option == "small")
+        if (option.rfind("small", 0) == 0)
             forSmallScenesOf(seed, write);
         else
             scenes(seed, write);

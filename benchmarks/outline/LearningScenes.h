@@ -17,8 +17,8 @@ void forScenesOf(unsigned seed, const UseScene& use);
 /// them.
 void forSmallScenesOf(unsigned seed, const UseScene& use);
 
-/// The main of a program that writes examples: PROGRAM FILE [SCENES [SEED [OPTION]]]. With the option `small`
-/// they are of small scenes.
+/// The main of a program that writes examples: PROGRAM FILE [SCENES [SEED [OPTION]]]. With an option that
+/// begins with `small` they are of small scenes.
 /// @param use  makes what writes the scenes to the file; `option`: the last word, or empty
 /// @param scenes  those of one seed that are not small
 /// @return the program's exit code

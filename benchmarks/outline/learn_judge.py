@@ -4,11 +4,13 @@
     judge_examples a.bin 260 700000; judge_examples b.bin 1300 5200000 small    # scenes, see examples.cpp
     learn_judge.py PageWeights.h a.bin b.bin...    # pooled with the OutlineWeights.h in use, as OutlineJudge does
     learn_judge.py --sheets OutlineWeights.h c.bin...
+    learn_judge.py --second SecondWeights.h d.bin...    # judge_examples d.bin 300 7000000 second
     learn_judge.py --mean PageWeights.h A.h B.h:2  # of what was learnt at different times, the second counts twice
 
 The weights in use: OutlineWeights.h from 48 scenes of each kind of desk, PageWeights.h the mean of what 110, 370 and,
 with a map that knows sheets upon others, 400 of them and 1300 pairs of small ones gave. Each counts twice as much as
-all before it.
+all before it. SecondWeights.h: what 600 of them gave, and, counted twice, what 300 of them and 1000 pairs of
+small ones did (2015 and 2340 scenes in which no outline was convincing).
 
 The likelihood that the right outlines, or none where none is to be found, have among all of a scene is made most
 by Adam (Kingma and Ba 2015), with a small price on large weights. Four networks begin elsewhere, and each leaves
@@ -23,23 +25,24 @@ import sys
 import numpy
 import torch
 
-FACTS, PAGE_FACTS = 38, 47  # evidenceCount, pageEvidenceCount
-RECORD = 2 + FACTS + PAGE_FACTS
+FACTS = 38  # evidenceCount
+PAGE_FACTS = {"": 47, "--sheets": 47, "--second": 51}  # pageEvidenceCount, secondEvidenceCount
 UNITS, NETWORKS, ROUNDS = 12, 4, 700  # units of each network
 PRICE = 0.00015
 EDGE_SHARE = 0.3  # edgeShare of OutlineJudge.cpp
 ROOM = pathlib.Path(__file__).parents[2] / "platform/camera/imaging/outline"
 
 
-def read(path):
+def read(path, option):
     """The scenes of a file, each an array of one row an outline."""
+    record = 2 + FACTS + PAGE_FACTS[option]
     data = numpy.fromfile(path, dtype=numpy.float32)
     counts = data.view(numpy.int32)
     scenes, at = [], 0
     while at < len(data):
         count = counts[at]
-        scenes.append(data[at + 1:at + 1 + count * RECORD].reshape(count, RECORD))
-        at += 1 + count * RECORD
+        scenes.append(data[at + 1:at + 1 + count * record].reshape(count, record))
+        at += 1 + count * record
     return scenes
 
 
@@ -61,7 +64,7 @@ class Scenes:
     """All outlines of some scenes, each scene filled up to the same number of them."""
 
     def __init__(self, scenes, by_sheets):
-        rows = numpy.zeros((len(scenes), max(map(len, scenes)), RECORD), numpy.float32)
+        rows = numpy.zeros((len(scenes), max(map(len, scenes)), scenes[0].shape[1]), numpy.float32)
         self.real = torch.zeros(rows.shape[:2], dtype=torch.bool)
         for i, scene in enumerate(scenes):
             rows[i, :len(scene)] = scene
@@ -113,12 +116,16 @@ def mean(networks, counts=None):
 
 def write(path, weights, name, origin):
     hidden, sums, bias = weights
-    count = "pageEvidenceCount" if name == "page" else "evidenceCount"
+    count, evidence = {
+        "page": ("pageEvidenceCount", "SheetEvidence.h"),
+        "outline": ("evidenceCount", "SheetEvidence.h"),
+        "second": ("secondEvidenceCount", "SecondEvidence.h"),
+    }[name]
     numbers = lambda row: ", ".join(f"{number:.4f}F" for number in row.tolist())
     rows = "\n".join(f"    {{{numbers(row)}}}," for row in hidden)
     path.write_text(f"""#pragma once
 
-#include "SheetEvidence.h"
+#include "{evidence}"
 
 #include <array>
 
@@ -143,17 +150,19 @@ def main():
     if option == "--mean":
         parts = [file.partition(":") for file in files]
         networks = [weights_of(pathlib.Path(file)) for file, _, _ in parts]
-        write(pathlib.Path(header), mean(networks, [int(count or 1) for _, _, count in parts]), "page", "at two times")
+        name = "second" if "second" in pathlib.Path(parts[0][0]).read_text() else "page"
+        write(pathlib.Path(header), mean(networks, [int(count or 1) for _, _, count in parts]), name, "at two times")
         return
     by_sheets = option == "--sheets"
-    every = [scene for file in files for scene in read(file)]
+    every = [scene for file in files for scene in read(file, option)]
     networks = []
     for own in range(NETWORKS):
         used = Scenes([scene for i, scene in enumerate(every) if i % 5 != own], by_sheets)
         aside = Scenes(every[own::5], by_sheets)
         networks.append(learn(used, own))
         print(f"loss {used.loss(networks[-1]).item():.4f}, aside {aside.loss(networks[-1]).item():.4f}", flush=True)
-    write(pathlib.Path(header), mean(networks), "outline" if by_sheets else "page", f"{len(every)} scenes")
+    name = {"": "page", "--sheets": "outline", "--second": "second"}[option]
+    write(pathlib.Path(header), mean(networks), name, f"{len(every)} scenes")
 
 
 if __name__ == "__main__":

@@ -6,6 +6,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <numeric>
 
@@ -38,6 +39,21 @@ float EdgeField::changeAcross(const cv::Point2d& point, const cv::Point2d& norma
         return 0;
     const double change = gx_.ptr<short>(y)[x] * normal.x + gy_.ptr<short>(y)[x] * normal.y;
     return static_cast<float>(std::abs(change) / perLevel);
+}
+
+float EdgeField::changeAlong(const cv::Point2f& from, const cv::Point2f& to, int places, float most) const
+{
+    const cv::Point2f step = (to - from) / static_cast<float>(places);
+    const float length = std::max(1e-3F, static_cast<float>(places) * std::hypot(step.x, step.y));
+    const float acrossX = -(to.y - from.y) / length, acrossY = (to.x - from.x) / length;
+    cv::Point2f at = from + 0.5F * step + cv::Point2f(0.5F, 0.5F); // rounded by cutting
+    float sum = 0;
+    for (int i = 0; i < places; ++i, at += step) {
+        const auto x = static_cast<int>(at.x), y = static_cast<int>(at.y);
+        const float change = gx_.ptr<short>(y)[x] * acrossX + gy_.ptr<short>(y)[x] * acrossY;
+        sum += std::min(most, std::abs(change) / perLevel);
+    }
+    return sum / static_cast<float>(places);
 }
 
 // Most of a picture is plain paper and plain desk: the median gradient tells noise and texture. Where print

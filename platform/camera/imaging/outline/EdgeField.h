@@ -50,6 +50,9 @@ public:
     cv::Size size() const { return magnitude_.size(); }
     /// How much the colour changes across a line with that unit normal at the pixel, levels; 0 outside.
     float changeAcross(const cv::Point2d& point, const cv::Point2d& normal) const;
+    /// The mean of that at so many places of a line from one point to another, both in the picture; more than
+    /// `most` levels count as `most`.
+    float changeAlong(const cv::Point2f& from, const cv::Point2f& to, int places, float most) const;
 
 private:
     void chooseThreshold();

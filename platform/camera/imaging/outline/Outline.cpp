@@ -12,7 +12,8 @@ namespace mirvak {
 
 namespace {
 
-constexpr double answered = 0.5; // more likely than anything else, and than no sheet
+constexpr double answered = 0.5;      // more likely than anything else, and than no sheet
+constexpr double answeredAgain = 0.7; // in the second round: where a side is hidden, less is wrong too often
 constexpr double sureOutline = 0.9;
 
 } // namespace
@@ -28,10 +29,34 @@ bool liesOnBorder(const cv::Point2d& from, const cv::Point2d& to, const cv::Size
 
 struct OutlineFinder::Work
 {
+    std::vector<Outline> searchTwice(const cv::Mat& rgb);
+    std::vector<Outline> weigh(const std::vector<QuadFinder::Quad>& quads, OutlineJudge::Round round);
+
     PageCandidates candidates;
     OutlineJudge judge;
     CloseLook close;
 };
+
+/// The possible outlines, most likely first.
+std::vector<Outline> OutlineFinder::Work::weigh(const std::vector<QuadFinder::Quad>& quads,
+                                                OutlineJudge::Round round)
+{
+    std::vector<Outline> outlines =
+        judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map(), round);
+    close.weigh(outlines, candidates.planes(), candidates.edges());
+    return outlines;
+}
+
+/// The outlines of the round that is more certain, of the second one only sure ones.
+std::vector<Outline> OutlineFinder::Work::searchTwice(const cv::Mat& rgb)
+{
+    std::vector<Outline> first = weigh(candidates.find(rgb), OutlineJudge::Round::first);
+    if (first.empty() || first.front().confidence >= convincing)
+        return first;
+    std::vector<Outline> second = weigh(candidates.widen(first), OutlineJudge::Round::second);
+    const double least = std::max(answeredAgain, first.front().confidence);
+    return second.front().confidence >= least ? second : first;
+}
 
 OutlineFinder::OutlineFinder() : work_(std::make_unique<Work>()) {}
 
@@ -43,11 +68,7 @@ std::optional<Outline> OutlineFinder::find(const cv::Mat& rgb)
     if (!SmallLook::canHoldPage(rgb))
         return std::nullopt;
     const PageCandidates& candidates = work_->candidates;
-    const auto& quads = work_->candidates.find(rgb);
-    std::vector<Outline> outlines =
-        work_->judge.judge(quads, candidates.planes(), candidates.regions(), candidates.map());
-    work_->close.weigh(outlines, candidates.planes(), candidates.edges());
-    std::optional<Outline> found = choose(outlines);
+    std::optional<Outline> found = choose(work_->searchTwice(rgb));
     mayLeave_ = !found && candidates.map().hasSheetAtBorder();
     if (found)
         found->corners = candidates.look().inPicture(snapSides(candidates.edges(), found->corners));

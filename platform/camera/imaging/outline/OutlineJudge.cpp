@@ -3,6 +3,7 @@
 #include "OutlineWeights.h"
 #include "PageWeights.h"
 #include "QuadOverlap.h"
+#include "SecondWeights.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,14 +60,27 @@ double OutlineJudge::scoreOf(const PageEvidence& evidence)
     return weigh(pageWeights, pageSum, pageBias, evidence);
 }
 
+double OutlineJudge::scoreOf(const SecondEvidence& evidence)
+{
+    return weigh(secondWeights, secondSum, secondBias, evidence);
+}
+
+double OutlineJudge::scoreOf(size_t quad, Round round) const
+{
+    return round == Round::first ? scoreOf(pageEvidence_[quad]) : scoreOf(secondEvidence_[quad]);
+}
+
 const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Quad>& quads,
                                                 const SmallLook::Planes& planes,
                                                 const RegionField& regions,
-                                                const SheetMap& map)
+                                                const SheetMap& map,
+                                                Round round)
 {
     desk_.learn(planes);
     gatherEvidence(quads, planes, regions, desk_, evidence_);
     gatherPageEvidence(quads, map, evidence_, pageEvidence_);
+    if (round == Round::second)
+        gatherSecondEvidence(quads, planes, pageEvidence_, secondEvidence_);
     shares_.clear();
     edgeScores_.clear();
     double all = 1; // no sheet
@@ -74,7 +88,7 @@ const std::vector<Outline>& OutlineJudge::judge(const std::vector<QuadFinder::Qu
         // The map has learnt from whole sheets only.
         const double byEdges = leavesPicture(quads[i].corners, planes[0].size()) ? 1 : edgeShare;
         edgeScores_.push_back(scoreOf(evidence_[i]));
-        const double score = byEdges * edgeScores_.back() + (1 - byEdges) * scoreOf(pageEvidence_[i]);
+        const double score = byEdges * edgeScores_.back() + (1 - byEdges) * scoreOf(i, round);
         shares_.push_back(std::exp(score));
         all += shares_.back();
     }

@@ -1,10 +1,15 @@
 #include "PageCandidates.h"
 
+#include "SideSearch.h"
+
+#include <algorithm>
+
 namespace mirvak {
 
 namespace {
 
 constexpr size_t mostLines = 72;
+constexpr size_t mostWidened = 2; // outlines
 
 } // namespace
 
@@ -20,6 +25,29 @@ const std::vector<QuadFinder::Quad>& PageCandidates::find(const cv::Mat& rgb, co
     if (asked)
         addFromMap(map_, edges_, planes, quads_);
     return quads_.quads();
+}
+
+const std::vector<QuadFinder::Quad>& PageCandidates::widen(const std::vector<Outline>& likely)
+{
+    for (size_t i = 0; i < std::min(mostWidened, likely.size()); ++i)
+        addChanged(snapSides(edges_, likely[i].corners));
+    for (const SheetMap::Corners& shown : map_.quadrilaterals()) {
+        const SheetMap::Corners placed =
+            snapSides(edges_, snapSides(edges_, shown, 3 * map_.cell()), map_.cell());
+        quads_.add(placed, edges_, planes());
+        addChanged(placed);
+    }
+    return quads_.quads();
+}
+
+void PageCandidates::addChanged(const SheetMap::Corners& corners)
+{
+    for (size_t side = 0; side < corners.size(); ++side) {
+        for (const SheetMap::Corners& changed : withSideOnEdges(edges_, corners, side))
+            quads_.add(changed, edges_, planes());
+        for (const SheetMap::Corners& changed : withSideByFormat(planes()[0].size(), corners, side))
+            quads_.add(changed, edges_, planes());
+    }
 }
 
 } // namespace mirvak

@@ -25,6 +25,10 @@ public:
     /// @param mapped  the picture that the map is made of instead: what is learnt must not trust it blindly
     const std::vector<QuadFinder::Quad>& find(const cv::Mat& rgb, const cv::Mat* mapped = nullptr);
 
+    /// Puts beside what the last find() answered what `likely` outlines and those of the map would be if one
+    /// of their sides lay elsewhere: for pictures in which none of the outlines is convincing.
+    const std::vector<QuadFinder::Quad>& widen(const std::vector<Outline>& likely);
+
     const std::vector<QuadFinder::Quad>& quads() const { return quads_.quads(); }
     const SmallLook& look() const { return look_; }
     const SmallLook::Planes& planes() const { return look_.planes(); }
@@ -33,6 +37,8 @@ public:
     const SheetMap& map() const { return map_; }
 
 private:
+    void addChanged(const SheetMap::Corners& corners);
+
     bool asksMap_;
     SmallLook look_;
     EdgeField edges_;

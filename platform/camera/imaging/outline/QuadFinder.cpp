@@ -93,8 +93,6 @@ void QuadFinder::add(const std::array<cv::Point2d, 4>& corners,
                      const EdgeField& field,
                      const EdgeLine::Planes& planes)
 {
-    constexpr double atBorder = 3; // pixels
-    constexpr int traceReach = 3;
     const double longest = std::max(size_.width, size_.height);
     const bool mayBeSeen = std::all_of(corners.begin(), corners.end(), [&](const cv::Point2d& corner) {
         return isNearPicture(corner, size_);
@@ -107,21 +105,40 @@ void QuadFinder::add(const std::array<cv::Point2d, 4>& corners,
     int seen = 0;
     for (size_t i = 0; i < 4; ++i) {
         const cv::Point2d &from = corners[i], &to = corners[(i + 1) % 4];
-        const cv::Point2d way = (to - from) / cv::norm(to - from), normal(way.y, -way.x);
-        EdgeLine line = liesOnBorder(from, to, size_, atBorder)
-                            ? EdgeLine::border(normal, normal.dot(from), size_)
-                            : EdgeLine(normal, normal.dot(from), size_);
-        seen += line.isBorder() ? 0 : 1;
-        if (!line.isBorder())
-            line.trace(field, planes, traceReach);
-        added_.push_back(std::move(line));
-        quad.sides[i] = {&added_.back(), added_.back().positionOf(from), added_.back().positionOf(to)};
+        const EdgeLine* line = tracedSide(from, to, field, planes);
+        seen += line->isBorder() ? 0 : 1;
+        quad.sides[i] = {line, line->positionOf(from), line->positionOf(to)};
     }
     if (seen < 2 || quad.area < leastArea)
         return;
     quadRating::rate(quad, search_);
     if (!dropsRivals(quad))
         best_.push_back(quad);
+}
+
+/// The line through both corners. Outlines of which one is made of the other have most of theirs in common.
+const EdgeLine* QuadFinder::tracedSide(const cv::Point2d& from,
+                                       const cv::Point2d& to,
+                                       const EdgeField& field,
+                                       const EdgeLine::Planes& planes)
+{
+    constexpr double atBorder = 3, sameLine = 0.01; // pixels
+    constexpr int traceReach = 3;
+    const cv::Point2d way = (to - from) / cv::norm(to - from), normal(way.y, -way.x);
+    const auto holds = [](const EdgeLine& line, const cv::Point2d& point) {
+        return std::abs(line.normal().dot(point) - line.offset()) < sameLine;
+    };
+    const auto known = std::find_if(added_.begin(), added_.end(), [&](const EdgeLine& line) {
+        return line.normal().dot(normal) > 0 && holds(line, from) && holds(line, to);
+    });
+    if (known != added_.end())
+        return &*known;
+    const bool isBorder = liesOnBorder(from, to, size_, atBorder);
+    added_.push_back(isBorder ? EdgeLine::border(normal, normal.dot(from), size_)
+                              : EdgeLine(normal, normal.dot(from), size_));
+    if (!isBorder)
+        added_.back().trace(field, planes, traceReach);
+    return &added_.back();
 }
 
 void QuadFinder::collectLines(const std::vector<EdgeLine>& lines)

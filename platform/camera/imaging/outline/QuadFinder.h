@@ -70,6 +70,10 @@ private:
         float t = 0, covered = 0; ///< position on the first line, and pixels with an edge before it
         bool possible = false;
     };
+    const EdgeLine* tracedSide(const cv::Point2d& from,
+                               const cv::Point2d& to,
+                               const EdgeField& field,
+                               const EdgeLine::Planes& planes);
     void collectLines(const std::vector<EdgeLine>& lines);
     void findCrossings();
     void tryQuads();
@@ -102,5 +106,8 @@ private:
 /// edge of the paper itself rather than the rim of its shadow.
 std::array<cv::Point2d, 4>
 snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, int reach = 4);
+/// The same of one side alone: the two next to it stay in their lines.
+std::array<cv::Point2d, 4>
+snapSide(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, size_t side, int reach = 4);
 
 } // namespace mirvak

@@ -110,20 +110,24 @@ private:
     std::vector<float> changes_; ///< across the side, sample by sample
 };
 
-} // namespace
-
-std::array<cv::Point2d, 4>
-snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, int reach)
+Straight sideOf(const std::array<cv::Point2d, 4>& corners, size_t side)
 {
-    std::array<Straight, 4> sides;
-    for (size_t i = 0; i < 4; ++i) {
-        const cv::Point2d& from = corners[i];
-        const cv::Point2d& to = corners[(i + 1) % 4];
-        // Where the page runs out of the picture there is no edge to snap to.
-        const bool seen = !liesOnBorder(from, to, field.size(), 1);
-        sides[i] = seen ? SideProfile(field, from, to, reach).best() : Straight{from, to - from};
-    }
-    std::array<cv::Point2d, 4> snapped = corners;
+    return {corners[side], corners[(side + 1) % 4] - corners[side]};
+}
+
+// Where the page runs out of the picture there is no edge to snap to.
+Straight snapped(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, size_t side, int reach)
+{
+    const cv::Point2d &from = corners[side], &to = corners[(side + 1) % 4];
+    const bool seen = !liesOnBorder(from, to, field.size(), 1);
+    return seen ? SideProfile(field, from, to, reach).best() : sideOf(corners, side);
+}
+
+/// The corners where the sides meet, as far as they lie near those that were.
+std::array<cv::Point2d, 4>
+meetingsOf(const std::array<Straight, 4>& sides, const std::array<cv::Point2d, 4>& corners, double reach)
+{
+    std::array<cv::Point2d, 4> meetings = corners;
     for (size_t i = 0; i < 4; ++i) {
         const Straight& a = sides[(i + 3) % 4];
         const Straight& b = sides[i];
@@ -131,10 +135,32 @@ snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, int
         const cv::Point2d d = b.point - a.point;
         const double along = (d.x * b.direction.y - d.y * b.direction.x) / sine;
         const cv::Point2d corner = a.point + a.direction * along;
-        if (std::isfinite(along) && cv::norm(corner - corners[i]) <= 3 * reach)
-            snapped[i] = corner;
+        if (std::isfinite(along) && cv::norm(corner - corners[i]) <= reach)
+            meetings[i] = corner;
     }
-    return snapped;
+    return meetings;
+}
+
+constexpr int cornerReach = 3; // of what a side may move: at a slant corners move farther
+
+} // namespace
+
+std::array<cv::Point2d, 4>
+snapSides(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, int reach)
+{
+    std::array<Straight, 4> sides;
+    for (size_t i = 0; i < 4; ++i)
+        sides[i] = snapped(field, corners, i, reach);
+    return meetingsOf(sides, corners, cornerReach * reach);
+}
+
+std::array<cv::Point2d, 4>
+snapSide(const EdgeField& field, const std::array<cv::Point2d, 4>& corners, size_t side, int reach)
+{
+    std::array<Straight, 4> sides;
+    for (size_t i = 0; i < 4; ++i)
+        sides[i] = i == side ? snapped(field, corners, i, reach) : sideOf(corners, i);
+    return meetingsOf(sides, corners, cornerReach * reach);
 }
 
 } // namespace mirvak
