@@ -1,5 +1,6 @@
 #include "AtomicFile.h"
 
+#include "DiskFullAt.h"
 #include "FileSystem.h"
 #include "LeftOvers.h"
 #include "TempDir.h"
@@ -99,6 +100,23 @@ INSTANTIATE_TEST_SUITE_P(Kinds,
                                            Abilities{"ThatOnlyLinks", false, true},
                                            Abilities{"ThatKnowsNeither", false, false}),
                          [](const auto& kind) { return kind.param.name; });
+
+TEST_F(Writing, OfAFileThatTheDiskCannotHoldNothingStaysAndAPrivateNameIsNotTold)
+{
+    for (const auto readers : {mirvak::Readers::all, mirvak::Readers::owner}) {
+        const DiskFullAt limit(text.size() / 2);
+        ::testing::internal::CaptureStderr();
+        {
+            AtomicFile file(folder.file("visit.jpg"), IfTaken::refuse, readers);
+            EXPECT_FALSE(file.write(text.data(), text.size()));
+            EXPECT_EQ(file.commit(), AtomicFile::Commit::failed) << "whoever asks only now";
+        }
+        const std::string said = ::testing::internal::GetCapturedStderr();
+        EXPECT_NE(said.find(folder.path()), std::string::npos) << said;
+        EXPECT_EQ(said.find("visit") == std::string::npos, readers == mirvak::Readers::owner) << said;
+        EXPECT_TRUE(folder.names().empty());
+    }
+}
 
 TEST_F(Writing, WhatAKilledProcessLeftIsRemovedAndNothingElse)
 {
