@@ -4,6 +4,9 @@
 #include "EntryBar.h"
 #include "LeftOverFiles.h"
 #include "ThumbnailList.h"
+#include "TimerEnd.h"
+
+#include <filesystem>
 
 TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 {
@@ -50,6 +53,7 @@ TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
 {
     list({QStringLiteral("taken.png"), QStringLiteral("a.png")});
+    std::filesystem::create_directory(dir.file("a"));
     key(Qt::Key_R);
     ASSERT_TRUE(becomes(QStringLiteral("a.png"), 't'));
     rename("taken");
@@ -142,9 +146,11 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     EXPECT_FALSE(name()->isVisible()) << "there is nothing left to be named";
     strip.AddImage(save(QStringLiteral("a.png")), -1);
     strip.setFocus();
+    endNow(*strip.findChild<QWidget*>(QStringLiteral("noticeBar"))->findChild<QTimer*>());
     key(Qt::Key_R);
     const QString written = save(QStringLiteral("part.png"), QSize(50, 40));
     ASSERT_EQ(std::rename(written.toLocal8Bit().constData(), other.toLocal8Bit().constData()), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !entries->item(0)->data(ThumbnailList::busyRole).toBool(); }));
     EXPECT_TRUE(says("was changed by another program")) << "while it was being turned";
     EXPECT_EQ(QImage(other).size(), QSize(50, 40));
     {
