@@ -114,6 +114,11 @@ TEST_F(CameraChoiceTest, ACameraWithTwoHeadsEndsWithItsDocumentHead)
     }
     choice_ = {};
     listed({});
+    listed({face_, desk_});
+    open("face");
+    EXPECT_EQ(better(), QStringLiteral("desk")) << "both came at once, and this one was slower";
+    choice_ = {};
+    listed({});
     listed({face_});
     open("face");
     pass(6s);
