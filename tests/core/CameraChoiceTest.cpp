@@ -42,6 +42,11 @@ TEST_F(CameraChoiceTest, AtTheStartTheFirstDocumentCameraAndNoOther)
     EXPECT_EQ(others.candidates(), List());
     others.listed({face_, infrared_, camera("new", 2)}, now_ + 1h);
     EXPECT_EQ(others.candidates(), List{QStringLiteral("new")}) << "the search has not ended";
+    others = {};
+    others.listed({face_}, now_);
+    others.listed({}, now_ + 1h);
+    others.listed({face_}, now_ + 2h);
+    EXPECT_EQ(others.candidates(), List{QStringLiteral("face")}) << "this time it has been plugged in";
 }
 
 TEST_F(CameraChoiceTest, WhatIsPluggedInWhileNoneWorksIsOpenedTheBestKindFirst)
