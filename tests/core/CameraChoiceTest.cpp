@@ -72,6 +72,9 @@ TEST_F(CameraChoiceTest, WhatIsPluggedInWhileNoneWorksIsOpenedTheBestKindFirst)
     pass(1s);
     lose("desk");
     EXPECT_EQ(candidates(), List{QStringLiteral("new")}) << "listed before the end of the other was noticed";
+    pass(1s);
+    choose("face");
+    EXPECT_EQ(candidates(), List{QStringLiteral("face")}) << "and no other when that cannot be opened";
 }
 
 TEST_F(CameraChoiceTest, TheLostOneTakesItsPlaceBackForTenSeconds)
