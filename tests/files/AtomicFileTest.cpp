@@ -3,6 +3,7 @@
 #include "DiskFullAt.h"
 #include "FileSystem.h"
 #include "LeftOvers.h"
+#include "NewName.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
@@ -77,6 +78,8 @@ TEST_P(OnEveryFileSystem, AFileThatHasItsNameOutlivesAPowerCut)
 
 TEST_P(OnEveryFileSystem, NothingThatHasTheNameIsReplaced)
 {
+    EXPECT_EQ(mirvak::moveToNewName(folder.file("missing"), folder.file("page")), ENOENT);
+    EXPECT_TRUE(folder.names().empty()) << "a move that fails takes no name";
     folder.write("page", "the page before");
     expectRefusal("a file");
     EXPECT_EQ(folder.content("page"), "the page before");
