@@ -1,6 +1,7 @@
 // Peripherals that identify people, as the window's user meets them.
 #include "WindowFixture.h"
 
+#include "AutoScan.h"
 #include "FaceVerify.h"
 #include "FaceVideo.h"
 #include "FignerPrint.h"
@@ -68,6 +69,10 @@ TEST_F(IdentityWindowTest, TheFaceWindowTakesTheSecondCameraAndGoesWithTheProgra
     otherDevices = "idcard = { cards = \"cards\"; };";
     ASSERT_TRUE(shows(cameras));
     window_->onAssistCheacked(true);
+    click("btnAutoScanner");
+    click("btnFace");
+    EXPECT_EQ(shownWindow<FaceVerify>(), nullptr) << "the timed scan has the camera";
+    window_->findChild<AutoScan*>()->reject();
     for (int time = 0; time < 2; ++time) {
         click("btnFace");
         auto* face = shownWindow<FaceVerify>();

@@ -47,6 +47,7 @@ TEST(PayloadText, GuessesTheCharacterSet)
     EXPECT_EQ(payloadText("\xE8\x91\x97\xE8", false).find('\xEF'), std::string::npos) << "always something";
     EXPECT_EQ(payloadText("\x81\x30\x81\x30", false), "\u0080") << "GB 18030 of four bytes";
     EXPECT_EQ(payloadText("\xFF\xFE", false), "ÿþ") << "nothing else";
+    EXPECT_EQ(payloadText("A\x98\x73", false), "A\u0098s") << "likeliest a set without such a character";
 }
 
 TEST(PayloadText, IsAlwaysValidUtf8WithoutNul)

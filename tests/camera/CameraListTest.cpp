@@ -64,6 +64,7 @@ TEST(CameraTypes, WhatIsGivenWins)
     EXPECT_THAT(types({camera(listed, 900), camera(other, 100)}, {{listed, 2}, {other, 1}}),
                 ElementsAre(2, 1));
     EXPECT_THAT(types({camera(other, 900), camera("046d0825", 100)}, {{"046d0825", 1}}), ElementsAre(2, 1));
+    EXPECT_THAT(types({camera(other, 900, true)}, {{other, 1}}), ElementsAre(1)) << "a grey one too";
 }
 
 TEST(CameraTypes, OverridesComeFromTheConfigurationFile)

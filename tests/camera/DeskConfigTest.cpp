@@ -84,9 +84,12 @@ TEST(DeskConfig, RefusesWhatCannotBeMeantAndNamesTheLine)
                               "resolutions = [ \"1600\" ];",
                               "resolutions = [ \"0x10\" ];",
                               "resolutions = [ \"1600x1200p\" ];",
-                              "resolutions = [ \"99999x10\" ];"})
+                              "resolutions = [ \"99999x10\" ];",
+                              "resolutions = [ \"10x99999\" ];"})
         EXPECT_THAT(errorOf(folder, camera(wrong)), HasSubstr("desk.cfg:3: ")) << wrong;
     EXPECT_THAT(errorOf(folder, "keys = { camera = 1; fifo = \"k\"; };"), HasSubstr("desk.cfg:1: "));
+    EXPECT_THAT(errorOf(folder, camera("hold = 1;") + "keys = { camera = 1; fifo = \"k\"; };"),
+                HasSubstr("from 0 to 0")); // there is no second one
     EXPECT_THAT(errorOf(folder, "printer = { paper = \"\"; };"), HasSubstr("desk.cfg:1: "));
     EXPECT_THAT(errorOf(folder, "idcard = \"cards\";"), HasSubstr("desk.cfg:1: "));
 

@@ -42,6 +42,11 @@ TEST_F(CameraChoiceTest, AtTheStartTheFirstDocumentCameraAndNoOther)
     EXPECT_EQ(others.candidates(), List());
     others.listed({face_, infrared_, camera("new", 2)}, now_ + 1h);
     EXPECT_EQ(others.candidates(), List{QStringLiteral("new")}) << "the search has not ended";
+    others = {};
+    others.listed({face_}, now_);
+    others.listed({}, now_ + 1h);
+    others.listed({face_}, now_ + 2h);
+    EXPECT_EQ(others.candidates(), List{QStringLiteral("face")}) << "this time it has been plugged in";
 }
 
 TEST_F(CameraChoiceTest, WhatIsPluggedInWhileNoneWorksIsOpenedTheBestKindFirst)
@@ -67,6 +72,9 @@ TEST_F(CameraChoiceTest, WhatIsPluggedInWhileNoneWorksIsOpenedTheBestKindFirst)
     pass(1s);
     lose("desk");
     EXPECT_EQ(candidates(), List{QStringLiteral("new")}) << "listed before the end of the other was noticed";
+    pass(1s);
+    choose("face");
+    EXPECT_EQ(candidates(), List{QStringLiteral("face")}) << "and no other when that cannot be opened";
 }
 
 TEST_F(CameraChoiceTest, TheLostOneTakesItsPlaceBackForTenSeconds)
@@ -112,6 +120,11 @@ TEST_F(CameraChoiceTest, ACameraWithTwoHeadsEndsWithItsDocumentHead)
         listed({face_, desk_});
         EXPECT_EQ(better(), chosen ? QString() : QStringLiteral("desk"));
     }
+    choice_ = {};
+    listed({});
+    listed({face_, desk_});
+    open("face");
+    EXPECT_EQ(better(), QStringLiteral("desk")) << "both came at once, and this one was slower";
     choice_ = {};
     listed({});
     listed({face_});

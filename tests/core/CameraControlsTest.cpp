@@ -45,6 +45,16 @@ protected:
         session_.discover();
         open();
     }
+    /// Asks, and returns when the answer is on its way to this thread.
+    static void awaitAnswer(const std::function<void()>& ask)
+    {
+        QCoreApplication::processEvents();
+        ask();
+        auto* events = QAbstractEventDispatcher::instance();
+        for (int i = 0; i < 6000 && !events->hasPendingEvents(); ++i)
+            QThread::msleep(5);
+        ASSERT_TRUE(events->hasPendingEvents());
+    }
     void open()
     {
         ASSERT_EQ(session_.select(session_.cameras().value(0).identity), CameraSession::OpenResult::Ok);
@@ -151,6 +161,9 @@ TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
     EXPECT_TRUE(focus(0.8));
     EXPECT_EQ(kept().value(MIRVAK_FOCUS_AUTO, -1), 0);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5);
+    controls_.watch(false);
+    awaitAnswer([this] { controls_.watch(true); });
+    EXPECT_FALSE(focus(0.2)) << "what was so before the search is not its end";
 
     int told = ends.count();
     controls_.set(MIRVAK_FOCUS, 7);
@@ -176,12 +189,7 @@ TEST_F(CameraControlsTest, WhatACameraAnsweredIsNotTakenForTheAnswerOfTheNextOne
     lay();
     ASSERT_TRUE(listed());
     controls_.watch(false);
-    QCoreApplication::processEvents();
-    controls_.set(MIRVAK_BRIGHTNESS, 7);
-    auto* events = QAbstractEventDispatcher::instance();
-    for (int i = 0; i < 6000 && !events->hasPendingEvents(); ++i)
-        QThread::msleep(5); // until the answer is on its way to this thread
-    ASSERT_TRUE(events->hasPendingEvents());
+    awaitAnswer([this] { controls_.set(MIRVAK_BRIGHTNESS, 7); });
     open();
     EXPECT_TRUE(waitFor([this] { return frames_ > 20; })); // longer than from one look to the next
     EXPECT_TRUE(controls_.list().isEmpty()) << "this one has not been asked";

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <sys/resource.h>
 
 using testing::ElementsAre;
 
@@ -64,6 +65,24 @@ TEST_F(DeletedFilesTest, ComeBackToTheirOwnFolderUnderNamesWithAllTheirDots)
     mirvak::removeLeftOvers(folder_.file("two"));
     EXPECT_EQ(putBack("two/scan.of.page.jpg"), folder_.file("two/scan.of.page.jpg"));
     EXPECT_EQ(folder_.content("two/scan.of.page.jpg"), "two");
+}
+
+TEST_F(DeletedFilesTest, LeaveTheProcessItsFileHandles)
+{
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit few{320, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    bool areTaken = true;
+    for (int i = 0; i < 330 && areTaken; ++i) {
+        folder_.write("page.jpg", "page " + std::to_string(i));
+        areTaken = take("page.jpg");
+    }
+    const std::string back = putBack("page.jpg");
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(areTaken);
+    EXPECT_EQ(back, folder_.file("page.jpg"));
+    EXPECT_EQ(folder_.content("page.jpg"), "page 329");
 }
 
 TEST_F(DeletedFilesTest, GoForGoodWithTheObjectAndNoStartTakesThemBefore)

@@ -105,6 +105,11 @@ TEST_F(FaceVerifyTest, ScoresAndFailedStepsBecomeTexts)
     click("buttonReadCard");
     EXPECT_EQ(box("editName"), QStringLiteral("张样本"));
     EXPECT_EQ(portrait(), QColor()) << "that of the card before";
+    libraries_.portrait = Qt::red;
+    keepOnly("");
+    click("buttonOneClick");
+    EXPECT_EQ(result(), QStringLiteral("Face comparison failed, score:-2"));
+    EXPECT_EQ(note(), QStringLiteral("There is no new picture of the face.")) << "but one taken before";
 }
 
 TEST_F(FaceVerifyTest, WhatTheLibraryCannotReadIsNoLivingFaceWhateverItsNumber)

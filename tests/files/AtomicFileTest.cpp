@@ -1,7 +1,9 @@
 #include "AtomicFile.h"
 
+#include "DiskFullAt.h"
 #include "FileSystem.h"
 #include "LeftOvers.h"
+#include "NewName.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
@@ -76,6 +78,8 @@ TEST_P(OnEveryFileSystem, AFileThatHasItsNameOutlivesAPowerCut)
 
 TEST_P(OnEveryFileSystem, NothingThatHasTheNameIsReplaced)
 {
+    EXPECT_EQ(mirvak::moveToNewName(folder.file("missing"), folder.file("page")), ENOENT);
+    EXPECT_TRUE(folder.names().empty()) << "a move that fails takes no name";
     folder.write("page", "the page before");
     expectRefusal("a file");
     EXPECT_EQ(folder.content("page"), "the page before");
@@ -99,6 +103,23 @@ INSTANTIATE_TEST_SUITE_P(Kinds,
                                            Abilities{"ThatOnlyLinks", false, true},
                                            Abilities{"ThatKnowsNeither", false, false}),
                          [](const auto& kind) { return kind.param.name; });
+
+TEST_F(Writing, OfAFileThatTheDiskCannotHoldNothingStaysAndAPrivateNameIsNotTold)
+{
+    for (const auto readers : {mirvak::Readers::all, mirvak::Readers::owner}) {
+        const DiskFullAt limit(text.size() / 2);
+        ::testing::internal::CaptureStderr();
+        {
+            AtomicFile file(folder.file("visit.jpg"), IfTaken::refuse, readers);
+            EXPECT_FALSE(file.write(text.data(), text.size()));
+            EXPECT_EQ(file.commit(), AtomicFile::Commit::failed) << "whoever asks only now";
+        }
+        const std::string said = ::testing::internal::GetCapturedStderr();
+        EXPECT_NE(said.find(folder.path()), std::string::npos) << said;
+        EXPECT_EQ(said.find("visit") == std::string::npos, readers == mirvak::Readers::owner) << said;
+        EXPECT_TRUE(folder.names().empty());
+    }
+}
 
 TEST_F(Writing, WhatAKilledProcessLeftIsRemovedAndNothingElse)
 {

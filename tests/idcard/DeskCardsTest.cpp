@@ -56,7 +56,9 @@ TEST_F(DeskCards, TheOneLaidLastIsReadWithItsPortrait)
     EXPECT_EQ(cv::norm(mirvak::readImage(portrait).value().pixels, face.pixels, cv::NORM_INF), 0);
     for (const char* other : {".hidden.cfg", "notes.txt"})
         lay(other, "type = 1;");
+    EXPECT_EQ(h_idcard_openDevice(), HIDCARD_OK) << "for another window";
     EXPECT_EQ(h_idcard_state(), HIDCARD_STATE_LOOKING) << "until it is lifted";
+    EXPECT_EQ(field(0), "张样本");
 
     std::string longName;
     for (int i = 0; i < 127; ++i)

@@ -16,8 +16,12 @@
 #include <QTest>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -204,6 +208,31 @@ TEST_F(IdCard, ARowIsSavedWholeOrNotAtAll)
     read(0, "name = \"a\"; address = \"b\"; number = \"../outside\";");
     EXPECT_EQ(save("cards/info"), "The portrait could not be saved.");
     EXPECT_FALSE(fs::exists(folder.file("outside.jpg")));
+}
+
+// A program that saves the list anew holds it, puts another file in its place and lets go.
+TEST_F(IdCard, ARowGoesIntoTheFileThatHasTheNameByThen)
+{
+    read(0);
+    folder.write("newer", "saved anew\n");
+    const mirvak::UniqueFd older(open(folder.write("list", "as it was\n").c_str(), O_RDWR));
+    const mirvak::UniqueFd opened(inotify_init1(IN_CLOEXEC));
+    ASSERT_EQ(flock(older.get(), LOCK_EX), 0);
+    ASSERT_GE(inotify_add_watch(opened.get(), folder.file("list").c_str(), IN_OPEN), 0);
+    std::thread program([&] {
+        pollfd untilThen{opened.get(), POLLIN, 0};
+        ::poll(&untilThen, 1, 20000);
+        fs::rename(folder.file("newer"), folder.file("list"));
+        flock(older.get(), LOCK_UN);
+    });
+    EXPECT_EQ(save("list"), "The card has been saved.");
+    program.join();
+    EXPECT_EQ(folder.content("list"), "saved anew\n" + row);
+    struct stat size
+    {
+    };
+    ASSERT_EQ(fstat(older.get(), &size), 0);
+    EXPECT_EQ(size.st_size, 10);
 }
 
 TEST_F(IdCard, ItFollowsTheReaderWhileItIsOpen)

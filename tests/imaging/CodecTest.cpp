@@ -78,7 +78,7 @@ TEST(Codec, tellsSizeAndResolutionInBothDirections)
     EXPECT_EQ(claimed, bmp.size());
     const Bytes png = mirvak::encodeImage("png", image, 95);
     EXPECT_LT(find(png, hexBytes("70485973 00002710 00002710 01")), png.size());
-    for (const int quality : {0, 95, 1000}) { // the outer ones count as the nearest that there is
+    for (const int quality : {-1, 95, 1000}) { // the outer ones count as the nearest that there is
         const Bytes jpeg = mirvak::encodeImage("jpg", image, quality);
         ASSERT_GT(jpeg.size(), 18U) << quality;
         EXPECT_EQ(Bytes(jpeg.begin() + 13, jpeg.begin() + 18), hexBytes("01 00fe 00fe")) << quality;
@@ -252,6 +252,10 @@ TEST(Codec, readsTheResolutionInItsUnit)
                              "0000000a49444154789c636800000082008177cd72b6 0000000049454e44ae426082")),
               mirvak::cameraDpi)
         << "the same in a PNG";
+    Bytes vague = mirvak::encodeImage("bmp", image, 90);
+    std::fill_n(vague.begin() + 38, 3, std::uint8_t{0});
+    vague[38] = 1; // a pixel a metre
+    EXPECT_EQ(dpiOf(vague), mirvak::cameraDpi) << "nor is that of any paper";
     // Exif: width and height of a pixel as 1000 / 10, and the unit; either byte order.
     const Bytes big =
         hexBytes("ffe1 0042 457869660000 4d4d002a00000008 0003 011a 0005 00000001 00000032"

@@ -187,6 +187,14 @@ TEST(Watermark, brokenTextShowsTheReplacementAndGoesOn)
             << ::testing::PrintToString(broken);
     EXPECT_GT(cv::norm(written(sign + "A b"), written("A b"), cv::NORM_INF), 0);
     const cv::Mat blank = written("");
+    const auto beginningAt = [](double x) {
+        mirvak::Image image;
+        image.pixels = made::blankPage({160, 40}) * 0;
+        EXPECT_TRUE(mirvak::drawText(image, "MMM", {x, 4}, {20, 0xff0000, 0}));
+        return image.pixels;
+    };
+    EXPECT_EQ(cv::norm(beginningAt(-8).colRange(0, 100), beginningAt(12).colRange(20, 120), cv::NORM_INF), 0)
+        << "what begins beside the picture is cut off there";
     for (const char* letter : {"\xc3\x84", "\xe0\xb8\x81", "\xf0\x9d\x90\x80"}) { // two to four bytes
         const cv::Mat inked = grey(blank) - grey(written(letter));
         EXPECT_LT(cv::boundingRect(inked).width, 26) << letter << " is one letter";

@@ -21,9 +21,9 @@ TEST(Fingers, AreTakenOutAndTintedBoxesAtThePagesEndAreNot)
             page, "letters in it", {6, 325 + 25 * line}, cv::FONT_HERSHEY_SIMPLEX, 0.7, {30, 30, 30}, 2);
     const cv::Rect pink(470, 640, 130, 90), band(0, 440, 60, 350);
     for (const auto& [box, colour] :
-         {std::pair(pink, cv::Scalar(232, 172, 176)), std::pair(band, cv::Scalar(205, 148, 112))})
+         {std::pair(pink, cv::Scalar(232, 164, 168)), std::pair(band, cv::Scalar(205, 148, 112))})
         for (int y = 0; y < box.height; ++y) // uneven too
-            page(cv::Rect(box.x, box.y + y, box.width, 1)).setTo(colour * (0.85 + 0.15 * y / box.height));
+            page(cv::Rect(box.x, box.y + y, box.width, 1)).setTo(colour * (0.75 + 0.25 * y / box.height));
     const cv::Mat before = page.clone();
     made::finger(page, {250, 720}, {250, 860});
     mirvak::removeFingers(page, {});

@@ -47,6 +47,9 @@ TEST(HeldFile, SeesEveryChangeAndKeepsWhatItHeld)
                               {about.st_mtim.tv_sec, (about.st_mtim.tv_nsec + 500) % 1000000000}};
     ASSERT_EQ(utimensat(AT_FDCWD, quick.c_str(), later, 0), 0);
     EXPECT_FALSE(first.isUnchanged());
+    const std::string copy = folder.write("copy.png", "TWO"); // as large, and with the time of the other
+    ASSERT_EQ(utimensat(AT_FDCWD, copy.c_str(), later, 0), 0);
+    EXPECT_FALSE(HeldFile(QString::fromStdString(quick)).isSameAs(HeldFile(QString::fromStdString(copy))));
     const HeldFile missing(QString::fromStdString(folder.file("missing")));
     EXPECT_FALSE(missing.isUnchanged() || missing.isSameAs(missing));
 }

@@ -107,6 +107,7 @@ TEST_F(PdfExTest, ScansAndChosenFilesBecomeOnePdf)
     EXPECT_TRUE(QFile::exists(path("b.png"))) << "the files stay";
     open();
     EXPECT_TRUE(dialog.pages().isEmpty()) << "every opening starts anew";
+    EXPECT_EQ(dialog.questionBeforeClosing(), QString()) << "there is nothing to lose";
     EXPECT_EQ(pagesOfThePdf(), 3U);
     EXPECT_GT(tools::rendered(desk.documents[0].toStdString(), 2).at<cv::Vec3b>(3, 3)[1], 200)
         << "the green one is the second";

@@ -219,6 +219,12 @@ TEST_F(PdfSynthesisTest, AnUnreadablePictureEndsTheWork)
     EXPECT_FALSE(synthesis.drawImageToPDF({path("broken.png"), good}));
     EXPECT_FALSE(QFile::exists(target)) << "no empty page";
     EXPECT_TRUE(desk.notices.value(1).startsWith(QStringLiteral("broken.png")));
+    settings::pdfText.write(settings, true);
+    desk.jobs.clear();
+    EXPECT_FALSE(synthesis.drawImageToPDF({good, path("broken.png")}));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(desk.jobs, QStringList{QStringLiteral("The PDF is being written...")})
+        << "no text is looked for that its pages do not get";
 }
 
 TEST_F(PdfSynthesisTest, CancelledAtAnyPageTheFileBeforeStaysAndTheWindowLives)

@@ -176,6 +176,13 @@ TEST(PrinterIo, AClosedStreamAnEmptyHolderAndAStreamWithoutADeviceSayWhatTheyAre
     EXPECT_EQ(printer.WriteUntilLength(command, 3, 0), 2);
     EXPECT_EQ(printer.Read(buf, 1, 0), 1);
     EXPECT_THAT(told, ElementsAre(0x10, 0x04, 10));
+    ScriptedIO slow(1);
+    slow.reads = {1};
+    printer.SetIO(&slow);
+    printer.SetReadedEvent(note, &told);
+    EXPECT_EQ(printer.Read(buf, 3, 0), 1) << "fewer than there is room for";
+    EXPECT_THAT(told, ElementsAre(0x10, 0x04, 10, 10));
+    printer.SetIO(&stream);
     stream.writes = {1};
     stream.closesAfter = stream.attempts + 2;
     EXPECT_EQ(printer.WriteUntilLength(command, 3, 0), 2) << "as many as had gone out when it was closed";

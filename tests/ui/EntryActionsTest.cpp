@@ -4,6 +4,9 @@
 #include "EntryBar.h"
 #include "LeftOverFiles.h"
 #include "ThumbnailList.h"
+#include "TimerEnd.h"
+
+#include <filesystem>
 
 TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 {
@@ -50,6 +53,7 @@ TEST_F(AfterTheCapture, PicturesAreTurnedAndTakenBackStepByStep)
 TEST_F(AfterTheCapture, NamesAreChangedAndTakenBack)
 {
     list({QStringLiteral("taken.png"), QStringLiteral("a.png")});
+    std::filesystem::create_directory(dir.file("a"));
     key(Qt::Key_R);
     ASSERT_TRUE(becomes(QStringLiteral("a.png"), 't'));
     rename("taken");
@@ -142,9 +146,11 @@ TEST_F(AfterTheCapture, NothingIsLostToOthersAndNothingIsLeftBehind)
     EXPECT_FALSE(name()->isVisible()) << "there is nothing left to be named";
     strip.AddImage(save(QStringLiteral("a.png")), -1);
     strip.setFocus();
+    endNow(*strip.findChild<QWidget*>(QStringLiteral("noticeBar"))->findChild<QTimer*>());
     key(Qt::Key_R);
     const QString written = save(QStringLiteral("part.png"), QSize(50, 40));
     ASSERT_EQ(std::rename(written.toLocal8Bit().constData(), other.toLocal8Bit().constData()), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !entries->item(0)->data(ThumbnailList::busyRole).toBool(); }));
     EXPECT_TRUE(says("was changed by another program")) << "while it was being turned";
     EXPECT_EQ(QImage(other).size(), QSize(50, 40));
     {
@@ -238,11 +244,11 @@ TEST_F(AfterTheCapture, APageIsMadeUprightAndAStraightOneLeftAlone)
     ASSERT_TRUE(desk.save(file(QStringLiteral("page.png"))));
     desk.fill(Qt::white);
     ASSERT_TRUE(desk.save(file(QStringLiteral("plain.png"))));
-    strip.AddImage(file(QStringLiteral("plain.png")), -1);
+    for (const char* name : {"page.png", "plain.png"})
+        strip.AddImage(file(QLatin1String(name)), -1);
+    entries->selectAll();
     key(Qt::Key_S);
     EXPECT_TRUE(says("plain.png is straight already"));
-    strip.AddImage(file(QStringLiteral("page.png")), -1);
-    key(Qt::Key_S);
     const auto now = [&] { return QImage(file(QStringLiteral("page.png"))); };
     ASSERT_TRUE(QTest::qWaitFor([&] { return !now().isNull() && now().width() != 800; }));
     EXPECT_NEAR(now().width(), 600 - 30, 5) << "without its outermost pixels";
@@ -307,6 +313,11 @@ TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
             corner(i)->setFocus();
             for (int step = 0; step < (right - left) / 20; ++step)
                 QTest::keyClick(corner(i), Qt::Key_Right, Qt::ShiftModifier);
+        }
+        for (const auto way : {Qt::Key_Left, Qt::Key_Right}) { // past the left ones, and back
+            for (int step = 0; step < (right - left) * 3 / 40; ++step)
+                QTest::keyClick(corner(1), way, Qt::ShiftModifier);
+            EXPECT_EQ(accept->isEnabled(), way == Qt::Key_Right) << "sides that cross hold no page";
         }
         const QPoint grip = corner(0)->rect().center() + QPoint(6, -5); // wherever it is held
         QTest::mousePress(corner(0), Qt::LeftButton, Qt::NoModifier, grip);

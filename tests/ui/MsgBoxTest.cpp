@@ -62,6 +62,12 @@ TEST(MsgBox, EndsByItsOneButtonOrByEscape)
     EXPECT_EQ(runAnd(box, [&] { box.close(); }), QDialog::Rejected);
     EXPECT_EQ(runAnd(box, [&] { part<QPushButton>(box, "buttonOk")->click(); }), QDialog::Accepted);
     EXPECT_EQ(runAnd(box, [&] { part<QPushButton>(box, "buttonCancel")->click(); }), QDialog::Rejected);
+    MsgBox question;
+    question.Question(QStringLiteral("Delete all?"));
+    EXPECT_EQ(runAnd(question, [&] { QTest::keyClick(&question, Qt::Key_Return); }), QDialog::Rejected)
+        << "Enter loses nothing";
+    EXPECT_EQ(runAnd(question, [&] { part<QPushButton>(question, "buttonOkSecond")->click(); }),
+              QDialog::Accepted);
 }
 
 TEST(MsgBox, StandsInTheMiddleOfTheLargestWindowsSize)

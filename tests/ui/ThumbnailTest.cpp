@@ -143,6 +143,7 @@ TEST_F(ThumbnailStrip, MovesAnEntryStepByStepAndKeepsItFromTheDeleteKey)
     choose("Move down");
     EXPECT_EQ(names(strip), words("a.png b.png c.png"));
     strip.onMoveDown(); // the last one stays
+    EXPECT_EQ(list->currentRow(), 2);
     list->setCurrentRow(0);
     strip.onMoveUp();
     EXPECT_EQ(names(strip), words("a.png b.png c.png"));

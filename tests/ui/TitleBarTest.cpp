@@ -56,15 +56,19 @@ TEST_F(TitledWindow, IsDraggedByItsTitle)
 TEST_F(TitledWindow, StaysPutWhileMaximized)
 {
     const QPoint normal = window.pos();
+    const auto sign = [&] { return button("buttonMaximize")->icon().pixmap(32).toImage(); };
+    const QImage larger = sign();
     button("buttonMaximize")->click();
     ASSERT_TRUE(window.isMaximized());
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.pos() != normal; }));
     EXPECT_EQ(button("buttonMaximize")->toolTip(), QStringLiteral("Restore"));
+    EXPECT_NE(sign(), larger);
     EXPECT_EQ(drag(QPoint(60, 30)), QPoint(0, 0));
     button("buttonMaximize")->click();
     EXPECT_FALSE(window.isMaximized());
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.pos() == normal; }));
     EXPECT_EQ(button("buttonMaximize")->toolTip(), QStringLiteral("Maximize"));
+    EXPECT_EQ(sign(), larger);
     EXPECT_EQ(drag(QPoint(60, 30)), QPoint(60, 30));
     for (const bool becomesMaximized : {true, false}) {
         QTest::mouseDClick(window.windowHandle(), Qt::RightButton, {}, QPoint(150, 20));

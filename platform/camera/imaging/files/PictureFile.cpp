@@ -12,13 +12,17 @@ namespace {
 
 constexpr int quality = 95; // as of captures
 
-// What others could not read stays so.
-Readers readersOf(const std::string& path)
+// Whoever could not read the picture before cannot read its next state either, at no moment.
+WriteResult writeAsReadable(const std::string& from, const std::string& to, const Bytes& bytes)
 {
-    std::error_code error;
+    const WriteResult result = writeBytes(to, bytes, Readers::owner);
+    std::error_code ignored; // a file system without rights has none to be kept
     using std::filesystem::perms;
-    const perms rights = std::filesystem::status(path, error).permissions();
-    return (rights & (perms::group_all | perms::others_all)) == perms::none ? Readers::owner : Readers::all;
+    const perms rights = std::filesystem::status(from, ignored).permissions();
+    if (result == WriteResult::ok && rights != perms::unknown)
+        std::filesystem::permissions(
+            to, rights & (perms::owner_all | perms::group_all | perms::others_all), ignored);
+    return result;
 }
 
 } // namespace
@@ -29,7 +33,7 @@ writeChanged(const std::string& from, const std::string& to, const std::function
     std::optional<Image> image = readImage(from);
     if (!image || !change(*image))
         return WriteResult::badPicture;
-    return writeBytes(to, encodeImage(extensionOf(from), *image, quality), readersOf(from));
+    return writeAsReadable(from, to, encodeImage(extensionOf(from), *image, quality));
 }
 
 WriteResult writeTurned(const std::string& from, const std::string& to, int quarters)
@@ -39,7 +43,7 @@ WriteResult writeTurned(const std::string& from, const std::string& to, int quar
         const std::optional<Bytes> bytes = readFile(from);
         const Bytes turned = bytes ? turnJpeg(*bytes, quarters) : Bytes();
         if (!turned.empty())
-            return writeBytes(to, turned, readersOf(from));
+            return writeAsReadable(from, to, turned);
     }
     return writeChanged(from, to, [quarters](Image& image) {
         rotateQuarters(image, quarters);
