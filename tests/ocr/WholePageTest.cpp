@@ -129,6 +129,10 @@ TEST(WholePage, AreasThatTearLinesAreJoined)
     EXPECT_EQ(areas[1].foreign, std::vector<cv::Rect>{cv::Rect(700, 400, 9, 9)}) << "the rest is its own now";
     EXPECT_EQ(joined({row(100, texts, 2, 40), row(140, texts, 2, 40), row(180, texts)}).size(), 3U)
         << "a gutter";
+    ReadBlock across{row(100, texts, 2, 40), row(140, texts, 2, 40), row(180, texts, 2, 40)};
+    for (ReadLine& whole : across)
+        whole.words.push_back(word("far", 820, whole.box.top));
+    EXPECT_EQ(joined(across).size(), 3U) << "the white before a third column is no space of these two";
     EXPECT_EQ(joined({row(100, texts), row(140, {"so", "they"}), row(180, {"so", "they"})}).size(), 3U)
         << "one line of three";
     EXPECT_EQ(joined({row(100, {"so", "they", "dug"}), row(140, {"so", "they", "dug"})}).size(), 3U)
