@@ -50,6 +50,12 @@ TEST(PageLayout, APageNumberBelongsToNoColumn)
     addText(marks, 800, 200, 12, 45);
     addText(marks, 350, 760, 1, 2); // below the left column
     EXPECT_EQ(placesOf(marks), (Places{{800, 100}, {100, 200}, {800, 200}, {350, 760}}));
+    for (size_t i = 0; i < marks.boxes.size(); ++i) { // numbers and capitals are as tall as the tall letters
+        cv::Rect& box = marks.boxes[i];
+        if (box.y == 100 || box.y == 760 || i % 5 == 0)
+            box.height += 8;
+    }
+    EXPECT_EQ(placesOf(marks), (Places{{800, 100}, {100, 200}, {800, 200}, {350, 760}}));
 }
 
 TEST(PageLayout, AHeadingWhoseWordsPartAboveTheGutterIsOneLine)
@@ -66,6 +72,7 @@ TEST(PageLayout, AHeadingWhoseWordsPartAboveTheGutterIsOneLine)
         return placesOf(marks);
     };
     EXPECT_EQ(page(40, 22), (Places{{100 + 45 * step - 176, 80}, {100, 200}, {100 + 45 * step + 22, 200}}));
+    EXPECT_EQ(page(30, 21).size(), 3U) << "letters set wide";
     EXPECT_EQ(page(20, 22).size(), 4U) << "each column has a heading as small as that";
 }
 
@@ -209,6 +216,14 @@ TEST(PageLayout, AddressesAndNotesStandByThemselves)
     }
     addText(letter, 100, 500, 12, 100);
     EXPECT_EQ(placesOf(letter), (Places{{100, 100}, {900, 100}, {100, 500}}));
+    Marks ideographs = letter; // in one row they are all made of flat strokes
+    for (const cv::Rect& box : letter.boxes) {
+        if (box.y == 100 + rowPitch && box.x < 800)
+            ideographs.boxes.emplace_back(box.x, box.y + 9, box.width, 6);
+    }
+    for (cv::Rect& box : ideographs.boxes)
+        box.height = box.y == 100 + rowPitch && box.x < 800 ? 6 : box.height;
+    EXPECT_EQ(placesOf(ideographs), placesOf(letter));
     Marks notes; // smaller and on lines of their own
     addText(notes, 400, 100, 25, 70);
     for (const int top : {113, 153, 513, 553})
@@ -216,6 +231,22 @@ TEST(PageLayout, AddressesAndNotesStandByThemselves)
     EXPECT_EQ(placesOf(notes).back(), cv::Point(400, 100));
     for (const mirvak::TextArea& area : mirvak::areasOf(notes))
         EXPECT_TRUE(area.box.x == 400 || area.box.br().x < 400) << "no note within a line";
+}
+
+TEST(PageLayout, TheDateAndTheSubjectFollowTheAddresses)
+{
+    Marks letter; // whose lines are long and stand far apart, on the same levels
+    for (int row = 0; row < 16; ++row) {
+        const int down = row * 52;
+        if (row < 4) {
+            for (const int left : {100, 900})
+                addText(letter, left, 100 + down, 1, 29 - 2 * (row % 3));
+        }
+        addText(letter, 100, 700 + down, 1, 120);
+    }
+    addText(letter, 1100, 420, 1, 12);
+    addText(letter, 100, 560, 1, 20);
+    EXPECT_EQ(placesOf(letter), (Places{{100, 100}, {900, 100}, {1100, 420}, {100, 560}, {100, 700}}));
 }
 
 TEST(PageLayout, LinesThatRunUpwardAreReadByThemselves)
