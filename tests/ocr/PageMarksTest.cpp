@@ -51,8 +51,13 @@ TEST(PageMarks, LoneSpecksGoAndDotsStay)
         page.at<unsigned char>(at + cv::Point(3, 12)) = 150; // grain, as there is everywhere
     }
     cv::rectangle(page, {590, 440, 4, 18}, 215, cv::FILLED); // a faded letter, of which a dot has stayed
-    const std::vector<cv::Rect> signs{{450, 430, 3, 3}, {450, 439, 3, 3}, {520, 450, 8, 2}, {597, 452, 3, 3}};
-    for (const cv::Rect& sign : signs) // a colon and a dash by themselves, and that dot
+    const std::vector<cv::Rect> signs{{450, 430, 3, 3},
+                                      {450, 439, 3, 3},
+                                      {520, 450, 8, 2},
+                                      {597, 452, 3, 3},
+                                      {610, 98, 2, 8},
+                                      {626, 98, 2, 8}};
+    for (const cv::Rect& sign : signs) // a colon and a dash by themselves, that dot, a quotation mark
         cv::rectangle(page, sign, 20, cv::FILLED);
     const int stop = 120 + 39 * step; // behind the last letter of a line
     cv::rectangle(page, {stop + step, 72, 4, 4}, 20, cv::FILLED);
