@@ -152,3 +152,18 @@ TEST_F(GlyphFiles, ASignThatWasReadTwiceStaysASign)
         EXPECT_EQ(toUtf8(textOf(page)), toUtf8(text));
     }
 }
+
+// The cut of one that stands close to a sign takes that in, so it looks like nothing any more; but still most
+// like itself.
+TEST_F(GlyphFiles, ACharacterBesideASignIsNoSign)
+{
+    const GlyphBook book = bookOf(path(), 2 * scale);
+    const std::u32string text = textOf({3, 1, 4, 12, 5, -1, 9, 2, 6, 15, 35});
+    Print print(text);
+    cv::circle(print.picture, print.inks[4].tl() + cv::Point(24, 0), 7, 0, cv::FILLED);
+    std::vector<float> confidences(text.size(), 95);
+    confidences[4] = 40;
+    ReadPage page = pageOf(print, text, confidences);
+    checkGlyphs(page, print.picture, book, never);
+    EXPECT_EQ(toUtf8(textOf(page)), toUtf8(text));
+}

@@ -63,15 +63,15 @@ std::u32string textOf(std::initializer_list<int> numbers)
     return text;
 }
 
-GlyphBook bookOf(const std::string& path)
+GlyphBook bookOf(const std::string& path, double unit)
 {
-    cv::Mat projection = cv::Mat::eye(glyphFeatures, glyphFeatures, CV_32F) * scale;
+    cv::Mat projection = cv::Mat::eye(glyphFeatures, glyphFeatures, CV_32F) * unit;
     projection.push_back(cv::Mat(1, glyphFeatures, CV_32F, cv::Scalar(0)));
     cv::Mat means;
     std::vector<char32_t> characters;
     for (int i = 0; i < characterCount; ++i) {
         characters.push_back(firstCharacter + static_cast<char32_t>(i));
-        means.push_back(cv::Mat(glyphFeaturesOf(glyphOf(characters.back())) * scale));
+        means.push_back(cv::Mat(glyphFeaturesOf(glyphOf(characters.back())) * unit));
     }
     EXPECT_TRUE(GlyphBook::save(path, projection, means, characters));
     auto book = GlyphBook::load(path);

@@ -34,7 +34,7 @@ struct Print
 std::u32string textOf(std::initializer_list<int> numbers);
 
 /// A book of the made glyphs: each is its own mean, and nothing is projected.
-mirvak::GlyphBook bookOf(const std::string& path);
+mirvak::GlyphBook bookOf(const std::string& path, double unit = scale);
 
 class GlyphFiles : public ::testing::Test
 {
