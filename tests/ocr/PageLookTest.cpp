@@ -11,19 +11,23 @@ using mirvak::Marks;
 
 TEST(PageLook, HeightsTellTheScript)
 {
-    Marks latin, cyrillic, ideographs, capitals;
+    Marks latin, cyrillic, ideographs, capitals, table, receipt;
     for (int i = 0; i < 400; ++i) {
         latin.boxes.emplace_back(i * step, 100, 9, i % 5 < 2 ? 22 : 16);
         cyrillic.boxes.emplace_back(i * step, 100, 9, i % 7 < 1 ? 22 : 16);
         ideographs.boxes.emplace_back(i * step, 100, 9, 12 + 7 * i % 20);
         capitals.boxes.emplace_back(i * step, 100, 9, 16);
+        table.boxes.emplace_back(i * step, 100, 9, i % 9 < 2 ? 22 : 16);     // Cyrillic, with numbers
+        receipt.boxes.emplace_back(i * step, 100, 9, i % 20 < 11 ? 22 : 16); // Latin, with more of them
     }
-    for (Marks* marks : {&latin, &cyrillic, &ideographs, &capitals})
+    for (Marks* marks : {&latin, &cyrillic, &ideographs, &capitals, &table, &receipt})
         marks->height = height;
     using mirvak::ScriptLook;
     EXPECT_EQ(mirvak::scriptLookOf(latin), ScriptLook::latin);
     EXPECT_EQ(mirvak::scriptLookOf(cyrillic), ScriptLook::cyrillic);
     EXPECT_EQ(mirvak::scriptLookOf(ideographs), ScriptLook::ideographs);
+    EXPECT_EQ(mirvak::scriptLookOf(table), ScriptLook::cyrillic);
+    EXPECT_EQ(mirvak::scriptLookOf(receipt), ScriptLook::latin);
     EXPECT_EQ(mirvak::scriptLookOf(capitals), ScriptLook::latin) << "no guess";
     EXPECT_EQ(mirvak::scriptLookOf({}), ScriptLook::latin);
 }
