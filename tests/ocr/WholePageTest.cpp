@@ -161,6 +161,9 @@ TEST(WholePage, StripsWithPrintThatWasLeftOutAreFound)
     EXPECT_EQ(strips[0].lines, std::vector<size_t>{1});
     EXPECT_EQ(strips[1].box, cv::Rect(90, 220, 400, height));
     EXPECT_TRUE(strips[1].lines.empty());
+    const std::vector<Strip> lost = mirvak::lostLines(area, lines, marks);
+    ASSERT_EQ(lost.size(), 1U);
+    EXPECT_EQ(lost[0].box, strips[1].box);
     lines[0].words[1].text = "be";
     lines[0].words[1].box.right = 464; // as wide as what was lost
     lines[0].words.pop_back();

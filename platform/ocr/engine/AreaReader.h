@@ -34,6 +34,7 @@ private:
     ReadBlock readWhole(const Limit& limit, bool& late, const Stretch& stretch);
     ReadBlock readAlone(const TextArea& area, const Limit& limit, bool& late, const Stretch& stretch);
     void readSideways(const TextArea& area, ReadPage& page, const Limit& limit);
+    void readLost(ReadBlock& lines, const TextArea& area, const Limit& limit);
     void fillIn(ReadBlock& lines, const TextArea& area, const Limit& limit);
 
     TextModel& model_;
