@@ -1,4 +1,5 @@
 // What becomes of the lines that were read of a page as a whole, on boxes alone.
+#include "AreaReader.h"
 #include "Boxes.h"
 #include "PartedWords.h"
 #include "Strips.h"
@@ -89,6 +90,19 @@ TEST(WholePage, WordsOfALineGoToTheAreasInWhichTheyStand)
     // Of two areas that lie over it, a word belongs to the one whose letters it has.
     const std::vector<TextArea> over{{{90, 90, 700, 200}, {{410, 100, 80, height}}, false}, areas[1]};
     EXPECT_EQ(textOf(mirvak::partWords({line({word("right", 410, 100)})}, over, height)[1]), "right|");
+}
+
+TEST(WholePage, WordsAreAsLargeAsTheirMarksAndDashesAsTheyWereRead)
+{
+    Marks marks;
+    marks.height = height;
+    marks.boxes = {{100, 100, 13, height}, {116, 104, 13, 16}, {202, 109, 7, 2}};
+    const auto sized = [&](const mirvak::Box& box) {
+        return mirvak::rectOf(mirvak::withoutRules(box, marks));
+    };
+    EXPECT_EQ(sized({90, 95, 140, 150}), cv::Rect(100, 100, 29, 20)) << "reaches to a rule";
+    EXPECT_EQ(sized({200, 108, 226, 111}), cv::Rect(200, 108, 26, 3)) << "a faded dash";
+    EXPECT_EQ(sized({300, 95, 340, 120}), cv::Rect(300, 95, 40, 25)) << "nothing is known of it";
 }
 
 TEST(WholePage, WhatStandsOnOneLevelIsOneLineFromTheTop)

@@ -41,18 +41,6 @@ Box scaled(const Box& box, double factor)
     return {at(box.left), at(box.top), at(box.right), at(box.bottom)};
 }
 
-// The plain picture has rules and frames, which a word's box may reach to: it is as large as its marks.
-Box withoutRules(const Box& word, const Marks& marks)
-{
-    const cv::Rect box = rectOf(word);
-    cv::Rect own;
-    for (const cv::Rect& mark : marks.boxes) {
-        if (box.contains((mark.tl() + mark.br()) / 2))
-            own |= mark;
-    }
-    return own.empty() ? word : boxOf(own & box);
-}
-
 // The marks of other lines become foreign, because a strip shows their feet.
 TextArea areaOf(const Strip& strip, const TextArea& area, const ReadBlock& lines, const Marks& marks)
 {
@@ -73,6 +61,19 @@ TextArea areaOf(const Strip& strip, const TextArea& area, const ReadBlock& lines
 }
 
 } // namespace
+
+Box withoutRules(const Box& word, const Marks& marks)
+{
+    if (word.height() * 2 < marks.height)
+        return word;
+    const cv::Rect box = rectOf(word);
+    cv::Rect own;
+    for (const cv::Rect& mark : marks.boxes) {
+        if (box.contains((mark.tl() + mark.br()) / 2))
+            own |= mark;
+    }
+    return own.empty() ? word : boxOf(own & box);
+}
 
 Homography homographyOf(const cv::Matx33d& matrix)
 {
