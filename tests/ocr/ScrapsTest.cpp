@@ -56,6 +56,7 @@ TEST(Scraps, WhatTheRecogniserWasNotSureOfGoes)
     EXPECT_EQ(leftOf({mill, word("==", 240, 40, 20, 59)}), "mill");
     EXPECT_EQ(leftOf({mill, word("==", 240, 40, 20, 61)}), "mill_==");
     EXPECT_EQ(leftOf({mill, word("--", 240, 40, 4, 9), mill}), "mill_--_mill") << "as wide as a dash";
+    EXPECT_EQ(leftOf({mill, word("\u2014", 240, 26, 40, 9), mill}), "mill_mill") << "read of white";
     EXPECT_EQ(leftOf({mill, word("-\u2014", 240, 40, 4, 41)}), "mill_\u2014") << "one dash, worn, at the end";
     EXPECT_EQ(leftOf({mill, word("\u2014", 240, 20, 4, 41)}), "mill") << "shorter than any dash";
     EXPECT_EQ(leftOf({mill, word("-", 240, 20, 4, 9), mill, word("-", 440, 40, 4, 9)}), "mill_mill");

@@ -1,4 +1,5 @@
 // What becomes of the lines that were read of a page as a whole, on boxes alone.
+#include "AreaReader.h"
 #include "Boxes.h"
 #include "PartedWords.h"
 #include "Strips.h"
@@ -91,6 +92,19 @@ TEST(WholePage, WordsOfALineGoToTheAreasInWhichTheyStand)
     EXPECT_EQ(textOf(mirvak::partWords({line({word("right", 410, 100)})}, over, height)[1]), "right|");
 }
 
+TEST(WholePage, WordsAreAsLargeAsTheirMarksAndDashesAsTheyWereRead)
+{
+    Marks marks;
+    marks.height = height;
+    marks.boxes = {{100, 100, 13, height}, {116, 104, 13, 16}, {202, 109, 7, 2}};
+    const auto sized = [&](const mirvak::Box& box) {
+        return mirvak::rectOf(mirvak::withoutRules(box, marks));
+    };
+    EXPECT_EQ(sized({90, 95, 140, 150}), cv::Rect(100, 100, 29, 20)) << "reaches to a rule";
+    EXPECT_EQ(sized({200, 108, 226, 111}), cv::Rect(200, 108, 26, 3)) << "a faded dash";
+    EXPECT_EQ(sized({300, 95, 340, 120}), cv::Rect(300, 95, 40, 25)) << "nothing is known of it";
+}
+
 TEST(WholePage, WhatStandsOnOneLevelIsOneLineFromTheTop)
 {
     const std::vector<TextArea> page{{{0, 0, 1000, 1000}, {}, false}};
@@ -129,6 +143,10 @@ TEST(WholePage, AreasThatTearLinesAreJoined)
     EXPECT_EQ(areas[1].foreign, std::vector<cv::Rect>{cv::Rect(700, 400, 9, 9)}) << "the rest is its own now";
     EXPECT_EQ(joined({row(100, texts, 2, 40), row(140, texts, 2, 40), row(180, texts)}).size(), 3U)
         << "a gutter";
+    ReadBlock across{row(100, texts, 2, 40), row(140, texts, 2, 40), row(180, texts, 2, 40)};
+    for (ReadLine& whole : across)
+        whole.words.push_back(word("far", 820, whole.box.top));
+    EXPECT_EQ(joined(across).size(), 3U) << "the white before a third column is no space of these two";
     EXPECT_EQ(joined({row(100, texts), row(140, {"so", "they"}), row(180, {"so", "they"})}).size(), 3U)
         << "one line of three";
     EXPECT_EQ(joined({row(100, {"so", "they", "dug"}), row(140, {"so", "they", "dug"})}).size(), 3U)
@@ -157,6 +175,9 @@ TEST(WholePage, StripsWithPrintThatWasLeftOutAreFound)
     EXPECT_EQ(strips[0].lines, std::vector<size_t>{1});
     EXPECT_EQ(strips[1].box, cv::Rect(90, 220, 400, height));
     EXPECT_TRUE(strips[1].lines.empty());
+    const std::vector<Strip> lost = mirvak::lostLines(area, lines, marks);
+    ASSERT_EQ(lost.size(), 1U);
+    EXPECT_EQ(lost[0].box, strips[1].box);
     lines[0].words[1].text = "be";
     lines[0].words[1].box.right = 464; // as wide as what was lost
     lines[0].words.pop_back();

@@ -41,18 +41,6 @@ Box scaled(const Box& box, double factor)
     return {at(box.left), at(box.top), at(box.right), at(box.bottom)};
 }
 
-// The plain picture has rules and frames, which a word's box may reach to: it is as large as its marks.
-Box withoutRules(const Box& word, const Marks& marks)
-{
-    const cv::Rect box = rectOf(word);
-    cv::Rect own;
-    for (const cv::Rect& mark : marks.boxes) {
-        if (box.contains((mark.tl() + mark.br()) / 2))
-            own |= mark;
-    }
-    return own.empty() ? word : boxOf(own & box);
-}
-
 // The marks of other lines become foreign, because a strip shows their feet.
 TextArea areaOf(const Strip& strip, const TextArea& area, const ReadBlock& lines, const Marks& marks)
 {
@@ -73,6 +61,19 @@ TextArea areaOf(const Strip& strip, const TextArea& area, const ReadBlock& lines
 }
 
 } // namespace
+
+Box withoutRules(const Box& word, const Marks& marks)
+{
+    if (word.height() * 2 < marks.height)
+        return word;
+    const cv::Rect box = rectOf(word);
+    cv::Rect own;
+    for (const cv::Rect& mark : marks.boxes) {
+        if (box.contains((mark.tl() + mark.br()) / 2))
+            own |= mark;
+    }
+    return own.empty() ? word : boxOf(own & box);
+}
 
 Homography homographyOf(const cv::Matx33d& matrix)
 {
@@ -114,8 +115,11 @@ void AreaReader::readByAreas(ReadPage& page, const Limit& limit, const Stretch& 
         const double from = std::exchange(done, done + areas[i].box.area());
         if (areas[i].isSideways)
             readSideways(areas[i], page, limit);
-        else
-            page.blocks.push_back(readAlone(areas[i], limit, late, stretch.part(from / whole, done / whole)));
+        else {
+            ReadBlock lines = readAlone(areas[i], limit, late, stretch.part(from / whole, done / whole));
+            readLost(lines, areas[i], limit);
+            page.blocks.push_back(std::move(lines));
+        }
     }
 }
 
@@ -169,6 +173,21 @@ void AreaReader::fillIn(ReadBlock& lines, const TextArea& area, const Limit& lim
     }
     sortFromTheTop(kept);
     lines = std::move(kept);
+}
+
+// Of a few lines of several sizes the recogniser may drop one as a whole, sharp as it is. To read the others
+// again would not make them better.
+void AreaReader::readLost(ReadBlock& lines, const TextArea& area, const Limit& limit)
+{
+    ReadBlock lost;
+    for (const Strip& strip : lostLines(area, lines, marks_)) {
+        bool late = false;
+        ReadBlock again = readAlone(areaOf(strip, area, lines, marks_), limit, late, {});
+        if (!late && worthOf(again) >= gain)
+            std::move(again.begin(), again.end(), std::back_inserter(lost));
+    }
+    std::move(lost.begin(), lost.end(), std::back_inserter(lines));
+    sortFromTheTop(lines);
 }
 
 // Lines that run upward or downward are read in the way in which they are read best. For the running text

@@ -14,6 +14,10 @@ struct PlainPicture
     double dpi = 0;
 };
 
+/// A word's box as large as its marks: in a picture with rules and frames it may reach to one. What lies flat
+/// reaches to none, and of a faded dash hardly a dot may be a mark.
+Box withoutRules(const Box& word, const Marks& marks);
+
 Homography homographyOf(const cv::Matx33d& matrix);
 
 /// Reads the areas of a page one after the other. One thread at a time.
@@ -34,6 +38,7 @@ private:
     ReadBlock readWhole(const Limit& limit, bool& late, const Stretch& stretch);
     ReadBlock readAlone(const TextArea& area, const Limit& limit, bool& late, const Stretch& stretch);
     void readSideways(const TextArea& area, ReadPage& page, const Limit& limit);
+    void readLost(ReadBlock& lines, const TextArea& area, const Limit& limit);
     void fillIn(ReadBlock& lines, const TextArea& area, const Limit& limit);
 
     TextModel& model_;

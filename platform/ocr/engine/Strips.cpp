@@ -124,4 +124,13 @@ std::vector<Strip> leftOut(const TextArea& area, const ReadBlock& lines, const M
     return strips.take();
 }
 
+std::vector<Strip> lostLines(const TextArea& area, const ReadBlock& lines, const Marks& marks)
+{
+    std::vector<Strip> strips = leftOut(area, lines, marks);
+    strips.erase(
+        std::remove_if(strips.begin(), strips.end(), [](const Strip& strip) { return !strip.lines.empty(); }),
+        strips.end());
+    return strips;
+}
+
 } // namespace mirvak

@@ -18,4 +18,7 @@ struct Strip
 /// other. When they are most of the area, they are one strip: the area itself.
 std::vector<Strip> leftOut(const TextArea& area, const ReadBlock& lines, const Marks& marks);
 
+/// Only those that stand where no line was read at all.
+std::vector<Strip> lostLines(const TextArea& area, const ReadBlock& lines, const Marks& marks);
+
 } // namespace mirvak

@@ -26,12 +26,16 @@ bool holds(const TextArea& area, const ReadWord& word)
     return area.box.contains((box.tl() + box.br()) / 2);
 }
 
-bool goesOn(const ReadLine& line, size_t at)
+// The line may lie over more columns, so only spaces within the two areas tell how wide they are in it.
+bool goesOn(const ReadLine& line, size_t at, const TextArea& left, const TextArea& right)
 {
+    const auto isWithin = [&](size_t i, const TextArea& area) {
+        return holds(area, line.words[i - 1]) && holds(area, line.words[i]);
+    };
     size_t spaces = 0;
     int widest = 0;
     for (size_t i = 1; i < line.words.size(); ++i) {
-        if (i == at)
+        if (!isWithin(i, left) && !isWithin(i, right))
             continue;
         widest = std::max(widest, line.words[i].box.left - line.words[i - 1].box.right);
         ++spaces;
@@ -52,7 +56,8 @@ Seam seamOf(const TextArea& left, const TextArea& right, const ReadBlock& lines)
         bool isBeside = false;
         for (size_t i = 0; i < line.words.size(); ++i) {
             isBeside = isBeside || holds(left, line.words[i]) || holds(right, line.words[i]);
-            if (i > 0 && holds(left, line.words[i - 1]) && holds(right, line.words[i]) && goesOn(line, i))
+            if (i > 0 && holds(left, line.words[i - 1]) && holds(right, line.words[i]) &&
+                goesOn(line, i, left, right))
                 ++seam.goingOn;
         }
         seam.beside += isBeside ? 1 : 0;

@@ -108,12 +108,15 @@ private:
     }
 
     // The sign beside it was read twice: once as what it is, once as an ideograph that nothing looks like.
+    // One whose cut took in the sign looks odd, too, but like itself more than like any other.
     bool isSign(const Glyph& glyph, double usual) const
     {
         const size_t at = glyph.index;
         const auto isSignAt = [&](size_t i) { return i < glyphs_.size() && isPunctuation(glyphs_[i].read); };
-        return glyph.confidence < poor && (isSignAt(at + 1) || (at > 0 && isSignAt(at - 1))) &&
-               book_.nearest(glyph.place, 1).front().distance > unlike * usual;
+        if (glyph.confidence >= poor || !(isSignAt(at + 1) || (at > 0 && isSignAt(at - 1))))
+            return false;
+        const GlyphBook::Near best = book_.nearest(glyph.place, 1).front();
+        return best.character != glyph.read && best.distance > unlike * usual;
     }
 
     void put(Glyph& glyph, char32_t character)

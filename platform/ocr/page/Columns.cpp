@@ -15,11 +15,14 @@ namespace {
 constexpr double widestPause = 3;
 constexpr double otherSize = 1.6;
 constexpr double marginPause = 2; // between a running head and the text
+constexpr double farBelow = 5;    // of columns: a line by itself is none of theirs any more
 constexpr double headingSize = 1.2;
 constexpr double widestIndent = 4;
 constexpr double tallest = 6;   // of a letter; higher ones are blots among few marks
 constexpr double shadow = 0.25; // of a block's rim, that letters of the next row may touch
 constexpr double dotBeside = 0.9, dotAbove = 0.6;
+// Of the letters, that are lower. A number has tall ones only, a page of text at least so many.
+constexpr double usual = 0.5, tall = 0.9;
 constexpr double ruleShare = 0.75; // of the width, of a rule that ends what stands above it
 constexpr size_t mostRules = 6;    // more are a table or lined paper
 
@@ -70,7 +73,8 @@ private:
                 return false;
         }
         return std::max(a.y, b.y) - std::min(a.br().y, b.br().y) > marginPause * height_ &&
-               width * 2 < around(all).width && letterHeight(row) < headingSize * letterHeight(all);
+               width * 2 < around(all).width &&
+               letterHeight(row, tall) < headingSize * letterHeight(all, tall);
     }
 
     // Footnotes belong to their columns: each begins at the left edge of one, or below a short rule there.
@@ -205,6 +209,8 @@ private:
         size_t end = first;
         Blocks together;
         for (size_t i = first; i < strips.size(); ++i) {
+            if (i > first && isAfter(together, strips[i]))
+                break;
             together.insert(together.end(), strips[i].begin(), strips[i].end());
             if (i + 1 == strips.size() && first == 0)
                 break; // that was asked before
@@ -218,6 +224,14 @@ private:
         return end;
     }
 
+    // The date or the subject of a letter, far below its addresses, stands at the edge of one of them by
+    // chance.
+    bool isAfter(const Blocks& columns, const Blocks& below) const
+    {
+        return below.size() == 1 && below.front()->rows.size() == 1 &&
+               around(below).y - around(columns).br().y > farBelow * height_;
+    }
+
     // Wide white, or letters of another size: rows beside each other may stand on different lines there.
     bool isPause(const Blocks& above, const Blocks& below) const
     {
@@ -227,7 +241,7 @@ private:
         return std::max(a, b) > otherSize * std::min(a, b);
     }
 
-    int letterHeight(const Blocks& blocks) const
+    int letterHeight(const Blocks& blocks, double share = usual) const
     {
         std::vector<int> heights;
         for (const TextBlock* block : blocks) {
@@ -240,9 +254,10 @@ private:
         }
         if (heights.empty())
             return height_;
-        const auto middle = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
-        std::nth_element(heights.begin(), middle, heights.end());
-        return *middle;
+        const auto at =
+            heights.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(heights.size()));
+        std::nth_element(heights.begin(), at, heights.end());
+        return *at;
     }
 
     void flush(Blocks& plain)

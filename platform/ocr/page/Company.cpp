@@ -11,7 +11,8 @@ namespace {
 // In heights of a mark: a dot has its letter or the next dot so near.
 constexpr double beside = 1.2, over = 0.6;
 constexpr double colonWidth = 0.35, colonHeight = 0.4;
-constexpr int fewDots = 3; // grains of dust that may lie near each other by chance
+constexpr double sameStrokes = 0.7; // of the higher one of a pair, that both share: quotation marks
+constexpr int fewDots = 3;          // grains of dust that may lie near each other by chance
 constexpr int cellsPerHeight = 4;
 
 cv::Point middleOf(const cv::Rect& mark)
@@ -49,7 +50,16 @@ bool Company::isAlone(const cv::Rect& dot)
     const Group& group = groups_[static_cast<size_t>(labels_.at<int>(at))];
     const bool isColon = group.dots == 2 && group.box.width <= colonWidth * height_ &&
                          group.box.height >= colonHeight * height_;
-    return group.dots <= fewDots && !isColon;
+    return group.dots <= fewDots && !isColon && !hasTwin(dot, group);
+}
+
+// The second stroke of a quotation mark stands too far from the word for itself.
+bool Company::hasTwin(const cv::Rect& dot, const Group& group) const
+{
+    return std::any_of(group.atLetters.begin(), group.atLetters.end(), [&](const cv::Rect& other) {
+        const int over = std::min(dot.br().y, other.br().y) - std::max(dot.y, other.y);
+        return over >= sameStrokes * std::max(dot.height, other.height);
+    });
 }
 
 void Company::findGroups()
@@ -60,6 +70,8 @@ void Company::findGroups()
         Group& group = groups_[static_cast<size_t>(labels_.at<int>(middleOf(dot) / cell_))];
         ++group.dots;
         group.box |= dot;
+        if (letters_.at<unsigned char>(middleOf(dot) / cell_) > 0)
+            group.atLetters.push_back(dot);
     }
 }
 

@@ -23,9 +23,11 @@ private:
     {
         int dots = 0;
         cv::Rect box;
+        std::vector<cv::Rect> atLetters; ///< those of them that have a letter beside them
     };
 
     void findGroups();
+    bool hasTwin(const cv::Rect& dot, const Group& group) const;
     cv::Rect cellsAround(const cv::Rect& mark, double share) const;
 
     int height_, cell_;

@@ -106,6 +106,12 @@ bool isAddress(const Side& side, int height)
     return left < height && right > height && pitch < addressPitch * height;
 }
 
+bool areAddresses(const Side& left, const Side& right, int height)
+{
+    return right.box.x - left.box.br().x > addressGap * height && isAddress(left, height) &&
+           isAddress(right, height);
+}
+
 // Few rows that stand on the text's own lines have at least as much white before them as lies from line to
 // line; others are the ends of lines with a wide space.
 bool isNotes(const Side& notes, const Side& text, double aligned)
@@ -128,16 +134,15 @@ bool isTable(const Side& left, const Side& right, double aligned, int height)
 bool parts(const Side& left, const Side& right, int height)
 {
     const double aligned = alignedRows(left, right, height);
+    if (areAddresses(left, right, height))
+        return true;
     if (left.isProse && right.isProse)
         return !isTable(left, right, aligned, height);
     if (std::min(left.box.width, right.box.width) < noteWidth * height)
         return false;
     if (isNotes(left, right, aligned) || isNotes(right, left, aligned))
         return true;
-    if (std::min(left.levels.size(), right.levels.size()) >= leastRows && aligned < alignedShare)
-        return true;
-    return right.box.x - left.box.br().x > addressGap * height && isAddress(left, height) &&
-           isAddress(right, height);
+    return std::min(left.levels.size(), right.levels.size()) >= leastRows && aligned < alignedShare;
 }
 
 std::optional<Gutter> widest(const Blocks& blocks, int height)

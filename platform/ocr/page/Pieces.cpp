@@ -33,8 +33,8 @@ constexpr double widestSpace = 3;   // between words that no strip parts
 constexpr double offLevel = 0.6;    // a letter's middle from that of its line
 constexpr double leastLetter = 0.4; // smaller marks are dots, accents or dirt
 constexpr double tallOfPitch = 1.1, tallOfLine = 1.6;
-constexpr double leastRun = 5;    // for the distance of lines
-constexpr double wordSpace = 0.7; // of the letters beside it
+constexpr double leastRun = 5;     // for the distance of lines
+constexpr double wordSpace = 0.85; // of the letters beside it: headings are set wide
 
 /// White strips of a page.
 class Strips

@@ -8,29 +8,43 @@ namespace {
 
 constexpr size_t leastMarks = 60; // fewer have no statistics
 constexpr double sameHeight = 1.15;
-constexpr double latinTall = 0.3;     // share of marks that are higher than most
+constexpr double latinTall = 0.26;    // share of marks that are higher than most
+constexpr double latinSmaller = 0.38; // of one height below that of most, which are capitals and numbers then
 constexpr double cyrillicTall = 0.08; // less is print in capitals, or numbers
 constexpr double cyrillicSame = 0.78; // share of marks of one height
 
 struct Heights
 {
-    double same = 0; ///< share of the most frequent height
-    double tall = 0; ///< share of what is higher than that
+    double same = 0;    ///< share of the most frequent height
+    double tall = 0;    ///< share of what is higher than that
+    double smaller = 0; ///< share of the most frequent height below that
 };
+
+/// Marks of about one height, by their place in order.
+struct Window
+{
+    size_t from = 0, count = 0;
+};
+
+Window mostOf(const std::vector<int>& sorted, size_t end)
+{
+    Window most;
+    for (size_t begin = 0, to = 0; begin < end; ++begin) {
+        while (to < end && sorted[to] <= sorted[begin] * sameHeight + 0.5)
+            ++to;
+        if (to - begin > most.count)
+            most = {begin, to - begin};
+    }
+    return most;
+}
 
 Heights heightsOf(const std::vector<int>& sorted)
 {
-    size_t most = 0, from = 0;
-    for (size_t begin = 0, end = 0; begin < sorted.size(); ++begin) {
-        while (end < sorted.size() && sorted[end] <= sorted[begin] * sameHeight + 0.5)
-            ++end;
-        if (end - begin > most) {
-            most = end - begin;
-            from = begin;
-        }
-    }
-    const auto all = static_cast<double>(sorted.size());
-    return {static_cast<double>(most) / all, static_cast<double>(sorted.size() - from - most) / all};
+    const Window most = mostOf(sorted, sorted.size()), below = mostOf(sorted, most.from);
+    const auto share = [&](size_t count) {
+        return static_cast<double>(count) / static_cast<double>(sorted.size());
+    };
+    return {share(most.count), share(sorted.size() - most.from - most.count), share(below.count)};
 }
 
 } // namespace
@@ -46,11 +60,13 @@ ScriptLook scriptLookOf(const Marks& marks)
         return ScriptLook::latin;
     std::sort(sorted.begin(), sorted.end());
     const Heights heights = heightsOf(sorted);
-    if (heights.tall >= latinTall)
+    if (heights.tall >= latinTall || heights.smaller >= latinSmaller)
         return ScriptLook::latin;
-    if (heights.same < cyrillicSame)
-        return ScriptLook::ideographs;
-    return heights.tall >= cyrillicTall ? ScriptLook::cyrillic : ScriptLook::latin;
+    if (heights.tall < cyrillicTall)
+        return heights.same < cyrillicSame ? ScriptLook::ideographs : ScriptLook::latin;
+    // Numbers are tall, too; parts of ideographs are rather lower than most.
+    const bool isSmallRare = heights.tall > 1 - heights.same - heights.tall;
+    return heights.same >= cyrillicSame || isSmallRare ? ScriptLook::cyrillic : ScriptLook::ideographs;
 }
 
 } // namespace mirvak

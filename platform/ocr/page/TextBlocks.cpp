@@ -27,11 +27,23 @@ int overlap(int from, int to, int otherFrom, int otherTo)
     return std::min(to, otherTo) - std::max(from, otherFrom);
 }
 
+// Strokes above each other are one letter: an ideograph may be made of flat ones alone.
 double letterHeight(const Piece& piece)
 {
+    std::vector<cv::Rect> marks = piece.marks;
+    std::sort(marks.begin(), marks.end(), [](const cv::Rect& a, const cv::Rect& b) { return a.x < b.x; });
     std::vector<int> heights;
-    for (const cv::Rect& mark : piece.marks)
-        heights.push_back(mark.height);
+    cv::Rect letter;
+    for (const cv::Rect& mark : marks) {
+        if (!letter.empty() &&
+            overlap(letter.x, letter.br().x, mark.x, mark.br().x) * 2 > std::min(letter.width, mark.width)) {
+            letter |= mark;
+            heights.back() = letter.height;
+            continue;
+        }
+        letter = mark;
+        heights.push_back(letter.height);
+    }
     const auto middle = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
     std::nth_element(heights.begin(), middle, heights.end());
     return *middle;

@@ -33,13 +33,15 @@ bool isMiddleDot(const ReadWord& word)
     return text == U"\u00b7" || text == U"\u2022" || text == U"\u30fb";
 }
 
-// Behind a word it is a sign of the text, whatever the recogniser takes it for.
+// Behind a word it is a sign of the text, whatever the recogniser takes it for. It lies flat: in wide white
+// the recogniser now and then reads one of nothing, as high as the line.
 bool isDash(const std::vector<ReadWord>& words, size_t at, int markHeight)
 {
     const ReadWord& word = words[at];
     const std::u32string text = fromUtf8(word.text);
     return at > 0 && (at + 1 < words.size() || word.confidence >= leastOfLastDash) &&
-           word.box.width() > dash * markHeight && std::all_of(text.begin(), text.end(), [](char32_t c) {
+           word.box.width() > std::max<double>(dash * markHeight, word.box.height()) &&
+           std::all_of(text.begin(), text.end(), [](char32_t c) {
                return c == U'-' || c == U'\u2013' || c == wideDash;
            });
 }
