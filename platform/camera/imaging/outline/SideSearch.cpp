@@ -65,12 +65,15 @@ std::vector<Found> tryAll(const EdgeField& edges, const Rails& rails)
     const double skew = mostSkew * cv::norm(rails.first - rails.second);
     const auto most = static_cast<float>(strongest * edges.threshold());
     std::vector<Found> found;
-    for (double t = shortest * length; t <= longest * length; t += step) {
+    const int places = static_cast<int>((longest - shortest) * length / step),
+              slants = static_cast<int>(2 * skew / step);
+    for (int i = 0; i <= places; ++i) {
+        const double t = shortest * length + i * step;
         const cv::Point2d from = rails.first + onFirst * t;
         if (!seen.contains(from))
             continue;
-        for (double u = t - skew; u <= t + skew; u += step) {
-            const cv::Point2d to = rails.second + onSecond * u;
+        for (int k = 0; k <= slants; ++k) {
+            const cv::Point2d to = rails.second + onSecond * (t - skew + k * step);
             if (seen.contains(to))
                 found.push_back({edges.changeAlong(from, to, samples, most), from, to});
         }
