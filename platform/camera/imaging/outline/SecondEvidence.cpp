@@ -12,7 +12,7 @@ namespace {
 
 constexpr int samples = 24;       // along a side
 constexpr int glaring = 248;      // levels, in each colour: a reflection has burnt the edge away
-constexpr double usualOff = 0.03; // of the proportions, as a logarithm: half of what a tilt leaves unsure
+constexpr double usualOff = 0.03; // of the proportions, as a logarithm
 constexpr double seen = 0.5;      // of a side
 
 /// 1 for the proportions of a usual sheet.
