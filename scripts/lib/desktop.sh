@@ -105,6 +105,18 @@ click() { # NAME [WINDOW [BUTTON]]
     xdotool click "${3:-1}"
 }
 
+# In a window that has just come and may still be finding its place; for what may be clicked more than once.
+click_until() { # WHAT NAME WINDOW COMMAND...
+    local what=$1 name=$2 window=$3 try
+    shift 3
+    for try in 1 2 3; do
+        click "$name" "$window"
+        ! wait_for 5 "$@" || return 0
+        say "$what has not come by click $try"
+    done
+    await "$what" "$@"
+}
+
 # The button that ends a dialog. One that is still finding its place gets the first click beside it, and what the
 # program believes of its place may differ from where the window manager has put it.
 click_away() { # NAME WINDOW

@@ -52,8 +52,7 @@ await_pictures() { # COUNT more than BEFORE
 open_settings() { # PAGE
     click setting
     await "the settings" is_there ConfigSet
-    click "button$1" ConfigSet
-    await "the page" is_there "page$1" ConfigSet
+    click_until "the settings' page $1" "button$1" ConfigSet is_there "page$1" ConfigSet
 }
 close_settings() {
     click buttonClose ConfigSet
