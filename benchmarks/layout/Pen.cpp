@@ -72,14 +72,15 @@ TextStyle Pen::light(double points) const
 // What stands beside the text goes before it, into its place or behind it.
 QString Pen::reading(const std::vector<Turn>& turns) const
 {
-    QString before, text, behind;
+    QString before, text, behind, last;
     for (const Noted& noted : noted_) {
-        const Turn turn = noted.aside == 0 ? Turn::inPlace : turns[static_cast<size_t>(noted.aside - 1)];
-        (turn == Turn::first  ? before
-         : turn == Turn::last ? behind
-                              : text) += noted.words + QLatin1Char('\n');
+        const Turn turn = noted.aside <= 0 ? Turn::inPlace : turns[static_cast<size_t>(noted.aside - 1)];
+        (noted.aside == foot   ? last
+         : turn == Turn::first ? before
+         : turn == Turn::last  ? behind
+                               : text) += noted.words + QLatin1Char('\n');
     }
-    return before + text + behind;
+    return before + text + behind + last;
 }
 
 QStringList Pen::readings() const

@@ -48,6 +48,7 @@ public:
     void picture(const QRectF& mm);
     /// Notes text that is drawn by other means.
     void note(const QString& words);
+    static constexpr int foot = -1; ///< is read last in any case
     /// Of what stands beside the text what follows is; 0: the text itself.
     void setAside(int group) { aside_ = group; }
 

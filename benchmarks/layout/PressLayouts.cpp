@@ -33,7 +33,9 @@ void runningFoot(Pen& pen)
     const QString number = QString::number(pen.words().any().bounded(12, 140));
     const QString title = pen.words().company(), date = pen.words().date();
     pen.sheet().rule(18, 281, 192, 281, 0.2, black);
+    pen.setAside(Pen::foot);
     pen.row(286, {18, 28, 150}, {number, title, date}, pen.light(8));
+    pen.setAside(0);
 }
 
 /// Set large between two rules, in a colour; not part of the text. @return its place, with white around it
@@ -90,8 +92,8 @@ void layout::feature(Pen& pen)
     pen.fill({second, second + width, 56, quote}, body);
     const QRectF place = pullQuote(pen, second, second + width, quote, 1);
     pen.fill({second, second + width, place.bottom(), foot}, body);
-    pen.fill({third, 192, 56, foot}, body);
     photograph(pen, {second, foot + 3, 192 - second, 264 - foot}, 2);
+    pen.fill({third, 192, 56, foot}, body);
     runningFoot(pen);
 }
 

@@ -104,6 +104,40 @@ TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
     }
 }
 
+TEST(PageLayout, ACaptionOfTwoLinesCloseToItsColumnsPartsThem)
+{
+    const auto page = [](int gap) {
+        Marks marks;
+        addText(marks, 300, 40, 1, 50); // a heading
+        addText(marks, 100, 160, 8, 53);
+        addText(marks, 100, 160 + 8 * rowPitch, 8, 29);
+        addText(marks, 100, 160 + 16 * rowPitch, 8, 53);
+        const int caption = 100 + 29 * step + gap, right = caption + 53 * step + gap;
+        addText(marks, right - 24 * step, 160, 8, 53);
+        addText(marks, right, 160 + 8 * rowPitch, 8, 29);
+        addText(marks, right - 24 * step, 160 + 16 * rowPitch, 8, 53);
+        addText(marks, caption, 165 + 14 * rowPitch, 2, 53);
+        return placesOf(marks);
+    };
+    for (const int gap : {22, 28}) {
+        const Places places = page(gap);
+        ASSERT_EQ(places.size(), 4U) << gap << testing::PrintToString(places);
+        EXPECT_EQ(places[1], cv::Point(100, 160));
+        EXPECT_EQ(places[2].y, 160);
+        EXPECT_EQ(places[3].y, 165 + 14 * rowPitch);
+    }
+}
+
+TEST(PageLayout, ALongLineAboveAShortOneIsNotParted)
+{
+    Marks marks; // beside a picture the column gets narrower; its last long line has a wide space there
+    addText(marks, 100, 100, 8, 53);
+    addText(marks, 100, 100 + 8 * rowPitch, 1, 29);
+    addText(marks, 100 + 29 * step + 20, 100 + 8 * rowPitch, 1, 22);
+    addText(marks, 100, 100 + 9 * rowPitch, 8, 29);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 100}}));
+}
+
 TEST(PageLayout, WornColumnsAreReadOneAfterTheOther)
 {
     Marks marks;
