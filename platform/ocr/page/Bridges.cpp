@@ -8,7 +8,7 @@ namespace mirvak {
 namespace {
 
 // In heights of a mark.
-constexpr double leastGap = 0.9; // or of the letters beside it: headings are set wide
+constexpr double leastGap = 1.1; // or of the letters beside it: headings are set wide
 constexpr double tall = 0.5;     // share of the letters that are lower
 constexpr double onEdge = 0.8;   // of a line's end from that of the others, a comma more or less
 constexpr double leastLine = 5;  // shorter ones make no edge
@@ -79,16 +79,16 @@ private:
     bool isGutter(const cv::Rect& line, const White& white) const
     {
         Edge above, below;
+        int covering = 0;
         const int level = line.y + line.height / 2;
         for (const Piece& other : pieces_) {
             const int down = other.box.y + other.box.height / 2 - level;
             if (std::abs(down) > reach_ || std::abs(down) < height_)
                 continue;
-            if (covers(other.box, line))
-                return false;
+            covering += covers(other.box, line);
             look(other.box, white, down < 0 ? above : below);
         }
-        return above.stands() || below.stands();
+        return covering < leastLines && (above.stands() || below.stands());
     }
 
     // A column gets narrower beside a picture; its last full line only has a space there.
