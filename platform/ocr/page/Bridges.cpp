@@ -9,7 +9,7 @@ namespace {
 
 // In heights of a mark.
 constexpr double leastGap = 1.1; // or of the letters beside it: headings are set wide
-constexpr double tall = 0.5;     // share of the letters that are lower
+constexpr double usual = 0.5;    // share of the letters that are lower
 constexpr double onEdge = 0.8;   // of a line's end from that of the others, a comma more or less
 constexpr double leastLine = 5;  // shorter ones make no edge
 constexpr double reach = 5.6;    // distances of lines, that an edge is looked for
@@ -42,7 +42,8 @@ int letterHeight(const std::vector<cv::Rect>& marks)
     std::vector<int> heights;
     for (const cv::Rect& mark : marks)
         heights.push_back(mark.height);
-    const auto at = heights.begin() + static_cast<std::ptrdiff_t>(tall * static_cast<double>(heights.size()));
+    const auto at =
+        heights.begin() + static_cast<std::ptrdiff_t>(usual * static_cast<double>(heights.size()));
     std::nth_element(heights.begin(), at, heights.end());
     return *at;
 }
@@ -91,7 +92,8 @@ private:
         return covering < leastLines && (above.stands() || below.stands());
     }
 
-    // A column gets narrower beside a picture; its last full line only has a space there.
+    // A column gets narrower beside a picture; its last full line only has a space there. Lines of a caption,
+    // which are joined to the columns as that is, are fewer.
     bool covers(const cv::Rect& other, const cv::Rect& line) const
     {
         const double near = onEdge * height_;
