@@ -40,6 +40,7 @@ cv::Rect around(const std::vector<cv::Rect>& marks)
 int letterHeight(const std::vector<cv::Rect>& marks)
 {
     std::vector<int> heights;
+    heights.reserve(marks.size());
     for (const cv::Rect& mark : marks)
         heights.push_back(mark.height);
     const auto at =
