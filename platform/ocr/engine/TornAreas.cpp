@@ -8,11 +8,11 @@ namespace mirvak {
 
 namespace {
 
-constexpr double likeSpaces = 1.3;  // times the line's widest space: white that is one of them
-constexpr size_t leastSpaces = 2;   // in a line that can tell
-constexpr int leastLines = 2;       // that go on
-constexpr double mostLines = 0.6;   // of those beside each other
-constexpr double mostOfThird = 0.2; // of another area below what the two would be together
+constexpr double likeSpaces = 1.3;                // times the line's widest space: white that is one of them
+constexpr size_t leastSpaces = 2;                 // in a line that can tell
+constexpr int leastLines = 2;                     // that go on
+constexpr double mostLines = 0.6;                 // of those beside each other
+constexpr double mostOfThird = 0.2, within = 0.9; // of another area, below what the two would be together
 
 /// What the recogniser's lines say about two areas.
 struct Seam
@@ -73,13 +73,14 @@ bool isTorn(const TextArea& a, const TextArea& b, const ReadBlock& lines)
     return seam.goingOn >= leastLines && seam.goingOn >= mostLines * seam.beside;
 }
 
-// What the two would be together must not lie over a third: a caption in a gutter stands so close to its
-// columns that its lines seem to go on in them.
+// What the two would be together must not reach into a third: a caption in a gutter stands so close to its
+// columns that its lines seem to go on in them. One that lies within is torn off as they are.
 bool isFree(const std::vector<TextArea>& areas, size_t i, size_t j)
 {
     const cv::Rect both = areas[i].box | areas[j].box;
     for (size_t k = 0; k < areas.size(); ++k) {
-        if (k != i && k != j && (both & areas[k].box).area() > mostOfThird * areas[k].box.area())
+        const double over = (both & areas[k].box).area(), whole = areas[k].box.area();
+        if (k != i && k != j && over > mostOfThird * whole && over < within * whole)
             return false;
     }
     return true;
