@@ -1,4 +1,5 @@
 #include "Columns.h"
+#include "Pieces.h"
 #include "TestMarks.h"
 
 #include <gtest/gtest.h>
@@ -136,6 +137,8 @@ TEST(PageLayout, ALongLineAboveAShortOneIsNotParted)
     addText(marks, 100 + 29 * step + 20, 100 + 8 * rowPitch, 1, 22);
     addText(marks, 100, 100 + 9 * rowPitch, 8, 29);
     EXPECT_EQ(placesOf(marks), (Places{{100, 100}}));
+    const std::vector<mirvak::Piece> pieces = mirvak::piecesOf(marks).all;
+    EXPECT_EQ(pieces.size(), 17U) << "each line is one";
 }
 
 TEST(PageLayout, WornColumnsAreReadOneAfterTheOther)
