@@ -23,6 +23,10 @@ const std::vector<Layout>& layouts()
         {"official", false, a4w, a4h, layout::official},
         {"stamped", false, a4w, a4h, layout::stamped},
         {"old typed", false, a4w, a4h, layout::oldTyped},
+        {"feature", true, a4w, a4h, layout::feature},
+        {"boxed feature", true, a4w, a4h, layout::boxed},
+        {"paperback", false, 111, 178, layout::paperback},
+        {"typescript", false, a4w, a4h, layout::typescript},
     };
     return all;
 }

@@ -50,5 +50,9 @@ void letter(Pen& pen);
 void sideways(Pen& pen);
 void official(Pen& pen);
 void stamped(Pen& pen);
+void feature(Pen& pen);
+void boxed(Pen& pen);
+void paperback(Pen& pen);
+void typescript(Pen& pen);
 
 } // namespace layout

@@ -91,9 +91,9 @@ void layout::sideNotes(Pen& pen)
     while (y < 240) {
         const double end = pen.paragraph(
             {58, 190, y, 275}, pen.words().sentences(6), aligned(pen.body(11), Qt::AlignJustify));
-        pen.setAside(true);
+        pen.setAside(1);
         pen.paragraph({18, 50, y + 2, end}, pen.words().headline(), pen.light(8));
-        pen.setAside(false);
+        pen.setAside(0);
         y = end + 5;
     }
 }
@@ -207,9 +207,9 @@ void layout::sideways(Pen& pen)
     painter.save();
     painter.translate(pen.sheet().px(190, 60));
     painter.rotate(90);
-    pen.setAside(true);
+    pen.setAside(1);
     pen.line(0, 0, pen.words().sentences(1).left(90), pen.body(11));
-    pen.setAside(false);
+    pen.setAside(0);
     painter.restore();
 }
 

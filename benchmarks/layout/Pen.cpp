@@ -54,6 +54,14 @@ TextStyle Pen::bold(double points) const
     return style;
 }
 
+TextStyle Pen::italic(double points) const
+{
+    TextStyle style = body(points);
+    if (words_.tongue() != Tongue::chinese)
+        style.typeface = Typeface::SerifItalic;
+    return style;
+}
+
 TextStyle Pen::light(double points) const
 {
     TextStyle style = body(points);
@@ -61,18 +69,43 @@ TextStyle Pen::light(double points) const
     return style;
 }
 
+// What stands beside the text goes before it, into its place or behind it.
+QString Pen::reading(const std::vector<Turn>& turns) const
+{
+    QString before, text, behind, last;
+    for (const Noted& noted : noted_) {
+        const Turn turn = noted.aside <= 0 ? Turn::inPlace : turns[static_cast<size_t>(noted.aside - 1)];
+        (noted.aside == foot   ? last
+         : turn == Turn::first ? before
+         : turn == Turn::last  ? behind
+                               : text) += noted.words + QLatin1Char('\n');
+    }
+    return before + text + behind + last;
+}
+
 QStringList Pen::readings() const
 {
-    QString inPlace, text, beside;
-    for (const Noted& noted : noted_) {
-        const QString line = noted.words + QLatin1Char('\n');
-        inPlace += line;
-        (noted.aside ? beside : text) += line;
+    int groups = 0;
+    for (const Noted& noted : noted_)
+        groups = std::max(groups, noted.aside);
+    QStringList all;
+    std::vector<Turn> turns(static_cast<size_t>(groups), Turn::inPlace);
+    for (;;) {
+        all << reading(turns);
+        // Counts through all of them, as an odometer does.
+        size_t at = 0;
+        while (at < turns.size() && turns[at] == Turn::first)
+            turns[at++] = Turn::inPlace;
+        if (at == turns.size())
+            return all;
+        turns[at] = turns[at] == Turn::inPlace ? Turn::last : Turn::first;
     }
-    QStringList all{inPlace};
-    if (!beside.isEmpty())
-        all << text + beside << beside + text;
-    return all;
+}
+
+void Pen::note(const QString& words)
+{
+    noted_.push_back({begun_ + words, aside_});
+    begun_.clear();
 }
 
 void Pen::line(double xMm, double baselineMm, const QString& words, const TextStyle& style)
@@ -113,7 +146,7 @@ double Pen::paragraph(const Column& column, const QString& words, const TextStyl
     const double step = style.points * style.leading * mmPerPoint;
     const double space = spaced ? sheet_.textWidthMm(QStringLiteral(" "), style) : 0;
     const QStringList parts = broken(words);
-    double y = column.top, indent = spaced ? 3 : 2 * style.points * mmPerPoint;
+    double y = column.top, indent = !begun_.isEmpty() ? 0 : spaced ? 3 : 2 * style.points * mmPerPoint;
     for (int next = 0; next < parts.size() && y + step <= column.bottom; y += step, indent = 0) {
         Room room = roomAt(column, y, y + step);
         if (room.right - room.left < leastRoom)
@@ -142,6 +175,22 @@ double Pen::paragraph(const Column& column, const QString& words, const TextStyl
         next = end;
     }
     return y;
+}
+
+double Pen::opening(const Column& column, const QString& words, const TextStyle& style)
+{
+    // The base line of the letter is that of the second line; half a point keeps it off the text.
+    const double step = style.points * style.leading * mmPerPoint;
+    TextStyle large = style;
+    large.align = Qt::AlignLeft;
+    large.points = style.points * (style.leading + 0.75);
+    const QString letter = words.left(1);
+    const double wide = sheet_.textWidthMm(letter, large);
+    sheet_.text(column.left, column.top + step * 1.78, letter, large);
+    begun_ = letter;
+    Column beside = column;
+    beside.obstacles.push_back({column.left, column.top, wide - 1.7, step * 1.9});
+    return paragraph(beside, words.mid(1), style);
 }
 
 double Pen::fill(const Column& column, const TextStyle& style, int sentencesEach)

@@ -23,12 +23,14 @@ public:
 
     deskpictures::Sheet& sheet() { return sheet_; }
     Words& words() { return words_; }
-    /// The ways in which a person may read the page: what stands beside the text in its place, last or first.
+    /// The ways in which a person may read the page: each group of what stands beside the text in its place,
+    /// last or first.
     QStringList readings() const;
 
     deskpictures::TextStyle body(double points) const;
     deskpictures::TextStyle bold(double points) const;
-    deskpictures::TextStyle light(double points) const; ///< captions, running heads
+    deskpictures::TextStyle italic(double points) const; ///< of ideographs there is none
+    deskpictures::TextStyle light(double points) const;  ///< captions, running heads
 
     void line(double xMm, double baselineMm, const QString& words, const deskpictures::TextStyle& style);
     /// Cells of one row of a table.
@@ -40,14 +42,19 @@ public:
     double fill(const Column& column, const deskpictures::TextStyle& style, int sentencesEach = 3);
     /// One paragraph. @return below its last line, mm
     double paragraph(const Column& column, const QString& words, const deskpictures::TextStyle& style);
+    /// One paragraph that begins with a letter as high as two lines. @return below its last line, mm
+    double opening(const Column& column, const QString& words, const deskpictures::TextStyle& style);
     /// What looks like a photograph, or the screen of a printed one; it has no text.
     void picture(const QRectF& mm);
     /// Notes text that is drawn by other means.
-    void note(const QString& words) { noted_.push_back({words, aside_}); }
-    /// Whether what follows stands beside the text.
-    void setAside(bool aside) { aside_ = aside; }
+    void note(const QString& words);
+    static constexpr int foot = -1; ///< is read last in any case
+    /// Of what stands beside the text what follows is; 0: the text itself.
+    void setAside(int group) { aside_ = group; }
 
 private:
+    enum class Turn { inPlace, last, first };
+    QString reading(const std::vector<Turn>& turns) const;
     QStringList broken(const QString& words) const;
 
     deskpictures::Sheet& sheet_;
@@ -55,8 +62,9 @@ private:
     struct Noted
     {
         QString words;
-        bool aside;
+        int aside;
     };
     std::vector<Noted> noted_;
-    bool aside_ = false;
+    int aside_ = 0;
+    QString begun_; ///< the large letter of a paragraph's first word
 };

@@ -3,14 +3,20 @@
 #include "RtfText.h"
 #include "Unicode.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <map>
 
 namespace {
 
 /// One space for any white space, none beside ideographs; one form of each mark.
-std::u32string plain(const QString& text)
+std::u32string plain(QString text)
 {
+    // A word broken at the end of a line is one word, whether its reader joins it or not.
+    static const QRegularExpression torn(QStringLiteral("(?<=\\w)[-\u00ad\u2010] ?\n\\s*(?=\\w)"),
+                                         QRegularExpression::UseUnicodePropertiesOption);
+    text.remove(torn);
     std::u32string out;
     for (char32_t c : text.normalized(QString::NormalizationForm_KC).toStdU32String()) {
         if (c == U'“' || c == U'”' || c == U'„' || c == U'«' || c == U'»')

@@ -24,6 +24,15 @@ constexpr Phrases phrases[] = {
      "河水退去以后|旧书店的一天|钟表匠的四十圈|图书馆里的志愿者|纸是怎样做成的|桂花树下的约定",
      "Река возвращает мост|Зима у переплётчиков|Кто заводил часы|Бумага из тряпок и терпения|Девять дней "
      "синевы|Что записал паромщик"},
+    {"quote",
+     "Nobody counts the days in a place where the clock is wound by hand|We kept the oars, though the ferry "
+     "had gone|A good binding opens flat and asks for nothing|I have read every page that the flood left us|"
+     "You learn to listen to paper before you cut it",
+     "纸会记住每一双手的温度|渡船早已不在，桨我们还留着|好书翻开来是平的，什么也不求|"
+     "洪水留下的每一页我都读过|下刀之前，先要学会听纸的声音",
+     "Никто не считает дни там, где часы заводят рукой|Паром ушёл, а вёсла мы сохранили|Хорошая книга лежит "
+     "раскрытой и ничего не просит|Я прочёл каждую страницу, что оставила нам вода|Прежде чем резать бумагу, "
+     "научись её слушать"},
     {"person",
      "Imogen Farraday|Abel Thornquist|Theodora Quillmark|Marta Hollins|Edwin Carrow|Rosalind Pike",
      "顾明远|林若溪|王小明|陈思雨|赵文博|孙晓兰",
@@ -116,6 +125,11 @@ QString Words::oneOf(const char* key)
 QString Words::headline()
 {
     return oneOf("headline");
+}
+
+QString Words::quote()
+{
+    return oneOf("quote");
 }
 
 QString Words::person()

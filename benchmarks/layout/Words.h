@@ -21,6 +21,7 @@ public:
     /// So many sentences of running text, never the same one again before all have been used.
     QString sentences(int count);
     QString headline();
+    QString quote(); ///< what a magazine sets large
     QString person();
     QString company();
     QString street();

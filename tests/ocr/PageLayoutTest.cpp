@@ -1,4 +1,5 @@
 #include "Columns.h"
+#include "Pieces.h"
 #include "TestMarks.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,42 @@ TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
         });
         EXPECT_EQ(static_cast<long>(area.foreign.size()), area.box.x == 600 ? 0 : reaching);
     }
+}
+
+TEST(PageLayout, ACaptionOfTwoLinesCloseToItsColumnsPartsThem)
+{
+    const auto page = [](int gap) {
+        Marks marks;
+        addText(marks, 300, 40, 1, 50); // a heading
+        addText(marks, 100, 160, 8, 53);
+        addText(marks, 100, 160 + 8 * rowPitch, 8, 29);
+        addText(marks, 100, 160 + 16 * rowPitch, 8, 53);
+        const int caption = 100 + 29 * step + gap, right = caption + 53 * step + gap;
+        addText(marks, right - 24 * step, 160, 8, 53);
+        addText(marks, right, 160 + 8 * rowPitch, 8, 29);
+        addText(marks, right - 24 * step, 160 + 16 * rowPitch, 8, 53);
+        addText(marks, caption, 165 + 14 * rowPitch, 2, 53);
+        return placesOf(marks);
+    };
+    for (const int gap : {22, 28}) {
+        const Places places = page(gap);
+        ASSERT_EQ(places.size(), 4U) << gap;
+        EXPECT_EQ(places[1], cv::Point(100, 160));
+        EXPECT_EQ(places[2].y, 160);
+        EXPECT_EQ(places[3].y, 165 + 14 * rowPitch);
+    }
+}
+
+TEST(PageLayout, ALongLineAboveAShortOneIsNotParted)
+{
+    Marks marks; // beside a picture the column gets narrower; its last long line has a wide space there
+    addText(marks, 100, 100, 8, 53);
+    addText(marks, 100, 100 + 8 * rowPitch, 1, 29);
+    addText(marks, 100 + 29 * step + 20, 100 + 8 * rowPitch, 1, 22);
+    addText(marks, 100, 100 + 9 * rowPitch, 8, 29);
+    EXPECT_EQ(placesOf(marks), (Places{{100, 100}}));
+    const std::vector<mirvak::Piece> pieces = mirvak::piecesOf(marks).all;
+    EXPECT_EQ(pieces.size(), 17U) << "each line is one";
 }
 
 TEST(PageLayout, WornColumnsAreReadOneAfterTheOther)

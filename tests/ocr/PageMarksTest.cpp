@@ -61,6 +61,8 @@ TEST(PageMarks, LoneSpecksGoAndDotsStay)
         cv::rectangle(page, sign, 20, cv::FILLED);
     const int stop = 120 + 39 * step; // behind the last letter of a line
     cv::rectangle(page, {stop + step, 72, 4, 4}, 20, cv::FILLED);
+    const cv::Rect above(stop + step + 19, 61, 4, 4); // dust, as near as a second stroke would be
+    cv::rectangle(page, above, 40, cv::FILLED);
     for (int i = 0; i < 12; ++i) // leads the eye to a number
         cv::rectangle(page, {200 + i * 14, 450, 3, 3}, 20, cv::FILLED);
     cv::Mat plain = page.clone();
@@ -75,6 +77,7 @@ TEST(PageMarks, LoneSpecksGoAndDotsStay)
     }
     EXPECT_EQ(cv::countNonZero(page(below) < 255), 0);
     EXPECT_EQ(inkIn(page, {stop + step, 72, 4, 4}), 16U);
+    EXPECT_EQ(inkIn(page, above), 0U);
     EXPECT_EQ(inkIn(page, {190, 440, 200, 30}), 12U * 9U);
 }
 

@@ -141,6 +141,12 @@ TEST(WholePage, AreasThatTearLinesAreJoined)
     ASSERT_EQ(areas.size(), 2U);
     EXPECT_EQ(areas[1].box, cv::Rect(90, 90, 690, 130));
     EXPECT_EQ(areas[1].foreign, std::vector<cv::Rect>{cv::Rect(700, 400, 9, 9)}) << "the rest is its own now";
+    std::vector<TextArea> columns{left, right, {{600, 20, 180, 500}, {}, false}};
+    mirvak::joinTornAreas(columns, {row(100, texts), row(140, texts, 2, 15), row(180, texts)});
+    EXPECT_EQ(columns.size(), 3U) << "together they would reach into a third";
+    columns.back().box = {300, 180, 200, 40};
+    mirvak::joinTornAreas(columns, {row(100, texts), row(140, texts, 2, 15), row(180, texts)});
+    EXPECT_LT(columns.size(), 3U) << "which is torn off as they are";
     EXPECT_EQ(joined({row(100, texts, 2, 40), row(140, texts, 2, 40), row(180, texts)}).size(), 3U)
         << "a gutter";
     ReadBlock across{row(100, texts, 2, 40), row(140, texts, 2, 40), row(180, texts, 2, 40)};

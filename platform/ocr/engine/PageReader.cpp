@@ -3,6 +3,7 @@
 #include "AreaReader.h"
 #include "Bearing.h"
 #include "GlyphCheck.h"
+#include "Initials.h"
 #include "LanguageChoice.h"
 #include "LostNumbers.h"
 #include "OtherOrder.h"
@@ -134,8 +135,10 @@ void readText(const Sheet& sheet, ReadPage& page, const Limit& limit, const Stre
         reader.readByAreas(page, limit, stretch);
         tryOtherOrder(page, sheet.picture.grey, model, limit.within(otherOrderTime));
     }
-    if (!model.isUnspaced())
-        checkWords(page, sheet.picture.grey, model, limit.within(wordTime));
+    if (model.isUnspaced())
+        return;
+    checkWords(page, sheet.picture.grey, model, limit.within(wordTime));
+    readInitials(page, sheet.plain, sheet.marks, model, limit.within(wordTime));
 }
 
 } // namespace

@@ -8,10 +8,11 @@ namespace mirvak {
 
 namespace {
 
-constexpr double likeSpaces = 1.3; // times the line's widest space: white that is one of them
-constexpr size_t leastSpaces = 2;  // in a line that can tell
-constexpr int leastLines = 2;      // that go on
-constexpr double mostLines = 0.6;  // of those beside each other
+constexpr double likeSpaces = 1.3;                // times the line's widest space: white that is one of them
+constexpr size_t leastSpaces = 2;                 // in a line that can tell
+constexpr int leastLines = 2;                     // that go on
+constexpr double mostLines = 0.6;                 // of those beside each other
+constexpr double mostOfThird = 0.2, within = 0.9; // of another area, below what the two would be together
 
 /// What the recogniser's lines say about two areas.
 struct Seam
@@ -72,6 +73,19 @@ bool isTorn(const TextArea& a, const TextArea& b, const ReadBlock& lines)
     return seam.goingOn >= leastLines && seam.goingOn >= mostLines * seam.beside;
 }
 
+// What the two would be together must not reach into a third: a caption in a gutter stands so close to its
+// columns that its lines seem to go on in them. One that lies within is torn off as they are.
+bool isFree(const std::vector<TextArea>& areas, size_t i, size_t j)
+{
+    const cv::Rect both = areas[i].box | areas[j].box;
+    for (size_t k = 0; k < areas.size(); ++k) {
+        const double over = (both & areas[k].box).area(), whole = areas[k].box.area();
+        if (k != i && k != j && over > mostOfThird * whole && over < within * whole)
+            return false;
+    }
+    return true;
+}
+
 void join(TextArea& area, const TextArea& other)
 {
     std::vector<cv::Rect> foreign;
@@ -93,7 +107,8 @@ void joinTornAreas(std::vector<TextArea>& areas, const ReadBlock& lines)
 {
     for (size_t i = 0; i < areas.size(); ++i) {
         for (size_t j = i + 1; j < areas.size();) {
-            if (areas[i].isSideways || areas[j].isSideways || !isTorn(areas[i], areas[j], lines)) {
+            if (areas[i].isSideways || areas[j].isSideways || !isFree(areas, i, j) ||
+                !isTorn(areas[i], areas[j], lines)) {
                 ++j;
                 continue;
             }

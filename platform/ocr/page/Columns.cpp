@@ -214,7 +214,7 @@ private:
             together.insert(together.end(), strips[i].begin(), strips[i].end());
             if (i + 1 == strips.size() && first == 0)
                 break; // that was asked before
-            if (!hasGap(together, height_))
+            if (!mayHaveGutter(together, height_))
                 break;
             if (findGutter(together, height_)) {
                 columns = together;

@@ -192,30 +192,44 @@ bool isFloat(const TextBlock& block, const Blocks& blocks)
     return block.rows.size() <= floatRows && stands(true) && stands(false);
 }
 
+/// What stands on a page, apart from what stands in its gutters.
+struct Parted
+{
+    Blocks text, floats;
+};
+
+Parted withoutFloats(const Blocks& blocks)
+{
+    Parted parted;
+    size_t marks = 0, floating = 0;
+    for (const TextBlock* block : blocks) {
+        const bool out = isFloat(*block, blocks);
+        (out ? parted.floats : parted.text).push_back(block);
+        marks += block->marks;
+        floating += out ? block->marks : 0;
+    }
+    if (static_cast<double>(floating) > floatShare * static_cast<double>(marks))
+        return {blocks, {}};
+    return parted;
+}
+
 } // namespace
 
-bool hasGap(const Blocks& blocks, int markHeight)
+bool mayHaveGutter(const Blocks& blocks, int markHeight)
 {
-    return !gapsOf(blocks, markHeight).empty();
+    return !gapsOf(blocks, markHeight).empty() || !gapsOf(withoutFloats(blocks).text, markHeight).empty();
 }
 
 std::optional<Gutter> findGutter(const Blocks& blocks, int markHeight)
 {
     if (std::optional<Gutter> gutter = widest(blocks, markHeight))
         return gutter;
-    Blocks text, floats;
-    size_t marks = 0, floating = 0;
-    for (const TextBlock* block : blocks) {
-        const bool out = isFloat(*block, blocks);
-        (out ? floats : text).push_back(block);
-        marks += block->marks;
-        floating += out ? block->marks : 0;
-    }
-    if (floats.empty() || static_cast<double>(floating) > floatShare * static_cast<double>(marks))
+    Parted parted = withoutFloats(blocks);
+    if (parted.floats.empty())
         return std::nullopt;
-    std::optional<Gutter> gutter = widest(text, markHeight);
+    std::optional<Gutter> gutter = widest(parted.text, markHeight);
     if (gutter)
-        gutter->between = floats;
+        gutter->between = std::move(parted.floats);
     return gutter;
 }
 

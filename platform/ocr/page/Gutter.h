@@ -18,7 +18,7 @@ struct Gutter
 /// two addresses. Nothing where the rows are read across it, as those of tables and forms are.
 std::optional<Gutter> findGutter(const Blocks& blocks, int markHeight);
 
-/// Whether there is any white strip from top to bottom.
-bool hasGap(const Blocks& blocks, int markHeight);
+/// Whether there is any white strip from top to bottom, but for what may stand in it.
+bool mayHaveGutter(const Blocks& blocks, int markHeight);
 
 } // namespace mirvak

@@ -1,5 +1,6 @@
 #include "Pieces.h"
 
+#include "Bridges.h"
 #include "Strays.h"
 
 #include <opencv2/imgproc.hpp>
@@ -248,6 +249,7 @@ Pieces piecesOf(const Marks& marks)
     const Strips strips(letters, marks.height, std::min<double>(pieces.pitch, mostPitch * marks.height));
     pieces.all = Joiner(letters, marks.height, pieces.pitch, strips).run(widestSpace);
     partStrays(pieces.all, marks.height, pieces.pitch);
+    partBridges(pieces.all, marks.height, pieces.pitch);
     return pieces;
 }
 
