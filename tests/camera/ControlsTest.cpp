@@ -184,6 +184,7 @@ TEST_F(Controls, FocusesOnTheChosenPlace)
     EXPECT_EQ(camera.MirvakDevice_FocusAt(device, 0.25, 0.5), MIRVAK_OK);
     EXPECT_EQ(camera.MirvakDevice_StopPreview(device), MIRVAK_OK);
     EXPECT_EQ(info(MIRVAK_FOCUS).value, 200) << "given up without frames";
+    EXPECT_EQ(camera.MirvakDevice_GetFocusState(device), MIRVAK_OK) << "nobody waits for it any more";
     EXPECT_EQ(camera.MirvakDevice_FocusAt(device, 1.1, 0.5), MIRVAK_BAD_ARGUMENT);
 }
 
@@ -193,6 +194,7 @@ namespace {
 class Lens : public mirvak::CameraDevice
 {
 public:
+    bool isReadable = true;
     int best = 0, step = 1, position = 0, moves = 0;
     int stuckAfter = 1000;        ///< moves
     int automatic = -1;           ///< no automatic
@@ -223,7 +225,7 @@ public:
     {
         const bool isFocus = control == MIRVAK_FOCUS;
         info = {control, MIRVAK_RANGE, 0, 1000, step, 0, isFocus ? position : automatic, 0, false};
-        return isFocus || automatic >= 0 ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
+        return isReadable && (isFocus || automatic >= 0) ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
     }
     MirvakResult setControl(MirvakControl control, int value) override
     {

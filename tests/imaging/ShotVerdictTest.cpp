@@ -267,6 +267,20 @@ TEST(ShotLight, WhatWasTooDarkStaysSoUntilItIsClearlyLighter)
     EXPECT_EQ(both(200, 8), Pair(false, false));
 }
 
+TEST(ShotLight, ADarkPageIsJudgedByItsLightPrintHoweverFine)
+{
+    cv::Mat frame(frameSize, CV_8UC3, cv::Scalar::all(30));
+    for (int y = 0; y < frame.rows; y += 14)
+        frame.rowRange(y, y + 2).setTo(cv::Scalar::all(220));
+    const auto isDark = [](const cv::Mat& picture) {
+        mirvak::ShotLook look;
+        look.build(picture, Outline{whole, 1});
+        return mirvak::isTooDark(look, 0, false);
+    };
+    EXPECT_FALSE(isDark(frame));
+    EXPECT_TRUE(isDark(frame * 0.3));
+}
+
 /// Of frames with these flaws, one letter each: what is told, one letter a frame ('-' nothing, '+' good).
 std::string told(mirvak::VerdictHold& hold, const std::string& frames)
 {
