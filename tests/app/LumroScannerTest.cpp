@@ -154,6 +154,8 @@ TEST_F(LumroScannerTest, CroppingOptionsAndTheResolutionAreStored)
     window_->onScanner();
     EXPECT_EQ(QImage(pictures() + QStringLiteral("/IMAGE_000.jpg")).size(), QSize(320, 240));
 
+    window_->onDeviceChanged(0);
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 1) << "opened with it again";
     settings::cameraResolution.write(store_, 99); // a list entry that this device does not have
     window_->onDeviceChanged(0);
     EXPECT_EQ(view().GetResolutionCurrentIndex(), 0);

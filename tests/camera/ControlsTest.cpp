@@ -290,6 +290,11 @@ TEST(FocusSearch, LooksWhereItIsToldToTheBordersAndNoFurther)
         EXPECT_EQ(search.begin(0.5, outside), MIRVAK_BAD_ARGUMENT) << outside;
     }
     EXPECT_EQ(lens.moves, 0);
+    lens.isReadable = false; // a camera that only focuses by itself
+    EXPECT_EQ(search.begin(0.5, 0.5), MIRVAK_OK);
+    EXPECT_EQ(lens.automatic, 1) << "told to begin anew";
+    EXPECT_EQ(lens.moves, 0);
+    EXPECT_EQ(search.state(), MIRVAK_OK) << "no search that somebody waits for";
 }
 
 TEST(FocusSearch, OneThatReplacesAnotherPutsBackWhatWasBeforeBoth)

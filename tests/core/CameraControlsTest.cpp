@@ -126,9 +126,13 @@ TEST_F(CameraControlsTest, AnAutomaticIsSwitchedOffWithWhatItHadFound)
 {
     lay();
     ASSERT_TRUE(listed());
+    bool isShownHeld = true;
+    QObject::connect(&controls_, &CameraControls::changed, &session_, [&] {
+        isShownHeld = controls_.list().isEmpty() || isHeld(MIRVAK_EXPOSURE_TIME);
+    });
     EXPECT_TRUE(isHeld(MIRVAK_EXPOSURE_TIME));
     controls_.set(MIRVAK_EXPOSURE_AUTO, 0);
-    EXPECT_TRUE(waitFor([this] { return !isHeld(MIRVAK_EXPOSURE_TIME); }));
+    EXPECT_TRUE(waitFor([&] { return !isShownHeld; })) << "whoever shows them is told";
     EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_EXPOSURE_AUTO, 0}, {MIRVAK_EXPOSURE_TIME, 156}}));
     controls_.set(MIRVAK_EXPOSURE_TIME, 78);
     EXPECT_TRUE(levelBecomes(64));
@@ -176,10 +180,14 @@ TEST_F(CameraControlsTest, AFoundFocusIsKeptAndAFailedSearchIsTold)
     EXPECT_TRUE(focus(0.8));
     told = ends.count();
     controls_.focusAt(0.8, 0.5);
+    int shown = -1;
+    const auto show = [&] { shown = controls_.list().size(); };
+    const auto showing = QObject::connect(&controls_, &CameraControls::changed, &session_, show);
     session_.closeCamera();
+    QObject::disconnect(showing);
+    EXPECT_EQ(shown, 0);
     EXPECT_FALSE(controls_.isFocusing());
     EXPECT_EQ(ends.count(), told + 1) << "whoever waits for the lens is told";
-    EXPECT_TRUE(controls_.list().isEmpty());
     controls_.set(MIRVAK_FOCUS, 1);
     EXPECT_NEAR(kept().value(MIRVAK_FOCUS), 120, 5) << "nothing to set without a camera";
 }
