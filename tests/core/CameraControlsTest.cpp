@@ -120,6 +120,13 @@ TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
     ControlStore(QStringLiteral("another")).forget();
     EXPECT_EQ(kept(), (QMap<int, int>{{MIRVAK_BRIGHTNESS, 40}, {MIRVAK_GAIN, 0}}));
     EXPECT_EQ(ControlStore(QStringLiteral("another/camera")).values().value(MIRVAK_BRIGHTNESS), -60);
+    ConfigSettings file; // as an earlier version or a hand has written it
+    for (const auto& [key, value] :
+         {std::pair("Exposure_Time", "78"), {"Brightness", "bright"}, {"White_Balance", "4100"}})
+        file.GetSettings()->setValue(QStringLiteral("Camera_old/") + QLatin1String(key),
+                                     QLatin1String(value));
+    EXPECT_EQ(ControlStore(QStringLiteral("old")).values(),
+              (QMap<int, int>{{MIRVAK_EXPOSURE_TIME, 78}, {MIRVAK_WHITE_BALANCE, 4100}}));
 }
 
 TEST_F(CameraControlsTest, AnAutomaticIsSwitchedOffWithWhatItHadFound)
