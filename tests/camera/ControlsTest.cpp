@@ -132,6 +132,10 @@ TEST_F(Controls, EachChangesThePictureItsOwnWayAndBack)
         EXPECT_EQ(set(c.control, standard), MIRVAK_OK);
         EXPECT_EQ(cv::norm(frame(), before, cv::NORM_INF), 0) << c.control;
     }
+    set(MIRVAK_CONTRAST, 16);
+    const double softer = colour(frame())[1];
+    set(MIRVAK_BRIGHTNESS, 40);
+    EXPECT_NEAR(colour(frame())[1], softer + 40, 2) << "as bright at every contrast";
 }
 
 TEST_F(Controls, WhatAnAutomaticHoldsIsRefusedAndValuesFitTheirRange)
