@@ -22,6 +22,10 @@ TEST_F(LumroScannerTest, ClicksAndShortcutsBecomeFilesAndThumbnails)
     ASSERT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 3; }));
     EXPECT_EQ(strip().GetFilePaths().first(), pictures() + QStringLiteral("/IMAGE_000.jpg"));
     EXPECT_EQ(QImage(strip().GetFilePaths().first()).size(), QSize(640, 480));
+    settings::shortcutScanner.write(store_, QStringLiteral("Ctrl+Y"));
+    Q_EMIT window_->findChild<ConfigSet*>()->shortcutschanged();
+    QTest::keyClick(window_.get(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 4; })) << "without a new start";
 }
 
 TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)

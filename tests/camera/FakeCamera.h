@@ -46,15 +46,15 @@ public:
     mirvak::ReadStatus
     read(mirvak::RawFrame& frame, std::chrono::milliseconds timeout, const mirvak::WakeEvent& stop) override
     {
-        if (stop.isSignalled())
+        if (!script_.empty() && script_.front().isLate)
+            stop.waitUntil(mirvak::WakeEvent::Clock::now() + std::chrono::seconds(60));
+        else if (stop.isSignalled())
             return mirvak::ReadStatus::Stopped;
         if (script_.empty())
             return stop.waitUntil(mirvak::WakeEvent::Clock::now() + timeout) ? mirvak::ReadStatus::Stopped
                                                                              : mirvak::ReadStatus::TimedOut;
         current_ = script_.front();
         script_.pop_front();
-        if (current_.isLate)
-            stop.waitUntil(mirvak::WakeEvent::Clock::now() + std::chrono::seconds(60));
         if (endless_)
             script_.push_back(current_);
         lent = current_.status == mirvak::ReadStatus::Frame;
