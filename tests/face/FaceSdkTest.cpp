@@ -176,8 +176,12 @@ TEST_F(FaceSdk, remembersTheInfraredPictureUntilItIsStartedAnew)
     EXPECT_EQ(liveness(drawn::picture(), 0), 19);
     EXPECT_GE(liveness(drawn::infrared(), 1), 50);
     EXPECT_GE(liveness(drawn::picture(), 1), 50);
-    const cv::Mat nobody(480, 640, CV_8UC3, cv::Scalar::all(90)); // before the infrared camera
     IdFaceInfo none;
+    EXPECT_EQ(detect(drawn::room({640, 480}), none), 0); // before the other camera
+    EXPECT_GE(liveness(drawn::picture(), 1), 50);
+    EXPECT_EQ(liveness(drawn::infrared() * 1.6, 0), 5) << "too bright to tell";
+    EXPECT_GE(liveness(drawn::infrared(), 1), 50);
+    const cv::Mat nobody(480, 640, CV_8UC3, cv::Scalar::all(90)); // before the infrared camera
     EXPECT_EQ(detect(nobody, none), 0);
     EXPECT_EQ(liveness(drawn::picture(), 0), 19) << "who was there has gone";
     EXPECT_GE(liveness(drawn::infrared(), 1), 50);
