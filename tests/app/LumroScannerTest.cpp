@@ -38,12 +38,15 @@ TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
     }));
     view().onDeskewChanged(2, true);
     Q_EMIT view().clickDeskewSign(2, true);
-    const auto captureQuarter = [this] {
+    const auto drawQuarter = [this] {
         const QPoint topLeft = view().GetImageCurrentPoint();
         const QSize shown = view().GetImageCurrentSize();
         const QPoint middle = topLeft + QPoint(shown.width() / 2, shown.height() / 2);
         QTest::mousePress(&view(), Qt::LeftButton, Qt::NoModifier, topLeft);
         QTest::mouseRelease(&view(), Qt::LeftButton, Qt::NoModifier, middle);
+    };
+    const auto captureQuarter = [&] {
+        drawQuarter();
         window_->onScanner();
     };
     captureQuarter();
@@ -59,6 +62,12 @@ TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
     const QImage smaller(pictures() + QStringLiteral("/IMAGE_001.jpg"));
     EXPECT_NEAR(smaller.width(), 120, 4) << "the choice outlives another resolution";
     EXPECT_NEAR(smaller.height(), 160, 4);
+    view().toggleFreeze();
+    drawQuarter();
+    click("buttonSaveFrozen");
+    const QImage frozen(pictures() + QStringLiteral("/IMAGE_002.jpg"));
+    EXPECT_NEAR(frozen.width(), 120, 4);
+    EXPECT_NEAR(frozen.height(), 160, 4);
 }
 
 TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
