@@ -108,7 +108,9 @@ TEST_F(HotPlugTest, OneThatIsPluggedInBesideAnotherAppearsInTheBoxOnly)
 {
     start(alpha());
     ASSERT_TRUE(shows(red_, "Alpha"));
-    changeDesk(gamma() + ", " + alpha());
+    changeDesk(beta() + ", " + alpha());
+    ASSERT_TRUE(namesBecome({QStringLiteral("Beta"), QStringLiteral("Alpha")}));
+    changeDesk(gamma() + ", " + alpha()); // as many, but others
     ASSERT_TRUE(namesBecome({QStringLiteral("Gamma"), QStringLiteral("Alpha")}));
     EXPECT_TRUE(shows(red_, "Alpha"));
     EXPECT_TRUE(isNear(cornerOfCapture(), red_));

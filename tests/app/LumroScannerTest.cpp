@@ -22,6 +22,10 @@ TEST_F(LumroScannerTest, ClicksAndShortcutsBecomeFilesAndThumbnails)
     ASSERT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 3; }));
     EXPECT_EQ(strip().GetFilePaths().first(), pictures() + QStringLiteral("/IMAGE_000.jpg"));
     EXPECT_EQ(QImage(strip().GetFilePaths().first()).size(), QSize(640, 480));
+    settings::shortcutScanner.write(store_, QStringLiteral("Ctrl+Y"));
+    Q_EMIT window_->findChild<ConfigSet*>()->shortcutschanged();
+    QTest::keyClick(window_.get(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return strip().Count() == 4; })) << "without a new start";
 }
 
 TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
@@ -34,12 +38,15 @@ TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
     }));
     view().onDeskewChanged(2, true);
     Q_EMIT view().clickDeskewSign(2, true);
-    const auto captureQuarter = [this] {
+    const auto drawQuarter = [this] {
         const QPoint topLeft = view().GetImageCurrentPoint();
         const QSize shown = view().GetImageCurrentSize();
         const QPoint middle = topLeft + QPoint(shown.width() / 2, shown.height() / 2);
         QTest::mousePress(&view(), Qt::LeftButton, Qt::NoModifier, topLeft);
         QTest::mouseRelease(&view(), Qt::LeftButton, Qt::NoModifier, middle);
+    };
+    const auto captureQuarter = [&] {
+        drawQuarter();
         window_->onScanner();
     };
     captureQuarter();
@@ -55,6 +62,12 @@ TEST_F(LumroScannerTest, TheViewsRectangleAndRotationShapeTheCapture)
     const QImage smaller(pictures() + QStringLiteral("/IMAGE_001.jpg"));
     EXPECT_NEAR(smaller.width(), 120, 4) << "the choice outlives another resolution";
     EXPECT_NEAR(smaller.height(), 160, 4);
+    view().toggleFreeze();
+    drawQuarter();
+    click("buttonSaveFrozen");
+    const QImage frozen(pictures() + QStringLiteral("/IMAGE_002.jpg"));
+    EXPECT_NEAR(frozen.width(), 120, 4);
+    EXPECT_NEAR(frozen.height(), 160, 4);
 }
 
 TEST_F(LumroScannerTest, TheGuardRefusesWhileADialogIsOpenOrAMergeWaits)
@@ -154,6 +167,8 @@ TEST_F(LumroScannerTest, CroppingOptionsAndTheResolutionAreStored)
     window_->onScanner();
     EXPECT_EQ(QImage(pictures() + QStringLiteral("/IMAGE_000.jpg")).size(), QSize(320, 240));
 
+    window_->onDeviceChanged(0);
+    EXPECT_EQ(view().GetResolutionCurrentIndex(), 1) << "opened with it again";
     settings::cameraResolution.write(store_, 99); // a list entry that this device does not have
     window_->onDeviceChanged(0);
     EXPECT_EQ(view().GetResolutionCurrentIndex(), 0);

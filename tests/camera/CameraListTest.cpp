@@ -137,6 +137,10 @@ TEST(CameraIdentities, ASerialNumberIsFoundAgainAtAnyPortUntilATwinComes)
     const auto unnumbered = names.name({left, right});
     EXPECT_NE(unnumbered[0], unnumbered[1]);
     EXPECT_EQ(names.name({right})[0], unnumbered[1]);
+    const Facts alone{"0bda5802", "", "1-1", "1.0"}, elsewhere{"0bda5802", "", "1-2", "1.0"};
+    const std::string own = names.name({alone})[0];
+    EXPECT_NE(names.name({elsewhere})[0], own) << "it may be another one";
+    EXPECT_EQ(names.name({alone})[0], own);
 }
 
 TEST(CameraModes, SplitsByKindKeepsTheOrderAndDropsDoubles)

@@ -132,6 +132,10 @@ TEST_F(Controls, EachChangesThePictureItsOwnWayAndBack)
         EXPECT_EQ(set(c.control, standard), MIRVAK_OK);
         EXPECT_EQ(cv::norm(frame(), before, cv::NORM_INF), 0) << c.control;
     }
+    set(MIRVAK_CONTRAST, 16);
+    const double softer = colour(frame())[1];
+    set(MIRVAK_BRIGHTNESS, 40);
+    EXPECT_NEAR(colour(frame())[1], softer + 40, 2) << "as bright at every contrast";
 }
 
 TEST_F(Controls, WhatAnAutomaticHoldsIsRefusedAndValuesFitTheirRange)
@@ -184,6 +188,7 @@ TEST_F(Controls, FocusesOnTheChosenPlace)
     EXPECT_EQ(camera.MirvakDevice_FocusAt(device, 0.25, 0.5), MIRVAK_OK);
     EXPECT_EQ(camera.MirvakDevice_StopPreview(device), MIRVAK_OK);
     EXPECT_EQ(info(MIRVAK_FOCUS).value, 200) << "given up without frames";
+    EXPECT_EQ(camera.MirvakDevice_GetFocusState(device), MIRVAK_OK) << "nobody waits for it any more";
     EXPECT_EQ(camera.MirvakDevice_FocusAt(device, 1.1, 0.5), MIRVAK_BAD_ARGUMENT);
 }
 
@@ -193,6 +198,7 @@ namespace {
 class Lens : public mirvak::CameraDevice
 {
 public:
+    bool isReadable = true;
     int best = 0, step = 1, position = 0, moves = 0;
     int stuckAfter = 1000;        ///< moves
     int automatic = -1;           ///< no automatic
@@ -223,7 +229,7 @@ public:
     {
         const bool isFocus = control == MIRVAK_FOCUS;
         info = {control, MIRVAK_RANGE, 0, 1000, step, 0, isFocus ? position : automatic, 0, false};
-        return isFocus || automatic >= 0 ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
+        return isReadable && (isFocus || automatic >= 0) ? MIRVAK_OK : MIRVAK_BAD_ARGUMENT;
     }
     MirvakResult setControl(MirvakControl control, int value) override
     {
@@ -288,6 +294,11 @@ TEST(FocusSearch, LooksWhereItIsToldToTheBordersAndNoFurther)
         EXPECT_EQ(search.begin(0.5, outside), MIRVAK_BAD_ARGUMENT) << outside;
     }
     EXPECT_EQ(lens.moves, 0);
+    lens.isReadable = false; // a camera that only focuses by itself
+    EXPECT_EQ(search.begin(0.5, 0.5), MIRVAK_OK);
+    EXPECT_EQ(lens.automatic, 1) << "told to begin anew";
+    EXPECT_EQ(lens.moves, 0);
+    EXPECT_EQ(search.state(), MIRVAK_OK) << "no search that somebody waits for";
 }
 
 TEST(FocusSearch, OneThatReplacesAnotherPutsBackWhatWasBeforeBoth)

@@ -18,12 +18,15 @@ public:
     {
         mirvak::ReadStatus status;
         pictures::Bytes jpeg; ///< for a frame
+        bool isLate = false;  ///< comes only when the stop has been asked for
     };
     static Step picture(int number)
     {
-        return {mirvak::ReadStatus::Frame, pictures::solidJpeg({width, height}, cv::Scalar::all(number * 6))};
+        return {mirvak::ReadStatus::Frame,
+                pictures::solidJpeg({width, height}, cv::Scalar::all(number * 6)),
+                false};
     }
-    static Step garbage() { return {mirvak::ReadStatus::Frame, {0xff, 0xd8, 0xff, 0x00}}; }
+    static Step garbage() { return {mirvak::ReadStatus::Frame, {0xff, 0xd8, 0xff, 0x00}, false}; }
 
     explicit FakeCamera(std::deque<Step> script, bool endless = false)
         : script_(std::move(script)), endless_(endless)
@@ -43,7 +46,9 @@ public:
     mirvak::ReadStatus
     read(mirvak::RawFrame& frame, std::chrono::milliseconds timeout, const mirvak::WakeEvent& stop) override
     {
-        if (stop.isSignalled())
+        if (!script_.empty() && script_.front().isLate)
+            stop.waitUntil(mirvak::WakeEvent::Clock::now() + std::chrono::seconds(60));
+        else if (stop.isSignalled())
             return mirvak::ReadStatus::Stopped;
         if (script_.empty())
             return stop.waitUntil(mirvak::WakeEvent::Clock::now() + timeout) ? mirvak::ReadStatus::Stopped
@@ -62,5 +67,5 @@ private:
     std::vector<mirvak::CameraMode> modes_{{mirvak::PixelFormat::Mjpeg, width, height}};
     std::deque<Step> script_;
     const bool endless_;
-    Step current_{mirvak::ReadStatus::TimedOut, {}};
+    Step current_{mirvak::ReadStatus::TimedOut, {}, false};
 };

@@ -34,8 +34,8 @@ TEST(FramePump, LeavesDamagedFramesOutAndCountsThem)
 {
     Stream stream({FakeCamera::picture(1),
                    FakeCamera::garbage(),
-                   {ReadStatus::Damaged, {}},
-                   {ReadStatus::TimedOut, {}},
+                   {ReadStatus::Damaged, {}, false},
+                   {ReadStatus::TimedOut, {}, false},
                    FakeCamera::garbage(),
                    FakeCamera::picture(2)});
     testing::internal::CaptureStderr();
@@ -55,7 +55,7 @@ TEST(FramePump, LeavesDamagedFramesOutAndCountsThem)
 
 TEST(FramePump, TellsOnceThatTheDeviceHasGone)
 {
-    Stream stream({FakeCamera::picture(1), {ReadStatus::Gone, {}}, FakeCamera::picture(2)});
+    Stream stream({FakeCamera::picture(1), {ReadStatus::Gone, {}, false}, FakeCamera::picture(2)});
     ASSERT_EQ(stream.start(), MIRVAK_OK);
     ASSERT_TRUE(stream.collector.waitForEnd());
     EXPECT_EQ(stream.start(), MIRVAK_NO_DEVICE);
@@ -73,6 +73,13 @@ TEST(FramePump, StopsAtOnceWhileTheCameraStalls)
     ASSERT_TRUE(stream.collector.waitForFrames(1));
     EXPECT_EQ(stream.pump.stop(), MIRVAK_OK);
     EXPECT_EQ(stream.collector.ends(), 0) << "a stop that was asked for is no end by itself";
+    FakeCamera::Step late = FakeCamera::picture(2);
+    late.isLate = true;
+    Stream ending({FakeCamera::picture(1), late});
+    ASSERT_EQ(ending.start(), MIRVAK_OK);
+    ASSERT_TRUE(ending.collector.waitForFrames(1));
+    EXPECT_EQ(ending.pump.stop(), MIRVAK_OK);
+    EXPECT_THAT(ending.collector.numbers(), ElementsAre(1)) << "what comes on the way is nobody's";
 }
 
 TEST(FramePump, StopWaitsForTheLastCallAndNoneFollows)

@@ -126,6 +126,24 @@ TEST_F(FaceSdk, countsFacesAndGivesTheLargest)
     EXPECT_LE(std::abs(detect(drawn::picture({{320, 240}, 1, 90}), face) - 0.5), 0.5); // found or not
 }
 
+TEST_F(FaceSdk, takesTheClearerOneWhereAllAreDoubtful)
+{
+    const Place left{{240, 220}, 0.3, 45}, right{{660, 220}, 0.3, 45};
+    const cv::Mat empty = drawn::room({900, 480});
+    // The detector sees more in the right one.
+    for (const auto& [onLeft, onRight, clearer] : {std::tuple(0.6, 0.5, right), {0.8, 0.45, left}}) {
+        cv::Mat rgb;
+        for (const auto& [place, share] : {std::pair(left, onLeft), {right, onRight}}) {
+            cv::Mat one = rgb.empty() ? empty.clone() : rgb.clone();
+            drawn::face(one, place);
+            cv::addWeighted(one, share, rgb.empty() ? empty : rgb, 1 - share, 0, rgb);
+        }
+        IdFaceInfo face;
+        ASSERT_EQ(detect(rgb, face), 1);
+        EXPECT_TRUE(cv::Rect2d(face.left, face.top, face.width, face.height).contains(clearer.eyes));
+    }
+}
+
 TEST_F(FaceSdk, tellsPersonsApartOnPhotographsAndCards)
 {
     // Drawn faces are more like each other than those of people: what counts is who is more like whom.
@@ -158,8 +176,12 @@ TEST_F(FaceSdk, remembersTheInfraredPictureUntilItIsStartedAnew)
     EXPECT_EQ(liveness(drawn::picture(), 0), 19);
     EXPECT_GE(liveness(drawn::infrared(), 1), 50);
     EXPECT_GE(liveness(drawn::picture(), 1), 50);
-    const cv::Mat nobody(480, 640, CV_8UC3, cv::Scalar::all(90)); // before the infrared camera
     IdFaceInfo none;
+    EXPECT_EQ(detect(drawn::room({640, 480}), none), 0); // before the other camera
+    EXPECT_GE(liveness(drawn::picture(), 1), 50);
+    EXPECT_EQ(liveness(drawn::infrared() * 1.6, 0), 5) << "too bright to tell";
+    EXPECT_GE(liveness(drawn::infrared(), 1), 50);
+    const cv::Mat nobody(480, 640, CV_8UC3, cv::Scalar::all(90)); // before the infrared camera
     EXPECT_EQ(detect(nobody, none), 0);
     EXPECT_EQ(liveness(drawn::picture(), 0), 19) << "who was there has gone";
     EXPECT_GE(liveness(drawn::infrared(), 1), 50);

@@ -3,6 +3,7 @@
 
 #include "MadeBooks.h"
 #include "MadePages.h"
+#include "PageRemap.h"
 
 #include <gtest/gtest.h>
 #include <opencv2/imgproc.hpp>
@@ -359,4 +360,18 @@ TEST(BookScenes, ABlankSheetIsAPageAndASmallOrDarkPictureIsNone)
     photo.convertTo(night, CV_8U, 0.08);
     EXPECT_FALSE(flat(night, true) && flat(night, true)->right);
     EXPECT_FALSE(flat(photo(cv::Rect(600, 300, 63, 400)).clone(), true)) << "nobody could read it";
+}
+
+TEST(BookScenes, AFitThatWentWrongMakesNoGiantPage)
+{
+    const mirvak::BookLook look(cv::Mat(600, 800, CV_8UC3, cv::Scalar::all(200)));
+    mirvak::CylinderModel model;
+    model.prepare();
+    for (const cv::Rect2d& area : {cv::Rect2d(-0.2, -0.2, 0.4, 0.4), {-4, -1, 8, 2}, {0, -30, 2, 60}}) {
+        const cv::Size size = mirvak::pieceOf(look, model, area).size;
+        EXPECT_LE(size.area(), 2.05 * look.fullSize().area()) << area;
+        EXPECT_GE(size.area(), 300 * 300) << area;
+        EXPECT_NEAR(
+            1.0 * size.width / size.height, area.width / area.height, 0.05 * area.width / area.height);
+    }
 }

@@ -267,6 +267,21 @@ TEST(ShotLight, WhatWasTooDarkStaysSoUntilItIsClearlyLighter)
     EXPECT_EQ(both(200, 8), Pair(false, false));
 }
 
+TEST(ShotLight, ADarkPageIsJudgedByItsLightPrintHoweverLittle)
+{
+    cv::Mat frame(frameSize, CV_8UC3, cv::Scalar::all(30));
+    for (const int x : {480, 640, 800}) // a hundredth of the picture
+        for (const int y : {220, 480, 740})
+            frame(cv::Rect(x, y, 24, 24)).setTo(cv::Scalar::all(220));
+    const auto isDark = [](const cv::Mat& picture) {
+        mirvak::ShotLook look;
+        look.build(picture, Outline{whole, 1});
+        return mirvak::isTooDark(look, 0, false);
+    };
+    EXPECT_FALSE(isDark(frame));
+    EXPECT_TRUE(isDark(frame * 0.3));
+}
+
 /// Of frames with these flaws, one letter each: what is told, one letter a frame ('-' nothing, '+' good).
 std::string told(mirvak::VerdictHold& hold, const std::string& frames)
 {

@@ -253,6 +253,7 @@ TEST_F(PdfFile, VeryLongPicturesFit)
 {
     const cv::Mat banner(40, 30000, CV_8UC3, cv::Scalar(10, 200, 30));
     ASSERT_EQ(add(dir.write("banner.jpg", odd::jpeg(banner, {}))), MIRVAK_OK);
+    ASSERT_EQ(add(dir.write("short.jpg", odd::jpeg(banner.colRange(0, 40).clone(), {}))), MIRVAK_OK);
     ASSERT_EQ(save(pdf), MIRVAK_OK);
     EXPECT_EQ(tools::complaints(pdf), "");
     EXPECT_THAT(tools::run("qpdf --show-object=4 '" + pdf + "'"), testing::HasSubstr("/UserUnit 3"));

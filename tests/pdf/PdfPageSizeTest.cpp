@@ -46,6 +46,9 @@ TEST(PdfPageSize, KeepsTheLimitsOfTheFormat)
     EXPECT_LE(banner.width, 14400);
     EXPECT_NEAR(banner.width * banner.unit, 30000, hundredthOfAPoint) << "the size itself stays";
     EXPECT_NEAR(banner.height * banner.unit, 200, hundredthOfAPoint);
+    const mirvak::PdfPageSize receipt = mirvak::pdfPageSize(200, 30000, 72, 72);
+    EXPECT_LE(receipt.height, 14400);
+    EXPECT_NEAR(receipt.height * receipt.unit, 30000, hundredthOfAPoint);
     expectSheet(1, 1, 215, 3, 3);
     expectSheet(4, 2000, 300, 3, 480);
 }

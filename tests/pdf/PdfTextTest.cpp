@@ -118,6 +118,12 @@ TEST_F(PdfText, EveryScriptIsCopiedAsItWasRead)
     EXPECT_EQ(tools::run("pdffonts '" + pdf + "' | tail -1 | awk '{print $4, $5, $6, $7}'"),
               "Identity-H yes no yes\n")
         << "embedded, with Unicode values";
+    std::string many; // in sections of 100
+    for (int i = 0; i < 130; ++i)
+        many += {'\xe4', static_cast<char>(0xb8 + i / 64), static_cast<char>(0x80 + i % 64)};
+    make({word(many.c_str(), upright(10, 10, 390, 30), 0, false)});
+    EXPECT_EQ(tools::textOf(pdf, "-raw"), many + "\n\f");
+    EXPECT_THAT(plain(), testing::AllOf(HasSubstr("\n100 beginbfchar\n"), HasSubstr("\n30 beginbfchar\n")));
 }
 
 TEST_F(PdfText, ColumnsAndSlantingLinesStayInOrder)

@@ -12,9 +12,12 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <numeric>
 #include <sys/resource.h>
 #include <sys/select.h>
+#include <sys/socket.h>
 #include <thread>
 
 namespace {
@@ -310,6 +313,52 @@ TEST(PrinterList, HoldsWhatBeginsRightAndIsNoDirectoryAsFarAsThereIsRoom)
     std::ofstream(deep + "/lp0").put('x');
     EXPECT_EQ(list(deep, prefixes, buf.size()).first, 1);
     EXPECT_EQ(std::string(buf.c_str()), deep.substr(0, 299));
+}
+
+/// A connection that, as the kernel's printer driver does, forgets at closing what it has not passed on yet,
+/// and is ready for more when there is nothing of that.
+class ForgetfulLine : public NZUsbIO_linux
+{
+public:
+    ForgetfulLine() : NZUsbIO_linux(64, 64)
+    {
+        const mirvak::UniqueFd door(socket(AF_INET, SOCK_STREAM, 0));
+        const int little = 4096, none = 1;
+        setsockopt(door.get(), SOL_SOCKET, SO_RCVBUF, &little, sizeof little);
+        sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+        socklen_t length = sizeof address;
+        auto* place = reinterpret_cast<sockaddr*>(&address);
+        EXPECT_EQ(bind(door.get(), place, length) + listen(door.get(), 1), 0);
+        getsockname(door.get(), place, &length);
+        mirvak::UniqueFd own(socket(AF_INET, SOCK_STREAM, 0));
+        EXPECT_EQ(connect(own.get(), place, length), 0);
+        const linger forget{1, 0};
+        setsockopt(own.get(), SOL_SOCKET, SO_LINGER, &forget, sizeof forget);
+        setsockopt(own.get(), IPPROTO_TCP, TCP_NOTSENT_LOWAT, &none, sizeof none);
+        fcntl(own.get(), F_SETFL, O_NONBLOCK);
+        printer = mirvak::UniqueFd(accept(door.get(), nullptr, nullptr));
+        EXPECT_TRUE(adopt(std::move(own)));
+    }
+    mirvak::UniqueFd printer;
+};
+
+TEST(PrinterIo, ClosingLosesNothingThatIsStillOnItsWay)
+{
+    ForgetfulLine line;
+    const Bytes page(1 << 20);
+    int sent = 0;
+    for (int count = 1; count > 0; sent += count)
+        count = line.BaseWrite(page.data(), page.size(), 100);
+    int printed = 0;
+    std::thread printing([&] {
+        Bytes part(4096);
+        for (ssize_t count = 1; count > 0; printed += std::max<ssize_t>(count, 0))
+            count = read(line.printer.get(), part.data(), part.size());
+    });
+    line.Close();
+    printing.join();
+    EXPECT_GT(sent, 4096);
+    EXPECT_EQ(printed, sent);
 }
 
 } // namespace

@@ -267,6 +267,22 @@ TEST_F(FilmTest, TheFragmentsStayWhenThePlainCopyFails)
     EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
 }
 
+TEST_F(FilmTest, NoPlainCopyIsBegunWithoutRoomForIt)
+{
+    auto film = opened(small);
+    ASSERT_TRUE(film->add(greyFrame(small, 100).data(), 0) && film->close());
+    const mirvak::UniqueFd file = film->takeFile();
+    // A hole at its end takes no room, but would in a copy.
+    const auto size = std::filesystem::file_size(path);
+    std::filesystem::resize_file(path, std::filesystem::space(folder.path()).capacity);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(madePlain(path, file.get(), true)); // given up at once, should it begin all the same
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), ::testing::HasSubstr("no room"));
+    std::filesystem::resize_file(path, size);
+    EXPECT_THAT(tools::boxesOf(path), Contains("moof"));
+    EXPECT_EQ(folder.names().size(), 1U);
+}
+
 TEST_F(FilmTest, ThePlainCopyReplacesNothingThatHasTakenTheFilmsName)
 {
     auto film = opened(small);

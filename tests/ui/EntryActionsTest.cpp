@@ -283,6 +283,17 @@ TEST_F(AfterTheCapture, APhotographIsShownAsTheCameraWasHeld)
     const QPoint across = dialog->findChild<QWidget*>(QStringLiteral("corner2"))->pos() - first->pos();
     EXPECT_LT(across.x(), across.y());
     dialog->reject();
+    QImage banner(3000, 750, QImage::Format_RGB32); // larger than is shown
+    banner.fill(Qt::gray);
+    banner.save(file(QStringLiteral("banner.png")));
+    CropDialog wide(file(QStringLiteral("banner.png")), &strip);
+    wide.show();
+    accept = wide.findChild<QPushButton*>(QStringLiteral("cropAccept"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); }));
+    wide.findChild<QPushButton*>(QStringLiteral("cropWhole"))->click();
+    const QPoint whole = wide.findChild<QWidget*>(QStringLiteral("corner2"))->pos() -
+                         wide.findChild<QWidget*>(QStringLiteral("corner0"))->pos();
+    EXPECT_NEAR(whole.x(), 4 * whole.y(), 6);
 }
 
 TEST_F(AfterTheCapture, ACropTakesWhatLiesBetweenTheCorners)
