@@ -4,8 +4,8 @@
     look_examples a.bin 260 6000000; look_examples b.bin 6000 6200000 small    # scenes, see looks.cpp
     learn_look.py MINUTES HEADER SCENES...
 
-The weights in use: 21 minutes with such scenes and 480 more of each kind of desk from before the map knew sheets upon
-others, one thread (19 thousand batches).
+The weights in use: 27 minutes with such scenes, 100 of 8000000 and 480 more of each kind of desk from before the map
+knew sheets upon others and without a second round, one thread (39 thousand batches).
 
 The likelihood that the right outlines of a scene, or none where none is right, have among all is made most: what the
 network says of each is added to the logarithm of the certainty that it had before, "no sheet" keeps its own. In half of

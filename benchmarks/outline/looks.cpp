@@ -2,6 +2,7 @@
 // corners are known.
 //   look_examples FILE [SCENES [SEED [small]]]   SCENES of each kind of desk and as many open books; `small`:
 //   those of map_scenes
+// A scene in which no outline was convincing is there once more, with the outlines of the second round.
 // FILE: for each scene the number of outlines (int32), then for each of them floats, its overlap with the
 // sheet and its certainty, and its patch.
 #include "CloseLook.h"
@@ -24,8 +25,23 @@ public:
 
     void add(const cv::Mat& picture, const std::optional<Corners>& sheet)
     {
-        const auto& outlines = judge_.judge(
-            candidates_.find(picture), candidates_.planes(), candidates_.regions(), candidates_.map());
+        std::vector<mirvak::Outline> outlines = judge(candidates_.find(picture), Round::first);
+        write(outlines, sheet);
+        close_.weigh(outlines, candidates_.planes(), candidates_.edges());
+        if (!outlines.empty() && outlines.front().confidence < mirvak::convincing)
+            write(judge(candidates_.widen(outlines), Round::second), sheet);
+    }
+
+private:
+    using Round = mirvak::OutlineJudge::Round;
+
+    const std::vector<mirvak::Outline>& judge(const std::vector<mirvak::QuadFinder::Quad>& quads, Round round)
+    {
+        return judge_.judge(quads, candidates_.planes(), candidates_.regions(), candidates_.map(), round);
+    }
+
+    void write(const std::vector<mirvak::Outline>& outlines, const std::optional<Corners>& sheet)
+    {
         const auto count = static_cast<std::int32_t>(outlines.size());
         std::fwrite(&count, sizeof count, 1, file_);
         for (const mirvak::Outline& outline : outlines) {
@@ -39,7 +55,6 @@ public:
         }
     }
 
-private:
     std::FILE* file_;
     mirvak::PageCandidates candidates_;
     mirvak::OutlineJudge judge_;

@@ -7,6 +7,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <cmath>
 
 using mirvak::CloseLook;
 using mirvak::Outline;
@@ -126,6 +127,35 @@ TEST(CloseLook, findsTheOutlineThatTheSheetHas)
         std::vector<Outline> wrong{{grown(corners, 0.8), 0.6}};
         close.weigh(wrong, seen.look.planes(), seen.edges);
         EXPECT_LT(wrong[0].confidence, 0.5);
+    }
+}
+
+TEST(CloseLook, saysTheSameOfTheMirroredSheet)
+{
+    const auto corners = made::placed({300, 250}, {280, 360}, 0, 0.2);
+    cv::Mat picture = made::desk(frame, made::Desk::wood);
+    made::lay(picture, made::textPage({1000, 1286}, 30), corners, 0.8);
+    made::shine(picture, {});
+    const auto certaintyIn = [](const cv::Mat& seenPicture, const CloseLook::Corners& outline) {
+        const Seen seen(seenPicture);
+        std::vector<Outline> outlines{{grown(outline, 1.06), 0.2}};
+        CloseLook().weigh(outlines, seen.look.planes(), seen.edges);
+        return std::log(outlines[0].confidence / (1 - outlines[0].confidence));
+    };
+    const double seenAsItIs = certaintyIn(picture, corners);
+    for (const int axis : {0, 1, -1}) { // upside down, mirrored, both
+        CloseLook::Corners turned = corners;
+        for (cv::Point2d& corner : turned) {
+            corner.x = axis == 0 ? corner.x : frame.width - 1 - corner.x;
+            corner.y = axis == 1 ? corner.y : frame.height - 1 - corner.y;
+        }
+        // Beginning at the left upper corner again.
+        turned = axis == 0   ? CloseLook::Corners{turned[3], turned[2], turned[1], turned[0]}
+                 : axis == 1 ? CloseLook::Corners{turned[1], turned[0], turned[3], turned[2]}
+                             : CloseLook::Corners{turned[2], turned[3], turned[0], turned[1]};
+        cv::Mat mirrored;
+        cv::flip(picture, mirrored, axis);
+        EXPECT_NEAR(certaintyIn(mirrored, turned), seenAsItIs, 0.001) << axis;
     }
 }
 

@@ -117,15 +117,32 @@ double CloseLook::scoreOf(const cv::Mat& patch)
     for (int c = 0; c < 3; ++c)
         squares += (spreads[c] * spreads[c] + (means[c] - mean) * (means[c] - mean)) / 3;
     const double scale = 1 / std::max(leastSpread, std::sqrt(squares));
+    double sum = 0;
+    for (const bool isMirrored : {false, true}) {
+        for (const bool isUpsideDown : {false, true}) {
+            show(patch, mean, scale, isMirrored, isUpsideDown);
+            sum += scoreOfShown();
+        }
+    }
+    return sum / 4;
+}
+
+void CloseLook::show(const cv::Mat& patch, double mean, double scale, bool isMirrored, bool isUpsideDown)
+{
     look_.create(side, side, channels);
     for (int y = 0; y < side; ++y) {
+        const auto* from = patch.ptr<cv::Vec4b>(isUpsideDown ? side - 1 - y : y);
         for (int x = 0; x < side; ++x) {
-            const auto& pixel = patch.at<cv::Vec4b>(y, x);
+            const cv::Vec4b& pixel = from[isMirrored ? side - 1 - x : x];
             for (int c = 0; c < 3; ++c)
                 look_.at(x, y)[c] = static_cast<float>((pixel[c] - mean) * scale);
             look_.at(x, y)[3] = static_cast<float>(pixel[3] * edgeScale);
         }
     }
+}
+
+double CloseLook::scoreOfShown()
+{
     const FeaturePlane* in = &look_;
     for (size_t layer = 0; layer < layerCount; ++layer) {
         layers()[layer].apply(*in, planes_[layer]);

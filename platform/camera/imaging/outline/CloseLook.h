@@ -32,7 +32,11 @@ public:
     static constexpr int side = 48, rim = 8;
 
 private:
+    /// The mean of four looks, at the patch and its mirror images: what is no property of the sheet averages
+    /// out (test-time augmentation: Krizhevsky, Sutskever and Hinton 2012).
     double scoreOf(const cv::Mat& patch);
+    void show(const cv::Mat& patch, double mean, double scale, bool isMirrored, bool isUpsideDown);
+    double scoreOfShown();
 
     enum Layer { fine, middle, coarse, coarser, whole, scoreLayer, layerCount };
     cv::Mat patch_;
