@@ -101,7 +101,11 @@ TEST(Initials, AreReadWithTheWordThatTheyBegin)
     lines = "winter among the books|is never a long one|when the stove is warm|all day|";
     EXPECT_EQ(Opening("A", lines).read("eng"), std::string("A ") + lines) << "a word of its own";
     EXPECT_EQ(Opening("", lines).read("eng"), lines) << "room for nothing";
-    EXPECT_EQ(Opening("■", lines).read("eng"), lines) << "an ornament";
+    for (const char* ornament : {"■", "&", "§", "«", "©"})
+        EXPECT_EQ(Opening(ornament, lines).read("eng"), lines) << ornament;
+    Opening other("T", "he mill had stood idle|for eleven summers|when the stream returned|in the night|");
+    other.page.blocks.front()[0].words.front().text = "be";
+    EXPECT_EQ(other.read("eng").substr(0, 8), "be mill ") << "the rest is not read as it was";
 }
 
 TEST(Initials, ThatWereReadInALineBelowGoUp)

@@ -86,9 +86,10 @@ TEST(PageLayout, AHeadingInLargeLettersIsReadByItself)
     EXPECT_EQ(placesOf(marks), (Places{{100, 150}, {100, 200}}));
 }
 
-TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
+TEST(PageLayout, ACaptionInTheGutterFollowsTheColumnsBelowAHeadingToo)
 {
     Marks marks;
+    addText(marks, 300, 20, 1, 60);
     addText(marks, 100, 100, 8, 50);
     addText(marks, 100, 100 + 8 * rowPitch, 6, 30); // beside a picture
     addText(marks, 100, 100 + 14 * rowPitch, 8, 50);
@@ -96,7 +97,7 @@ TEST(PageLayout, ACaptionInTheGutterFollowsTheColumns)
     addText(marks, 1000, 100 + 8 * rowPitch, 6, 30);
     addText(marks, 760, 100 + 14 * rowPitch, 8, 50);
     addText(marks, 600, 110 + 13 * rowPitch, 1, 24);
-    EXPECT_EQ(placesOf(marks), (Places{{100, 100}, {760, 100}, {600, 110 + 13 * rowPitch}}));
+    EXPECT_EQ(placesOf(marks), (Places{{300, 20}, {100, 100}, {760, 100}, {600, 110 + 13 * rowPitch}}));
     for (const mirvak::TextArea& area : mirvak::areasOf(marks)) {
         const auto reaching = std::count_if(marks.boxes.end() - 20, marks.boxes.end(), [&](const auto& mark) {
             return !(mark & area.box).empty();
@@ -139,6 +140,20 @@ TEST(PageLayout, ALongLineAboveAShortOneIsNotParted)
     EXPECT_EQ(placesOf(marks), (Places{{100, 100}}));
     const std::vector<mirvak::Piece> pieces = mirvak::piecesOf(marks).all;
     EXPECT_EQ(pieces.size(), 17U) << "each line is one";
+}
+
+TEST(PageLayout, WhiteOverWhichALineGoesIsNoGutter)
+{
+    const auto linesOf = [](int indent) {
+        Marks marks;
+        addText(marks, 100, 100, 1, 29);
+        addText(marks, 100 + 29 * step + 20, 100, 1, 22);
+        addText(marks, 100, 100 + rowPitch, 4, 29);
+        addText(marks, 100 + indent * step, 100 + 5 * rowPitch, 1, 40);
+        return mirvak::piecesOf(marks).all.size();
+    };
+    EXPECT_EQ(linesOf(8), 6U);
+    EXPECT_EQ(linesOf(40), 7U) << "where none does, it is one";
 }
 
 TEST(PageLayout, WornColumnsAreReadOneAfterTheOther)

@@ -8,11 +8,12 @@ namespace mirvak {
 
 namespace {
 
-constexpr double likeSpaces = 1.3;                // times the line's widest space: white that is one of them
-constexpr size_t leastSpaces = 2;                 // in a line that can tell
-constexpr int leastLines = 2;                     // that go on
-constexpr double mostLines = 0.6;                 // of those beside each other
-constexpr double mostOfThird = 0.2, within = 0.9; // of another area, below what the two would be together
+constexpr double likeSpaces = 1.3;  // times the line's widest space: white that is one of them
+constexpr size_t leastSpaces = 2;   // in a line that can tell
+constexpr int leastLines = 2;       // that go on
+constexpr double mostLines = 0.6;   // of those beside each other
+constexpr double mostOfThird = 0.2; // of another area may lie in what the two would be together
+constexpr double within = 0.9;      // or no less than that
 
 /// What the recogniser's lines say about two areas.
 struct Seam
