@@ -88,6 +88,7 @@ void findParts(Scene& scene)
     grey.convertTo(grey, CV_32F, -1.0 / 255, 1);
     cv::dilate(grey, peak, cv::Mat(), {-1, -1}, 3);
     cv::Mat(255 * (1 - 0.5 * peak)).convertTo(scene.half, CV_8U);
+    scene.half = cv::min(scene.half, 250); // what is white paper to the other measures is no ink here
     // Areas are no strokes: what is still there when all thin things are taken away.
     cv::morphologyEx(dark, wide, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_RECT, {15, 15}));
     cv::dilate(wide, wide, cv::Mat(), {-1, -1}, 8);
