@@ -46,7 +46,7 @@ void removeBackground(Image& image)
 
 void processDocument(Image& image)
 {
-    clean(image, 0.85, 0.7);
+    clean(image, 0.9, 0.7);
 }
 
 } // namespace mirvak
