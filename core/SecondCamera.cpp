@@ -43,10 +43,10 @@ SecondCamera::OpenResult SecondCamera::start(const QString& mainIdentity)
     const int index = find(mainIdentity);
     if (index < 0)
         return OpenResult::NoneFound;
-    identity_ = QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index));
     device_ = camera_.MirvakDevice_Create(index);
     if (!device_)
         return OpenResult::CreateFailed;
+    identity_ = QString::fromStdString(camera_.MirvakDevice_GetDevIdentity(index));
     const bool isRaw = camera_.MirvakDevice_GetSubtype(device_) == rawFormat;
     restoreControls(camera_, device_, identity_);
     ++streamNumber_;

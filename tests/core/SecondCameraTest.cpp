@@ -90,6 +90,7 @@ TEST_F(SecondCameraTest, FailuresAreToldApartAndLeaveNothingOpen)
                     SecondCamera::OpenResult::StartFailed}}) {
         EXPECT_EQ(startOn(desk), result);
         EXPECT_FALSE(second_.isOpen());
+        EXPECT_EQ(second_.identity(), QString());
     }
     ASSERT_EQ(startOn(camera("", 2)), SecondCamera::OpenResult::NoneFound);
     EXPECT_EQ(second_.start(QString()), SecondCamera::OpenResult::NoneFound) << "no main one is open";
