@@ -99,7 +99,12 @@ protected:
 TEST_F(CameraControlsTest, WhatIsSetIsKeptForThisCameraAndSetAgain)
 {
     lay();
+    QSignalSpy changed(&controls_, &CameraControls::changed);
     ASSERT_TRUE(listed());
+    for (int i = 0; i < 2; ++i)
+        awaitAnswer([this] { controls_.watch(true); });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed.count(), 1) << "only of what is new";
     EXPECT_TRUE(kept().isEmpty()) << "looking keeps nothing";
     for (int value = 1; value <= 40; ++value)
         controls_.set(MIRVAK_BRIGHTNESS, value); // as a slider that is drawn

@@ -202,6 +202,10 @@ TEST_F(CameraSessionTest, OnlyOneModelMeasuresThePaper)
     session_.setScanSize(1);
     EXPECT_FALSE(session_.checksPaperSize());
     EXPECT_TRUE(QTest::qWaitFor([] { return corner > 200; }, 10000)) << "A4";
+    ASSERT_TRUE(streams(0));
+    EXPECT_TRUE(QTest::qWaitFor([] { return corner < 50; }, 10000)) << "opened again, it shows all";
+    session_.setScanSize(1);
+    EXPECT_TRUE(QTest::qWaitFor([] { return corner > 200; }, 10000)) << "A4";
     session_.setScanSize(2);
     EXPECT_FALSE(session_.checksPaperSize());
     EXPECT_TRUE(QTest::qWaitFor([] { return corner < 50; }, 10000)) << "A3";

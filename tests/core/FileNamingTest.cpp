@@ -36,6 +36,9 @@ TEST_F(FileNamingTest, SerialNumberFollowsTheHighestPresentOne)
     folder_.write("my_scan_004.jpg", "");
     settings::namingPrefix.write(settings, QStringLiteral("my_scan"));
     EXPECT_EQ(nextName(), QStringLiteral("my_scan_005.jpg"));
+    settings::namingPrefix.write(settings, QString());
+    folder_.write(".own_2147483650.jpg", ""); // hidden, but its number is taken too
+    EXPECT_EQ(nextName(), QStringLiteral("_2147483651.jpg"));
 }
 
 TEST_F(FileNamingTest, OtherNamesDoNotCountOrCountAsZero)
